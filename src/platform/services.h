@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tavlo {
+
+enum class Buttons { OK, OKCancel, YesNo };
+enum class Icon { None, Stop, Question, Exclamation };
+enum class Answer { OK, Cancel, Yes, No };
+
+/// The modal message boxes. A box runs a nested event loop, so receive events may be delivered while
+/// it is up.
+class MessageBoxes {
+ public:
+  virtual ~MessageBoxes() = default;
+  virtual Answer MsgBox(std::string_view text, std::string_view title, Buttons buttons, Icon icon) = 0;
+};
+
+/// One entry of a file dialog's filter list, such as {"Tavlo Files", "*.TVH"}.
+struct FileFilter {
+  std::string_view name;
+  std::string_view pattern;
+};
+
+struct FileDialogSetup {
+  std::vector<FileFilter> filters;
+  std::string_view default_extension;
+};
+
+class FileDialogs {
+ public:
+  virtual ~FileDialogs() = default;
+  /// Nothing when the operator cancelled. Asks before an existing file is replaced.
+  virtual std::optional<std::string> SaveFileName(const FileDialogSetup& setup) = 0;
+  virtual std::optional<std::string> OpenFileName(const FileDialogSetup& setup) = 0;
+};
+
+/// Files as the program handlers need them.
+class FileStore {
+ public:
+  virtual ~FileStore() = default;
+  /// Replaces the file whole or leaves the old one: written beside it, synced, renamed. Gives the
+  /// system's text of the error, or nothing.
+  [[nodiscard]] virtual std::optional<std::string> Replace(const std::string& path,
+                                                           std::string_view bytes) = 0;
+  /// At most `limit` bytes of the file; nothing when it cannot be opened.
+  [[nodiscard]] virtual std::optional<std::string> Read(const std::string& path, std::size_t limit) = 0;
+};
+
+class Clock {
+ public:
+  virtual ~Clock() = default;
+  /// Seconds since midnight; jumps back by 86400 at midnight.
+  [[nodiscard]] virtual double Timer() = 0;
+};
+
+class EventLoop {
+ public:
+  virtual ~EventLoop() = default;
+  /// Gives the event loop a turn and returns.
+  virtual void Yield() = 0;
+  /// Gives the event loop turns until `seconds` have passed, sleeping between events.
+  virtual void YieldFor(double seconds) = 0;
+};
+
+/// Texts kept between sessions, keyed by application, section and key.
+class SettingsStore {
+ public:
+  virtual ~SettingsStore() = default;
+  [[nodiscard]] virtual std::string Get(std::string_view application, std::string_view section,
+                                        std::string_view key, std::string_view fallback) = 0;
+  virtual void Save(std::string_view application, std::string_view section, std::string_view key,
+                    std::string_view value) = 0;
+};
+
+/// A small window with a gauge from 0 to 200 that stands while a transfer runs (`downbox`, `upbox`).
+class ProgressForm {
+ public:
+  virtual ~ProgressForm() = default;
+  virtual void Show() = 0;
+  virtual void Hide() = 0;
+  /// Moves the gauge and repaints it at once, without a turn of the event loop.
+  virtual void Gauge(double value) = 0;
+  /// What is being sent now, and how many of how many bytes of the whole transfer are through.
+  /// The desktop needs no more than the gauge; the command line shows phase and time left.
+  virtual void Phase(std::string_view name, int bytes_done, int bytes_total) = 0;
+};
+
+/// Repaints nothing of its own: a window that says that a file is being read (`Loading`).
+class LoadingForm {
+ public:
+  virtual ~LoadingForm() = default;
+  virtual void Show() = 0;
+  virtual void Hide() = 0;
+};
+
+class Beeper {
+ public:
+  virtual ~Beeper() = default;
+  virtual void Beep() = 0;
+};
+
+/// The viewer of help documents.
+class HelpViewer {
+ public:
+  virtual ~HelpViewer() = default;
+  /// Shows the document of this name from the folder Help.
+  virtual void OpenHelp(std::string_view file) = 0;
+};
+
+}  // namespace tavlo
