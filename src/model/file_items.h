@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace tavlo {
+
+/// Reads the items of a program file one after the other. Commas and line ends alike separate items.
+///
+/// A bad item never stops the reader: it sets Failed(), the field that it was meant for keeps its
+/// value, and the next call reads the next item. Bad are an item that is empty, is not of the form, does
+/// not fit its field, is quoted where a number is wanted, or is missing because the text is at its end.
+/// A flag is taken where a number is wanted (-1 and 0) and a number where a flag is.
+class ItemReader {
+ public:
+  /// `text` must outlive the reader; any bytes are allowed.
+  explicit ItemReader(std::string_view text) : rest_(text) {}
+
+  void Read(std::int16_t& field);
+  void Read(std::int32_t& field);
+  void Read(float& field);
+  void Read(double& field);
+  void Read(bool& field);
+  void Read(std::string& field);
+
+  void Fail() { failed_ = true; }
+  [[nodiscard]] bool Failed() const { return failed_; }
+
+ private:
+  struct Item {
+    std::string_view text;
+    bool quoted = false;
+    bool valid = false;
+  };
+  Item Next();
+  void EndItem();
+  template <class Int>
+  void ReadInteger(Int& field);
+
+  std::string_view rest_;
+  bool at_end_ = false;
+  bool failed_ = false;
+};
+
+/// Writes records: items separated by commas, each record ended by CR LF.
+class RecordWriter {
+ public:
+  RecordWriter& operator<<(std::int16_t value);
+  RecordWriter& operator<<(std::int32_t value);
+  RecordWriter& operator<<(float value);
+  RecordWriter& operator<<(double value);
+  RecordWriter& operator<<(bool value);
+  RecordWriter& operator<<(const std::string& value);
+  void End();
+  /// A line of the print form: the text as it stands.
+  void PrintLine(std::string_view text);
+
+  [[nodiscard]] const std::string& Text() const { return text_; }
+
+ private:
+  void Item(std::string_view text);
+
+  std::string text_;
+  bool first_ = true;
+};
+
+}  // namespace tavlo
