@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "model/program.h"
+
+namespace tavlo {
+
+/// Highest acceleration of every model, rev/s/s.
+inline constexpr int kMaxAccel = 3000;
+/// Longest move and farthest position, steps.
+inline constexpr int kMaxSteps = 16000000;
+
+// An axis outside the slots has the resolution 0 and no drive.
+
+/// Effective steps per revolution: the fixed value behind `StepResCode`, for code 16 the free one;
+/// 0 for any other code.
+[[nodiscard]] std::int32_t GetStepsPerRev(const Program& program, int axis);
+
+/// A speed or acceleration in user units as one in revolutions, and back. They do not look at `UseUnits`.
+[[nodiscard]] double UserToRev(const Program& program, double x, int axis);
+[[nodiscard]] double RevToUser(const Program& program, double x, int axis);
+
+/// In user units if the axis uses them, else as it stands.
+[[nodiscard]] double ShownSpeed(const Program& program, double rev_s, int axis);
+[[nodiscard]] double ShownDist(const Program& program, double steps, int axis);
+
+[[nodiscard]] std::string FormatDist(const Program& program, double steps, int axis);
+[[nodiscard]] std::string FormatSpeed(const Program& program, double rev_s, int axis);
+[[nodiscard]] std::string FormatAccel(const Program& program, double rev_s2, int axis);
+[[nodiscard]] std::string_view AccelFormatFor(const Program& program, int axis);
+
+/// Limits by drive model, rev/s and rev/s/s.
+[[nodiscard]] double MinSpeed(const Program& program, int axis);
+[[nodiscard]] double MaxSpeed(const Program& program, int axis);
+[[nodiscard]] int MinAccel(const Program& program, int axis);
+
+/// Cut toward minus infinity to four decimals.
+[[nodiscard]] double Round4(double x);
+
+// The arithmetic of the entry boxes. Each takes the text as typed and gives the value forced into
+// range with the text that is shown in its place; nothing is ever refused.
+
+struct SpeedEntry {
+  double rev_s;
+  std::string text;
+  int slider;
+};
+/// A speed as typed: limited, then brought down to a multiple of 50 steps/s. The slider counts 0.025 rev/s.
+[[nodiscard]] SpeedEntry CleanUpSpeed(const Program& program, std::string_view text, int axis);
+
+struct Speed2Entry {
+  double rev_s;
+  std::string text;
+};
+/// The second speed of a move, never above the first.
+[[nodiscard]] Speed2Entry CleanUpSpeed2(const Program& program, std::string_view text, int axis,
+                                        double first_rev_s);
+
+struct AccelEntry {
+  std::string text;
+  int slider;
+};
+[[nodiscard]] AccelEntry CleanUpAccel(const Program& program, std::string_view text, int axis);
+/// The jog acceleration reads the text through the units of the axis whether it uses them or not.
+[[nodiscard]] AccelEntry CleanUpJogAccel(const Program& program, std::string_view text, int axis);
+
+struct DistEntry {
+  std::int32_t steps;
+  std::string text;
+};
+[[nodiscard]] DistEntry CleanUpDist(const Program& program, std::string_view text, int axis);
+/// A position may be negative; `steps` keeps the sign.
+[[nodiscard]] DistEntry CleanUpPosition(const Program& program, std::string_view text, int axis);
+
+struct DelayEntry {
+  std::string text;
+  /// Steps of 10 ms.
+  int slider;
+};
+[[nodiscard]] DelayEntry CleanUpRetDelay(std::string_view text);
+
+/// A repeat count: whole, 1 to 32767.
+[[nodiscard]] std::int32_t CleanUpCount(std::string_view text);
+
+struct SliderEnds {
+  int speed_min;
+  int speed_max;
+  int accel_min;
+};
+[[nodiscard]] SliderEnds BarEnds(const Program& program, int axis);
+
+/// What the axes' units were before the hardware settings were edited.
+struct OldUnits {
+  AxisConfig::Axes<std::int32_t> U{};
+  AxisConfig::Axes<std::int32_t> R{};
+};
+[[nodiscard]] OldUnits UnitsOf(const Program& program);
+
+// Rescale every line so that what the operator sees in user units stays the same. Called in this order.
+void ScaleDist(Program& program, const OldUnits& old);
+void ScaleSpeed(Program& program, const OldUnits& old);
+void ScaleAccel(Program& program, const OldUnits& old);
+
+}  // namespace tavlo
