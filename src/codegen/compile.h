@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "codegen/encodings.h"
+#include "model/program.h"
+
+namespace tavlo {
+
+/// Bytes of the hub's pool of prompt texts, its final 0x00 included.
+inline constexpr int kPoolBytes = 1536;
+inline constexpr int kSlotBytes = 32;
+inline constexpr int kSystemBytes = 256;
+inline constexpr int kImageBytes = kLines * kSlotBytes + kSystemBytes + kPoolBytes;
+
+/// The texts of the prompts as far as lines have been compiled: each text and a 255, in line order.
+/// Nothing holds it to the hub's 1536 bytes.
+struct StringPool {
+  std::string Pool;
+  /// Offset of the next entry.
+  int PoolPtr = 0;
+  /// Size of the entry just added, its end mark included.
+  int PoolItem = 0;
+};
+
+/// The hub's byte string of a line, at most 32 bytes for every line that the editors make. A line with
+/// a prompt adds its text to the pool, so compile each line once, in order, on a fresh pool.
+///
+/// Compiling changes the record in one place: an FLSO pulse above 255 becomes 255.
+/// Throws EncodeError for a line that has no bytes.
+[[nodiscard]] std::string Compile(Program& program, int line, StringPool& pool);
+
+/// The 256 bytes of axis settings. Longer only if a unit or axis name is longer than its field.
+///
+/// Building it changes the settings in one place: `PeakCurrent` takes the idle current of the stepper
+/// families. Throws EncodeError for a setting that has no bytes, naming the axis.
+[[nodiscard]] std::string SysString(Program& program);
+
+/// Throws EncodeError for a name that would push the rest of its axis's block along.
+void RefuseLongNames(const Program& program);
+
+/// Everything a download sends, compiled before a byte of it goes out.
+struct CompiledProgram {
+  std::array<std::string, kLines> lines;
+  std::string system;
+  /// With its final 0x00.
+  std::string pool;
+  /// The 16-bit sum that the hub will answer with.
+  int checksum = 0;
+};
+
+/// Compiles the lines 0..199 in order, then the system string. Runs `ScanLoops` first. Throws
+/// EncodeError whose text is the operator's whole message, also for a text that holds the hub's own end
+/// mark and for settings that are not 256 bytes.
+[[nodiscard]] CompiledProgram CompileProgram(Program& program);
+
+/// The hub's memory after a download of it: 8192 bytes, unused bytes 0. What is longer than its place
+/// is cut.
+[[nodiscard]] std::string ImageOf(const CompiledProgram& compiled);
+
+}  // namespace tavlo
