@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "link/com_port.h"
+
+#include "platform/number_format.h"
+
+namespace tavlo {
+namespace {
+
+constexpr std::string_view kSettingsApplication = "Tavlo Hub Composer";
+constexpr std::string_view kSettingsSection = "Startup";
+constexpr std::string_view kSettingsKey = "ComPort";
+constexpr int kStartThreshold = 3;
+
+std::optional<std::string> OpenPort(SerialPort& port, int number) {
+  port.CommPort(number);
+  port.Settings(kLineSettings);
+  return port.PortOpen(true);
+}
+
+int StoredPort(Desk& desk) {
+  const double stored = Val(desk.settings.Get(kSettingsApplication, kSettingsSection, kSettingsKey, "1"));
+  const double whole = RoundHalfEven(stored);
+  return whole < 1 || whole > kPorts ? 1 : static_cast<int>(whole);
+}
+
+void CommError(Desk& desk, const std::string& text) {
+  MsgBox(desk, text, Icon::Exclamation, "Communication Error");
+}
+
+void SelectOptCom(Desk& desk, std::optional<int> index) {
+  desk.source.OptCom = index;
+  desk.view.HubChanged();
+}
+
+}  // namespace
+
+void StartComm(Desk& desk) {
+  const int stored = StoredPort(desk);
+  int candidate = stored;
+  bool tried_first = false;
+  while (const auto error = OpenPort(desk.Comm1, candidate)) {
+    if (candidate == 1) tried_first = true;
+    if (candidate == stored && !tried_first) {
+      CommError(desk, "Error opening the last comm port that was used by the Hub Composer (Comm " +
+                          Joined(candidate) + "):  " + *error + ".  Will try Comm 1.");
+      candidate = 1;
+    } else if (candidate < kPorts) {
+      CommError(desk, "Error on Comm" + Joined(candidate) + ":  " + *error + ".  Will try Comm" +
+                          Joined(candidate + 1) + ".");
+      ++candidate;
+    } else {
+      MsgBox(desk,
+             "Could not find an open comm port.  You can still edit and save programs, but drive "
+             "communication is "
+             "not possible at this time.",
+             Icon::None, "No open port");
+      SelectOptCom(desk, std::nullopt);
+      return;
+    }
+  }
+  desk.Comm1.RThreshold(kStartThreshold);
+  desk.Comm1.ParityReplace("");
+  desk.source.MMIActive = false;
+  // Goes through the choice of the operator: that is how `ComNum` gets its value.
+  ClickOptCom(desk, candidate - 1);
+}
+
+void ClickOptCom(Desk& desk, int index) {
+  Source& source = desk.source;
+  if (index == source.ComNum - 1) return;
+  const std::int16_t old = source.ComNum;
+  source.ComNum = static_cast<std::int16_t>(index + 1);
+  SelectOptCom(desk, index);
+  if (desk.Comm1.PortOpen()) static_cast<void>(desk.Comm1.PortOpen(false));
+  if (!OpenPort(desk.Comm1, source.ComNum)) return;
+  MsgBox(desk, "COM port " + Joined(source.ComNum) + " is not available.", Icon::Exclamation, "COM Error");
+  source.ComNum = old;
+  if (old == 0) {
+    SelectOptCom(desk, std::nullopt);
+    return;
+  }
+  if (OpenPort(desk.Comm1, old)) source.ComNum = 0;
+  SelectOptCom(desk, old - 1);
+}
+
+void RememberPort(Desk& desk) {
+  desk.settings.Save(kSettingsApplication, kSettingsSection, kSettingsKey, Joined(desk.Comm1.CommPort()));
+}
+
+void TellPortLost(Desk& desk) {
+  const int number = desk.Comm1.CommPort();
+  desk.source.ComNum = 0;
+  desk.source.MMIActive = false;
+  desk.source.InMsg = false;
+  desk.source.MsgBuf.clear();
+  SelectOptCom(desk, std::nullopt);
+  MsgBox(desk,
+         "Comm " + Joined(number) +
+             " has gone.  Check the cable, then choose a comm port again.  Your program is still here and "
+             "can be "
+             "edited and saved.",
+         Icon::Exclamation, "Communication Error");
+}
+
+}  // namespace tavlo

@@ -1,0 +1,193 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "link/download.h"
+
+#include "codegen/compile.h"
+#include "link/drive_check.h"
+#include "link/polled.h"
+#include "model/program_queries.h"
+#include "platform/number_format.h"
+
+namespace tavlo {
+namespace {
+
+constexpr float kConfigFirmware = 1.19F;
+constexpr int kBlockBytes = 32;
+constexpr double kGaugeEnd = 200;
+
+/// Sends one compiled program. Each step gives false after a time-out.
+class Transfer {
+ public:
+  Transfer(Desk& desk, const CompiledProgram& compiled) : desk_(desk), compiled_(compiled) {
+    for (const std::string& line : compiled.lines) total_ += static_cast<int>(line.size());
+    total_ += static_cast<int>(compiled.system.size() + compiled.pool.size());
+  }
+
+  bool Start() {
+    static_cast<void>(desk_.Comm1.Input());
+    desk_.downbox.Gauge(10);
+    desk_.downbox.Show();
+    desk_.Comm1.Output("F");
+    return AwaitY();
+  }
+
+  /// Gives the number of lines that were acknowledged: all 200, or the index of the one that was not.
+  int SendLines() {
+    for (int line = 0; line < kLines; ++line) {
+      Output(compiled_.lines[line]);
+      if (!AwaitY()) return line;
+      desk_.downbox.Gauge(10 + line * 190.0 / (kLines - 1));
+      Show("program lines");
+      desk_.loop.Yield();
+    }
+    desk_.downbox.Gauge(kGaugeEnd);
+    return kLines;
+  }
+
+  bool SendSystem() {
+    const std::string& bytes = compiled_.system;
+    desk_.downbox.Gauge(0);
+    const double step = kGaugeEnd / static_cast<double>(bytes.size());
+    for (std::size_t i = 1; i <= bytes.size(); ++i) {
+      desk_.downbox.Gauge(static_cast<double>(i) * step);
+      Output({&bytes[i - 1], 1});
+      if (i % kBlockBytes == 0) {
+        if (!AwaitY()) return false;
+        Show("system settings");
+      }
+      desk_.loop.Yield();
+    }
+    return true;
+  }
+
+  bool SendPool() {
+    std::string_view pool = compiled_.pool;
+    desk_.downbox.Gauge(0);
+    const double blocks = static_cast<double>((pool.size() + kBlockBytes - 1) / kBlockBytes);
+    const double step = kGaugeEnd / blocks;
+    double gauge = 0;
+    while (!pool.empty()) {
+      gauge += step;
+      desk_.downbox.Gauge(gauge);
+      const std::string_view block = pool.substr(0, kBlockBytes);
+      pool.remove_prefix(block.size());
+      Output(block);
+      desk_.loop.Yield();
+      if (!AwaitY()) return false;
+      Show("prompt texts");
+    }
+    return true;
+  }
+
+  /// The hub's own sum, or nothing unless exactly two bytes came.
+  std::optional<int> AskSum() {
+    desk_.Comm1.Output("K");
+    const double start = desk_.clock.Timer();
+    static_cast<void>(
+        AwaitUntil(desk_, start, kReplyLimit, [&] { return desk_.Comm1.InBufferCount() >= 2; }));
+    if (desk_.Comm1.InBufferCount() != 2) return std::nullopt;
+    const std::string sum = desk_.Comm1.Input();
+    if (sum.size() != 2) return std::nullopt;
+    return static_cast<unsigned char>(sum[0]) * 256 + static_cast<unsigned char>(sum[1]);
+  }
+
+ private:
+  void Output(std::string_view bytes) {
+    desk_.Comm1.Output(bytes);
+    sent_ += static_cast<int>(bytes.size());
+  }
+  bool AwaitY() { return AwaitExactly(desk_, "Y", desk_.clock.Timer()); }
+  void Show(std::string_view phase) { desk_.downbox.Phase(phase, sent_, total_); }
+
+  Desk& desk_;
+  const CompiledProgram& compiled_;
+  int total_ = 0;
+  int sent_ = 0;
+};
+
+/// A time-out in the middle: nothing more is sent, the hub gives the transfer up by itself.
+DownloadResult Stopped(Desk& desk, DownloadResult result, const std::string& text) {
+  MsgBox(desk, text, Icon::Question);
+  desk.downbox.Hide();
+  desk.source.Busy = false;
+  return result;
+}
+
+DownloadResult Refused(Desk& desk, DownloadResult result, std::string_view text) {
+  MsgBox(desk, text);
+  desk.downbox.Hide();
+  return result;
+}
+
+DownloadResult Send(Desk& desk, const CompiledProgram& compiled, float rev) {
+  Transfer transfer(desk, compiled);
+  if (!transfer.Start()) {
+    return Stopped(
+        desk, DownloadResult::NoAnswer,
+        "The Tavlo Hub is not responding to the Download command.  Is it connected to the right port and "
+        "turned on?");
+  }
+  if (const int line = transfer.SendLines(); line < kLines) {
+    return Stopped(desk, DownloadResult::StoppedInLines,
+                   "The Tavlo Hub has stopped responding during transfer of program line " +
+                       Joined(line + 1) + ". Is it connected and turned on?");
+  }
+  if (!transfer.SendSystem()) {
+    return Stopped(desk, DownloadResult::StoppedInSystem,
+                   "The Tavlo Hub has stopped responding during system info transfer.");
+  }
+  if (!transfer.SendPool()) {
+    return Stopped(desk, DownloadResult::StoppedInPool,
+                   "The Tavlo Hub has stopped responding during string pool transfer.");
+  }
+  const auto sum = transfer.AskSum();
+  if (!sum) {
+    return Refused(desk, DownloadResult::NoSum,
+                   "The Tavlo Hub did not provide a checksum.  There may be a problem with the download.");
+  }
+  if (*sum != compiled.checksum) {
+    return Refused(
+        desk, DownloadResult::WrongSum,
+        "Your program did not download correctly.  Make sure the cable connections are secure, less than "
+        "50 feet long, and that you are not working around electrical noise, such as a welder, a high "
+        "powered motor or big relays.");
+  }
+  if (rev >= kConfigFirmware) ConfigDSPdrives(desk);
+  desk.downbox.Hide();
+  return DownloadResult::Done;
+}
+
+}  // namespace
+
+DownloadResult DownloadProg(Desk& desk, float rev) {
+  CompiledProgram compiled;
+  try {
+    compiled = CompileProgram(desk.program());
+  } catch (const EncodeError& error) {
+    MsgBox(desk, error.what());
+    return DownloadResult::CannotCompile;
+  }
+  EventsOff events(desk.Comm1);
+  events.RestoreTo(1);
+  return Send(desk, compiled, rev);
+}
+
+std::optional<DownloadResult> Download(Desk& desk) {
+  Source& source = desk.source;
+  if (source.Busy) return std::nullopt;
+  source.Busy = true;
+  desk.Comm1.Output("S");
+  if (CheckDrive(desk).empty()) {
+    source.Busy = false;
+    source.Changed = false;
+    return std::nullopt;
+  }
+  desk.program().MMIused = ProgHasMMI(desk.program());
+  const DownloadResult result = DownloadProg(desk, desk.program().HubVersion);
+  source.Busy = false;
+  // Nothing has left the program when a line could not be compiled: it is as unsaved as it was.
+  if (result != DownloadResult::CannotCompile) source.Changed = false;
+  return result;
+}
+
+}  // namespace tavlo

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include "desk/desk.h"
+
+namespace tavlo {
+
+/// How a transfer ended. All but Done have been told to the operator.
+enum class DownloadResult {
+  Done,
+  CannotCompile,  ///< the hub was not touched
+  NoAnswer,       ///< to the download command
+  StoppedInLines,
+  StoppedInSystem,
+  StoppedInPool,
+  NoSum,
+  WrongSum,
+};
+
+/// Sends the whole program and has the hub prove it by its sum. Every line and the settings are compiled
+/// before the first byte goes out. From firmware 1.19 on the drives are set up afterwards.
+/// `rev` is the hub's firmware.
+DownloadResult DownloadProg(Desk& desk, float rev);
+
+/// The `Download` button. Gives how it ended; nothing if it did not come to a transfer.
+std::optional<DownloadResult> Download(Desk& desk);
+
+}  // namespace tavlo

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "desk/desk.h"
+
+namespace tavlo {
+
+/// The firmware that a revision byte stands for: byte / 100 + 1.
+[[nodiscard]] float RevisionOf(unsigned char byte);
+/// In the form "0.00".
+[[nodiscard]] std::string VersionText(float version);
+
+/// Asks the hub who it is, and shows firmware and model. The raw reply: revision byte, model byte;
+/// empty after the operator has been told of a failure.
+[[nodiscard]] std::string CheckDrive(Desk& desk);
+/// The same without showing anything.
+[[nodiscard]] std::string SilentCheckDrive(Desk& desk);
+
+/// Asks the hub which drives are plugged in, and compares them and their firmware with the program that
+/// it holds. False after the operator was told of a failure or answered No.
+[[nodiscard]] bool AllDrivesOK(Desk& desk);
+
+/// Asks for the firmware of each drive. Left as it was when the hub does not answer.
+void ScanDrivesRV(Desk& desk, std::array<float, kAxisSlots>& revisions);
+
+/// The lowest drive firmware that can change the speed of a started motion on this axis.
+[[nodiscard]] float CSrevision(const Program& program, int axis);
+
+/// Sends the fixed set of text commands to every drive that is set up by them. No reply is awaited.
+void ConfigDSPdrives(Desk& desk);
+
+/// Selects the model that a hub code names and shows the firmware. False for any other code, which
+/// changes nothing.
+bool ShowHub(Desk& desk, int hub_code);
+
+}  // namespace tavlo

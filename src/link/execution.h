@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include "desk/desk.h"
+
+namespace tavlo {
+
+/// How the Execute button came to its end.
+enum class ExecuteResult {
+  Ran,        ///< a run window was shown and has been hidden again
+  Busy,       ///< another operation with the hub is under way
+  Declined,   ///< the operator does not run a changed program
+  HubSilent,  ///< the hub did not say who it is
+  DrivesNotOK,
+  NoAnswer,  ///< to the command to execute
+};
+
+/// The `execbutton`: asks the hub about itself and its drives, has it prepare to execute and opens the
+/// run window that it asks for.
+ExecuteResult Execute(Desk& desk);
+
+// What the two run windows do at their events.
+
+/// The window has come up through Execute: starts the program. Not called again when the window gets the
+/// focus back from a box, because that would restart the machine behind the operator's back.
+void StartRun(Desk& desk, RunWindow window);
+/// `btnStop`. Hides the window; after it nothing goes out without a new act of the operator.
+void StopRun(Desk& desk, RunWindow window);
+/// The operator closed the window by its frame.
+void CloseRun(Desk& desk, RunWindow window);
+/// The window lost the focus or was hidden.
+void LeaveRun(Desk& desk);
+
+/// Sends ten "R" and awaits a "Y" for each, six seconds for all together.
+void ResetDrive(Desk& desk);
+
+}  // namespace tavlo

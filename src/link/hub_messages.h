@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "desk/desk.h"
+
+namespace tavlo {
+
+/// Headers of the messages that the hub pushes: each is followed by three bytes of 0 to 127. Where an axis
+/// is part of the header, the row names the first of eight.
+enum class HubHeader : int {
+  Greeting = 255,     ///< revision, model
+  LineStarted = 254,  ///< line in two nibbles; acknowledged with "I"
+  StepDone = 253,
+  LimitHit = 252,  ///< axis
+  StopButton = 251,
+  OldFirmware = 250,      ///< drive, revision
+  WrongDrive = 249,       ///< axis, model found, model expected
+  DriveStatus = 241,      ///< inputs in two nibbles, outputs
+  DriveLost = 240,        ///< axis
+  StackOverflow = 239,    ///< line
+  StackUnderflow = 238,   ///< line
+  LineFinished = 237,     ///< line in two nibbles
+  LineConcurrent = 236,   ///< line in two nibbles; acknowledged with "I"
+  ProgramCounter = 235,   ///< 1 to show, line in two nibbles
+  ExtendedOutputs = 221,  ///< outputs
+  ExtendedInputs = 213,   ///< inputs in two nibbles
+  DriveDisabled = 212,    ///< axis
+  DriveFault = 211,       ///< axis, code in two parts of 7 bits
+};
+
+/// Does what a message of the hub asks for. `message` is four bytes; a header without a meaning and an
+/// axis that there is not are ignored.
+void HandleMsg(Desk& desk, std::string_view message);
+
+/// A hub has announced itself, as it does when it is switched on; ends a run that is shown.
+void DispDrive(Desk& desk, std::string_view message);
+
+/// `axis` counts from 1 in these two, as their texts do.
+void ServoNotOn(Desk& desk, int axis);
+void ServoError(Desk& desk, int axis, int code);
+
+}  // namespace tavlo

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+#include "desk/desk.h"
+
+namespace tavlo {
+
+/// How long the hub may take to answer anything, in seconds.
+inline constexpr double kReplyLimit = 1.0;
+
+/// Keeps the receive event away for as long as it lives: an event during an exchange would eat the reply.
+/// Puts back what `RThreshold` was, or what RestoreTo() says.
+class EventsOff {
+ public:
+  explicit EventsOff(SerialPort& port) : port_(port), restore_(port.RThreshold()) { port_.RThreshold(0); }
+  ~EventsOff() { port_.RThreshold(restore_); }
+  EventsOff(const EventsOff&) = delete;
+  EventsOff& operator=(const EventsOff&) = delete;
+
+  void RestoreTo(int threshold) { restore_ = threshold; }
+
+ private:
+  SerialPort& port_;
+  int restore_;
+};
+
+/// Waits until `done` holds or the clock has run more than `limit` seconds past `start`; false if it
+/// ran out. Blocks in the port between looks and never yields. A wait across midnight sees a negative time
+/// and lasts until the reply comes; a port that is gone ends it at once.
+template <class Done>
+[[nodiscard]] bool AwaitUntil(Desk& desk, double start, double limit, Done done) {
+  for (;;) {
+    if (done()) return true;
+    const double elapsed = desk.clock.Timer() - start;
+    if (elapsed > limit || !desk.Comm1.PortOpen()) return false;
+    desk.Comm1.WaitForInput(std::clamp(limit - elapsed, 0.001, limit));
+  }
+}
+
+/// Throws away what waits and sends the command. Gives the time from which its reply is awaited.
+[[nodiscard]] double SendCommand(Desk& desk, std::string_view command);
+
+/// Waits until one read gives exactly this; any other read is thrown away.
+[[nodiscard]] bool AwaitExactly(Desk& desk, std::string_view reply, double start, double limit = kReplyLimit);
+
+}  // namespace tavlo

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "link/receive.h"
+
+#include "link/hub_messages.h"
+
+namespace tavlo {
+namespace {
+
+constexpr std::size_t kMessageBytes = 4;
+constexpr std::size_t kColumns = 20;
+constexpr int kLastRow = 3;
+constexpr char kEscape = 27;
+constexpr char kBackspace = 8;
+
+int Code(char c) {
+  return static_cast<unsigned char>(c);
+}
+
+void ToTerminal(Desk& desk) {
+  Source& source = desk.source;
+  source.VOXbuffer += desk.Comm1.Input();
+  // Each turn of the event loop may bring more bytes in behind these.
+  while (!source.VOXbuffer.empty()) {
+    const char c = source.VOXbuffer.front();
+    source.VOXbuffer.erase(0, 1);
+    if (desk.terminal != nullptr) desk.terminal->ProcessChar(c);
+    desk.loop.Yield();
+  }
+}
+
+void TakeCharacter(Desk& desk, char c) {
+  Source& source = desk.source;
+  const bool header = Code(c) >= 128;
+  if (header) {
+    source.InMsg = true;
+    source.MsgBuf = c;
+  } else if (!source.InMsg) {
+    if (source.MMIActive) Char2MMI(desk, c);
+  } else {
+    source.MsgBuf += c;
+    if (source.MsgBuf.size() < kMessageBytes) return;
+    // Taken out before it is handled: a box in there lets newer bytes in here.
+    const std::string message = source.MsgBuf;
+    source.MsgBuf.clear();
+    source.InMsg = false;
+    HandleMsg(desk, message);
+  }
+}
+
+void PlainCharacter(Source& source, char c) {
+  std::string& line = source.textline[source.CurRow];
+  if (c == kEscape) {
+    source.EscPending = true;
+  } else if (c >= ' ' && c <= '~') {
+    line += c;
+    if (source.CurRow < kLastRow && line.size() == kColumns) ++source.CurRow;
+  } else if (c == kBackspace) {
+    if (source.CurRow >= 1 && line.empty()) --source.CurRow;
+    std::string& left = source.textline[source.CurRow];
+    if (!left.empty()) left.pop_back();
+  } else if (c == '\n') {
+    if (source.CurRow < kLastRow) ++source.CurRow;
+  }
+}
+
+void EscapeCharacter(Source& source, char c) {
+  if (!source.RowPending) {
+    if (c == 'Y') {
+      source.RowPending = true;
+    } else if (c == 'E') {
+      for (std::string& line : source.textline) line.clear();
+      source.CurRow = 0;
+      source.EscPending = false;
+    } else if (c == 'K' || c == 'M') {
+      source.textline[source.CurRow].clear();
+      source.EscPending = false;
+    }
+  } else if (!source.RowGot) {
+    source.RowValue = static_cast<std::int16_t>(Code(c) - 32);
+    source.RowGot = true;
+  } else {
+    // The column: rows are always written from their start, so only a row that exists counts.
+    if (source.RowValue >= 0 && source.RowValue <= kLastRow) source.CurRow = source.RowValue;
+    source.EscPending = source.RowPending = source.RowGot = false;
+  }
+}
+
+}  // namespace
+
+void NewOnComm(Desk& desk) {
+  if (desk.Comm1.CommEvent() != kCommEventReceive) return;
+  if (desk.source.TermActive) {
+    ToTerminal(desk);
+    return;
+  }
+  const std::string bytes = desk.Comm1.Input();
+  for (const char c : bytes) TakeCharacter(desk, c);
+}
+
+void Char2MMI(Desk& desk, char c) {
+  if (desk.source.EscPending) {
+    EscapeCharacter(desk.source, c);
+  } else {
+    PlainCharacter(desk.source, c);
+  }
+  desk.run.TextLinesChanged();
+}
+
+}  // namespace tavlo
