@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "desk/grid.h"
+#include "model/legacy_import.h"
 #include "model/line_operations.h"
 #include "model/program_file.h"
 #include "platform/number_format.h"
@@ -131,6 +132,15 @@ namespace {
 
 constexpr std::string_view kProgramExtension = ".TVH";
 
+/// Any other file is taken for one of the earlier programmer.
+bool IsHubProg(const std::string& path) {
+  std::string end = path.substr(path.size() - std::min(path.size(), kProgramExtension.size()));
+  for (char& c : end) {
+    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+  }
+  return end == kProgramExtension;
+}
+
 void ShowLoaded(Desk& desk, std::string_view name) {
   desk.source.LimitLine = AsLine(desk.program().LimitBranch);
   desk.source.Changed = false;
@@ -144,7 +154,8 @@ void ShowLoaded(Desk& desk, std::string_view name) {
 
 void TellDamaged(Desk& desk, const std::string& path) {
   MsgBox(desk, "Can't read file " + path + ".  File may be damaged.", Icon::None, "");
-  InitHardware(desk.program().Axis);
+  // After an old file the hardware keeps what was read of it.
+  if (IsHubProg(path)) InitHardware(desk.program().Axis);
   for (int line = 0; line < kLines; ++line) desk.program().Prog[line].Type = NO;
   ShowLoaded(desk, kUntitled);
 }
@@ -183,7 +194,9 @@ bool LoadFile(Desk& desk, const std::string& path) {
   ItemReader items(*text);
   std::string version;
   items.Read(version);
-  const bool good = LoadHubProg(items, ParseRevision(version), desk.program());
+  const float revision = ParseRevision(version);
+  const bool good = IsHubProg(path) ? LoadHubProg(items, revision, desk.program())
+                                    : LoadOskelProg(items, revision, desk.program());
   HideLoading(desk);
   if (!good) {
     TellDamaged(desk, path);

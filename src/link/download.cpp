@@ -63,8 +63,8 @@ class Transfer {
   bool SendPool() {
     std::string_view pool = compiled_.pool;
     desk_.downbox.Gauge(0);
-    const double blocks = static_cast<double>((pool.size() + kBlockBytes - 1) / kBlockBytes);
-    const double step = kGaugeEnd / blocks;
+    const std::size_t blocks = (pool.size() + kBlockBytes - 1) / kBlockBytes;
+    const double step = kGaugeEnd / static_cast<double>(blocks);
     double gauge = 0;
     while (!pool.empty()) {
       gauge += step;

@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "model/legacy_import.h"
+
+#include "platform/number_format.h"
+
+namespace tavlo {
+namespace {
+
+constexpr int kOldLines = 29;
+constexpr int kLines100 = 100;
+constexpr std::int16_t kOldDriveCode = 5;
+constexpr int kShortestPulse = 5;
+
+/// What a file of one revision holds. A single is compared with doubles: 1.2 counts as 1.2 or later,
+/// while 1.28, 1.4 and 1.41 count as below those boundaries.
+struct Layout {
+  explicit Layout(double r)
+      : hundred_lines(r >= 1.2),
+        units(r >= 1.28),
+        second_operands(r >= 1.4),
+        menus(r >= 1.41),
+        prompt_direction(r >= 1.5) {}
+
+  bool hundred_lines;
+  bool units;
+  bool second_operands;
+  bool menus;
+  bool prompt_direction;
+};
+
+/// Settings of the one axis as the file holds them, and what its lines share.
+struct Settings {
+  std::int16_t drive_code = kOldDriveCode;
+  std::int16_t idle_byte = 0;
+  float jog_speed = 0;
+  std::int32_t jog_accel = 0;
+};
+
+template <class... Fields>
+void ReadAll(ItemReader& items, Fields&... fields) {
+  (items.Read(fields), ...);
+}
+
+void ReadPromptHead(ItemReader& items, Instruction& line) {
+  ReadAll(items, line.LineNum, line.SubType, line.Reserved1, line.UpperInt, line.UpperFrac, line.LowerInt,
+          line.LowerFrac, line.DistVar);
+}
+
+void ReadMove(ItemReader& items, Instruction& line) {
+  ReadAll(items, line.Dist, line.Speed, line.Accel, line.Decel, line.Dir);
+}
+
+/// `load29`: the record of one line.
+void ReadLine29(ItemReader& items, Instruction& line) {
+  line.Drive = 0;
+  line.Proceed = false;
+  if (line.Type == CM) {
+    items.Read(line.Text);
+  } else if (line.Type == MMI) {
+    ReadPromptHead(items, line);
+    items.Read(line.Text);
+  } else {
+    ReadMove(items, line);
+    ReadAll(items, line.SafetyDist, line.RetSpeed, line.IONum, line.LineNum, line.State, line.Time,
+            line.Count);
+    line.CountIsMMI = line.DistIsMMI = line.SpeedIsMMI = false;
+  }
+}
+
+void ReadPrompt100(ItemReader& items, const Layout& layout, Instruction& line) {
+  ReadPromptHead(items, line);
+  if (layout.menus) {
+    for (int key = 1; key <= 8; ++key) items.Read(line.MenuLine[key]);
+    ReadAll(items, line.Wrap3, line.Blank3);
+  }
+  ReadAll(items, line.Wrap1, line.Blank1, line.Wrap2, line.Blank2, line.Text);
+  if (layout.second_operands) items.Read(line.Reserved2);
+  if (!layout.menus) return;
+  for (int key = 1; key <= 8; ++key) items.Read(line.MenuKey[key]);
+  if (layout.prompt_direction) items.Read(line.Dir);
+}
+
+/// `load100`: the record of one line.
+void ReadLine100(ItemReader& items, const Layout& layout, Instruction& line) {
+  if (line.Type == CM) {
+    items.Read(line.Text);
+    return;
+  }
+  if (line.Type == MMI) {
+    ReadPrompt100(items, layout, line);
+    return;
+  }
+  ReadMove(items, line);
+  if (layout.second_operands) ReadAll(items, line.Dist2, line.Speed2);
+  ReadAll(items, line.SafetyDist, line.RetSpeed, line.IONum, line.LineNum, line.State, line.Time, line.Count,
+          line.DistVar, line.SpeedVar, line.DistIsMMI, line.SpeedIsMMI, line.CountIsMMI);
+  if (layout.second_operands) {
+    ReadAll(items, line.Dist2Var, line.Speed2Var, line.Dist2IsMMI, line.Speed2IsMMI);
+  }
+  ReadAll(items, line.Wrap1, line.Blank1, line.Wrap2, line.Blank2, line.Text);
+  if (layout.second_operands) ReadAll(items, line.InMask, line.InState, line.Reserved3, line.WaitAND);
+  if (line.Type == CC) {
+    // The old file had no fields of its own for these.
+    line.Current = static_cast<float>(line.Time);
+    line.IdlePct = static_cast<std::int16_t>(line.Count);
+  }
+}
+
+void ReadLines(ItemReader& items, const Layout& layout, int count, Program& program) {
+  for (int i = 0; i < count; ++i) {
+    Instruction& line = program.Prog[i];
+    std::int16_t own_number = 0;  // dropped: the order in the file is what counts
+    ReadAll(items, own_number, line.Type);
+    if (layout.hundred_lines) {
+      ReadLine100(items, layout, line);
+    } else {
+      ReadLine29(items, line);
+    }
+    if ((line.Type == SO || line.Type == FLSO) && line.Time < kShortestPulse) line.Time = kShortestPulse;
+  }
+  for (int i = count; i < kLines; ++i) program.Prog[i].Type = NO;
+}
+
+void ReadSettings(ItemReader& items, const Layout& layout, Settings& settings, AxisConfig& axes) {
+  ReadAll(items, axes.DriveCurrent[0], settings.idle_byte, axes.StepResCode[0], settings.jog_speed,
+          settings.jog_accel);
+  bool use_units = true;
+  if (layout.units) ReadAll(items, axes.StepsPerUnit[0], axes.UnitName[0], use_units);
+  if (layout.second_operands) items.Read(axes.StepsPerRev[0]);
+  axes.UseUnits[0] = true;
+}
+
+std::int16_t IdleCodeOf(int idle_byte) {
+  if (idle_byte == 0) return 0;
+  if (idle_byte < 96) return 1;
+  return idle_byte >= 192 ? 3 : 2;
+}
+
+/// Currents stand in the file on a scale of 0 to 255. The idle code goes through the same scale, which
+/// leaves it 0 in nearly all cases.
+void ScaleCurrents(const Settings& settings, AxisConfig& axes) {
+  const double most = MaxCurrent(settings.drive_code);
+  axes.DriveCurrent[0] = static_cast<float>(axes.DriveCurrent[0] / 255.0 * most);
+  axes.IdleCode[0] = static_cast<std::int16_t>(RoundHalfEven(IdleCodeOf(settings.idle_byte) / 255.0 * most));
+}
+
+void MoveToAxis0(const Settings& settings, int count, Program& program) {
+  for (int i = 0; i < count; ++i) {
+    Instruction& line = program.Prog[i];
+    line.Drive = 0;
+    line.JogSpeed = settings.jog_speed;
+    line.JogAccel = settings.jog_accel;
+    if (line.Type != FE) continue;
+    line.Type = CM;
+    line.Text = "Deleted Hand Wheel instruction";
+  }
+}
+
+/// The resolution came in with the limit switch in its top bit.
+void SplitResolution(AxisConfig& axes) {
+  const int byte = axes.StepResCode[0];
+  axes.LimitKind[0] = static_cast<std::int16_t>(byte / 128);
+  axes.StepResCode[0] = static_cast<std::int16_t>(byte & 15);
+}
+
+}  // namespace
+
+bool LoadOskelProg(ItemReader& items, float r, Program& program) {
+  const Layout layout(r);
+  Settings settings;
+  if (layout.hundred_lines) items.Read(settings.drive_code);
+  const int count = layout.hundred_lines ? kLines100 : kOldLines;
+  ReadLines(items, layout, count, program);
+  ReadSettings(items, layout, settings, program.Axis);
+  ScaleCurrents(settings, program.Axis);
+  if (items.Failed()) {
+    for (int i = 0; i < kLines; ++i) program.Prog[i].Type = NO;
+    return false;
+  }
+  MoveToAxis0(settings, count, program);
+  SplitResolution(program.Axis);
+  return true;
+}
+
+}  // namespace tavlo
