@@ -138,7 +138,7 @@ Program PickAndPlace() {
   w.program.Axis.DriveModel = {20, 20, 40, 36, 0, 0, 0, 0, 0};
   w.program.LimitList = BranchToLine;
   w.program.LimitBranch = 31;
-  w.Comment("Home: lift first, then gantry");
+  w.Comment("Home: lift first, then X, Y");
   w.Home(Z, kFirstDriveInput);
   w.Home(X, 0).Proceed = true;
   w.Home(Y, 0);
@@ -151,7 +151,7 @@ Program PickAndPlace() {
   belt.State = Low;
   belt.SafetyDist = 12 * kStepsPerRev;
   belt.LineNum = 26;
-  w.Comment("Over the part, X and Y at once");
+  w.Comment("Over the part, X with Y");
   w.Position(X, 3.0, 5.0).Proceed = true;
   w.Position(Y, 1.5, 5.0);
   w.Position(Z, -1.0, 3.0).WaitThis = true;
@@ -236,7 +236,7 @@ Program NestedRepeats() {
   Name(w.program, X, "Table X", "mm", 1000);
   Name(w.program, Y, "Table Y", "mm", 1000);
   Name(w.program, Drill, "Drill", "mm", 2000);
-  w.Comment("A plate of 3 rows, 4 holes each");
+  w.Comment("3 rows of 4 holes");
   w.Times(3);
   w.Times(4);
   w.Jump(CL, 20);
@@ -273,7 +273,7 @@ Program QuadHub() {
   Name(w.program, 1, "Right", "mm", 800);
   Name(w.program, 2, "Turn", "deg", 56);
   Name(w.program, 3, "Press", "mm", 2000);
-  w.Comment("Lamp on, wait for both hands");
+  w.Comment("Lamp on, wait for two hands");
   w.Output(kHubQuadIO, 0, Low);
   Instruction& hands = w.Add(WII, kHubQuadIO);
   hands.InMask = 3;

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include <benchmark/benchmark.h>
+
+#include "codegen/compile.h"
+#include "full_program.h"
+#include "model/program_file.h"
+#include "text/short_desc.h"
+
+namespace tavlo::bench {
+namespace {
+
+void BM_Load(benchmark::State& state) {
+  const std::string text = WriteHubProg(FullProgram(), 0);
+  Program program;
+  for (auto _ : state) {
+    ItemReader items(text);
+    std::string version;
+    items.Read(version);
+    benchmark::DoNotOptimize(LoadHubProg(items, ParseRevision(version), program));
+  }
+}
+BENCHMARK(BM_Load)->Unit(benchmark::kMicrosecond);
+
+void BM_ShortDescOf200Lines(benchmark::State& state) {
+  const Program program = FullProgram();
+  for (auto _ : state) {
+    for (int line = 0; line < kLines; ++line) benchmark::DoNotOptimize(ShortDesc(program, line));
+  }
+}
+BENCHMARK(BM_ShortDescOf200Lines)->Unit(benchmark::kMicrosecond);
+
+void BM_CompileOf200Lines(benchmark::State& state) {
+  Program program = FullProgram();
+  program.HubVersion = 1.38F;
+  for (auto _ : state) benchmark::DoNotOptimize(CompileProgram(program));
+}
+BENCHMARK(BM_CompileOf200Lines)->Unit(benchmark::kMicrosecond);
+
+}  // namespace
+}  // namespace tavlo::bench
+
+BENCHMARK_MAIN();

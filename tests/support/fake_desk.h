@@ -1,0 +1,317 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <cmath>
+#include <deque>
+#include <functional>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "desk/desk.h"
+#include "desk/main_window.h"
+
+namespace tavlo::testing {
+
+/// Time that only passes when somebody waits.
+class FakeClock : public Clock {
+ public:
+  [[nodiscard]] double Timer() override { return std::fmod(now, 86400.0); }
+  double now = 1000;
+};
+
+/// A line whose other end is the test: what is sent is recorded and may be answered, at once or later.
+class FakePort : public SerialPort {
+ public:
+  explicit FakePort(FakeClock& clock) : clock_(clock) {}
+
+  void CommPort(int value) override { number = value; }
+  [[nodiscard]] int CommPort() const override { return number; }
+  void Settings(std::string_view parameters) override { settings = parameters; }
+  [[nodiscard]] std::optional<std::string> PortOpen(bool open) override {
+    log.push_back((open ? "open " : "close ") + std::to_string(number));
+    if (!open) {
+      is_open = false;
+      return std::nullopt;
+    }
+    if (const auto found = open_errors.find(number); found != open_errors.end()) return found->second;
+    is_open = true;
+    return std::nullopt;
+  }
+  [[nodiscard]] bool PortOpen() const override { return is_open; }
+  void RThreshold(int bytes) override {
+    threshold = bytes;
+    thresholds.push_back(bytes);
+  }
+  [[nodiscard]] int RThreshold() const override { return threshold; }
+  void ParityReplace(std::string_view replacement) override { parity_replace = std::string(replacement); }
+  [[nodiscard]] int InBufferCount() override {
+    Arrive();
+    return static_cast<int>(buffer_.size());
+  }
+  [[nodiscard]] std::string Input() override {
+    Arrive();
+    return std::exchange(buffer_, {});
+  }
+  void Output(std::string_view bytes) override {
+    if (!is_open) return;
+    sent.emplace_back(bytes);
+    if (on_output) on_output(std::string(bytes));
+  }
+  void WaitForInput(double seconds) override {
+    const double limit = clock_.now + seconds;
+    clock_.now = !pending_.empty() && pending_.front().first <= limit
+                     ? std::max(clock_.now, pending_.front().first)
+                     : limit;
+  }
+  [[nodiscard]] int CommEvent() const override { return comm_event; }
+
+  /// Bytes that arrive so many seconds from now. Later calls must not arrive earlier.
+  void Reply(std::string bytes, double delay = 0) {
+    pending_.emplace_back(clock_.now + delay, std::move(bytes));
+  }
+  /// Bytes arrive and the event loop hands them over.
+  void Receive(std::string bytes) {
+    Reply(std::move(bytes));
+    if (threshold > 0 && OnComm) OnComm();
+  }
+  [[nodiscard]] std::string AllSent() const {
+    std::string all;
+    for (const std::string& bytes : sent) all += bytes;
+    return all;
+  }
+
+  std::function<void(const std::string&)> on_output;
+  std::vector<std::string> sent;
+  std::vector<std::string> log;
+  std::map<int, std::string> open_errors;
+  int number = 1;
+  bool is_open = true;
+  int threshold = 1;
+  std::vector<int> thresholds;
+  std::string settings;
+  std::optional<std::string> parity_replace;
+  int comm_event = kCommEventReceive;
+
+ private:
+  void Arrive() {
+    while (!pending_.empty() && pending_.front().first <= clock_.now) {
+      buffer_ += pending_.front().second;
+      pending_.pop_front();
+    }
+  }
+
+  FakeClock& clock_;
+  std::deque<std::pair<double, std::string>> pending_;
+  std::string buffer_;
+};
+
+struct ShownBox {
+  std::string text;
+  std::string title;
+  Buttons buttons = Buttons::OK;
+  Icon icon = Icon::None;
+  bool operator==(const ShownBox&) const = default;
+};
+
+/// Records every box and answers by what was set beforehand; without that the first button.
+class FakeBoxes : public MessageBoxes {
+ public:
+  Answer MsgBox(std::string_view text, std::string_view title, Buttons buttons, Icon icon) override {
+    shown.push_back({std::string(text), std::string(title), buttons, icon});
+    if (on_box) on_box(shown.back());
+    if (!answers.empty()) {
+      const Answer answer = answers.front();
+      answers.pop_front();
+      return answer;
+    }
+    return buttons == Buttons::YesNo ? Answer::Yes : Answer::OK;
+  }
+  void setNextAnswer(Answer answer) { answers.push_back(answer); }
+
+  std::vector<ShownBox> shown;
+  std::deque<Answer> answers;
+  std::function<void(const ShownBox&)> on_box;
+};
+
+class FakeLoop : public EventLoop {
+ public:
+  explicit FakeLoop(FakeClock& clock) : clock_(clock) {}
+  void Yield() override {
+    ++yields;
+    if (on_yield) on_yield();
+  }
+  void YieldFor(double seconds) override {
+    waits.push_back(seconds);
+    clock_.now += seconds;
+  }
+  int yields = 0;
+  std::vector<double> waits;
+  std::function<void()> on_yield;
+
+ private:
+  FakeClock& clock_;
+};
+
+class FakeSettings : public SettingsStore {
+ public:
+  [[nodiscard]] std::string Get(std::string_view application, std::string_view section, std::string_view key,
+                                std::string_view fallback) override {
+    const auto found = values.find(Path(application, section, key));
+    return found == values.end() ? std::string(fallback) : found->second;
+  }
+  void Save(std::string_view application, std::string_view section, std::string_view key,
+            std::string_view value) override {
+    values[Path(application, section, key)] = value;
+  }
+  static std::string Path(std::string_view application, std::string_view section, std::string_view key) {
+    return std::string(application) + "/" + std::string(section) + "/" + std::string(key);
+  }
+  std::map<std::string, std::string> values;
+};
+
+class FakeDialogs : public FileDialogs {
+ public:
+  std::optional<std::string> SaveFileName(const FileDialogSetup& setup) override { return Answer(setup); }
+  std::optional<std::string> OpenFileName(const FileDialogSetup& setup) override { return Answer(setup); }
+  std::optional<std::string> next_file_name;
+  std::vector<FileDialogSetup> shown;
+
+ private:
+  std::optional<std::string> Answer(const FileDialogSetup& setup) {
+    shown.push_back(setup);
+    return next_file_name;
+  }
+};
+
+/// Files in memory; a write can be made to fail after so many bytes.
+class FakeFiles : public FileStore {
+ public:
+  std::optional<std::string> Replace(const std::string& path, std::string_view bytes) override {
+    if (bytes.size() > room) return "No space left on device";
+    files[path] = bytes;
+    return std::nullopt;
+  }
+  std::optional<std::string> Read(const std::string& path, std::size_t limit) override {
+    const auto found = files.find(path);
+    if (found == files.end()) return std::nullopt;
+    return found->second.substr(0, limit);
+  }
+  std::map<std::string, std::string> files;
+  std::size_t room = static_cast<std::size_t>(-1);
+};
+
+class FakeProgress : public ProgressForm {
+ public:
+  void Show() override { visible = true; }
+  void Hide() override { visible = false; }
+  void Gauge(double value) override { gauges.push_back(value); }
+  void Phase(std::string_view name, int done, int total) override {
+    phases.emplace_back(name);
+    bytes_done = done;
+    bytes_total = total;
+  }
+  bool visible = false;
+  std::vector<double> gauges;
+  std::vector<std::string> phases;
+  int bytes_done = 0;
+  int bytes_total = 0;
+};
+
+class FakeLoading : public LoadingForm {
+ public:
+  void Show() override { log.emplace_back("show"); }
+  void Hide() override { log.emplace_back("hide"); }
+  std::vector<std::string> log;
+};
+
+class FakeBeeper : public Beeper {
+ public:
+  void Beep() override { ++beeps; }
+  int beeps = 0;
+};
+
+class FakeView : public ProgramView {
+ public:
+  void RowChanged(int line) override { rows.push_back(line); }
+  void AllRowsChanged() override { ++all_rows; }
+  void ArrowsChanged() override { ++arrows; }
+  void DrivesChanged() override { ++drives; }
+  void HubChanged() override { ++hub; }
+  void LimitChanged() override { ++limit; }
+  void CaptionChanged() override { ++caption; }
+  void AutoScroll(int line) override { scrolls.push_back(line); }
+  void ProgCounter(std::optional<int> line) override { counters.push_back(line); }
+  std::vector<int> rows;
+  std::vector<int> scrolls;
+  std::vector<std::optional<int>> counters;
+  int all_rows = 0;
+  int arrows = 0;
+  int drives = 0;
+  int hub = 0;
+  int limit = 0;
+  int caption = 0;
+};
+
+class FakeRun : public RunView {
+ public:
+  [[nodiscard]] RunWindow Active() const override { return active; }
+  void ShowModal(RunWindow window) override {
+    active = window;
+    shown.push_back(window);
+    if (on_show) on_show(window);
+    active = RunWindow::None;
+  }
+  void Hide() override {
+    if (active != RunWindow::None) ++hides;
+    active = RunWindow::None;
+  }
+  void StepDone() override { ++steps; }
+  void ShowStatus(int axis, int inputs, int outputs) override { statuses.push_back({axis, inputs, outputs}); }
+  void ShowXStatus(int axis, int inputs) override { x_statuses.push_back({axis, inputs}); }
+  void ShowOutStatus(int axis, int outputs) override { out_statuses.push_back({axis, outputs}); }
+  void TextLinesChanged() override { ++text_changes; }
+  void ShowServoFault(const ServoFaultPanel& panel) override { faults.push_back(panel); }
+  RunWindow active = RunWindow::None;
+  std::vector<RunWindow> shown;
+  std::function<void(RunWindow)> on_show;
+  std::vector<std::vector<int>> statuses;
+  std::vector<std::vector<int>> x_statuses;
+  std::vector<std::vector<int>> out_statuses;
+  std::vector<ServoFaultPanel> faults;
+  int hides = 0;
+  int steps = 0;
+  int text_changes = 0;
+};
+
+/// A session with fakes all around it, its hardware and program initialised, port 1 open.
+struct FakeDesk {
+  FakeDesk() {
+    InitSession(source);
+    source.ComNum = 1;
+    source.OptCom = 0;
+  }
+  FakeDesk(const FakeDesk&) = delete;
+  FakeDesk& operator=(const FakeDesk&) = delete;
+
+  Instruction& Line(int index) { return source.program.Prog[index]; }
+
+  Source source;
+  FakeClock clock;
+  FakePort port{clock};
+  FakeBoxes boxes;
+  FakeLoop loop{clock};
+  FakeBeeper beeper;
+  FakeView view;
+  FakeRun run;
+  FakeProgress downbox;
+  FakeSettings settings;
+  FakeDialogs dialogs;
+  FakeFiles files;
+  FakeLoading loading;
+  Desk desk{source, port, boxes, clock, loop, beeper, view, run, downbox, settings, dialogs, files, loading};
+};
+
+}  // namespace tavlo::testing
