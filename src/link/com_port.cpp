@@ -95,6 +95,8 @@ void TellPortLost(Desk& desk) {
   desk.source.InMsg = false;
   desk.source.MsgBuf.clear();
   SelectOptCom(desk, std::nullopt);
+  // Nothing more will come of a run.
+  desk.run.Hide();
   MsgBox(desk,
          "Comm " + Joined(number) +
              " has gone.  Check the cable, then choose a comm port again.  Your program is still here and "

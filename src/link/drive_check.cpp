@@ -40,30 +40,6 @@ bool IsTextDrive(int model) {
   return ZenuRmsModel(model) || PelmarModel(model) || DreskModel(model) || MirelModel(model);
 }
 
-struct DriveList {
-  std::array<int, kAxes> expected{};
-  std::array<int, kAxes> actual{};
-};
-
-std::optional<DriveList> ReadDriveList(Desk& desk) {
-  const int axes = HubAxes(desk.program());
-  const double start = SendCommand(desk, "D");
-  if (!AwaitUntil(desk, start, kReplyLimit, [&] { return desk.Comm1.InBufferCount() >= 2 * axes; })) {
-    MsgBox(
-        desk,
-        "The Tavlo Hub is not responding to the D command.  Is it connected to the right port and turned on?",
-        Icon::Question);
-    return std::nullopt;
-  }
-  const std::string reply = desk.Comm1.Input();
-  DriveList drives;
-  for (int axis = 0; axis < axes; ++axis) {
-    drives.expected[axis] = Code(reply[2 * axis]);
-    drives.actual[axis] = DriveIdToModel(Code(reply[2 * axis + 1]));
-  }
-  return drives;
-}
-
 bool FirmwareOK(Desk& desk) {
   const Program& program = desk.program();
   for (int axis = 0; axis < HubAxes(program); ++axis) {
@@ -185,6 +161,25 @@ void ScanDrivesRV(Desk& desk, std::array<float, kAxisSlots>& revisions) {
     const std::string digits = reply.substr(3 * axis, 3);
     revisions[axis] = static_cast<float>(Val(digits.substr(0, 1) + "." + digits.substr(1)));
   }
+}
+
+std::optional<DriveList> ReadDriveList(Desk& desk) {
+  const int axes = HubAxes(desk.program());
+  const double start = SendCommand(desk, "D");
+  if (!AwaitUntil(desk, start, kReplyLimit, [&] { return desk.Comm1.InBufferCount() >= 2 * axes; })) {
+    MsgBox(
+        desk,
+        "The Tavlo Hub is not responding to the D command.  Is it connected to the right port and turned on?",
+        Icon::Question);
+    return std::nullopt;
+  }
+  const std::string reply = desk.Comm1.Input();
+  DriveList drives;
+  for (int axis = 0; axis < axes; ++axis) {
+    drives.expected[axis] = Code(reply[2 * axis]);
+    drives.actual[axis] = DriveIdToModel(Code(reply[2 * axis + 1]));
+  }
+  return drives;
 }
 
 bool AllDrivesOK(Desk& desk) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 
 #include "desk/desk.h"
@@ -19,6 +20,14 @@ namespace tavlo {
 [[nodiscard]] std::string CheckDrive(Desk& desk);
 /// The same without showing anything.
 [[nodiscard]] std::string SilentCheckDrive(Desk& desk);
+
+/// Model codes of the drives, by axis: what the program in the hub expects and what is plugged in.
+struct DriveList {
+  std::array<int, kAxes> expected{};
+  std::array<int, kAxes> actual{};
+};
+/// Asks the hub for it. Nothing after the operator has been told of a failure. Receive events must be off.
+[[nodiscard]] std::optional<DriveList> ReadDriveList(Desk& desk);
 
 /// Asks the hub which drives are plugged in, and compares them and their firmware with the program that
 /// it holds. False after the operator was told of a failure or answered No.

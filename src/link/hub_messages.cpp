@@ -2,6 +2,8 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "link/hub_messages.h"
 
+#include <algorithm>
+#include <array>
 #include <optional>
 
 #include "desk/grid.h"
@@ -24,16 +26,12 @@ struct Message {
   int b2;
   int b3;
   int b4;
+  /// The axis that the header carries, where it does.
+  int axis = 0;
 };
 
 bool IsAxis(int axis) {
   return axis >= 0 && axis < kAxes;
-}
-
-/// The axis that the header itself carries, if it is one of the eight of this kind.
-std::optional<int> AxisOfHeader(int header, HubHeader first) {
-  const int axis = header - static_cast<int>(first);
-  return IsAxis(axis) ? std::optional(axis) : std::nullopt;
 }
 
 void Acknowledge(Desk& desk) {
@@ -51,39 +49,39 @@ void AskForReset(Desk& desk, std::string_view title, const std::string& text) {
   if (MsgBox(desk, text, Icon::Exclamation, title, Buttons::YesNo) == Answer::Yes) ResetDrive(desk);
 }
 
-void LimitHit(Desk& desk, int axis) {
+void LimitHit(Desk& desk, const Message& m) {
   EndRun(desk);
   ClearAnimation(desk);
   desk.Comm1.RThreshold(1);
   AskForReset(
       desk, "LIMIT",
-      "Program halted: drive " + Joined(axis + 1) + " (" + AxisNameOf(desk.program(), axis) +
+      "Program halted: drive " + Joined(m.b2 + 1) + " (" + AxisNameOf(desk.program(), m.b2) +
           ") hit a limit.  Should I reset the hub now?."
           " If one of the drives is a servo and has faulted, its LED will be displaying an error code.  That "
           "condition can only be reset by interrupting power to the system.");
   ClearAnimation(desk);
 }
 
-void StopButton(Desk& desk) {
+void StopButton(Desk& desk, const Message&) {
   EndRun(desk);
   desk.Comm1.RThreshold(1);
   AskForReset(desk, "STOP", "The STOP button on the drive has been pressed. Should I reset the drive now?");
 }
 
-void StackOverflow(Desk& desk, int line) {
+void StackOverflow(Desk& desk, const Message& m) {
   EndRun(desk);
   AskForReset(
       desk, "Stack Overflow",
-      "Line " + Joined(line + 1) +
+      "Line " + Joined(m.b2 + 1) +
           " of your program has caused a stack overflow.  You have made too many Calls without Returns. "
           "Should I reset the drive now?");
 }
 
-void StackUnderflow(Desk& desk, int line) {
+void StackUnderflow(Desk& desk, const Message& m) {
   EndRun(desk);
   AskForReset(
       desk, "Stack Underflow",
-      "Line " + Joined(line + 1) +
+      "Line " + Joined(m.b2 + 1) +
           " of your program has caused a stack underflow.  Your program reached a Return instruction without "
           "making a Call. Should I reset the drive now?");
 }
@@ -103,8 +101,8 @@ void WrongDrive(Desk& desk, const Message& m) {
          Icon::None, "Wrong drive");
 }
 
-void DriveLost(Desk& desk, int axis) {
-  MsgBox(desk, "Drive " + Joined(axis + 1) + " is not responding.", Icon::None, "Drive not found");
+void DriveLost(Desk& desk, const Message& m) {
+  MsgBox(desk, "Drive " + Joined(m.b2 + 1) + " is not responding.", Icon::None, "Drive not found");
 }
 
 void MoveProgCounter(Desk& desk, const Message& m) {
@@ -112,74 +110,95 @@ void MoveProgCounter(Desk& desk, const Message& m) {
   desk.view.ProgCounter(m.b2 == 1 && line < kLines ? std::optional(line) : std::nullopt);
 }
 
-/// Messages whose header carries the axis.
-void HandleStatus(Desk& desk, const Message& m) {
-  if (const auto axis = AxisOfHeader(m.header, HubHeader::DriveStatus)) {
-    desk.run.ShowStatus(*axis, m.b3 * 16 + m.b2, m.b4);
-  } else if (const auto out_axis = AxisOfHeader(m.header, HubHeader::ExtendedOutputs)) {
-    desk.run.ShowOutStatus(*out_axis, m.b2);
-  } else if (const auto in_axis = AxisOfHeader(m.header, HubHeader::ExtendedInputs)) {
-    desk.run.ShowXStatus(*in_axis, m.b3 * 16 + m.b2);
-  }
+void Greet(Desk& desk, const Message& m) {
+  DispDrive(desk, m.b2, m.b3);
 }
 
-/// Messages that name an axis in their first byte.
-void HandleAxisMessage(Desk& desk, const Message& m) {
-  if (!IsAxis(m.b2)) return;
-  switch (static_cast<HubHeader>(m.header)) {
-    case HubHeader::LimitHit: LimitHit(desk, m.b2); break;
-    case HubHeader::OldFirmware: OldFirmware(desk, m); break;
-    case HubHeader::WrongDrive: WrongDrive(desk, m); break;
-    case HubHeader::DriveLost: DriveLost(desk, m.b2); break;
-    case HubHeader::DriveDisabled: ServoNotOn(desk, m.b2 + 1); break;
-    case HubHeader::DriveFault: ServoError(desk, m.b2 + 1, m.b3 * 128 + m.b4); break;
-    default: break;
+void StartLine(Desk& desk, const Message& m) {
+  ShowLine(desk, m.Line());
+  Acknowledge(desk);
+}
+
+void PassLine(Desk& desk, const Message& m) {
+  ShowRedLine(desk, m.Line());
+  Acknowledge(desk);
+}
+
+/// When a message counts; else it is lost.
+enum class Condition {
+  Always,
+  AxisExists,  ///< the first payload byte is an axis
+  RunShown,    ///< status is for the run windows alone
+};
+
+/// What a header means. `headers` counts those of one kind: 8 where the header itself carries the axis.
+struct MessageRow {
+  HubHeader first;
+  int headers;
+  Condition condition;
+  void (*handle)(Desk& desk, const Message& m);
+};
+
+constexpr std::array kMessages = {
+    MessageRow{HubHeader::Greeting, 1, Condition::Always, Greet},
+    MessageRow{HubHeader::LineStarted, 1, Condition::Always, StartLine},
+    MessageRow{HubHeader::StepDone, 1, Condition::RunShown,
+               [](Desk& desk, const Message&) { desk.run.StepDone(); }},
+    MessageRow{HubHeader::LimitHit, 1, Condition::AxisExists, LimitHit},
+    MessageRow{HubHeader::StopButton, 1, Condition::Always, StopButton},
+    MessageRow{HubHeader::OldFirmware, 1, Condition::AxisExists, OldFirmware},
+    MessageRow{HubHeader::WrongDrive, 1, Condition::AxisExists, WrongDrive},
+    MessageRow{HubHeader::DriveStatus, kAxes, Condition::RunShown,
+               [](Desk& desk, const Message& m) { desk.run.ShowStatus(m.axis, m.b3 * 16 + m.b2, m.b4); }},
+    MessageRow{HubHeader::DriveLost, 1, Condition::AxisExists, DriveLost},
+    MessageRow{HubHeader::StackOverflow, 1, Condition::Always, StackOverflow},
+    MessageRow{HubHeader::StackUnderflow, 1, Condition::Always, StackUnderflow},
+    MessageRow{HubHeader::LineFinished, 1, Condition::Always,
+               [](Desk& desk, const Message& m) { HideYelLine(desk, m.Line()); }},
+    MessageRow{HubHeader::LineConcurrent, 1, Condition::Always, PassLine},
+    MessageRow{HubHeader::ProgramCounter, 1, Condition::Always, MoveProgCounter},
+    MessageRow{HubHeader::ExtendedOutputs, kAxes, Condition::RunShown,
+               [](Desk& desk, const Message& m) { desk.run.ShowOutStatus(m.axis, m.b2); }},
+    MessageRow{HubHeader::ExtendedInputs, kAxes, Condition::RunShown,
+               [](Desk& desk, const Message& m) { desk.run.ShowXStatus(m.axis, m.b3 * 16 + m.b2); }},
+    MessageRow{HubHeader::DriveDisabled, 1, Condition::AxisExists,
+               [](Desk& desk, const Message& m) { ServoNotOn(desk, m.b2 + 1); }},
+    MessageRow{HubHeader::DriveFault, 1, Condition::AxisExists,
+               [](Desk& desk, const Message& m) { ServoError(desk, m.b2 + 1, m.b3 * 128 + m.b4); }},
+};
+static_assert(kMessages.size() == 18);
+
+bool Counts(const Desk& desk, Condition condition, const Message& m) {
+  switch (condition) {
+    case Condition::Always: return true;
+    case Condition::AxisExists: return IsAxis(m.b2);
+    case Condition::RunShown: return desk.run.Active() != RunWindow::None;
   }
+  return false;
 }
 
 }  // namespace
 
 void HandleMsg(Desk& desk, std::string_view message) {
-  const Message m(message);
-  switch (static_cast<HubHeader>(m.header)) {
-    case HubHeader::Greeting: DispDrive(desk, message); break;
-    case HubHeader::LineStarted:
-      ShowLine(desk, m.Line());
-      Acknowledge(desk);
-      break;
-    case HubHeader::LineConcurrent:
-      ShowRedLine(desk, m.Line());
-      Acknowledge(desk);
-      break;
-    case HubHeader::LineFinished: HideYelLine(desk, m.Line()); break;
-    case HubHeader::StepDone: desk.run.StepDone(); break;
-    case HubHeader::StopButton: StopButton(desk); break;
-    case HubHeader::StackOverflow: StackOverflow(desk, m.b2); break;
-    case HubHeader::StackUnderflow: StackUnderflow(desk, m.b2); break;
-    case HubHeader::ProgramCounter: MoveProgCounter(desk, m); break;
-    case HubHeader::LimitHit:
-    case HubHeader::OldFirmware:
-    case HubHeader::WrongDrive:
-    case HubHeader::DriveLost:
-    case HubHeader::DriveDisabled:
-    case HubHeader::DriveFault: HandleAxisMessage(desk, m); break;
-    case HubHeader::DriveStatus:
-    case HubHeader::ExtendedOutputs:
-    case HubHeader::ExtendedInputs:
-    default: HandleStatus(desk, m); break;
-  }
+  Message m(message);
+  const auto* const row = std::ranges::find_if(kMessages, [&m](const MessageRow& candidate) {
+    const int first = static_cast<int>(candidate.first);
+    return m.header >= first && m.header < first + candidate.headers;
+  });
+  if (row == kMessages.end() || !Counts(desk, row->condition, m)) return;
+  m.axis = m.header - static_cast<int>(row->first);
+  row->handle(desk, m);
 }
 
-void DispDrive(Desk& desk, std::string_view message) {
-  const Message m(message);
+void DispDrive(Desk& desk, int revision, int hub_code) {
   desk.Comm1.RThreshold(1);
-  desk.program().HubVersion = RevisionOf(static_cast<unsigned char>(m.b2));
-  const bool known = m.b3 == kHubModels[HubOcto].code || m.b3 == kHubModels[HubQuad].code;
+  desk.program().HubVersion = RevisionOf(static_cast<unsigned char>(revision));
+  const bool known = hub_code == kHubModels[HubOcto].code || hub_code == kHubModels[HubQuad].code;
   if (known) {
     desk.Comm1.Output("*0");
     desk.source.DriveVersion = VersionText(desk.program().HubVersion);
     desk.beeper.Beep();
-    ShowHub(desk, m.b3);
+    ShowHub(desk, hub_code);
   } else {
     MsgBox(desk, "Unknown device detected on comm port.", Icon::None, "Unknown device");
   }

@@ -36,8 +36,9 @@ enum class HubHeader : int {
 /// axis that there is not are ignored.
 void HandleMsg(Desk& desk, std::string_view message);
 
-/// A hub has announced itself, as it does when it is switched on; ends a run that is shown.
-void DispDrive(Desk& desk, std::string_view message);
+/// A hub has announced itself, as it does when it is switched on; ends a run that is shown. `revision` is the
+/// firmware's byte.
+void DispDrive(Desk& desk, int revision, int hub_code);
 
 /// `axis` counts from 1 in these two, as their texts do.
 void ServoNotOn(Desk& desk, int axis);

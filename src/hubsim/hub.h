@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "hubsim/download.h"
+#include "hubsim/drive_bay.h"
+#include "hubsim/memory.h"
+#include "hubsim/options.h"
+#include "hubsim/outbox.h"
+#include "hubsim/program_clock.h"
+#include "hubsim/reporter.h"
+#include "hubsim/runner.h"
+#include "hubsim/wire_faults.h"
+
+namespace tavlo::hubsim {
+
+enum class HubState : std::uint8_t {
+  kIdle,
+  kDownloading,
+  kPassthrough,  ///< what comes goes to the drives
+  kRunning,
+  kPaused,  ///< a line under way goes on
+  kEnded,   ///< the program came to its end
+  kHalted,
+};
+
+/// One axis as it is at a moment. A set bit of an input or output is high, which is the inactive state.
+struct AxisView {
+  double position_steps = 0;
+  double speed_steps_s = 0;
+  double steps_per_rev = 0;
+  bool moving = false;
+  bool motor_on = false;
+  double amps = 0;
+  std::uint8_t inputs = 0xFF;    ///< inputs 1..8
+  std::uint8_t x_inputs = 0xFF;  ///< X0..X7
+  std::uint8_t outputs = 0x7F;   ///< outputs 1..4, then Y1..Y3
+};
+
+/// The hub at the other end of the wire: bytes and times in, bytes out. It does no I/O, reads no clock and
+/// starts no thread. Times are seconds of any epoch and do not run backwards (an earlier one counts as the
+/// last). Lines and axes are 0-based. A call with an axis, input or code out of range does nothing and gives
+/// false.
+class Hub {
+ public:
+  explicit Hub(HubOptions options);
+  Hub(const Hub&) = delete;
+  Hub& operator=(const Hub&) = delete;
+
+  /// Takes bytes from the PC. Lost while the hub is unplugged.
+  void Receive(std::string_view bytes, double now);
+  /// Lets time pass. One call does a bounded amount of work; `NextEvent` then still lies in the past.
+  void Advance(double now);
+  /// When `Advance` has something to do next; empty when only bytes or an input change anything.
+  [[nodiscard]] std::optional<double> NextEvent() const;
+  /// Bytes for the PC, made since the last call.
+  [[nodiscard]] std::string TakeOutput();
+
+  /// `input` is 0..7 for the inputs 1..8 and 8..15 for X0..X7. False only for what is out of range.
+  bool SetInput(int axis, int input, bool high, double now);
+  /// False unless a program runs and the axis uses its limit switches.
+  bool HitLimit(int axis, double now);
+  /// `code` is 0..16383, one bit a fault.
+  bool Fail(int axis, int code, double now);
+  /// The stop button on a drive. False unless a program runs.
+  bool PressStop(double now);
+  /// Power off and on: the memory stays, everything else is new, the greeting goes out.
+  void PowerUp(double now);
+  /// The cable comes off; the program runs on.
+  void Unplug();
+  void Replug();
+  [[nodiscard]] bool Unplugged() const { return unplugged_; }
+  /// Sends bytes of the caller's choice as if they were the hub's own.
+  void Say(std::string_view bytes) { outbox_.Put(bytes); }
+  /// Replaces the failure mode; numbers count from here on.
+  void SetFailure(const FailurePlan& plan);
+
+  [[nodiscard]] const HubOptions& Options() const { return options_; }
+  [[nodiscard]] MemoryView MemoryImage() const { return memory_.Bytes(); }
+  [[nodiscard]] HubState State() const;
+  /// The line under way.
+  [[nodiscard]] std::optional<int> RunningLine() const { return runner_.Line(); }
+  [[nodiscard]] int AxisCount() const { return bay_.AxisCount(); }
+  [[nodiscard]] AxisView Axis(int axis) const;
+  [[nodiscard]] int Variable(int number) const { return runner_.GetMachine().Variable(number); }
+  [[nodiscard]] int CallDepth() const { return runner_.GetFlow().Depth(); }
+  /// The program was started for the operator terminal and has been neither stopped nor halted.
+  [[nodiscard]] bool TerminalRun() const { return terminal_run_ && runner_.State() != RunState::kHalted; }
+
+ private:
+  void SetTime(double now);
+  [[nodiscard]] double ProgramNow() const;
+  void RunDue(double when);
+  void TakeByte(std::uint8_t byte);
+  void TakeCommand(char command);
+  void TakeRunCommand(char command);
+  void TakeDownloadByte(std::uint8_t byte);
+  void TakePassthroughByte(char byte);
+  [[nodiscard]] static bool IsKey(char byte);
+  void Answer(Reply reply, std::string bytes, std::int64_t index = 1);
+  void StartDownload();
+  void StartRun(bool terminal);
+  void AnswerRevisionsOrReset();
+  [[nodiscard]] std::string Identity() const;
+  [[nodiscard]] std::string Upload() const;
+  void CheckCable();
+
+  HubOptions options_;
+  Memory memory_;
+  Outbox outbox_;
+  DriveBay bay_;
+  Reporter reporter_;
+  Runner runner_;
+  ProgramClock clock_;
+  WireFaults wire_faults_;
+
+  bool timed_ = false;
+  double now_ = 0;
+  bool unplugged_ = false;
+  std::optional<Download> download_;
+  double last_byte_ = 0;
+  std::optional<std::uint16_t> sum_;  ///< of the last whole download
+  bool passthrough_ = false;
+  std::string passthrough_line_;
+  bool star_ = false;  ///< the next "0" belongs to a "*"
+  bool terminal_run_ = false;
+  int resets_left_ = 0;
+  double next_status_ = 0;
+};
+
+}  // namespace tavlo::hubsim

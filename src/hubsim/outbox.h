@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tavlo::hubsim {
+
+/// Bytes on their way to the PC. What is put in by one call is meant to leave in one write.
+class Outbox {
+ public:
+  void Put(std::string_view bytes);
+  /// Puts `bytes` in when `Advance` reaches `when`.
+  void PutAt(std::string bytes, double when);
+  [[nodiscard]] std::optional<double> NextEvent() const;
+  void Advance(double now);
+  [[nodiscard]] std::string Take();
+  /// Forgets what has not been taken.
+  void Clear();
+
+  /// Lets only `bytes` more bytes through.
+  void LimitTo(std::int64_t bytes) { room_ = bytes; }
+  void Unlimit() { room_.reset(); }
+  /// The limit has been reached.
+  [[nodiscard]] bool Exhausted() const { return room_ && *room_ <= 0; }
+
+ private:
+  struct Late {
+    double when;
+    std::string bytes;
+  };
+
+  std::string ready_;
+  std::vector<Late> late_;
+  std::optional<std::int64_t> room_;
+};
+
+}  // namespace tavlo::hubsim

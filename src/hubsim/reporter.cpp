@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+
+#include "hubsim/reporter.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace tavlo::hubsim {
+namespace {
+
+constexpr int kGreeting = 255;
+constexpr int kLineStarted = 254;
+constexpr int kStepDone = 253;
+constexpr int kLimitHit = 252;
+constexpr int kStopButton = 251;
+constexpr int kStatus = 241;
+constexpr int kDriveLost = 240;
+constexpr int kStackOverflow = 239;
+constexpr int kStackUnderflow = 238;
+constexpr int kLineFinished = 237;
+constexpr int kLineConcurrent = 236;
+constexpr int kProgramCounter = 235;
+constexpr int kExtendedOutputs = 221;
+constexpr int kExtendedInputs = 213;
+constexpr int kDriveDisabled = 212;
+constexpr int kDriveFault = 211;
+
+constexpr int kLargestPayload = 127;
+constexpr int kNoHub = 16;
+
+}  // namespace
+
+void Reporter::Send(int header, int b2, int b3, int b4) {
+  if (options_.failure.mode == Failure::kSilentRun && sent_ >= options_.failure.at) return;
+  ++sent_;
+  const std::array<char, 4> message{static_cast<char>(header), static_cast<char>(b2 & kLargestPayload),
+                                    static_cast<char>(b3 & kLargestPayload),
+                                    static_cast<char>(b4 & kLargestPayload)};
+  outbox_.Put(std::string_view(message.data(), message.size()));
+}
+
+void Reporter::Greeting() {
+  const bool strange = options_.failure.mode == Failure::kUnknownModel;
+  Send(kGreeting, options_.firmware, strange ? kNoHub : static_cast<int>(options_.model));
+}
+
+void Reporter::LineStarted(int line) {
+  Send(kLineStarted, line / 16, line % 16);
+}
+void Reporter::LineFinished(int line) {
+  Send(kLineFinished, line / 16, line % 16);
+}
+void Reporter::LineConcurrent(int line) {
+  Send(kLineConcurrent, line / 16, line % 16);
+}
+void Reporter::StepDone() {
+  Send(kStepDone);
+}
+
+void Reporter::ProgramCounter(std::optional<int> line) {
+  if (line) {
+    Send(kProgramCounter, 1, *line / 16, *line % 16);
+  } else {
+    Send(kProgramCounter);
+  }
+}
+
+void Reporter::Halted(const Halt& halt, int line) {
+  // One payload byte cannot tell the lines behind the 128th apart.
+  const int told_line = std::min(line, kLargestPayload);
+  switch (halt.kind) {
+    case HaltKind::kLimit: Send(kLimitHit, halt.axis); break;
+    case HaltKind::kStopButton: Send(kStopButton); break;
+    case HaltKind::kStackOverflow: Send(kStackOverflow, told_line); break;
+    case HaltKind::kStackUnderflow: Send(kStackUnderflow, told_line); break;
+    case HaltKind::kFault: Send(kDriveFault, halt.axis, halt.code / 128, halt.code % 128); break;
+    case HaltKind::kDriveDisabled: Send(kDriveDisabled, halt.axis); break;
+    case HaltKind::kDriveLost: Send(kDriveLost, halt.axis); break;
+  }
+}
+
+void Reporter::Status(int axis, std::uint8_t inputs, std::uint8_t outputs) {
+  Send(kStatus + axis, inputs % 16, inputs / 16, outputs);
+}
+
+void Reporter::ExtendedStatus(int axis, std::uint8_t inputs, std::uint8_t outputs) {
+  // The drives count X1 to X7 from bit 0 on and put X0 last.
+  const int turned = inputs >> 1 | (inputs & 1) << 7;
+  Send(kExtendedInputs + axis, turned % 16, turned / 16);
+  Send(kExtendedOutputs + axis, outputs);
+}
+
+}  // namespace tavlo::hubsim

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "hubsim/line_runner.h"
+#include "hubsim/options.h"
+#include "hubsim/outbox.h"
+
+namespace tavlo::hubsim {
+
+/// Words the messages that the hub sends of its own accord: a header of 128 or more and three bytes below
+/// 128. Lines and axes are 0-based.
+class Reporter {
+ public:
+  Reporter(Outbox& outbox, const HubOptions& options) : outbox_(outbox), options_(options) {}
+
+  /// The number of a failure that lets only so many messages through starts again.
+  void CountAnew() { sent_ = 0; }
+
+  void Greeting();
+  void LineStarted(int line);
+  void LineFinished(int line);
+  void LineConcurrent(int line);
+  void StepDone();
+  /// Shows the marker beside a line, or hides it.
+  void ProgramCounter(std::optional<int> line);
+  /// `line` is the line that ran.
+  void Halted(const Halt& halt, int line);
+  void Status(int axis, std::uint8_t inputs, std::uint8_t outputs);
+  /// `inputs` has bit i for Xi.
+  void ExtendedStatus(int axis, std::uint8_t inputs, std::uint8_t outputs);
+
+ private:
+  void Send(int header, int b2 = 0, int b3 = 0, int b4 = 0);
+
+  Outbox& outbox_;
+  const HubOptions& options_;
+  std::int64_t sent_ = 0;
+};
+
+}  // namespace tavlo::hubsim

@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "hubsim/axis_settings.h"
+#include "hubsim/drive_bay.h"
+#include "hubsim/flow.h"
+#include "hubsim/line_runner.h"
+#include "hubsim/machine.h"
+#include "hubsim/memory.h"
+#include "hubsim/reporter.h"
+#include "hubsim/statement.h"
+
+namespace tavlo::hubsim {
+
+enum class RunState : std::uint8_t {
+  kIdle,
+  kRunning,  ///< paused or not
+  kEnded,    ///< came to its end; motion that it started may go on
+  kHalted,
+};
+
+/// Steps through the program in the memory: tells of each line before it runs, waits for the PC's
+/// acknowledgement, lets it run, and tells of its end. All times are machine seconds.
+class Runner {
+ public:
+  Runner(const Memory& memory, const DriveBay& bay, Reporter& reporter, std::uint8_t firmware)
+      : memory_(memory), bay_(bay), reporter_(reporter), firmware_(firmware) {}
+
+  /// From the first line, whatever ran before.
+  void Start(double now);
+  /// Motion comes to rest, nothing more is told. Ends a halt too.
+  void Stop(double now);
+  /// Takes effect at the next line; a line under way and motion go on.
+  void Pause(double now);
+  void Resume(double now);
+  /// Runs one line of a paused program; while a line is still under way, that one is the step.
+  void Step(double now);
+  /// To the first line, in the same state of running or being paused.
+  void Rewind(double now);
+  /// The PC has shown a line event.
+  void Acknowledge(double now);
+  /// Everything but the memory and the positions as after power-up.
+  void Reset(double now);
+
+  /// True if something becomes of it: a program runs and the axis uses its limit switches.
+  bool HitLimit(int axis, double now);
+  /// True if a program runs.
+  bool PressStop(double now);
+  void Fail(int axis, int code, double now);
+  void SetInput(int axis, int input, bool high, double now);
+
+  [[nodiscard]] RunState State() const { return state_; }
+  [[nodiscard]] bool Paused() const { return paused_; }
+  /// The line under way; empty between lines.
+  [[nodiscard]] std::optional<int> Line() const;
+  [[nodiscard]] const Machine& GetMachine() const { return machine_; }
+  [[nodiscard]] const Flow& GetFlow() const { return flow_; }
+
+  [[nodiscard]] std::optional<double> NextEvent() const;
+  void Advance(double now);
+  /// Tells inputs and outputs of all drives.
+  void ReportAllStatus();
+
+ private:
+  enum class Phase : std::uint8_t {
+    kBetween,     ///< the next line is to be taken up
+    kHeld,        ///< paused in front of the next line
+    kStarted,     ///< told of, not yet acknowledged
+    kGated,       ///< acknowledged, waits for moves before it runs
+    kExecuting,   ///< runs
+    kConcurrent,  ///< its move goes on beside the program; not yet acknowledged
+  };
+
+  void Pump(double now);
+  [[nodiscard]] bool Progress(double now);
+  void BeginLine();
+  void SkipSilentLines();
+  void Execute(double now);
+  [[nodiscard]] bool LineOver(double now) const;
+  void FinishLine();
+  void GoOn();
+  void End();
+  void HaltProgram(const Halt& halt, double now);
+  void JumpTo(int line);
+  void Release(int axis);
+  void HandleEnd(const MoveEnd& end);
+  void ReportStatus(int axis);
+  void HideMarker();
+  void Forget();
+  [[nodiscard]] bool Active() const { return state_ == RunState::kRunning || state_ == RunState::kEnded; }
+  [[nodiscard]] bool LineUnderWay() const { return phase_ != Phase::kBetween && phase_ != Phase::kHeld; }
+  [[nodiscard]] LineContext Context(double now);
+
+  const Memory& memory_;
+  const DriveBay& bay_;
+  Reporter& reporter_;
+  std::uint8_t firmware_;
+
+  Machine machine_;
+  Flow flow_;
+  HubSettings settings_;
+  RunState state_ = RunState::kIdle;
+  Phase phase_ = Phase::kBetween;
+  bool paused_ = false;
+  bool stepping_ = false;
+  bool marker_shown_ = false;
+  int line_ = 0;
+  Statement statement_;
+  LineOutcome outcome_;
+  std::optional<int> jump_;
+  int owed_acknowledgements_ = 0;
+};
+
+}  // namespace tavlo::hubsim

@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <variant>
+
+#include "hubsim/io_board.h"
+#include "hubsim/line_codes.h"
+#include "hubsim/memory.h"
+
+namespace tavlo::hubsim {
+
+/// A number of the line itself, or the number of one of the hub's 50 variables.
+struct Operand {
+  int value = 0;
+  bool variable = false;
+};
+
+/// When the program goes on behind a move.
+enum class MoveWait : std::uint8_t { kAllMoves, kThisMove, kNone };
+
+/// All feeds and the search for home. Speeds are 1/40 rev/s, accelerations rev/s/s, distances steps, times
+/// hundredths of a second, as the wire has them.
+struct MoveStatement {
+  int axis = 0;
+  int direction = 1;
+  bool to_position = false;  ///< `distance` is a position, signed by `direction`
+  Operand distance;
+  Operand speed;
+  int accel = 1;
+  int decel = 1;
+  MoveWait wait = MoveWait::kAllMoves;
+
+  struct Change {
+    Operand at;
+    Operand speed;
+  };
+  struct Output {
+    std::optional<int> output;
+    OutputAction action = OutputAction::kHigh;
+    int width_2ms = 0;
+    std::optional<Operand> at;  ///< without it, at the end of the move
+  };
+  struct Sensor {
+    InputRef input;
+    Condition condition = Condition::kLow;
+  };
+  struct Safety {
+    int distance = 0;
+    int line = 0;
+  };
+  struct Trip {
+    int speed = 1;
+    int rest = 1;
+  };
+  std::optional<Change> change;
+  std::optional<Output> output;
+  std::optional<Sensor> sensor;
+  std::optional<Safety> safety;
+  std::optional<Trip> trip;
+  bool home = false;
+};
+
+/// Nothing to do and nothing to tell: an empty line, a comment, a code that means nothing.
+struct SilentStatement {};
+struct WaitTimeStatement {
+  int hundredths = 1;
+};
+struct WaitInputStatement {
+  InputRef input;
+  Condition condition = Condition::kHigh;
+};
+/// Several inputs at once. `states` and `mask` are the main inputs; `drive_states` and `drive_mask` are the
+/// drive's own ones, bit i being Xi.
+struct InputPattern {
+  int axis = 0;
+  std::uint8_t states = 0;
+  std::uint8_t mask = 0;
+  std::uint8_t drive_states = 0;
+  std::uint8_t drive_mask = 0;
+  /// False: the states are what no input may be for the pattern to hold (one of them differs).
+  bool all = true;
+};
+struct WaitInputsStatement {
+  InputPattern pattern;
+};
+struct GoToStatement {
+  int line = 0;
+  bool wait_for_moves = true;
+};
+struct IfInputStatement {
+  InputRef input;
+  Condition condition = Condition::kHigh;
+  int line = 0;
+  bool wait_for_moves = true;
+};
+struct IfInputsStatement {
+  InputPattern pattern;
+  int line = 0;
+};
+struct IfMovingStatement {
+  int axis = 0;
+  int line = 0;
+};
+struct RepeatStatement {
+  int loop = 0;
+  Operand count;
+  bool show_count = false;
+  bool count_up = false;
+  bool wait_for_moves = true;
+};
+struct EndRepeatStatement {
+  int loop = 0;
+  int line = 0;
+  bool wait_for_moves = true;
+};
+struct ResetLoopStatement {
+  int loop = 0;
+};
+struct CallStatement {
+  int line = 0;
+};
+struct ReturnStatement {};
+struct SetOutputStatement {
+  int axis = 0;
+  std::optional<int> output;
+  OutputAction action = OutputAction::kHigh;
+  int ticks = 1;
+};
+struct MotorPowerStatement {
+  int axis = 0;
+  bool on = false;
+};
+struct MotorCurrentStatement {
+  int axis = 0;
+  double amps = 0;
+};
+struct SetPositionStatement {
+  int axis = 0;
+  int position = 0;
+};
+struct LearnPositionStatement {
+  int axis = 0;
+  int variable = 0;
+};
+enum class StartStopKind : std::uint8_t { kStopAll = 0, kChangeSpeed = 1, kStop = 2, kStart = 3 };
+struct StartStopStatement {
+  StartStopKind kind = StartStopKind::kStopAll;
+  int axis = 0;
+  int direction = 1;
+  Operand speed;
+  int accel = 1;
+};
+/// A text on the operator terminal, and what is asked there.
+struct PromptStatement {
+  int sub_type = 3;  ///< 0..5 as on the wire, 6 for a menu
+  int pool_offset = 0;
+};
+/// The axis follows a hand wheel until the input's condition holds, or until ENTER in the form with a text.
+struct FollowKnobStatement {
+  InputRef input;
+  Condition condition = Condition::kHigh;
+  bool until_enter = false;
+};
+
+using Statement =
+    std::variant<SilentStatement, MoveStatement, WaitTimeStatement, WaitInputStatement, WaitInputsStatement,
+                 GoToStatement, IfInputStatement, IfInputsStatement, IfMovingStatement, RepeatStatement,
+                 EndRepeatStatement, ResetLoopStatement, CallStatement, ReturnStatement, SetOutputStatement,
+                 MotorPowerStatement, MotorCurrentStatement, SetPositionStatement, LearnPositionStatement,
+                 StartStopStatement, PromptStatement, FollowKnobStatement>;
+
+/// Reads a slot. Any 32 bytes are a statement. An axis above 7 makes the line silent, since no such drive can
+/// be meant. `firmware` is the revision byte that the line was downloaded under.
+[[nodiscard]] Statement ReadStatement(Slot slot, std::uint8_t firmware);
+
+/// The axis that a statement names.
+[[nodiscard]] std::optional<int> AxisOf(const Statement& statement);
+
+}  // namespace tavlo::hubsim

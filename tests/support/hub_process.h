@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <string>
+
+namespace tavlo::testing {
+
+/// The real simulated hub as a process of its own, on a link in a folder of its own.
+class HubProcess {
+ public:
+  explicit HubProcess(const QStringList& options = {}) {
+    process_.start(QStringLiteral(TAVLO_HUBSIM), QStringList{"--link", Link()} + options);
+    QElapsedTimer waited;
+    waited.start();
+    while (!process_.canReadLine() && waited.elapsed() < 10000) process_.waitForReadyRead(100);
+    ready_ = process_.readLine().startsWith("Hub ready");
+  }
+  ~HubProcess() {
+    process_.terminate();
+    process_.waitForFinished(5000);
+  }
+  HubProcess(const HubProcess&) = delete;
+  HubProcess& operator=(const HubProcess&) = delete;
+
+  [[nodiscard]] bool Ready() const { return ready_; }
+  [[nodiscard]] QString Link() const { return folder_.filePath("hub"); }
+  /// A line to its standard input, such as "limit 1".
+  void Command(const QByteArray& line) {
+    process_.write(line + '\n');
+    process_.waitForBytesWritten(1000);
+  }
+  void Kill() {
+    process_.kill();
+    process_.waitForFinished(5000);
+  }
+
+ private:
+  QTemporaryDir folder_;
+  QProcess process_;
+  bool ready_ = false;
+};
+
+}  // namespace tavlo::testing
