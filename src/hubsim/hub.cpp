@@ -269,7 +269,7 @@ bool Hub::PressStop(double now) {
 
 void Hub::PowerUp(double now) {
   Advance(now);
-  runner_.Reset(ProgramNow());
+  runner_.PowerUp(ProgramNow());
   outbox_.Clear();
   download_.reset();
   sum_.reset();

@@ -49,6 +49,11 @@ double Machine::StepsPerSecond2(int axis, int accel) const {
   return std::max(accel, 1) * std::max(Settings(axis).steps_per_rev, 1.0);
 }
 
+void Machine::ForgetValues() {
+  for (auto& axis : axes_) axis.SetPosition(0);
+  variables_.fill(0);
+}
+
 void Machine::Begin(int axis, const MoveOrder& order, double now) {
   if (order.sensor) io_.ForgetEdges(order.sensor->input);
   At(axis).Begin(order, now);

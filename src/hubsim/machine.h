@@ -55,6 +55,9 @@ class Machine {
   /// Steps/s/s of an acceleration in rev/s/s; always above 0.
   [[nodiscard]] double StepsPerSecond2(int axis, int accel) const;
 
+  /// All positions and variables 0.
+  void ForgetValues();
+
   void Begin(int axis, const MoveOrder& order, double now);
   /// Brings every axis to rest.
   void StopAll(double now);

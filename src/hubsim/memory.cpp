@@ -24,7 +24,7 @@ void Memory::StoreLine(int line, std::span<const std::uint8_t> bytes) {
 }
 
 void Memory::StoreSystemByte(int index, std::uint8_t byte) {
-  bytes_[static_cast<std::size_t>(kSystemOffset + index)] = byte;
+  bytes_[kSystemOffset + static_cast<std::size_t>(index)] = byte;
 }
 
 void Memory::ClearPool() {
@@ -32,7 +32,7 @@ void Memory::ClearPool() {
 }
 
 void Memory::StorePoolByte(std::int64_t index, std::uint8_t byte) {
-  if (index < kPoolSize) bytes_[static_cast<std::size_t>(kPoolOffset + index)] = byte;
+  if (index < kPoolSize) bytes_[kPoolOffset + static_cast<std::size_t>(index)] = byte;
 }
 
 std::uint16_t Memory::Sum() const {

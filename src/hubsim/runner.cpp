@@ -53,6 +53,11 @@ void Runner::Reset(double now) {
   Stop(now);
 }
 
+void Runner::PowerUp(double now) {
+  Reset(now);
+  machine_.ForgetValues();
+}
+
 void Runner::Pause(double now) {
   if (!Active()) return;
   paused_ = true;

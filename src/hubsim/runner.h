@@ -44,8 +44,10 @@ class Runner {
   void Rewind(double now);
   /// The PC has shown a line event.
   void Acknowledge(double now);
-  /// Everything but the memory and the positions as after power-up.
+  /// Cuts motion, releases outputs, forgets the run. Positions and variables stay.
   void Reset(double now);
+  /// Everything but the levels of the inputs as it is after power-up.
+  void PowerUp(double now);
 
   /// True if something becomes of it: a program runs and the axis uses its limit switches.
   bool HitLimit(int axis, double now);

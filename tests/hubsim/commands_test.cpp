@@ -128,14 +128,17 @@ TEST(HubCommands, TheAnswerToAGreetingDoesNotRewindAProgram) {
   EXPECT_EQ(HubBench::LineEvents(bench.Send("0")), "-1 +0");
 }
 
-TEST(HubCommands, PowerUpGreetsAndKeepsTheMemory) {
+TEST(HubCommands, PowerUpGreetsAndKeepsTheMemoryAlone) {
   HubBench bench;
-  bench.Download({WaitTime(1000)});
+  bench.Download({WaitTime(1), SetPosition(0, 0, 500), LearnPosition(0, 3), WaitTime(1000)});
   bench.Run(1);
+  ASSERT_EQ(bench.hub.Variable(3), 500);
   bench.hub.PowerUp(bench.now);
   EXPECT_EQ(bench.hub.TakeOutput(), Bytes({255, 38, 8, 0}));
   EXPECT_EQ(bench.hub.State(), HubState::kIdle);
   EXPECT_EQ(bench.hub.MemoryImage()[0], 4);
+  EXPECT_EQ(bench.hub.Axis(0).position_steps, 0);
+  EXPECT_EQ(bench.hub.Variable(3), 0);
 }
 
 TEST(HubCommands, AGreetingAtTheStartComesOnRequest) {
