@@ -56,6 +56,8 @@ struct Source {
 
   /// The hub has reported a halt or a fault since the last run began.
   bool Halted = false;
+  /// The operator has stopped the last run: what the hub still says of it is not answered any more.
+  bool Stopped = false;
 
   /// "?" until a hub's firmware is known, then as "1.38".
   std::string DriveVersion = "?";

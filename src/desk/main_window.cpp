@@ -38,6 +38,9 @@ std::string Caption(const Source& source) {
 
 void InitSession(Source& source) {
   source = Source();
+  Row empty;
+  empty.icon = IconFor(NO, IconSet::Normal);
+  source.rows.fill(empty);
   InitHardware(source.program.Axis);
   InitProg(source.program);
 }
@@ -97,13 +100,17 @@ void CopyInst(Desk& desk, int source_line, int target_line) {
 
 void DropIcon(Desk& desk, int source_line, int target_line, bool shift) {
   const auto is_line = [](int line) { return line >= 0 && line < kLines; };
-  if (!is_line(source_line) || !is_line(target_line)) return;
+  // Under a transfer or a run the program stays what the hub was given.
+  if (desk.source.Busy || !is_line(source_line) || !is_line(target_line)) return;
   if (source_line == target_line) {
     desk.source.CurLine = static_cast<std::int16_t>(target_line);
     if (desk.editors == nullptr) return;
     ShowPicked(desk, target_line);
     if (shift) {
       desk.editors->ShowInstDialog();
+      ShowDesc(desk, desk.source.CurLine);
+      ScanLoops(desk.program());
+      DrawArrows(desk);
       MarkChains(desk);
     } else {
       desk.editors->ShowPickProg();

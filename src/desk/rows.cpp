@@ -149,8 +149,10 @@ int WantedScroll(int line, int pitch, int value, int viewport, int maximum) {
   const int top = line * pitch;
   const bool whole_in_view = top >= value && top + pitch <= value + viewport;
   if (whole_in_view) return value;
-  // The row lands where the old screen had it: 192 of 413 units below the top of the view.
-  return std::clamp(top - viewport * 192 / 413, 0, std::max(maximum, 0));
+  // The row lands where the old screen had it: 192 of 413 units below the top of the view, and whole even
+  // where the view is hardly higher than a row.
+  const int above = std::max(std::min(viewport * 192 / 413, viewport - pitch), 0);
+  return std::clamp(top - above, 0, std::max(maximum, 0));
 }
 
 int ExtraWidth(int window_width) {

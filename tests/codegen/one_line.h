@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <string>
+
+#include "codegen/compile.h"
+#include "support/bytes.h"
+
+namespace tavlo::testing {
+
+inline Program NewProgram() {
+  Program program;
+  InitHardware(program.Axis);
+  InitProg(program);
+  return program;
+}
+
+/// One line of this type with the defaults of a fresh one, on line 0 of a program of its own.
+struct OneLine {
+  explicit OneLine(int type) { line().Type = static_cast<std::int16_t>(type); }
+  Instruction& line() { return program.Prog[0]; }
+  std::string Compiled() {
+    StringPool fresh;
+    pool = fresh;
+    return Compile(program, 0, pool);
+  }
+  std::string InHex() { return Hex(Compiled()); }
+
+  Program program = NewProgram();
+  StringPool pool;
+};
+
+}  // namespace tavlo::testing

@@ -1,0 +1,136 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: MIT
+# Copyright (c) 2026 The Tavlo Composer authors
+"""Walks the includes of src/ and fails on an edge that is not drawn in layers.py.
+
+check_layers.py ROOT              checks ROOT/src
+check_layers.py ROOT --self-test  shows on made-up trees that each rule can fail
+"""
+
+import pathlib
+import re
+import sys
+import tempfile
+
+from layers import ALLOWED, CORE, HUBSIM_LIBRARIES, POSIX, STANDARD
+
+INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
+# Made by the build beside the file that includes it.
+GENERATED = re.compile(r"^(ui_\w+\.h|(\w+/)*(moc_)?\w+\.(moc|cpp))$")
+
+
+def is_qt(header):
+    return header.startswith("Q")
+
+
+def is_panel(path):
+    """The simulated hub's window, the one part of it that a person looks at."""
+    return "panel" in path.as_posix().split("hubsim/", 1)[-1]
+
+
+def quoted_error(layer, header, source_root, path):
+    if GENERATED.match(header) and layer in ("editors", "windows", "composer", "qt", "hubsim"):
+        return None
+    target = header.split("/", 1)[0]
+    if "/" not in header or target not in ALLOWED:
+        return f'"{header}" is not named from src/'
+    if not (source_root / header).is_file():
+        return f'"{header}" does not exist'
+    if target != layer and target not in ALLOWED[layer]:
+        return f'{layer} may not lean on {target}: "{header}"'
+    return None
+
+
+def system_error(layer, header, path):
+    if layer in CORE:
+        if header not in STANDARD:
+            return f"the core uses the standard library alone: <{header}>"
+    elif layer == "hubsim":
+        known = header in STANDARD or header in POSIX or header.startswith(HUBSIM_LIBRARIES)
+        if not known and not (is_qt(header) and is_panel(path)):
+            return f"the simulated hub may not use <{header}>"
+    return None
+
+
+def check(root):
+    """The number of files looked at and a list of complaints."""
+    source_root = root / "src"
+    files = sorted(p for p in source_root.rglob("*") if p.suffix in (".cpp", ".h"))
+    errors = []
+    for path in files:
+        relative = path.relative_to(source_root)
+        layer = relative.parts[0]
+        if len(relative.parts) < 2 or layer not in ALLOWED:
+            errors.append(f"src/{relative}: belongs to no layer")
+            continue
+        for match in INCLUDE.finditer(path.read_text(encoding="utf-8", errors="replace")):
+            quoted, system = match.groups()
+            error = (
+                quoted_error(layer, quoted, source_root, path) if quoted else system_error(layer, system, relative)
+            )
+            if error:
+                errors.append(f"src/{relative}: {error}")
+    return len(files), errors
+
+
+# Name, file, its include, and whether it must be refused.
+CASES = [
+    ("a layer above", "model/a.cpp", '"link/b.h"', True),
+    ("a layer beside", "codegen/a.cpp", '"text/b.h"', True),
+    ("a blank inside the directive", "model/a.cpp", '  "desk/b.h"', True),
+    ("the toolkit in the core", "desk/a.h", "<QString>", True),
+    ("the toolkit in the core by its folder", "link/a.h", "<QtCore/QString>", True),
+    ("a system header in the core", "platform/a.cpp", "<unistd.h>", True),
+    ("a library in the core", "model/a.cpp", "<nlohmann/json.hpp>", True),
+    ("the simulated hub on the compilers", "hubsim/a.cpp", '"codegen/b.h"', True),
+    ("the simulated hub on the toolkit", "hubsim/a.cpp", "<QTimer>", True),
+    ("the companion on a window", "cli/a.cpp", '"windows/b.h"', True),
+    ("the desktop on the simulated hub", "composer/a.cpp", '"hubsim/b.h"', True),
+    ("the devices on the model", "qt/a.cpp", '"model/b.h"', True),
+    ("a header beside the file", "model/a.cpp", '"b.h"', True),
+    ("a way round by the parent", "model/a.cpp", '"../link/b.h"', True),
+    ("a header that there is not", "model/a.cpp", '"model/none.h"', True),
+    ("a folder that nobody drew", "extras/a.cpp", "<string>", True),
+    ("a file outside every folder", "a.cpp", "<string>", True),
+    ("a layer below", "link/a.cpp", '"model/b.h"', False),
+    ("its own layer", "link/a.cpp", '"link/b.h"', False),
+    ("the standard library", "link/a.cpp", "<string>", False),
+    ("the simulated hub's own window", "hubsim/panel_window.cpp", "<QTimer>", False),
+    ("the simulated hub on the system", "hubsim/a.cpp", "<sys/ioctl.h>", False),
+    ("the desktop on the toolkit", "windows/a.cpp", "<QWidget>", False),
+    ("the companion on the simulated hub", "cli/a.cpp", '"hubsim/b.h"', False),
+]
+
+
+def self_test():
+    wrong = []
+    for name, file, include, refused in CASES:
+        with tempfile.TemporaryDirectory() as folder:
+            source_root = pathlib.Path(folder) / "src"
+            for layer in ALLOWED:
+                (source_root / layer).mkdir(parents=True)
+                (source_root / layer / "b.h").write_text("#pragma once\n")
+            path = source_root / file
+            path.parent.mkdir(exist_ok=True)
+            path.write_text(f"// made up\n#include {include}\n")
+            _, errors = check(pathlib.Path(folder))
+            if bool(errors) != refused:
+                wrong.append(f"{name}: {'passed' if refused else errors}")
+    return wrong
+
+
+def main():
+    root = pathlib.Path(sys.argv[1])
+    if "--self-test" in sys.argv[2:]:
+        errors, done = self_test(), f"{len(CASES)} made-up edges are told right"
+    else:
+        count, errors = check(root)
+        done = f"{count} files lean only on what they may"
+        if count == 0:
+            errors.append(f"no sources in {root / 'src'}")
+    print("\n".join(errors) if errors else done)
+    return 1 if errors else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
