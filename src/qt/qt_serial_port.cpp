@@ -2,6 +2,11 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "qt/qt_serial_port.h"
 
+#include <QtGlobal>
+#ifdef Q_OS_UNIX
+#include <poll.h>
+#endif
+
 #include <QFileInfo>
 #include <QMetaObject>
 #include <QStringList>
@@ -43,6 +48,18 @@ std::string Description(QSerialPort::SerialPortError error, const QString& devic
     case QSerialPort::OpenError: return device.toStdString() + " is open already";
     default: return device.toStdString() + ": " + system_text.toStdString();
   }
+}
+
+/// The device at the other end of the open line has not gone.
+bool IsThere(const QSerialPort& port) {
+#ifdef Q_OS_UNIX
+  if (!port.isOpen()) return false;
+  pollfd line{port.handle(), POLLIN, 0};
+  return poll(&line, 1, 0) >= 0 && (line.revents & (POLLHUP | POLLERR | POLLNVAL)) == 0;
+#else
+  static_cast<void>(port);
+  return false;
+#endif
 }
 
 }  // namespace
@@ -122,6 +139,7 @@ void QtSerialPort::WaitForInput(double seconds) {
 
 /// Takes what Qt has read.
 void QtSerialPort::Drain() {
+  if (!port_.isOpen()) return;
   const QByteArray bytes = port_.readAll();
   if (bytes.isEmpty()) return;
   received_.append(bytes.constData(), static_cast<std::size_t>(bytes.size()));
@@ -149,7 +167,17 @@ void QtSerialPort::Fail(QSerialPort::SerialPortError error) {
   switch (error) {
     case QSerialPort::ResourceError:
     case QSerialPort::ReadError:
-    case QSerialPort::WriteError: Lose(); break;
+    case QSerialPort::WriteError:
+      if (!IsThere(port_)) {
+        Lose();
+        break;
+      }
+      // Qt takes a read that finds nothing for a failure, and stops listening. One comes when a poll has
+      // emptied the line after the event loop saw bytes on it and before it read them. Reading makes it
+      // listen again.
+      port_.clearError();
+      Drain();
+      break;
     // Each open and each time-out is announced as an error too, and a pty has no pins to query.
     default: break;
   }

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include <QApplication>
+
+#include "composer/look.h"
+#include "qt/comm_devices.h"
+#include "qt/gui/gui_services.h"
+#include "qt/gui/shown_text.h"
+#include "qt/qt_serial_port.h"
+#include "qt/qt_services.h"
+#include "windows/composer_windows.h"
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  // The display name stays unset: it would join itself to every title.
+  QApplication::setDesktopFileName(QStringLiteral("tavlo-composer"));
+  QApplication::setQuitOnLastWindowClosed(false);
+  tavlo::SetLook(application);
+
+  tavlo::QtSerialPort port(tavlo::CommDeviceFor);
+  tavlo::GuiMessageBoxes boxes;
+  tavlo::QtClock clock;
+  tavlo::QtEventLoop loop;
+  tavlo::GuiBeeper beeper;
+  tavlo::QtSettingsStore settings;
+  tavlo::GuiFileDialogs dialogs;
+  tavlo::QtFileStore files;
+  const auto windows =
+      tavlo::StartUp({port, boxes, clock, loop, beeper, settings, dialogs, files,
+                      [](int number) { return tavlo::FromPath(tavlo::CommDeviceFor(number)); }});
+  // Not quit(), which would ask every window once more whether it may be closed.
+  QObject::connect(&windows->Main(), &tavlo::LongForm::Ended, &application,
+                   [] { QCoreApplication::exit(0); });
+  return QApplication::exec();
+}

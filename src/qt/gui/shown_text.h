@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <QString>
+#include <string>
+#include <string_view>
+
+namespace tavlo {
+
+// The core's texts are single bytes. What a program says (names, comments, prompts) is Latin-1; the path of
+// a file is in the file system's own encoding.
+
+[[nodiscard]] QString FromText(std::string_view text);
+[[nodiscard]] std::string ToText(const QString& text);
+
+[[nodiscard]] QString FromPath(std::string_view path);
+[[nodiscard]] std::string ToPath(const QString& path);
+
+/// A message may name a file, an axis or an error of the system. It is read as UTF-8 where it is that, which
+/// Latin-1 with its accents practically never is.
+[[nodiscard]] QString FromMessage(std::string_view message);
+
+}  // namespace tavlo

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <QColor>
+#include <QWidget>
+#include <array>
+
+#include "desk/desk.h"
+#include "windows/row_geometry.h"
+
+namespace tavlo {
+
+/// Colours of the connecting lines. Each stands out from a light pane and from a dark one.
+[[nodiscard]] const std::array<QColor, kArrowColours>& ArrowColours();
+
+/// `ArrowZone`: jumps, branches and loops as lines from the row that jumps to its target, each in its lane.
+class ArrowZone : public QWidget {
+  Q_OBJECT
+
+ public:
+  ArrowZone(const Source& source, const RowGeometry& geometry, QWidget* parent);
+
+  /// Distance of the lane of an arrow from the left edge.
+  [[nodiscard]] static double LaneX(const Arrow& arrow);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  void Paint(class QPainter& painter, const Arrow& arrow) const;
+
+  const Source& source_;
+  const RowGeometry& geometry_;
+};
+
+}  // namespace tavlo

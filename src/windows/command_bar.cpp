@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "windows/command_bar.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QIcon>
+#include <QToolButton>
+#include <array>
+#include <optional>
+
+#include "qt/gui/shown_text.h"
+#include "windows/icon_images.h"
+#include "windows/rule.h"
+
+namespace tavlo {
+namespace {
+
+enum class Group { Program, Hub, Machine };
+
+struct Command {
+  /// The button's object name.
+  std::string_view name;
+  std::string_view caption;
+  std::string_view drawing;
+  std::string_view tool_tip;
+  Group group;
+  /// Its window is not part of this version yet.
+  bool ready = true;
+};
+constexpr std::array<Command, 10> kCommands = {{
+    {"Load", "L&oad", "load", "Open a program file", Group::Program},
+    {"Save", "&Save", "save", "Save the program to a file", Group::Program},
+    {"Print", "&Print", "print", "Print a listing of the program (not available in this version)",
+     Group::Program, false},
+    {"BtnClear", "&Clear", "clear", "Clear the entire program", Group::Program},
+    {"Download", "&Download", "download", "Send the program to the hub and prove the transfer", Group::Hub},
+    {"Upload", "&Upload", "upload", "Read the program back from the hub (not available in this version)",
+     Group::Hub, false},
+    {"execbutton", "&Execute", "execute", "Run the program that the hub holds and watch it", Group::Hub},
+    {"ChangeRes", "Hard&ware", "hardware",
+     "Set up drives, currents, units and limit switches (not available in this version)", Group::Machine,
+     false},
+    {"Help", "&Help", "help", "Open the manual (not available in this version)", Group::Machine, false},
+    {"Quit", "&Quit", "quit", "Leave Tavlo Composer", Group::Machine},
+}};
+
+constexpr int kImageSize = 20;
+constexpr int kGroupGap = 6;
+
+QToolButton* MakeButton(const Command& command, QWidget* parent) {
+  auto* button = new QToolButton(parent);
+  button->setObjectName(FromText(command.name));
+  button->setText(FromText(command.caption));
+  button->setToolTip(FromText(command.tool_tip));
+  button->setAccessibleDescription(button->toolTip());
+  button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+  button->setIconSize({kImageSize, kImageSize});
+  button->setAutoRaise(true);
+  button->setFocusPolicy(Qt::StrongFocus);
+  button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+  button->setEnabled(command.ready);
+  return button;
+}
+
+}  // namespace
+
+CommandBar::CommandBar(QWidget* parent) : QWidget(parent) {
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(0);
+  std::optional<Group> group;
+  for (const Command& command : kCommands) {
+    if (group && *group != command.group) {
+      row->addSpacing(kGroupGap);
+      row->addWidget(new Rule(QFrame::VLine, this));
+      row->addSpacing(kGroupGap);
+    }
+    group = command.group;
+    row->addWidget(MakeButton(command, this));
+  }
+  row->addStretch(1);
+  DrawImages();
+}
+
+QToolButton* CommandBar::Button(std::string_view name) const {
+  return findChild<QToolButton*>(FromText(name), Qt::FindDirectChildrenOnly);
+}
+
+void CommandBar::OnClick(std::string_view button, std::function<void()> command) {
+  connect(Button(button), &QToolButton::clicked, this, [run = std::move(command)] { run(); });
+}
+
+void CommandBar::DrawImages() {
+  for (const Command& command : kCommands) {
+    const auto image = [&](QPalette::ColorGroup group) {
+      return CommandImage(command.drawing, palette().color(group, QPalette::ButtonText), kImageSize,
+                          devicePixelRatioF());
+    };
+    QIcon icon(image(command.ready ? QPalette::Active : QPalette::Disabled));
+    icon.addPixmap(image(QPalette::Disabled), QIcon::Disabled);
+    Button(command.name)->setIcon(icon);
+  }
+}
+
+void CommandBar::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::PaletteChange) DrawImages();
+  QWidget::changeEvent(event);
+}
+
+}  // namespace tavlo

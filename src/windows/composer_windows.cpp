@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "windows/composer_windows.h"
+
+#include <QApplication>
+#include <QIcon>
+
+#include "link/com_port.h"
+#include "link/receive.h"
+#include "windows/icon_images.h"
+#include "windows/start_form.h"
+
+namespace tavlo {
+namespace {
+
+constexpr double kSplashSeconds = 1.5;
+constexpr int kWindowIconSize = 64;
+
+}  // namespace
+
+// The run bar and the two panes are children of the main window and stand behind it here, so that they are
+// gone before it is.
+ComposerWindows::ComposerWindows(const Outside& outside)
+    : main_(source_, outside.device_for),
+      run_(&main_, [this](bool hold) { main_.HoldCommands(hold ? Hold::Run : Hold::None); }),
+      downbox_(
+          QStringLiteral("downbox"), QStringLiteral("Downloading the program to the hub"),
+          [this](bool hold) { main_.HoldCommands(hold ? Hold::Transfer : Hold::None); }, &main_),
+      loading_(&main_),
+      desk_{source_, outside.Comm1, outside.boxes,    outside.clock,   outside.loop,  outside.beeper, main_,
+            run_,    downbox_,      outside.settings, outside.dialogs, outside.files, loading_} {
+  run_.Attach(desk_);
+  outside.Comm1.OnComm = [this] { NewOnComm(desk_); };
+  outside.Comm1.OnLost = [this] { TellPortLost(desk_); };
+}
+
+ComposerWindows::~ComposerWindows() {
+  main_.Unload();
+  desk_.Comm1.OnComm = nullptr;
+  desk_.Comm1.OnLost = nullptr;
+}
+
+std::unique_ptr<ComposerWindows> StartUp(const Outside& outside) {
+  StartForm splash;
+  splash.ShowAtOnce();
+  QApplication::setWindowIcon(QIcon(ApplicationImage(kWindowIconSize, 1)));
+  auto windows = std::make_unique<ComposerWindows>(outside);
+  windows->Main().Begin(windows->Handlers());
+  WaitSecs(windows->Handlers(), kSplashSeconds);
+  splash.close();
+  windows->Main().show();
+  return windows;
+}
+
+}  // namespace tavlo

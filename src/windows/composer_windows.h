@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <memory>
+
+#include "desk/desk.h"
+#include "windows/long_form.h"
+#include "windows/run_bar.h"
+#include "windows/small_forms.h"
+
+namespace tavlo {
+
+/// What the windows lean on.
+struct Outside {
+  SerialPort& Comm1;
+  MessageBoxes& boxes;
+  Clock& clock;
+  EventLoop& loop;
+  Beeper& beeper;
+  SettingsStore& settings;
+  FileDialogs& dialogs;
+  FileStore& files;
+  /// The device of a port number, as the operator knows it.
+  std::function<QString(int)> device_for;
+};
+
+/// A session of the desktop program: its state, its windows, and the desk that the handlers work on. The
+/// services must outlive it.
+class ComposerWindows {
+ public:
+  explicit ComposerWindows(const Outside& outside);
+  ~ComposerWindows();
+
+  [[nodiscard]] LongForm& Main() { return main_; }
+  [[nodiscard]] Desk& Handlers() { return desk_; }
+
+ private:
+  Source source_;
+  LongForm main_;
+  RunBar run_;
+  GaugeForm downbox_;
+  LoadingPane loading_;
+  Desk desk_;
+};
+
+/// Shows the splash, makes and loads the main window behind it, and shows that a moment later. The receive
+/// event of the port is wired by then.
+[[nodiscard]] std::unique_ptr<ComposerWindows> StartUp(const Outside& outside);
+
+}  // namespace tavlo

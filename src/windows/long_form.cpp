@@ -1,0 +1,197 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "windows/long_form.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QIcon>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include "desk/grid.h"
+#include "desk/main_window.h"
+#include "link/com_port.h"
+#include "link/download.h"
+#include "link/execution.h"
+#include "qt/gui/shown_text.h"
+#include "windows/command_bar.h"
+#include "windows/icon_images.h"
+#include "windows/program_grid.h"
+#include "windows/rule.h"
+#include "windows/side_panels.h"
+
+namespace tavlo {
+namespace {
+
+constexpr QSize kOpeningSize(1000, 720);
+constexpr int kLeastWidth = 640;
+constexpr int kMargin = 8;
+constexpr int kLogoSize = 20;
+
+/// What opens the window that tells about the program; it comes with that window.
+QToolButton* MakeLogo(QWidget* parent) {
+  auto* logo = new QToolButton(parent);
+  logo->setObjectName(QStringLiteral("corplogo"));
+  logo->setText(QStringLiteral("A&bout"));
+  logo->setToolTip(QStringLiteral("Tell about this program (not available in this version)"));
+  logo->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+  logo->setIcon(QIcon(ApplicationImage(kLogoSize, parent->devicePixelRatioF())));
+  logo->setIconSize({kLogoSize, kLogoSize});
+  logo->setAutoRaise(true);
+  logo->setEnabled(false);
+  return logo;
+}
+
+}  // namespace
+
+LongForm::LongForm(Source& source, const std::function<QString(int)>& device_for)
+    : source_(source),
+      commands_(new CommandBar(this)),
+      grid_(new ProgramGrid(source, this)),
+      side_(new QWidget(this)),
+      hub_(new HubPanel(device_for, side_)),
+      drives_(new DrivesPanel(side_)),
+      limits_(new LimitsPanel(side_)) {
+  setObjectName(QStringLiteral("LongForm"));
+  LayOut();
+  Connect();
+}
+
+// Children go after this has run, and one that loses the focus then would still pass on what stands in it.
+LongForm::~LongForm() {
+  hub_->disconnect(this);
+  limits_->disconnect(this);
+  grid_->Pane().disconnect(this);
+}
+
+void LongForm::LayOut() {
+  auto* side = new QVBoxLayout(side_);
+  side->setContentsMargins(0, 0, 0, 0);
+  side->addWidget(hub_);
+  side->addWidget(drives_);
+  side->addWidget(limits_);
+  side->addStretch(1);
+  side->addWidget(MakeLogo(side_), 0, Qt::AlignRight);
+  side_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+
+  auto* body = new QHBoxLayout;
+  body->setSpacing(kMargin);
+  body->addWidget(grid_, 1);
+  body->addWidget(side_);
+
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(kMargin, 4, kMargin, kMargin);
+  column->setSpacing(4);
+  column->addWidget(commands_);
+  column->addWidget(new Rule(QFrame::HLine, this));
+  column->addLayout(body, 1);
+  setMinimumWidth(kLeastWidth);
+  resize(kOpeningSize);
+  grid_->Pane().setFocus();
+}
+
+void LongForm::Connect() {
+  Command("Load", [](Desk& desk) { Load(desk); });
+  Command("Save", [](Desk& desk) { Save(desk); });
+  Command("BtnClear", [](Desk& desk) { Clear(desk); });
+  Command("Download", [](Desk& desk) { Download(desk); });
+  Command("execbutton", [](Desk& desk) { Execute(desk); });
+  commands_->OnClick("Quit", [this] { Quit(); });
+  connect(hub_, &HubPanel::ModelChosen, this, [this](int index) { SelectModel(*desk_, index); });
+  connect(hub_, &HubPanel::PortChosen, this, [this](int index) { ClickOptCom(*desk_, index); });
+  connect(limits_, &LimitsPanel::ActionChosen, this, [this](int index) { SelectLimitAction(*desk_, index); });
+  connect(limits_, &LimitsPanel::BranchEntered, this,
+          [this](const QString& text) { LeaveLimitBranch(*desk_, ToText(text)); });
+  connect(&grid_->Pane(), &ProgWindow::Dropped, this,
+          [this](int from, int to, bool shift) { DropIcon(*desk_, from, to, shift); });
+}
+
+void LongForm::Command(std::string_view button, void (*handler)(Desk&)) {
+  commands_->OnClick(button, [this, handler] {
+    // A mnemonic runs a command without taking the focus away from the entry in progress.
+    limits_->Commit();
+    handler(*desk_);
+  });
+}
+
+void LongForm::Begin(Desk& desk) {
+  desk_ = &desk;
+  InitSession(source_);
+  CaptionChanged();
+  ProgCounter(std::nullopt);
+  HubChanged();
+  LimitChanged();
+  StartComm(desk);
+  source_.Changed = false;
+  // Once more: a hub that announced itself meanwhile must not leave its mark on the new program.
+  InitProg(source_.program);
+  ShowAllDescs(desk);
+  DrawArrows(desk);
+  ShowDrive(desk);
+}
+
+void LongForm::HoldCommands(Hold hold) {
+  hold_ = hold;
+  commands_->setEnabled(hold == Hold::None);
+  side_->setEnabled(hold == Hold::None);
+}
+
+void LongForm::RowChanged(int line) {
+  grid_->Pane().RowChanged(line);
+}
+void LongForm::AllRowsChanged() {
+  grid_->Pane().AllRowsChanged();
+}
+void LongForm::ArrowsChanged() {
+  grid_->Pane().ArrowsChanged();
+}
+void LongForm::DrivesChanged() {
+  drives_->Show(source_.program);
+}
+void LongForm::HubChanged() {
+  hub_->Show(source_);
+}
+void LongForm::LimitChanged() {
+  limits_->Show(source_.program);
+}
+void LongForm::CaptionChanged() {
+  setWindowTitle(FromMessage(Caption(source_)));
+}
+void LongForm::AutoScroll(int line) {
+  grid_->AutoScroll(line);
+}
+void LongForm::ProgCounter(std::optional<int> line) {
+  grid_->Pane().ShowProgCounter(line);
+}
+
+void LongForm::Quit() {
+  const bool changed = source_.Changed;
+  if (!MayQuit(*desk_)) return;
+  // Leaving unsaved changes behind leaves the choice of port behind too.
+  if (!changed) RememberPort(*desk_);
+  End();
+}
+
+void LongForm::closeEvent(QCloseEvent* event) {
+  if (ended_ || desk_ == nullptr) return event->accept();
+  // A byte more would spoil the transfer.
+  if (hold_ == Hold::Transfer) return event->ignore();
+  desk_->Comm1.Output("I");
+  if (hold_ == Hold::Run || !MayQuit(*desk_)) return event->ignore();
+  RememberPort(*desk_);
+  event->accept();
+  End();
+}
+
+void LongForm::Unload() {
+  if (ended_ || desk_ == nullptr) return;
+  ended_ = true;
+  RememberPort(*desk_);
+}
+
+void LongForm::End() {
+  ended_ = true;
+  emit Ended();
+}
+
+}  // namespace tavlo

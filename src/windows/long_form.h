@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <QWidget>
+#include <functional>
+
+#include "desk/desk.h"
+
+namespace tavlo {
+
+class CommandBar;
+class DrivesPanel;
+class HubPanel;
+class LimitsPanel;
+class ProgramGrid;
+
+/// What keeps the operator from the commands.
+enum class Hold { None, Run, Transfer };
+
+/// `LongForm`: the window on which the program lives. Shows the session and passes the operator's acts to
+/// the handlers of the core.
+class LongForm : public QWidget, public ProgramView {
+  Q_OBJECT
+
+ public:
+  /// `device_for` names the device of a port number.
+  LongForm(Source& source, const std::function<QString(int)>& device_for);
+  ~LongForm() override;
+
+  /// The load of the window: gives the session its start, opens the port and fills the grid. May show boxes
+  /// about the port. Nothing is asked of the hub.
+  void Begin(Desk& desk);
+  /// The program ends in a way that no handler here brought about: keeps the port's number.
+  void Unload();
+  /// While a program runs or is sent nothing but the grid can be used, and the window stays.
+  void HoldCommands(Hold hold);
+
+  void RowChanged(int line) override;
+  void AllRowsChanged() override;
+  void ArrowsChanged() override;
+  void DrivesChanged() override;
+  void HubChanged() override;
+  void LimitChanged() override;
+  void CaptionChanged() override;
+  void AutoScroll(int line) override;
+  void ProgCounter(std::optional<int> line) override;
+
+ signals:
+  /// The operator has left the program.
+  void Ended();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void LayOut();
+  void Connect();
+  void Command(std::string_view button, void (*handler)(Desk&));
+  void Quit();
+  void End();
+
+  Source& source_;
+  Desk* desk_ = nullptr;
+  CommandBar* commands_;
+  ProgramGrid* grid_;
+  QWidget* side_;
+  HubPanel* hub_;
+  DrivesPanel* drives_;
+  LimitsPanel* limits_;
+  Hold hold_ = Hold::None;
+  bool ended_ = false;
+};
+
+}  // namespace tavlo

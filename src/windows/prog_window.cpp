@@ -1,0 +1,274 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "windows/prog_window.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QToolTip>
+
+#include "qt/gui/shown_text.h"
+#include "windows/row_accessible.h"
+
+namespace tavlo {
+namespace {
+
+constexpr int kTextMargin = 4;
+constexpr int kFocusWidth = 2;
+constexpr int kLinesOfPage = 10;
+
+bool IsDark(const QPalette& palette) {
+  return palette.color(QPalette::Window).lightness() < 128;
+}
+
+}  // namespace
+
+ProgWindow::ProgWindow(const Source& source, QWidget* parent)
+    : QWidget(parent),
+      source_(source),
+      arrow_zone_(new ArrowZone(source, geometry_, this)),
+      prog_counter_(new ProgCounterMarker(this)) {
+  InstallRowAccessibility();
+  setObjectName(QStringLiteral("ProgWindow"));
+  setAccessibleName(QStringLiteral("Program lines"));
+  setFocusPolicy(Qt::StrongFocus);
+  Measure();
+}
+
+void ProgWindow::Measure() {
+  geometry_.pitch = std::max(kIconSize + 2, fontMetrics().height() + 6);
+  QFont widest = font();
+  widest.setBold(true);
+  geometry_.label_width = QFontMetrics(widest).horizontalAdvance(QStringLiteral("000")) + 2;
+  texts_.Forget();
+  arrow_zone_->setGeometry(geometry_.Zone());
+  setFixedSize(geometry_.width, geometry_.Height());
+}
+
+void ProgWindow::SetWidths(int text_width, int width) {
+  if (geometry_.text_width == text_width && geometry_.width == width) return;
+  geometry_.text_width = text_width;
+  geometry_.width = width;
+  setFixedSize(geometry_.width, geometry_.Height());
+  update();
+}
+
+void ProgWindow::SetCurrentRow(int line) {
+  line = std::clamp(line, 0, kLines - 1);
+  if (line == current_) return;
+  update(geometry_.Row(current_));
+  update(geometry_.Row(line));
+  current_ = line;
+  TellReaders(line, QAccessible::Focus);
+}
+
+void ProgWindow::RowChanged(int line) {
+  const QRect row = geometry_.Row(line);
+  update(row.adjusted(geometry_.IconLeft(), 0, 0, 0));
+  TellReaders(line, QAccessible::NameChanged);
+}
+
+void ProgWindow::AllRowsChanged() {
+  update();
+}
+
+void ProgWindow::ArrowsChanged() {
+  arrow_zone_->update();
+  update(0, 0, geometry_.ZoneLeft(), height());
+}
+
+void ProgWindow::ShowProgCounter(std::optional<int> line) {
+  if (line && *line >= 0 && *line < kLines) {
+    prog_counter_->StandAt(geometry_, *line);
+  } else {
+    prog_counter_->hide();
+  }
+}
+
+void ProgWindow::TellReaders(int line, QAccessible::Event what) {
+  if (!QAccessible::isActive()) return;
+  QAccessibleEvent told(this, what);
+  told.setChild(line);
+  QAccessible::updateAccessibility(&told);
+}
+
+void ProgWindow::paintEvent(QPaintEvent* event) {
+  QPainter painter(this);
+  for (const QRect& part : event->region()) {
+    const int last = geometry_.RowAt(part.bottom());
+    for (int line = geometry_.RowAt(part.top()); line <= last; ++line) PaintRow(painter, line);
+  }
+}
+
+void ProgWindow::PaintRow(QPainter& painter, int line) {
+  PaintLabel(painter, line);
+  PaintIcon(painter, line);
+  PaintDesc(painter, line);
+  if (line == current_) PaintFocus(painter, line);
+}
+
+QColor ProgWindow::LabelInk(LabelColour colour) const {
+  const bool dark = IsDark(palette());
+  switch (colour) {
+    case LabelColour::Plain: return palette().color(QPalette::WindowText);
+    case LabelColour::Red: return dark ? QColor(255, 128, 120) : QColor(192, 0, 0);
+    case LabelColour::Blue: return dark ? QColor(128, 180, 255) : QColor(0, 0, 210);
+  }
+  return {};
+}
+
+void ProgWindow::PaintLabel(QPainter& painter, int line) const {
+  const LabelColour colour = source_.rows[line].label;
+  painter.setPen(LabelInk(colour));
+  QFont font = this->font();
+  font.setBold(colour != LabelColour::Plain);
+  painter.setFont(font);
+  painter.drawText(geometry_.Label(line), Qt::AlignRight | Qt::AlignVCenter, QString::number(line + 1));
+}
+
+void ProgWindow::PaintIcon(QPainter& painter, int line) const {
+  const Row& row = source_.rows[line];
+  const QRect icon = geometry_.Icon(line);
+  painter.drawImage(icon.topLeft(), IconImage(row.icon, devicePixelRatioF()));
+  const QColor ink = row.frame == kPlainFrame ? QColor(128, 128, 128) : palette().color(QPalette::WindowText);
+  for (int inset = 0; inset < row.frame; ++inset) {
+    painter.setPen(ink);
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(icon.adjusted(inset, inset, -inset - 1, -inset - 1));
+  }
+}
+
+void ProgWindow::PaintDesc(QPainter& painter, int line) {
+  const QRect desc = geometry_.Desc(line);
+  const Colour back = BackgroundOf(source_.rows[line].state);
+  painter.fillRect(desc, QColor(back.red, back.green, back.blue));
+  const QString& text = texts_.Shown(source_, line, geometry_.text_width, fontMetrics());
+  if (text.isEmpty()) return;
+  painter.setFont(font());
+  painter.setPen(Qt::black);
+  const QRect place(desc.left() + kTextMargin, desc.top(), geometry_.text_width - kTextMargin, desc.height());
+  painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text);
+}
+
+void ProgWindow::PaintFocus(QPainter& painter, int line) const {
+  const bool focused = hasFocus();
+  painter.setPen(QPen(focused ? palette().color(QPalette::Highlight) : QColor(128, 128, 128), 1));
+  painter.setBrush(Qt::NoBrush);
+  const QRect desc = geometry_.Desc(line);
+  for (int inset = 0; inset < (focused ? kFocusWidth : 1); ++inset) {
+    painter.drawRect(desc.adjusted(inset, inset, -inset - 1, -inset - 1));
+  }
+}
+
+QString ProgWindow::ToolTipAt(QPoint position) {
+  const int line = geometry_.RowAt(position.y());
+  if (geometry_.Icon(line).contains(position)) return QStringLiteral("Change program line %1").arg(line + 1);
+  if (!geometry_.Desc(line).contains(position)) return {};
+  const QString whole = FromText(ShownCaption(source_.rows[line].desc));
+  const bool fits = fontMetrics().horizontalAdvance(whole) <= geometry_.text_width - kTextMargin;
+  return fits ? QString() : whole.toHtmlEscaped();
+}
+
+bool ProgWindow::event(QEvent* event) {
+  if (event->type() == QEvent::ToolTip) {
+    const auto* help = static_cast<QHelpEvent*>(event);
+    QToolTip::showText(help->globalPos(), ToolTipAt(help->pos()), this);
+    return true;
+  }
+  return QWidget::event(event);
+}
+
+void ProgWindow::mousePressEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) return;
+  const QPoint position = event->position().toPoint();
+  const int line = geometry_.RowAt(position.y());
+  if (geometry_.Icon(line).contains(position)) {
+    pressed_icon_ = line;
+    pressed_at_ = position;
+  }
+  SetCurrentRow(line);
+}
+
+void ProgWindow::mouseMoveEvent(QMouseEvent* event) {
+  if (!pressed_icon_) return;
+  const QPoint position = event->position().toPoint();
+  if (!dragging_ && (position - pressed_at_).manhattanLength() < QApplication::startDragDistance()) return;
+  if (!dragging_) setCursor(Qt::DragCopyCursor);
+  dragging_ = true;
+  const int line = geometry_.RowAt(position.y());
+  SetDropTarget(line);
+  emit DraggedOver(line);
+}
+
+void ProgWindow::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton || !pressed_icon_) return;
+  const int source_line = *pressed_icon_;
+  const QPoint position = event->position().toPoint();
+  const int target_line = geometry_.RowAt(position.y());
+  const bool on_row = dragging_ ? rect().contains(position) : geometry_.Icon(source_line).contains(position);
+  const bool shift = event->modifiers().testFlag(Qt::ShiftModifier);
+  EndDrag();
+  if (!on_row) return;
+  SetCurrentRow(target_line);
+  emit Dropped(source_line, target_line, shift);
+}
+
+void ProgWindow::SetDropTarget(std::optional<int> line) {
+  if (drop_target_ == line) return;
+  drop_target_ = line;
+  if (line) SetCurrentRow(*line);
+}
+
+void ProgWindow::EndDrag() {
+  pressed_icon_.reset();
+  dragging_ = false;
+  SetDropTarget(std::nullopt);
+  unsetCursor();
+}
+
+void ProgWindow::Walk(int line) {
+  SetCurrentRow(line);
+  emit CurrentRowMoved(current_);
+}
+
+void ProgWindow::keyPressEvent(QKeyEvent* event) {
+  const int page =
+      parentWidget() == nullptr ? kLinesOfPage : std::max(1, parentWidget()->height() / geometry_.pitch - 1);
+  switch (event->key()) {
+    case Qt::Key_Up: return Walk(current_ - 1);
+    case Qt::Key_Down: return Walk(current_ + 1);
+    case Qt::Key_PageUp: return Walk(current_ - page);
+    case Qt::Key_PageDown: return Walk(current_ + page);
+    case Qt::Key_Home: return Walk(0);
+    case Qt::Key_End: return Walk(kLines - 1);
+    case Qt::Key_Escape:
+      if (dragging_) return EndDrag();
+      break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      emit Dropped(current_, current_, event->modifiers().testFlag(Qt::ShiftModifier));
+      return;
+    default: break;
+  }
+  QWidget::keyPressEvent(event);
+}
+
+void ProgWindow::focusInEvent(QFocusEvent*) {
+  update(geometry_.Row(current_));
+  TellReaders(current_, QAccessible::Focus);
+}
+
+void ProgWindow::focusOutEvent(QFocusEvent*) {
+  update(geometry_.Row(current_));
+}
+
+void ProgWindow::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::FontChange) Measure();
+  QWidget::changeEvent(event);
+}
+
+}  // namespace tavlo

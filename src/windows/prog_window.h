@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <QAccessible>
+#include <QColor>
+#include <QPoint>
+#include <QWidget>
+#include <optional>
+
+#include "desk/desk.h"
+#include "windows/arrow_zone.h"
+#include "windows/prog_counter.h"
+#include "windows/row_geometry.h"
+#include "windows/row_text.h"
+
+namespace tavlo {
+
+/// `ProgWindow`: the tall pane of all 200 rows, painted from `Source`. One row is the current one: the arrow
+/// and page keys move it, Enter does what a click on its icon does.
+class ProgWindow : public QWidget {
+  Q_OBJECT
+
+ public:
+  ProgWindow(const Source& source, QWidget* parent);
+
+  [[nodiscard]] const RowGeometry& Geometry() const { return geometry_; }
+  [[nodiscard]] const Source& Session() const { return source_; }
+  [[nodiscard]] int CurrentRow() const { return current_; }
+  /// Rows outside 0..199 go to the nearest end.
+  void SetCurrentRow(int line);
+  /// Widths of the part of a row that its text may fill, and of the whole pane.
+  void SetWidths(int text_width, int width);
+
+  void RowChanged(int line);
+  void AllRowsChanged();
+  /// The arrows and the colours of the numbers.
+  void ArrowsChanged();
+  /// The marker beside a row.
+  void ShowProgCounter(std::optional<int> line);
+
+ signals:
+  /// The icon of one row was dropped on another; a click, or Enter, is a drop on itself.
+  void Dropped(int source_line, int target_line, bool shift);
+  /// The current row has moved and should be seen.
+  void CurrentRowMoved(int line);
+  /// An icon is dragged here.
+  void DraggedOver(int line);
+
+ protected:
+  bool event(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void Measure();
+  void PaintRow(QPainter& painter, int line);
+  void PaintLabel(QPainter& painter, int line) const;
+  void PaintIcon(QPainter& painter, int line) const;
+  void PaintDesc(QPainter& painter, int line);
+  void PaintFocus(QPainter& painter, int line) const;
+  [[nodiscard]] QColor LabelInk(LabelColour colour) const;
+  [[nodiscard]] QString ToolTipAt(QPoint position);
+  void Walk(int line);
+  void SetDropTarget(std::optional<int> line);
+  void EndDrag();
+  void TellReaders(int line, QAccessible::Event what);
+
+  const Source& source_;
+  RowGeometry geometry_;
+  ArrowZone* arrow_zone_;
+  ProgCounterMarker* prog_counter_;
+  RowTexts texts_;
+  int current_ = 0;
+  std::optional<int> pressed_icon_;
+  QPoint pressed_at_;
+  bool dragging_ = false;
+  std::optional<int> drop_target_;
+};
+
+}  // namespace tavlo

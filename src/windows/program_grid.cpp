@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "windows/program_grid.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QVBoxLayout>
+#include <algorithm>
+
+namespace tavlo {
+namespace {
+
+/// The window for which the grid was designed, and the narrowest that the text column follows.
+constexpr int kNarrowWindow = 640;
+constexpr int kLeastTextWidth = 80;
+
+QLabel* Heading(const char* name, const QString& text, QWidget* parent) {
+  auto* label = new QLabel(text, parent);
+  label->setObjectName(QLatin1String(name));
+  return label;
+}
+
+}  // namespace
+
+ProgramGrid::ProgramGrid(const Source& source, QWidget* parent)
+    : QWidget(parent), scroll_(new QScrollArea(this)), pane_(new ProgWindow(source, scroll_)) {
+  scroll_->setWidget(pane_);
+  scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  scroll_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+  scroll_->setFocusProxy(pane_);
+  ScrollProg().setObjectName(QStringLiteral("ScrollProg"));
+  ScrollProg().setSingleStep(pane_->Geometry().pitch);
+
+  auto* headings = new QHBoxLayout;
+  const int frame = scroll_->frameWidth();
+  QLabel* line = Heading("LblLine", QStringLiteral("Line"), this);
+  line->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  line->setFixedWidth(frame + RowGeometry::kMarkerWidth + pane_->Geometry().label_width);
+  QLabel* desc = Heading("LblDesc", QStringLiteral("Instruction"), this);
+  headings->setContentsMargins(0, 0, 0, 0);
+  headings->setSpacing(0);
+  headings->addWidget(line);
+  headings->addSpacing(pane_->Geometry().DescLeft() + frame + RowGeometry::kGap - line->width());
+  headings->addWidget(desc, 1);
+
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(2);
+  column->addLayout(headings);
+  column->addWidget(scroll_, 1);
+
+  scroll_->viewport()->installEventFilter(this);
+  connect(pane_, &ProgWindow::CurrentRowMoved, this, &ProgramGrid::EnsureRowVisible);
+  connect(pane_, &ProgWindow::DraggedOver, this, &ProgramGrid::EnsureRowVisible);
+}
+
+QScrollBar& ProgramGrid::ScrollProg() const {
+  return *scroll_->verticalScrollBar();
+}
+
+void ProgramGrid::AdjProgWinWidth() {
+  if (window()->isMinimized()) return;
+  const int window_width = window()->width();
+  const int beyond = window_width - kNarrowWindow - ExtraWidth(window_width);
+  const int width = scroll_->viewport()->width();
+  pane_->SetWidths(std::max(width - pane_->Geometry().DescLeft() - beyond, kLeastTextWidth), width);
+}
+
+bool ProgramGrid::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Resize) AdjProgWinWidth();
+  return QWidget::eventFilter(watched, event);
+}
+
+void ProgramGrid::AutoScroll(int line) {
+  ScrollProg().setValue(WantedScroll(line, pane_->Geometry().pitch, ScrollProg().value(),
+                                     scroll_->viewport()->height(), ScrollProg().maximum()));
+}
+
+void ProgramGrid::EnsureRowVisible(int line) {
+  const int top = pane_->Geometry().Top(line);
+  const int highest = top + pane_->Geometry().pitch - scroll_->viewport()->height();
+  ScrollProg().setValue(std::max(std::min(ScrollProg().value(), top), highest));
+}
+
+}  // namespace tavlo

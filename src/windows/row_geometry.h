@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <QRect>
+#include <algorithm>
+
+#include "model/instruction.h"
+#include "windows/icon_images.h"
+
+namespace tavlo {
+
+/// Where things stand in the tall pane of all rows. From left to right: the marker of the running line, the
+/// number, the arrows, the icon, the text.
+struct RowGeometry {
+  static constexpr int kMarkerWidth = 12;
+  static constexpr int kGap = 4;
+  static constexpr int kZoneWidth = 56;
+
+  int pitch = kIconSize + 2;
+  int label_width = 28;
+  /// Of the part that the text may fill.
+  int text_width = 300;
+  /// Of the pane, whose rest to the right shows the state of the row too.
+  int width = 500;
+
+  [[nodiscard]] int Height() const { return kLines * pitch; }
+  [[nodiscard]] int ZoneLeft() const { return kMarkerWidth + label_width + kGap; }
+  [[nodiscard]] int IconLeft() const { return ZoneLeft() + kZoneWidth + 1; }
+  [[nodiscard]] int DescLeft() const { return IconLeft() + kIconSize + kGap; }
+
+  [[nodiscard]] int Top(int line) const { return line * pitch; }
+  [[nodiscard]] int Middle(int line) const { return Top(line) + pitch / 2; }
+  [[nodiscard]] QRect Row(int line) const { return {0, Top(line), width, pitch}; }
+  [[nodiscard]] QRect Label(int line) const { return {kMarkerWidth, Top(line), label_width, pitch}; }
+  [[nodiscard]] QRect Icon(int line) const {
+    return {IconLeft(), Top(line) + (pitch - kIconSize) / 2, kIconSize, kIconSize};
+  }
+  /// A hair of the pane shows between two texts.
+  [[nodiscard]] QRect Desc(int line) const {
+    return {DescLeft(), Top(line) + 1, width - DescLeft(), pitch - 1};
+  }
+  [[nodiscard]] QRect Zone() const { return {ZoneLeft(), 0, kZoneWidth, Height()}; }
+
+  /// The row at this height, or the nearest one.
+  [[nodiscard]] int RowAt(int y) const { return std::clamp(y / pitch, 0, kLines - 1); }
+};
+
+}  // namespace tavlo

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "windows/row_text.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "qt/gui/shown_text.h"
+#include "text/short_desc.h"
+
+namespace tavlo {
+namespace {
+
+constexpr int kPromptMargin = 4;
+
+/// A file may bring a text of any length, and measuring is slow: no more of it than certainly fills the
+/// label.
+std::string Beginning(const std::string& text, int width, const QFontMetrics& font) {
+  for (std::size_t length = 64; length < text.size(); length *= 2) {
+    std::string head = text.substr(0, length);
+    if (font.horizontalAdvance(FromText(head)) > width) return head;
+  }
+  return text;
+}
+
+/// Line ends and other controls of a text have no place in one line.
+QString InOneLine(std::string_view text) {
+  QString shown = FromText(text);
+  for (QChar& c : shown) {
+    if (c.unicode() < 0x20 || c.unicode() == 0x7f) c = QLatin1Char(' ');
+  }
+  return shown;
+}
+
+}  // namespace
+
+const QString& RowTexts::Shown(const Source& source, int line, int label_width, const QFontMetrics& font) {
+  const std::string& desc = source.rows[line].desc;
+  const bool is_prompt = source.program.Prog[line].Type == MMI;
+  Entry& entry = rows_[line];
+  if (entry.label_width == label_width && entry.is_prompt == is_prompt && entry.desc == desc)
+    return entry.text;
+  std::string text = ShownCaption(Beginning(desc, label_width, font));
+  if (is_prompt) {
+    text = FitText(std::move(text), label_width - kPromptMargin,
+                   [&font](std::string_view part) { return font.horizontalAdvance(InOneLine(part)); });
+  }
+  entry = {desc, label_width, is_prompt, InOneLine(text)};
+  return entry.text;
+}
+
+}  // namespace tavlo

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <QFontMetrics>
+#include <QString>
+#include <array>
+#include <string>
+
+#include "desk/desk.h"
+
+namespace tavlo {
+
+/// The texts of the rows as they are drawn, worked out again only when something of it has changed.
+class RowTexts {
+ public:
+  /// What the label of this row shows at this width. A prompt loses its last characters until it fits with
+  /// 4 to spare; of any other text the label cuts off what does not fit.
+  const QString& Shown(const Source& source, int line, int label_width, const QFontMetrics& font);
+
+  /// The font has changed.
+  void Forget() { rows_ = {}; }
+
+ private:
+  struct Entry {
+    std::string desc;
+    int label_width = -1;
+    bool is_prompt = false;
+    QString text;
+  };
+  std::array<Entry, kLines> rows_;
+};
+
+}  // namespace tavlo

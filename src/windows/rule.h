@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <QFrame>
+#include <QPalette>
+
+namespace tavlo {
+
+/// A quiet line between groups, in a grey that suits a light window and a dark one.
+class Rule : public QFrame {
+ public:
+  Rule(QFrame::Shape shape, QWidget* parent) : QFrame(parent) {
+    setFrameStyle(static_cast<int>(shape) | QFrame::Plain);
+    QPalette quiet = palette();
+    quiet.setColor(QPalette::WindowText, QColor(128, 128, 128, 120));
+    setPalette(quiet);
+  }
+};
+
+}  // namespace tavlo

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <QGroupBox>
+#include <QLabel>
+#include <QString>
+#include <array>
+#include <functional>
+
+#include "desk/desk.h"
+#include "desk/grid.h"
+
+class QButtonGroup;
+class QComboBox;
+class QLineEdit;
+
+namespace tavlo {
+
+// The three groups beside the grid. Each shows state of the session and passes on what the operator does.
+
+/// Hub model, firmware and the choice of port.
+class HubPanel : public QGroupBox {
+  Q_OBJECT
+
+ public:
+  /// `device_for` names the device of a port number, for the tool tips.
+  HubPanel(const std::function<QString(int)>& device_for, QWidget* parent);
+  void Show(const Source& source);
+
+ signals:
+  void ModelChosen(int index);
+  void PortChosen(int index);
+
+ private:
+  QComboBox* model_list_;
+  QLabel* drive_version_;
+  QButtonGroup* opt_com_;
+};
+
+/// `LblDriveDesc`: one row of the axis summary. Its text is the whole row; it is drawn in columns.
+class DriveLabel : public QLabel {
+  Q_OBJECT
+
+ public:
+  DriveLabel(int axis, QWidget* parent);
+  void Show(const DriveDesc& desc);
+  /// What the name of the axis would take whole.
+  [[nodiscard]] int NameWidth() const;
+  /// The same for all rows, so that they stand in columns.
+  void SetNameColumn(int width);
+  [[nodiscard]] QSize minimumSizeHint() const override;
+  [[nodiscard]] QSize sizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  struct Columns {
+    QString name;
+    QString model;
+    QString current;
+  };
+  Columns columns_;
+  int name_column_ = 0;
+};
+
+class DrivesPanel : public QGroupBox {
+  Q_OBJECT
+
+ public:
+  explicit DrivesPanel(QWidget* parent);
+  void Show(const Program& program);
+
+ private:
+  std::array<DriveLabel*, kAxes> rows_{};
+};
+
+/// What the hub does at a limit: `LimitList` and `LimitBranch`.
+class LimitsPanel : public QGroupBox {
+  Q_OBJECT
+
+ public:
+  explicit LimitsPanel(QWidget* parent);
+  ~LimitsPanel() override;
+  void Show(const Program& program);
+  /// Takes what stands in `LimitBranch` although it still has the focus.
+  void Commit();
+
+ signals:
+  void ActionChosen(int index);
+  void BranchEntered(const QString& text);
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  QComboBox* limit_list_;
+  QLineEdit* limit_branch_;
+};
+
+}  // namespace tavlo

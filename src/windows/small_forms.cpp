@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "windows/small_forms.h"
+
+#include <QLabel>
+#include <QProgressBar>
+#include <QVBoxLayout>
+#include <cmath>
+
+#include "qt/gui/shown_text.h"
+
+namespace tavlo {
+namespace {
+
+constexpr int kFullGauge = 200;
+/// Steps of the bar for one of the gauge, so that it moves smoothly.
+constexpr int kFine = 10;
+constexpr int kGaugeWidth = 320;
+constexpr int kPadding = 16;
+
+void MakePane(QFrame& pane, const QString& name) {
+  pane.setObjectName(name);
+  pane.setFrameStyle(QFrame::StyledPanel | QFrame::Raised);
+  pane.setAutoFillBackground(true);
+  pane.hide();
+}
+
+void ShowInTheMiddle(QFrame& pane) {
+  pane.adjustSize();
+  if (const QWidget* parent = pane.parentWidget()) pane.move(parent->rect().center() - pane.rect().center());
+  pane.raise();
+  pane.show();
+  pane.repaint();
+}
+
+}  // namespace
+
+GaugeForm::GaugeForm(const QString& name, const QString& title, std::function<void(bool)> hold,
+                     QWidget* parent)
+    : QFrame(parent), hold_(std::move(hold)), phase_(new QLabel(this)), gauge_(new QProgressBar(this)) {
+  MakePane(*this, name);
+  auto* heading = new QLabel(title, this);
+  phase_->setTextFormat(Qt::PlainText);
+  gauge_->setRange(0, kFullGauge * kFine);
+  gauge_->setTextVisible(false);
+  gauge_->setMinimumWidth(kGaugeWidth);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
+  column->addWidget(heading);
+  column->addWidget(gauge_);
+  column->addWidget(phase_);
+}
+
+void GaugeForm::Show() {
+  gauge_->setValue(0);
+  phase_->setText(QStringLiteral(" "));
+  hold_(true);
+  ShowInTheMiddle(*this);
+}
+
+void GaugeForm::Hide() {
+  hide();
+  hold_(false);
+}
+
+void GaugeForm::Gauge(double value) {
+  gauge_->setValue(static_cast<int>(std::lround(value * kFine)));
+  gauge_->repaint();
+}
+
+void GaugeForm::Phase(std::string_view name, int, int) {
+  const QString text = QStringLiteral("Sending ") + FromText(name);
+  if (text == phase_->text()) return;
+  phase_->setText(text);
+  phase_->repaint();
+}
+
+LoadingPane::LoadingPane(QWidget* parent) : QFrame(parent) {
+  MakePane(*this, QStringLiteral("Loading"));
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
+  column->addWidget(new QLabel(QStringLiteral("Loading file from disk..."), this));
+}
+
+void LoadingPane::Show() {
+  ShowInTheMiddle(*this);
+}
+
+void LoadingPane::Hide() {
+  hide();
+}
+
+}  // namespace tavlo

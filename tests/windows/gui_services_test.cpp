@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "qt/gui/gui_services.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+#include <functional>
+
+#include "qt/gui/shown_text.h"
+
+namespace tavlo {
+namespace {
+
+/// Looks at the box that comes up and presses one of its buttons.
+void WhenABoxComes(const std::function<void(QMessageBox&)>& look, QMessageBox::StandardButton press) {
+  QTimer::singleShot(0, qApp, [look, press] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    ASSERT_NE(box, nullptr);
+    look(*box);
+    box->button(press)->click();
+  });
+}
+
+TEST(GuiMessageBoxes, ShowTextTitleButtonsAndIconExactly) {
+  struct Case {
+    Buttons buttons;
+    Icon icon;
+    QMessageBox::StandardButtons shown_buttons;
+    QMessageBox::Icon shown_icon;
+    QMessageBox::StandardButton press;
+    Answer answer;
+  };
+  const std::vector<Case> cases = {
+      {Buttons::OK, Icon::None, QMessageBox::Ok, QMessageBox::NoIcon, QMessageBox::Ok, Answer::OK},
+      {Buttons::OKCancel, Icon::Question, QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Question,
+       QMessageBox::Cancel, Answer::Cancel},
+      {Buttons::OKCancel, Icon::Stop, QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Critical,
+       QMessageBox::Ok, Answer::OK},
+      {Buttons::YesNo, Icon::Exclamation, QMessageBox::Yes | QMessageBox::No, QMessageBox::Warning,
+       QMessageBox::Yes, Answer::Yes},
+      {Buttons::YesNo, Icon::None, QMessageBox::Yes | QMessageBox::No, QMessageBox::NoIcon, QMessageBox::No,
+       Answer::No},
+  };
+  GuiMessageBoxes boxes;
+  for (const Case& row : cases) {
+    WhenABoxComes(
+        [&row](QMessageBox& box) {
+          EXPECT_EQ(box.windowTitle(), QStringLiteral("Title"));
+          EXPECT_EQ(box.text(), QStringLiteral("Is <b>this</b> & that\nright?"));
+          EXPECT_EQ(box.textFormat(), Qt::PlainText);
+          EXPECT_EQ(box.standardButtons(), row.shown_buttons);
+          EXPECT_EQ(box.icon(), row.shown_icon);
+        },
+        row.press);
+    EXPECT_EQ(boxes.MsgBox("Is <b>this</b> & that\nright?", "Title", row.buttons, row.icon), row.answer);
+  }
+  EXPECT_EQ(boxes.Shown().size(), cases.size());
+}
+
+TEST(GuiMessageBoxes, AnEmptyTitleStaysEmptyOnTheScreen) {
+  GuiMessageBoxes boxes;
+  WhenABoxComes([](QMessageBox& box) { EXPECT_EQ(box.windowTitle().trimmed(), QString()); }, QMessageBox::Ok);
+  EXPECT_EQ(boxes.MsgBox("x", "", Buttons::OK, Icon::None), Answer::OK);
+  EXPECT_EQ(boxes.Shown().back().title, "");
+}
+
+TEST(GuiMessageBoxes, EscapeAnswersTheCautiousWay) {
+  GuiMessageBoxes boxes;
+  const auto escape = [] {
+    QTimer::singleShot(0, qApp, [] { static_cast<QDialog*>(QApplication::activeModalWidget())->reject(); });
+  };
+  escape();
+  EXPECT_EQ(boxes.MsgBox("x", "t", Buttons::OKCancel, Icon::None), Answer::Cancel);
+  escape();
+  EXPECT_EQ(boxes.MsgBox("x", "t", Buttons::YesNo, Icon::None), Answer::No);
+  escape();
+  EXPECT_EQ(boxes.MsgBox("x", "t", Buttons::OK, Icon::None), Answer::OK);
+}
+
+TEST(GuiMessageBoxes, AnswersSetBeforehandAreGivenInTurnWithoutABox) {
+  GuiMessageBoxes boxes;
+  boxes.setNextAnswer(Answer::No);
+  boxes.setNextAnswer(Answer::Cancel);
+  EXPECT_EQ(boxes.MsgBox("one", "a", Buttons::YesNo, Icon::Stop), Answer::No);
+  EXPECT_EQ(boxes.MsgBox("two", "b", Buttons::OKCancel, Icon::None), Answer::Cancel);
+  ASSERT_EQ(boxes.Shown().size(), 2u);
+  EXPECT_EQ(boxes.Shown()[0], (GuiMessageBoxes::Box{"one", "a", Buttons::YesNo, Icon::Stop}));
+}
+
+TEST(GuiMessageBoxes, OneBoxMayStandOnAnother) {
+  GuiMessageBoxes boxes;
+  QTimer::singleShot(0, qApp, [&] {
+    auto* outer = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    WhenABoxComes([](QMessageBox& box) { EXPECT_EQ(box.text(), QStringLiteral("inner")); }, QMessageBox::Ok);
+    boxes.MsgBox("inner", "t", Buttons::OK, Icon::None);
+    outer->button(QMessageBox::Yes)->click();
+  });
+  EXPECT_EQ(boxes.MsgBox("outer", "t", Buttons::YesNo, Icon::None), Answer::Yes);
+}
+
+TEST(GuiFileDialogs, OfferTheFiltersInTheirOrderAndGiveNothingWhenCancelled) {
+  GuiFileDialogs dialogs;
+  bool looked = false;
+  QTimer::singleShot(0, qApp, [&] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(dialog, nullptr);
+    looked = true;
+    EXPECT_EQ(dialog->nameFilters(), (QStringList{QStringLiteral("Tavlo Hub Files (*.TVH)"),
+                                                  QStringLiteral("Oskel Composer Files (*.OSK)")}));
+    EXPECT_EQ(dialog->acceptMode(), QFileDialog::AcceptOpen);
+    EXPECT_EQ(dialog->defaultSuffix(), QStringLiteral("tvh"));
+    dialog->reject();
+  });
+  EXPECT_EQ(dialogs.OpenFileName({{{"Tavlo Hub Files", "*.TVH"}, {"Oskel Composer Files", "*.OSK"}}, "tvh"}),
+            std::nullopt);
+  EXPECT_TRUE(looked);
+}
+
+TEST(GuiFileDialogs, APathSetBeforehandIsGivenWithoutADialog) {
+  GuiFileDialogs dialogs;
+  dialogs.setNextFileName("/a/b.TVH");
+  dialogs.setNextFileName(std::nullopt);
+  EXPECT_EQ(dialogs.SaveFileName({}), "/a/b.TVH");
+  EXPECT_EQ(dialogs.SaveFileName({}), std::nullopt);
+}
+
+TEST(ShownText, ReadsProgramsAsLatin1AndMessagesByWhatTheyHold) {
+  EXPECT_EQ(FromText("caf\xe9"), QString::fromUtf8("caf\u00e9"));
+  EXPECT_EQ(ToText(QString::fromUtf8("caf\u00e9")), "caf\xe9");
+  EXPECT_EQ(FromMessage("axis caf\xe9"), QString::fromUtf8("axis caf\u00e9"));
+  EXPECT_EQ(FromMessage("/caf\xc3\xa9.TVH"), QString::fromUtf8("/caf\u00e9.TVH"));
+  EXPECT_EQ(FromPath(ToPath(QString::fromUtf8("/caf\u00e9.TVH"))), QString::fromUtf8("/caf\u00e9.TVH"));
+}
+
+}  // namespace
+}  // namespace tavlo

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QImage>
+#include <QMouseEvent>
+#include <QTest>
+#include <QWidget>
+#include <memory>
+#include <string>
+
+#include "support/fake_desk.h"
+#include "windows/composer_windows.h"
+#include "windows/prog_window.h"
+
+namespace tavlo::testing {
+
+/// The real windows of a session between fakes: port, boxes, dialogs, files, settings and clock.
+struct WindowSession {
+  WindowSession() {
+    fakes.port.is_open = false;
+    windows = std::make_unique<ComposerWindows>(Services());
+  }
+
+  [[nodiscard]] Outside Services() {
+    return {
+        fakes.port,    fakes.boxes,  fakes.clock,
+        fakes.loop,    fakes.beeper, fakes.settings,
+        fakes.dialogs, fakes.files,  [](int number) { return QStringLiteral("/dev/line%1").arg(number); }};
+  }
+
+  /// Loads and shows the main window.
+  void Begin() {
+    Main().Begin(Handlers());
+    Main().show();
+    Main().activateWindow();
+    Settle();
+  }
+  void Settle() { QApplication::processEvents(); }
+
+  [[nodiscard]] LongForm& Main() { return windows->Main(); }
+  [[nodiscard]] Desk& Handlers() { return windows->Handlers(); }
+  [[nodiscard]] Source& Session() { return windows->Handlers().source; }
+  [[nodiscard]] Program& Lines() { return Session().program; }
+  [[nodiscard]] ProgWindow& Pane() { return *Find<ProgWindow>("ProgWindow"); }
+
+  template <class T>
+  [[nodiscard]] T* Find(const char* name) {
+    T* found = Main().findChild<T*>(QString::fromLatin1(name));
+    EXPECT_NE(found, nullptr) << name;
+    return found;
+  }
+
+  /// The pane as it is painted now.
+  [[nodiscard]] QImage Painted() {
+    Settle();
+    return Pane().grab().toImage();
+  }
+
+  FakeDesk fakes;
+  std::unique_ptr<ComposerWindows> windows;
+};
+
+/// A session whose main window is up.
+struct RunningSession : WindowSession {
+  RunningSession() {
+    Begin();
+    fakes.port.sent.clear();
+    fakes.boxes.shown.clear();
+  }
+};
+
+/// Alt and the key. A button that is pressed so goes down for a moment before it acts.
+inline void PressMnemonic(QWidget* widget, Qt::Key key) {
+  QTest::keyClick(widget, key, Qt::AltModifier);
+  QTest::qWait(150);
+}
+
+/// A message of the hub about a line.
+inline std::string LineMessage(int header, int line) {
+  return {static_cast<char>(header), static_cast<char>(line / 16), static_cast<char>(line % 16), '\0'};
+}
+
+}  // namespace tavlo::testing
