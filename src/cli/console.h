@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "cli/environment.h"
+#include "platform/services.h"
+
+namespace tavlo::cli {
+
+/// Who answers the questions of the checks and the halts.
+enum class AnswerBy { Operator, Yes, No };
+
+/// The operator's side of a command: results on one stream, everything else on the other.
+class Console {
+ public:
+  explicit Console(Environment& environment) : environment_(environment) {}
+
+  /// One row of the result, in UTF-8. Leaves at once, for whoever reads along.
+  void Result(std::string_view row);
+  /// False once a result could not be written.
+  [[nodiscard]] bool ResultsArrive() const { return environment_.out.good(); }
+
+  /// A message in the operator's exact words.
+  void Message(std::string_view text);
+  /// What this program itself has to say.
+  void Note(std::string_view text);
+  /// A line that the next message or status replaces. Shown on a terminal only; empty takes it away.
+  void Status(std::string_view text);
+  [[nodiscard]] bool ShowsStatus() const { return environment_.err_is_terminal; }
+  void Beep();
+
+  /// Shows the question and gets its answer. Where nobody can be asked the answer is the cautious one, No
+  /// or Cancel, and is told.
+  [[nodiscard]] Answer Ask(std::string_view question, Buttons buttons, AnswerBy by);
+
+ private:
+  [[nodiscard]] Answer AskOperator(std::string_view question, Buttons buttons);
+
+  Environment& environment_;
+  bool status_shown_ = false;
+};
+
+}  // namespace tavlo::cli

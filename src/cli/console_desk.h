@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "cli/console.h"
+#include "cli/console_services.h"
+#include "cli/exit_code.h"
+#include "cli/progress.h"
+#include "desk/desk.h"
+#include "qt/qt_services.h"
+
+namespace tavlo::cli {
+
+/// A Desk whose operator sits at the console. Everything it is made from must outlive it.
+class ConsoleDesk {
+ public:
+  ConsoleDesk(Source& source, Console& console, HubLine& line, AnswerBy by, ProgramView& view, RunView& run);
+  ConsoleDesk(const ConsoleDesk&) = delete;
+  ConsoleDesk& operator=(const ConsoleDesk&) = delete;
+
+ private:
+  ConsoleBeeper beeper_;
+  NoSettings settings_;
+  NoDialogs dialogs_;
+  NoLoading loading_;
+  QtFileStore files_;
+
+ public:
+  ConsoleBoxes boxes;
+  ConsoleProgress progress;
+  Desk desk;
+};
+
+/// Reads a program file. False after its message.
+[[nodiscard]] bool LoadProgram(Source& source, Console& console, const std::string& path);
+
+/// Makes and opens the line of the port. Nothing after the message of a failure.
+[[nodiscard]] std::unique_ptr<HubLine> OpenLine(Environment& environment, Console& console,
+                                                const PortName& port);
+
+/// The end of an exchange that went wrong: by the line if that has gone, which it tells, else by the hub.
+[[nodiscard]] ExitCode HubFailure(Console& console, HubLine& line);
+
+}  // namespace tavlo::cli

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <string_view>
+
+#include "platform/serial_port.h"
+#include "platform/services.h"
+
+namespace tavlo::cli {
+
+/// Thrown out of a polled wait, a yield or a question when the operator has interrupted the command.
+struct Interrupted {};
+
+/// What `--port` names: one of the eight Comms, or a device.
+struct PortName {
+  /// 1..8, or 0 for a device.
+  int comm = 0;
+  std::string device;
+
+  [[nodiscard]] std::string Label() const { return comm != 0 ? "Comm " + std::to_string(comm) : device; }
+};
+
+/// The line to the hub and the time that goes with it. Waits of its port and Yield() of its loop throw
+/// Interrupted once the operator has interrupted.
+class HubLine {
+ public:
+  virtual ~HubLine() = default;
+  [[nodiscard]] virtual SerialPort& Port() = 0;
+  [[nodiscard]] virtual Clock& Time() = 0;
+  [[nodiscard]] virtual EventLoop& Loop() = 0;
+  /// Sleeps until bytes are there, the device has gone, the operator interrupts or `seconds` have
+  /// passed, whichever is first. Handles no byte by itself and does not throw.
+  virtual void Wait(double seconds) = 0;
+  [[nodiscard]] virtual bool IsInterrupted() const = 0;
+  /// Every byte both ways: `out` for what goes to the hub.
+  std::function<void(bool out, std::string_view bytes)> OnTraffic;
+};
+
+/// What a command has around it. Streams take UTF-8.
+struct Environment {
+  /// Results.
+  std::ostream& out;
+  /// Messages and progress.
+  std::ostream& err;
+  bool err_is_terminal = false;
+  /// A line that the operator types, nothing at the end of input; empty when there is nobody to ask.
+  std::function<std::optional<std::string>()> read_line;
+  /// Makes the line of a port, not opened.
+  std::function<std::unique_ptr<HubLine>(const PortName&)> make_line;
+};
+
+}  // namespace tavlo::cli

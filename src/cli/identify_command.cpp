@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <array>
+
+#include "cli/command.h"
+#include "cli/console_desk.h"
+#include "cli/json_text.h"
+#include "cli/options.h"
+#include "cli/trace.h"
+#include "desk/main_window.h"
+#include "link/drive_check.h"
+#include "link/polled.h"
+#include "platform/number_format.h"
+
+namespace tavlo::cli {
+namespace {
+
+/// No drive reports this revision.
+constexpr float kNotRead = -1;
+
+struct HubReport {
+  std::string_view model;
+  int model_code = 0;
+  double firmware = 0;
+  int axes = 0;
+  DriveList drives;
+  std::array<float, kAxisSlots> revisions{};
+};
+
+std::string Padded(std::string text, std::size_t width) {
+  if (text.size() < width) text.resize(width, ' ');
+  return text;
+}
+
+bool IsKnown(int model_code) {
+  return std::ranges::any_of(kHubModels, [=](const HubModelRow& row) { return row.code == model_code; });
+}
+
+class IdentifyCommand : public Command {
+ public:
+  [[nodiscard]] std::string_view Name() const override { return "identify"; }
+  [[nodiscard]] std::string_view Description() const override {
+    return "Ask the hub for its model, its firmware and its drives";
+  }
+  void AddOptions(CLI::App& app) override {
+    AddLineOptions(app, line_options_);
+    AddJson(app, json_);
+  }
+
+  [[nodiscard]] ExitCode Execute(Environment& environment) override {
+    Console console(environment);
+    const auto line = OpenLine(environment, console, line_options_.Name());
+    if (!line) return ExitCode::Port;
+    std::optional<Trace> trace;
+    if (line_options_.trace) trace.emplace(*line, environment.err);
+    Source source;
+    InitSession(source);
+    NoProgramView view;
+    NoRunView run;
+    ConsoleDesk desk(source, console, *line, AnswerBy::No, view, run);
+    const auto report = AskHub(desk.desk, console);
+    if (!report) return HubFailure(console, *line);
+    if (json_) {
+      console.Result(JsonLine(AsJson(*report)));
+    } else {
+      Print(console, *report);
+    }
+    return ExitCode::Done;
+  }
+
+ private:
+  static std::optional<HubReport> AskHub(Desk& desk, Console& console) {
+    const std::string identity = CheckDrive(desk);
+    if (identity.empty()) return std::nullopt;
+    HubReport report;
+    report.model_code = static_cast<unsigned char>(identity[1]);
+    if (!IsKnown(report.model_code)) {
+      console.Note("the device answers as model " + Joined(report.model_code) + ", which is no known hub");
+      return std::nullopt;
+    }
+    report.model = kHubModels[desk.program().HubIndex].name;
+    report.firmware = VersionOfByte(static_cast<unsigned char>(identity[0]));
+    report.axes = HubAxes(desk.program());
+    const EventsOff events(desk.Comm1);
+    const auto drives = ReadDriveList(desk);
+    if (!drives) return std::nullopt;
+    report.drives = *drives;
+    report.revisions.fill(kNotRead);
+    ScanDrivesRV(desk, report.revisions);
+    return report.revisions[0] == kNotRead ? std::nullopt : std::optional(report);
+  }
+
+  static void Print(Console& console, const HubReport& report) {
+    constexpr std::size_t kAxisWidth = 6;
+    constexpr std::size_t kModelWidth = 16;
+    console.Result(std::string(report.model) + ", firmware " + Format(report.firmware, "0.00"));
+    console.Result(Padded("Axis", kAxisWidth) + Padded("Expected", kModelWidth) +
+                   Padded("Plugged in", kModelWidth) + "Firmware");
+    for (int axis = 0; axis < report.axes; ++axis) {
+      const int actual = report.drives.actual[axis];
+      console.Result(Padded(Joined(axis + 1), kAxisWidth) +
+                     Padded(std::string(ModelName(report.drives.expected[axis])), kModelWidth) +
+                     Padded(std::string(ModelName(actual)), kModelWidth) +
+                     (actual == 0 ? "-" : VersionText(report.revisions[axis])));
+    }
+  }
+
+  static Json AsJson(const HubReport& report) {
+    Json axes = Json::array();
+    for (int axis = 0; axis < report.axes; ++axis) {
+      const int expected = report.drives.expected[axis];
+      const int actual = report.drives.actual[axis];
+      axes.push_back({{"axis", axis + 1},
+                      {"expectedCode", expected},
+                      {"expected", ModelName(expected)},
+                      {"pluggedCode", actual},
+                      {"plugged", ModelName(actual)},
+                      {"firmware", actual == 0 ? Json() : Json(Val(VersionText(report.revisions[axis])))}});
+    }
+    return {{"model", report.model},
+            {"modelCode", report.model_code},
+            {"firmware", report.firmware},
+            {"axes", axes}};
+  }
+
+  LineOptions line_options_;
+  bool json_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> MakeIdentifyCommand() {
+  return std::make_unique<IdentifyCommand>();
+}
+
+}  // namespace tavlo::cli

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "cli/options.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cmath>
+
+#include "link/com_port.h"
+#include "platform/number_format.h"
+
+namespace tavlo::cli {
+
+std::optional<PortName> ParsePort(std::string_view text) {
+  if (text.empty()) return std::nullopt;
+  const bool number = std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
+  if (!number) return PortName{0, std::string(text)};
+  const int comm = text.size() == 1 ? text[0] - '0' : 0;
+  return comm >= 1 && comm <= kPorts ? std::optional(PortName{comm, ""}) : std::nullopt;
+}
+
+std::optional<int> ParseFirmware(std::string_view text) {
+  constexpr double kLowest = 100;
+  constexpr double kHighest = 355;
+  const auto version = ParseNumber(text);
+  if (!version) return std::nullopt;
+  const double hundredths = std::round(*version * 100);
+  const bool two_places = std::abs(*version * 100 - hundredths) < 1e-6;
+  if (!two_places || hundredths < kLowest || hundredths > kHighest) return std::nullopt;
+  return static_cast<int>(hundredths - kLowest);
+}
+
+PortName LineOptions::Name() const {
+  return ParsePort(port).value_or(PortName{0, port});
+}
+
+void AddFile(CLI::App& app, std::string& path, bool required) {
+  app.add_option("FILE", path, "Program file (.TVH)")->required(required)->type_name("");
+}
+
+void AddJson(CLI::App& app, bool& json) {
+  app.add_flag("--json", json, "Print the result as JSON");
+}
+
+void AddLineOptions(CLI::App& app, LineOptions& options) {
+  app.add_option("--port", options.port, "The hub's port: 1 to 8 for Comm 1 to Comm 8, or a device's path")
+      ->required()
+      ->type_name("P")
+      ->check(CLI::Validator(
+          [](const std::string& text) {
+            return ParsePort(text) ? "" : "'" + text + "' is neither 1 to 8 nor a path";
+          },
+          ""));
+  app.add_flag("--trace", options.trace, "Print the bytes both ways on standard error");
+}
+
+void AddAnswerOptions(CLI::App& app, AnswerOptions& options) {
+  CLI::Option* yes = app.add_flag("--yes", options.yes, "Answer every question with Yes or OK");
+  app.add_flag("--no", options.no, "Answer every question with No or Cancel")->excludes(yes);
+}
+
+void AddFirmware(CLI::App& app, int& revision_byte) {
+  app.add_option_function<std::string>(
+         "--firmware",
+         [&revision_byte](const std::string& text) {
+           revision_byte = ParseFirmware(text).value_or(revision_byte);
+         },
+         "Firmware of the hub to compile for, 1.00 to 3.55")
+      ->type_name("X.YY")
+      ->default_str("1.38")
+      ->check(CLI::Validator(
+          [](const std::string& text) {
+            return ParseFirmware(text) ? "" : "'" + text + "' is no firmware from 1.00 to 3.55";
+          },
+          ""));
+}
+
+}  // namespace tavlo::cli

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "cli/console.h"
+#include "cli/environment.h"
+
+namespace CLI {
+class App;
+}
+
+namespace tavlo::cli {
+
+// Options that several commands share, each added to a command by its function.
+
+void AddFile(CLI::App& app, std::string& path, bool required);
+void AddJson(CLI::App& app, bool& json);
+
+/// `--port` and `--trace`.
+struct LineOptions {
+  std::string port;
+  bool trace = false;
+
+  [[nodiscard]] PortName Name() const;
+};
+void AddLineOptions(CLI::App& app, LineOptions& options);
+
+/// `--yes` and `--no`.
+struct AnswerOptions {
+  bool yes = false;
+  bool no = false;
+
+  [[nodiscard]] AnswerBy By() const {
+    if (yes) return AnswerBy::Yes;
+    return no ? AnswerBy::No : AnswerBy::Operator;
+  }
+};
+void AddAnswerOptions(CLI::App& app, AnswerOptions& options);
+
+/// `--firmware`, as its revision byte: hundredths above 1.00.
+void AddFirmware(CLI::App& app, int& revision_byte);
+
+/// 1 to 8, or anything that can be a device; nothing for another number and the empty text.
+[[nodiscard]] std::optional<PortName> ParsePort(std::string_view text);
+/// "1.00" to "3.55" to its revision byte.
+[[nodiscard]] std::optional<int> ParseFirmware(std::string_view text);
+
+}  // namespace tavlo::cli

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include <CLI/CLI.hpp>
+#include <filesystem>
+
+#include "cli/command.h"
+#include "cli/console.h"
+#include "cli/json_text.h"
+#include "cli/options.h"
+#include "link/com_port.h"
+#include "qt/comm_devices.h"
+
+namespace tavlo::cli {
+namespace {
+
+bool Exists(const std::string& device) {
+  std::error_code error;
+  return std::filesystem::exists(device, error);
+}
+
+class PortsCommand : public Command {
+ public:
+  [[nodiscard]] std::string_view Name() const override { return "ports"; }
+  [[nodiscard]] std::string_view Description() const override {
+    return "List Comm 1 to Comm 8 and the devices that they stand for";
+  }
+  void AddOptions(CLI::App& app) override { AddJson(app, json_); }
+
+  [[nodiscard]] ExitCode Execute(Environment& environment) override {
+    Console console(environment);
+    Json ports = Json::array();
+    for (int comm = 1; comm <= kPorts; ++comm) {
+      const std::string device = CommDeviceFor(comm);
+      const bool exists = Exists(device);
+      ports.push_back({{"comm", comm}, {"device", device}, {"exists", exists}});
+      if (!json_) {
+        console.Result(PortName{comm, ""}.Label() + '\t' + device + '\t' + (exists ? "there" : "missing"));
+      }
+    }
+    if (json_) console.Result(JsonLine({{"ports", ports}}));
+    return ExitCode::Done;
+  }
+
+ private:
+  bool json_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> MakePortsCommand() {
+  return std::make_unique<PortsCommand>();
+}
+
+}  // namespace tavlo::cli

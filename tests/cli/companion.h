@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "cli/sim_line.h"
+#include "cli/tavlo.h"
+#include "cli/temp_folder.h"
+#include "model/program_file.h"
+
+namespace tavlo::testing {
+
+/// What a command left behind.
+struct Outcome {
+  int code = 0;
+  std::string out;
+  std::string err;
+  bool operator==(const Outcome&) const = default;
+};
+
+inline void PrintTo(const Outcome& outcome, std::ostream* out) {
+  *out << "exit " << outcome.code << "\nout: " << outcome.out << "err: " << outcome.err;
+}
+
+/// The companion in this process, its hub in memory.
+class Companion : public ::testing::Test {
+ protected:
+  Companion() {
+    InitHardware(program.Axis);
+    InitProg(program);
+  }
+
+  Instruction& Line(int number) { return program.Prog[number - 1]; }
+
+  /// Writes the program to a file and gives its name.
+  std::string File(const std::string& name = "program.TVH") {
+    return folder.Write(name, WriteHubProg(program, 0));
+  }
+
+  Outcome Tavlo(const std::vector<std::string>& arguments) {
+    std::ostringstream out;
+    std::ostringstream err;
+    cli::Environment environment{out, err, err_is_terminal, read_line, [this](const cli::PortName& name) {
+                                   hub.name = name;
+                                   return hub.Line();
+                                 }};
+    const cli::ExitCode code = cli::RunTavlo(arguments, environment);
+    return {static_cast<int>(code), out.str(), err.str()};
+  }
+
+  /// Puts the program into the hub and forgets what passed over the line.
+  void PutIntoHub() {
+    ASSERT_EQ(Tavlo({"download", File(), "--port", "1"}).code, 0);
+    hub.port.sent.clear();
+  }
+
+  TempFolder folder;
+  Program program;
+  SimHub hub;
+  bool err_is_terminal = false;
+  std::function<std::optional<std::string>()> read_line;
+};
+
+}  // namespace tavlo::testing

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "cli/descriptor_stream.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <ostream>
+#include <string>
+#include <thread>
+
+#include "cli/interrupts.h"
+
+namespace tavlo::testing {
+namespace {
+
+class DescriptorStream : public ::testing::Test {
+ protected:
+  DescriptorStream() { EXPECT_EQ(pipe(ends_.data()), 0); }
+  ~DescriptorStream() override {
+    for (const int end : ends_) close(end);
+  }
+  std::string ReadSome(std::size_t count) {
+    std::string bytes(count, '\0');
+    bytes.resize(static_cast<std::size_t>(std::max<ssize_t>(read(ends_[0], bytes.data(), count), 0)));
+    return bytes;
+  }
+  std::array<int, 2> ends_{};
+};
+
+TEST_F(DescriptorStream, BytesArriveAtAFlush) {
+  cli::DescriptorBuffer buffer(ends_[1]);
+  std::ostream out(&buffer);
+  out << "hello " << 42 << std::flush;
+  EXPECT_EQ(ReadSome(100), "hello 42");
+}
+
+TEST_F(DescriptorStream, MoreThanAPipeHoldsArrivesWhole) {
+  std::string arrived;
+  const std::string sent(300000, 'x');
+  std::thread reader([&] {
+    while (arrived.size() < sent.size()) arrived += ReadSome(10000);
+  });
+  {
+    cli::DescriptorBuffer buffer(ends_[1]);
+    std::ostream out(&buffer);
+    out << sent << std::flush;
+    EXPECT_TRUE(out.good());
+  }
+  reader.join();
+  EXPECT_EQ(arrived, sent);
+}
+
+TEST_F(DescriptorStream, AnInterruptionBreaksOffWhatNobodyTakes) {
+  const cli::Interrupts interrupts;
+  cli::DescriptorBuffer buffer(ends_[1]);
+  std::ostream out(&buffer);
+  raise(SIGINT);
+  EXPECT_TRUE(cli::Interrupts::Pending());
+  out << "there is room" << std::flush;
+  EXPECT_TRUE(out.good()) << "what can be written still is";
+  out << std::string(300000, 'x') << std::flush;
+  EXPECT_FALSE(out.good());
+}
+
+TEST_F(DescriptorStream, ADescriptorThatTakesNothingFailsTheStream) {
+  const int full = open("/dev/full", O_WRONLY);
+  cli::DescriptorBuffer buffer(full);
+  std::ostream out(&buffer);
+  out << "hello" << std::flush;
+  EXPECT_FALSE(out.good());
+  close(full);
+}
+
+TEST(Interrupts, AreGoneWithTheirObject) {
+  EXPECT_EQ(cli::Interrupts::Descriptor(), -1);
+  {
+    const cli::Interrupts interrupts;
+    EXPECT_GE(cli::Interrupts::Descriptor(), 0);
+    EXPECT_FALSE(cli::Interrupts::Pending());
+    raise(SIGTERM);
+    EXPECT_TRUE(cli::Interrupts::Pending());
+  }
+  EXPECT_EQ(cli::Interrupts::Descriptor(), -1);
+  struct sigaction now {};
+  sigaction(SIGINT, nullptr, &now);
+  EXPECT_EQ(now.sa_handler, SIG_DFL);
+}
+
+}  // namespace
+}  // namespace tavlo::testing

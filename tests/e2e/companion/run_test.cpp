@@ -1,0 +1,261 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <array>
+
+#include "road.h"
+#include "terminal_process.h"
+
+namespace tavlo::testing {
+namespace {
+
+const std::string kRuns = "tavlo: the program runs; Ctrl-C stops it\n";
+
+/// A run whose results go into a pipe that the test holds the other end of and does not read.
+class PipedRun {
+ public:
+  explicit PipedRun(const std::string& link) {
+    EXPECT_EQ(pipe2(ends_.data(), O_CLOEXEC), 0);
+    pid_ = fork();
+    if (pid_ != 0) {
+      close(ends_[1]);
+      return;
+    }
+    dup2(ends_[1], STDOUT_FILENO);
+    dup2(open("/dev/null", O_WRONLY), STDERR_FILENO);
+    execl(TAVLO_CLI, "tavlo", "run", "--port", link.c_str(), nullptr);
+    _exit(127);
+  }
+  ~PipedRun() { CloseReader(); }
+  PipedRun(const PipedRun&) = delete;
+  PipedRun& operator=(const PipedRun&) = delete;
+
+  void Interrupt() const { ::kill(pid_, SIGINT); }
+  void CloseReader() {
+    if (ends_[0] >= 0) close(ends_[0]);
+    ends_[0] = -1;
+  }
+  /// The exit code; -1 if a signal ended it.
+  [[nodiscard]] int Wait() const {
+    int status = 0;
+    EXPECT_EQ(waitpid(pid_, &status, 0), pid_);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  }
+
+ private:
+  std::array<int, 2> ends_{-1, -1};
+  pid_t pid_ = -1;
+};
+
+class RunRoad : public CompanionRoad {
+ protected:
+  /// Starts a hub with the program in it.
+  void StartHubWithProgram(const QStringList& options = {}) {
+    StartHub(options);
+    ASSERT_EQ(Download().code, 0);
+  }
+  [[nodiscard]] QStringList RunArguments(const QStringList& more = {}) const {
+    return QStringList{"run", "--port", hub->Link()} + more;
+  }
+  /// Sends the command to the hub while the program runs.
+  Ended RunAndThen(const QByteArray& command, const QStringList& more = {}) {
+    TavloProcess tavlo(RunArguments(more));
+    EXPECT_TRUE(tavlo.Says("the program runs"));
+    // The program starts with the byte that follows the message.
+    EXPECT_TRUE(HubGotLast('I'));
+    hub->Command(command);
+    return tavlo.Wait();
+  }
+};
+
+TEST_F(RunRoad, EachLineIsPrintedAsItStartsAndFinishes) {
+  for (const int line : {1, 3}) {
+    Line(line).Type = WT;
+    Line(line).Time = 10;
+  }
+  StartHubWithProgram();
+  EXPECT_EQ(Tavlo(RunArguments({File(), "--for", "0.6"})), (Ended{0,
+                                                                  "1\tstarted\tWait 0.01 seconds\n"
+                                                                  "1\tfinished\tWait 0.01 seconds\n"
+                                                                  "3\tstarted\tWait 0.01 seconds\n"
+                                                                  "3\tfinished\tWait 0.01 seconds\n",
+                                                                  kRuns}));
+  EXPECT_TRUE(Received().endsWith("SCDREXIIS"));
+}
+
+TEST_F(RunRoad, EverySignalThatEndsAProgramStopsTheMachineFirst) {
+  LongMove();
+  StartHubWithProgram();
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    TavloProcess tavlo(RunArguments());
+    ASSERT_TRUE(tavlo.Says("the program runs"));
+    ASSERT_TRUE(HubGotLast('I'));
+    tavlo.Signal(signal);
+    EXPECT_EQ(tavlo.Wait(), (Ended{130, "1\tstarted\n", kRuns}));
+    EXPECT_TRUE(HubGotLast('S'));
+  }
+}
+
+TEST_F(RunRoad, AStopReachesTheHubThoughNobodyReadsTheResults) {
+  // Two lines that jump to one another print without end.
+  Line(1).Type = GT;
+  Line(1).LineNum = 1;
+  Line(2).Type = GT;
+  Line(2).LineNum = 0;
+  StartHubWithProgram();
+  PipedRun run(hub->Link().toStdString());
+  // The pipe is full once the hub hears no more answers to its line events.
+  qsizetype last = -1;
+  qsizetype now = 0;
+  const QDeadlineTimer limit(10000);
+  for (; (now != last || now < 1000) && !limit.hasExpired(); QThread::msleep(300)) {
+    last = now;
+    now = Received().size();
+  }
+  ASSERT_FALSE(limit.hasExpired());
+  run.Interrupt();
+  EXPECT_EQ(run.Wait(), 130);
+  EXPECT_TRUE(HubGotLast('S'));
+}
+
+TEST_F(RunRoad, AReaderThatGoesAwayStopsTheMachineToo) {
+  LongMove();
+  StartHubWithProgram();
+  PipedRun run(hub->Link().toStdString());
+  run.CloseReader();
+  EXPECT_EQ(run.Wait(), 1) << "not by the signal of the broken pipe";
+  EXPECT_TRUE(HubGotLast('S'));
+}
+
+TEST_F(RunRoad, HaltsAndFaultsEndTheRunWithEightAndTheirWords) {
+  LongMove();
+  StartHubWithProgram();
+  struct Row {
+    QByteArray command;
+    std::string message;
+  };
+  const std::string no = "tavlo: answered No because there is nobody to ask; --yes answers Yes\n";
+  const std::vector<Row> rows = {
+      {"stop", "STOP: The STOP button on the drive has been pressed. Should I reset the drive now?\n" + no},
+      {"limit 1",
+       "LIMIT: Program halted: drive 1 (Axis 1) hit a limit.  Should I reset the hub now?. If one of the "
+       "drives is "
+       "a servo and has faulted, its LED will be displaying an error code.  That condition can only be reset "
+       "by "
+       "interrupting power to the system.\n" +
+           no},
+      {"fault 2 514",
+       "Drive Error: We are experiencing a servo fault on axis 2. The program has been halted.\n  CCW "
+       "Limit\n  bad "
+       "encoder\n"},
+      {"greet", "tavlo: the hub has been switched off and on; its program does not run any more\n"},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(RunAndThen(row.command), (Ended{8, "1\tstarted\n", kRuns + row.message}))
+        << row.command.toStdString();
+  }
+}
+
+TEST_F(RunRoad, YesResetsTheHaltedHub) {
+  LongMove();
+  StartHubWithProgram();
+  const Ended ended = RunAndThen("stop", {"--yes"});
+  EXPECT_EQ(ended.code, 8);
+  EXPECT_TRUE(ended.err.ends_with("tavlo: answered Yes (--yes)\n")) << ended.err;
+  EXPECT_TRUE(Received().endsWith("IRRRRRRRRRR"));
+}
+
+TEST_F(RunRoad, TheOperatorAnswersOnTheTerminal) {
+  LongMove();
+  StartHubWithProgram();
+  TerminalProcess tavlo({TAVLO_CLI, "run", "--port", hub->Link().toStdString()});
+  ASSERT_TRUE(tavlo.Shows("the program runs"));
+  ASSERT_TRUE(HubGotLast('I'));
+  hub->Command("stop");
+  ASSERT_TRUE(tavlo.Shows("Should I reset the drive now? [y/N] "));
+  tavlo.Type("y\n");
+  EXPECT_EQ(tavlo.Wait(), 8);
+  EXPECT_TRUE(Received().endsWith("IRRRRRRRRRR"));
+}
+
+TEST_F(RunRoad, CtrlCOnTheTerminalStopsTheMachineAlsoAtAQuestion) {
+  LongMove();
+  StartHubWithProgram();
+  {
+    TerminalProcess tavlo({TAVLO_CLI, "run", "--port", hub->Link().toStdString()});
+    ASSERT_TRUE(tavlo.Shows("the program runs"));
+    ASSERT_TRUE(HubGotLast('I'));
+    tavlo.Type("\x03");
+    EXPECT_EQ(tavlo.Wait(), 130);
+    EXPECT_TRUE(HubGotLast('S'));
+  }
+  TerminalProcess tavlo({TAVLO_CLI, "run", "--port", hub->Link().toStdString()});
+  ASSERT_TRUE(tavlo.Shows("the program runs"));
+  ASSERT_TRUE(HubGotLast('I'));
+  hub->Command("stop");
+  ASSERT_TRUE(tavlo.Shows("[y/N] "));
+  tavlo.Type("\x03");
+  EXPECT_EQ(tavlo.Wait(), 130);
+  EXPECT_TRUE(HubGotLast('S'));
+}
+
+TEST_F(RunRoad, ALineThatIsLostEndsTheRunWithFive) {
+  LongMove();
+  StartHubWithProgram();
+  EXPECT_EQ(
+      RunAndThen("unplug"),
+      (Ended{5, "1\tstarted\n",
+             kRuns + "tavlo: the port has gone; check the cable. The hub's program may still be running\n"}));
+}
+
+TEST_F(RunRoad, AWaitingRunTakesNoProcessorTime) {
+  LongMove();
+  StartHubWithProgram();
+  TerminalProcess tavlo({TAVLO_CLI, "run", "--port", hub->Link().toStdString(), "--for", "2"});
+  EXPECT_EQ(tavlo.Wait(), 0);
+  EXPECT_LT(tavlo.ProcessorSeconds(), 0.1);
+}
+
+class RunFailure : public RunRoad, public ::testing::WithParamInterface<FailureCase> {};
+
+TEST_P(RunFailure, IsToldInItsWordsAndByItsExitCode) {
+  LongMove();
+  program.Axis.DriveModel[0] = 15;
+  for (int axis = 1; axis < 8; ++axis) program.Axis.DriveModel[axis] = 0;
+  StartHubWithProgram();
+  hub->Command("fail " + QByteArray(GetParam().mode));
+  EXPECT_EQ(Tavlo(RunArguments()), (Ended{GetParam().code, "", GetParam().message + "\n"}));
+}
+
+const std::string kNotCommunicating =
+    "Communication Error: The Tavlo Hub is not communicating.  Is it connected to the right port and turned "
+    "on?  "
+    "Do you have the right comm port selected?  Perhaps cycling power will help.";
+const std::string kNoDrives =
+    "The Tavlo Hub is not responding to the D command.  Is it connected to the right port and turned on?";
+const std::string kNoExecute =
+    "The Tavlo Hub is not responding to the execute (E) command.  Is it connected to the right port and "
+    "turned on?";
+
+INSTANTIATE_TEST_SUITE_P(
+    EveryMode, RunFailure,
+    ::testing::Values(
+        FailureCase{"silent-c", 6, kNotCommunicating}, FailureCase{"one-byte-c", 6, kNotCommunicating},
+        FailureCase{"silent-d", 6, kNoDrives}, FailureCase{"short-d", 6, kNoDrives},
+        FailureCase{"silent-e", 6, kNoExecute}, FailureCase{"late-e", 6, kNoExecute},
+        FailureCase{"noise-e", 6, kNoExecute},
+        FailureCase{
+            "missing-drive:1", 3,
+            "Missing drive: The drive connected to port 1 is not responding.  You must have a drive on "
+            "port 1."},
+        FailureCase{
+            "unknown-drive:1", 3,
+            "Wrong drive: The drive connected to port 1 is a unknown type.  Your program expects drive 1 to "
+            "be a Zenu-A-p.  Do you want to run anyway?\ntavlo: answered No because there is nobody to ask; "
+            "--yes answers Yes"}),
+    NameOfMode);
+
+}  // namespace
+}  // namespace tavlo::testing
