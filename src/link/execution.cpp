@@ -67,6 +67,7 @@ ExecuteResult Execute(Desk& desk) {
 }
 
 void StartRun(Desk& desk, RunWindow window) {
+  desk.source.Stopped = false;
   if (window == RunWindow::ExecStatus) {
     desk.Comm1.Output("X");
     return;
@@ -82,6 +83,7 @@ void StartRun(Desk& desk, RunWindow window) {
 
 void StopRun(Desk& desk, RunWindow window) {
   desk.Comm1.Output("S");
+  desk.source.Stopped = true;
   if (window == RunWindow::fakeMMI) {
     desk.Comm1.RThreshold(1);
     desk.source.MMIActive = false;

@@ -34,8 +34,9 @@ bool IsAxis(int axis) {
   return axis >= 0 && axis < kAxes;
 }
 
+/// An "I" lets the machine go on to its next line, so none goes out after Stop.
 void Acknowledge(Desk& desk) {
-  desk.Comm1.Output("I");
+  if (!desk.source.Stopped) desk.Comm1.Output("I");
 }
 
 /// A halt ends the run: its window goes first, so that the question stands alone.
