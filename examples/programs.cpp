@@ -246,7 +246,7 @@ Program NestedRepeats() {
   w.Feed(X, 2.0, 8.0, 1).Proceed = true;
   w.Feed(Y, 0.75, 4.0);
   w.Add(ER);
-  w.Comment("Home without a word");
+  w.Comment("Wait, then home");
   w.Jump(IM, 11, X);
   w.Position(Y, 0, 6.0);
   w.Jump(GT, 199);

@@ -50,7 +50,10 @@ void QtSettingsStore::Save(std::string_view application, std::string_view sectio
 }
 
 std::optional<std::string> QtFileStore::Replace(const std::string& path, std::string_view bytes) {
-  QSaveFile file(QFile::decodeName(path.c_str()));
+  const QString name = QFile::decodeName(path.c_str());
+  // A rename over a device would take the device away.
+  if (const QFileInfo info(name); info.exists() && !info.isFile()) return path + " is not a file";
+  QSaveFile file(name);
   const auto size = static_cast<qint64>(bytes.size());
   const bool written =
       file.open(QIODevice::WriteOnly) && file.write(bytes.data(), size) == size && file.commit();
