@@ -180,7 +180,7 @@ Program PickAndPlace() {
 /// The operator chooses and enters at the terminal; moves take what was entered.
 Program MenuDriven() {
   Writer w;
-  Name(w.program, 0, "Saw", "mm", 400);
+  Name(w.program, 0, "Saw", "mm", 500);
   const std::int16_t menu = w.Here();
   Instruction& choose = w.Prompt(Menu, "1 Length  2 Pieces  3 Speed   4 Run");
   choose.MenuKey = {false, true, true, true, true, false, false, false, false};

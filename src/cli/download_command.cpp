@@ -19,6 +19,7 @@ namespace {
 ExitCode ExitOf(DownloadResult result) {
   switch (result) {
     case DownloadResult::Done: return ExitCode::Done;
+    case DownloadResult::Refused:
     case DownloadResult::CannotCompile: return ExitCode::Refused;
     case DownloadResult::NoAnswer:
     case DownloadResult::StoppedInLines:

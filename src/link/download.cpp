@@ -2,10 +2,10 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "link/download.h"
 
+#include "checks/chain.h"
 #include "codegen/compile.h"
 #include "link/drive_check.h"
 #include "link/polled.h"
-#include "model/program_queries.h"
 #include "platform/number_format.h"
 
 namespace tavlo {
@@ -182,7 +182,14 @@ std::optional<DownloadResult> Download(Desk& desk) {
     source.Changed = false;
     return std::nullopt;
   }
-  desk.program().MMIused = ProgHasMMI(desk.program());
+  ScanLoops(desk.program());
+  const CheckResult checked = CheckProgram(desk);
+  if (checked != CheckResult::Passed) {
+    source.Busy = false;
+    // A program whose Repeats do not pair is taken for unchanged all the same.
+    if (checked == CheckResult::StoppedClean) source.Changed = false;
+    return DownloadResult::Refused;
+  }
   const DownloadResult result = DownloadProg(desk, desk.program().HubVersion);
   source.Busy = false;
   // Nothing has left the program when a line could not be compiled: it is as unsaved as it was.

@@ -6,9 +6,10 @@
 
 namespace tavlo {
 
-/// How a transfer ended. All but Done have been told to the operator.
+/// How a download ended. All but Done have been told to the operator.
 enum class DownloadResult {
   Done,
+  Refused,        ///< by a check; the hub was not touched
   CannotCompile,  ///< the hub was not touched
   NoAnswer,       ///< to the download command
   StoppedInLines,
@@ -23,7 +24,8 @@ enum class DownloadResult {
 /// `rev` is the hub's firmware.
 DownloadResult DownloadProg(Desk& desk, float rev);
 
-/// The `Download` button. Gives how it ended; nothing if it did not come to a transfer.
+/// The `Download` button: asks the hub who it is, checks the program and sends it. Nothing when another
+/// operation is under way or the hub did not say who it is.
 std::optional<DownloadResult> Download(Desk& desk);
 
 }  // namespace tavlo

@@ -162,6 +162,7 @@ TEST_F(Run, AFaultIsToldWithTheLabelsOfItsBits) {
 
 TEST_F(Run, StackErrorsEndIt) {
   Line(1).Type = RT;
+  Line(9).Type = CL;  // a partner, or the download would be refused; the run never gets there
   PutIntoHub();
   const Outcome outcome = RunIt({"--no"});
   EXPECT_EQ(outcome.code, 8);

@@ -81,7 +81,7 @@ TEST(Profile, AChangeOfSpeedHasTheShapesOfAMoveWithTwoSpeeds) {
 
 TEST(Profile, TheTimeOfADistanceIsTheInverseOfTheDistanceAtATime) {
   const Profile profile = Profile::Travel(100000, kUsual, {50000, 10000});
-  for (double distance = 1; distance < 100000; distance += 997) {
+  for (int distance = 1; distance < 100000; distance += 997) {
     EXPECT_NEAR(profile.DistanceAt(profile.TimeAt(distance)), distance, 1e-5);
   }
   EXPECT_EQ(profile.TimeAt(0), 0);

@@ -56,7 +56,7 @@ TEST(DownloadRoad, EveryExampleStandsInTheHubByteForByteAndIsProvenByItsSum) {
 }
 
 TEST(DownloadRoad, TheFirmwareDecidesTheFormOfTheTestsOfSeveralInputs) {
-  for (const int firmware : {0, 8, 9, 19, 38}) {
+  for (const int firmware : {6, 8, 9, 19, 38}) {
     SCOPED_TRACE(firmware);
     hubsim::HubOptions options;
     options.firmware = static_cast<std::uint8_t>(firmware);

@@ -141,14 +141,17 @@ TEST_F(RunRoad, TheStopButtonOfADriveAndAFaultEndTheRun) {
 }
 
 TEST_F(RunRoad, ACallWithoutAReturnAndAReturnWithoutACallAreTold) {
+  // Each has its partner somewhere, so that no check stops it; the run never gets there.
   desk.Line(0).Type = CL;
   desk.Line(0).LineNum = 0;
+  desk.Line(9).Type = RT;
   DownloadNow();
   desk.boxes.setNextAnswer(Answer::No);
   RunWith([&] { desk.sim.RunEventLoop(5); });
   ASSERT_FALSE(desk.boxes.shown.empty());
   EXPECT_EQ(desk.boxes.shown.back().title, "Stack Overflow");
   desk.Line(0).Type = RT;
+  desk.Line(9).Type = CL;
   DownloadNow();
   desk.boxes.setNextAnswer(Answer::No);
   RunWith([&] { desk.sim.RunEventLoop(5); });

@@ -135,10 +135,17 @@ class CompanionRoad : public ::testing::Test {
     }
     return bytes;
   }
-  /// Waits until the last byte that the hub has received is this.
-  [[nodiscard]] bool HubGotLast(char byte) const {
+  /// Waits until what the hub has received ends with this; its journal lags behind the wire.
+  [[nodiscard]] bool HubGotLast(const QByteArray& bytes) const {
+    return Eventually([&] { return Received().endsWith(bytes); });
+  }
+  [[nodiscard]] bool HubGotFirst(const QByteArray& bytes) const {
+    return Eventually([&] { return Received().startsWith(bytes); });
+  }
+  template <class Condition>
+  [[nodiscard]] static bool Eventually(Condition condition) {
     const QDeadlineTimer limit(5000);
-    while (!Received().endsWith(byte)) {
+    while (!condition()) {
       if (limit.hasExpired()) return false;
       QThread::msleep(20);
     }

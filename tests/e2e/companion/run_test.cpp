@@ -64,7 +64,7 @@ class RunRoad : public CompanionRoad {
     TavloProcess tavlo(RunArguments(more));
     EXPECT_TRUE(tavlo.Says("the program runs"));
     // The program starts with the byte that follows the message.
-    EXPECT_TRUE(HubGotLast('I'));
+    EXPECT_TRUE(HubGotLast("I"));
     hub->Command(command);
     return tavlo.Wait();
   }
@@ -82,7 +82,7 @@ TEST_F(RunRoad, EachLineIsPrintedAsItStartsAndFinishes) {
                                                                   "3\tstarted\tWait 0.01 seconds\n"
                                                                   "3\tfinished\tWait 0.01 seconds\n",
                                                                   kRuns}));
-  EXPECT_TRUE(Received().endsWith("SCDREXIIS"));
+  EXPECT_TRUE(HubGotLast("SCDREXIIS"));
 }
 
 TEST_F(RunRoad, EverySignalThatEndsAProgramStopsTheMachineFirst) {
@@ -91,10 +91,10 @@ TEST_F(RunRoad, EverySignalThatEndsAProgramStopsTheMachineFirst) {
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
     TavloProcess tavlo(RunArguments());
     ASSERT_TRUE(tavlo.Says("the program runs"));
-    ASSERT_TRUE(HubGotLast('I'));
+    ASSERT_TRUE(HubGotLast("I"));
     tavlo.Signal(signal);
     EXPECT_EQ(tavlo.Wait(), (Ended{130, "1\tstarted\n", kRuns}));
-    EXPECT_TRUE(HubGotLast('S'));
+    EXPECT_TRUE(HubGotLast("S"));
   }
 }
 
@@ -117,7 +117,7 @@ TEST_F(RunRoad, AStopReachesTheHubThoughNobodyReadsTheResults) {
   ASSERT_FALSE(limit.hasExpired());
   run.Interrupt();
   EXPECT_EQ(run.Wait(), 130);
-  EXPECT_TRUE(HubGotLast('S'));
+  EXPECT_TRUE(HubGotLast("S"));
 }
 
 TEST_F(RunRoad, AReaderThatGoesAwayStopsTheMachineToo) {
@@ -126,7 +126,7 @@ TEST_F(RunRoad, AReaderThatGoesAwayStopsTheMachineToo) {
   PipedRun run(hub->Link().toStdString());
   run.CloseReader();
   EXPECT_EQ(run.Wait(), 1) << "not by the signal of the broken pipe";
-  EXPECT_TRUE(HubGotLast('S'));
+  EXPECT_TRUE(HubGotLast("S"));
 }
 
 TEST_F(RunRoad, HaltsAndFaultsEndTheRunWithEightAndTheirWords) {
@@ -164,7 +164,7 @@ TEST_F(RunRoad, YesResetsTheHaltedHub) {
   const Ended ended = RunAndThen("stop", {"--yes"});
   EXPECT_EQ(ended.code, 8);
   EXPECT_TRUE(ended.err.ends_with("tavlo: answered Yes (--yes)\n")) << ended.err;
-  EXPECT_TRUE(Received().endsWith("IRRRRRRRRRR"));
+  EXPECT_TRUE(HubGotLast("IRRRRRRRRRR"));
 }
 
 TEST_F(RunRoad, TheOperatorAnswersOnTheTerminal) {
@@ -172,12 +172,12 @@ TEST_F(RunRoad, TheOperatorAnswersOnTheTerminal) {
   StartHubWithProgram();
   TerminalProcess tavlo({TAVLO_CLI, "run", "--port", hub->Link().toStdString()});
   ASSERT_TRUE(tavlo.Shows("the program runs"));
-  ASSERT_TRUE(HubGotLast('I'));
+  ASSERT_TRUE(HubGotLast("I"));
   hub->Command("stop");
   ASSERT_TRUE(tavlo.Shows("Should I reset the drive now? [y/N] "));
   tavlo.Type("y\n");
   EXPECT_EQ(tavlo.Wait(), 8);
-  EXPECT_TRUE(Received().endsWith("IRRRRRRRRRR"));
+  EXPECT_TRUE(HubGotLast("IRRRRRRRRRR"));
 }
 
 TEST_F(RunRoad, CtrlCOnTheTerminalStopsTheMachineAlsoAtAQuestion) {
@@ -186,19 +186,19 @@ TEST_F(RunRoad, CtrlCOnTheTerminalStopsTheMachineAlsoAtAQuestion) {
   {
     TerminalProcess tavlo({TAVLO_CLI, "run", "--port", hub->Link().toStdString()});
     ASSERT_TRUE(tavlo.Shows("the program runs"));
-    ASSERT_TRUE(HubGotLast('I'));
+    ASSERT_TRUE(HubGotLast("I"));
     tavlo.Type("\x03");
     EXPECT_EQ(tavlo.Wait(), 130);
-    EXPECT_TRUE(HubGotLast('S'));
+    EXPECT_TRUE(HubGotLast("S"));
   }
   TerminalProcess tavlo({TAVLO_CLI, "run", "--port", hub->Link().toStdString()});
   ASSERT_TRUE(tavlo.Shows("the program runs"));
-  ASSERT_TRUE(HubGotLast('I'));
+  ASSERT_TRUE(HubGotLast("I"));
   hub->Command("stop");
   ASSERT_TRUE(tavlo.Shows("[y/N] "));
   tavlo.Type("\x03");
   EXPECT_EQ(tavlo.Wait(), 130);
-  EXPECT_TRUE(HubGotLast('S'));
+  EXPECT_TRUE(HubGotLast("S"));
 }
 
 TEST_F(RunRoad, ALineThatIsLostEndsTheRunWithFive) {
