@@ -29,6 +29,7 @@ class Command {
 
 [[nodiscard]] std::unique_ptr<Command> MakeShowCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeCompileCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeCheckCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeDownloadCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeRunCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeIdentifyCommand();

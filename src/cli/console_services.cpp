@@ -6,8 +6,8 @@
 
 namespace tavlo::cli {
 
-Answer ConsoleBoxes::MsgBox(std::string_view text, std::string_view title, Buttons buttons, Icon) {
-  last_title_ = title;
+Answer ConsoleBoxes::MsgBox(std::string_view text, std::string_view title, Buttons buttons, Icon icon) {
+  shown_.push_back({std::string(text), std::string(title), buttons, icon});
   const bool own_title = !title.empty() && title != kApplicationTitle;
   const std::string message = own_title ? std::string(title) + ": " + std::string(text) : std::string(text);
   return console_.Ask(message, buttons, by_);

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "cli/console.h"
 #include "cli/environment.h"
@@ -18,13 +19,21 @@ class ConsoleBoxes : public MessageBoxes {
   ConsoleBoxes(Console& console, AnswerBy by) : console_(console), by_(by) {}
   Answer MsgBox(std::string_view text, std::string_view title, Buttons buttons, Icon icon) override;
 
+  struct Box {
+    std::string text;
+    std::string title;
+    Buttons buttons = Buttons::OK;
+    Icon icon = Icon::None;
+  };
+  /// The boxes so far, oldest first.
+  [[nodiscard]] const std::vector<Box>& Shown() const { return shown_; }
   /// Title of the last box; empty before the first.
-  [[nodiscard]] const std::string& LastTitle() const { return last_title_; }
+  [[nodiscard]] std::string LastTitle() const { return shown_.empty() ? std::string() : shown_.back().title; }
 
  private:
   Console& console_;
   AnswerBy by_;
-  std::string last_title_;
+  std::vector<Box> shown_;
 };
 
 class ConsoleBeeper : public Beeper {
