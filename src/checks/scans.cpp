@@ -186,7 +186,7 @@ std::optional<SpeedPrompt> ScanMMIspeeds(const Program& program) {
   std::optional<SpeedPrompt> found;
   for (int i = 0; i < kLines; ++i) {
     const Instruction& line = program.Prog[i];
-    if (line.Type != MMI || line.SubType != GetSpeed || line.Drive < 0 || line.Drive >= kAxisSlots) continue;
+    if (line.Type != MMI || line.SubType != GetSpeed || !IsAxisSlot(line.Drive)) continue;
     const double steps_per_rev = GetStepsPerRev(program, line.Drive);
     if (steps_per_rev > kMostStepsRatio * program.Axis.StepsPerUnit[line.Drive]) found = {line.Drive, i};
   }

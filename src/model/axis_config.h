@@ -13,6 +13,11 @@ inline constexpr int kAxes = 8;
 /// Slots of the axis arrays; the ninth is never used, but an index one too high finds it.
 inline constexpr int kAxisSlots = 9;
 
+/// An axis index from a record or the wire may be anything; only these find a slot.
+[[nodiscard]] constexpr bool IsAxisSlot(int axis) {
+  return axis >= 0 && axis < kAxisSlots;
+}
+
 enum HubModel : std::int16_t { HubOcto = 0, HubQuad = 1 };
 
 /// A hub model as the operator, a file and the wire know it.

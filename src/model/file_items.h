@@ -26,6 +26,12 @@ class ItemReader {
   void Read(bool& field);
   void Read(std::string& field);
 
+  /// Reads one item for each field, in order.
+  template <class... Fields>
+  void ReadAll(Fields&... fields) {
+    (Read(fields), ...);
+  }
+
   void Fail() { failed_ = true; }
   [[nodiscard]] bool Failed() const { return failed_; }
 

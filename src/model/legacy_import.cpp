@@ -37,18 +37,13 @@ struct Settings {
   std::int32_t jog_accel = 0;
 };
 
-template <class... Fields>
-void ReadAll(ItemReader& items, Fields&... fields) {
-  (items.Read(fields), ...);
-}
-
 void ReadPromptHead(ItemReader& items, Instruction& line) {
-  ReadAll(items, line.LineNum, line.SubType, line.Reserved1, line.UpperInt, line.UpperFrac, line.LowerInt,
-          line.LowerFrac, line.DistVar);
+  items.ReadAll(line.LineNum, line.SubType, line.Reserved1, line.UpperInt, line.UpperFrac, line.LowerInt,
+                line.LowerFrac, line.DistVar);
 }
 
 void ReadMove(ItemReader& items, Instruction& line) {
-  ReadAll(items, line.Dist, line.Speed, line.Accel, line.Decel, line.Dir);
+  items.ReadAll(line.Dist, line.Speed, line.Accel, line.Decel, line.Dir);
 }
 
 /// `load29`: the record of one line.
@@ -62,8 +57,8 @@ void ReadLine29(ItemReader& items, Instruction& line) {
     items.Read(line.Text);
   } else {
     ReadMove(items, line);
-    ReadAll(items, line.SafetyDist, line.RetSpeed, line.IONum, line.LineNum, line.State, line.Time,
-            line.Count);
+    items.ReadAll(line.SafetyDist, line.RetSpeed, line.IONum, line.LineNum, line.State, line.Time,
+                  line.Count);
     line.CountIsMMI = line.DistIsMMI = line.SpeedIsMMI = false;
   }
 }
@@ -72,9 +67,9 @@ void ReadPrompt100(ItemReader& items, const Layout& layout, Instruction& line) {
   ReadPromptHead(items, line);
   if (layout.menus) {
     for (int key = 1; key <= 8; ++key) items.Read(line.MenuLine[key]);
-    ReadAll(items, line.Wrap3, line.Blank3);
+    items.ReadAll(line.Wrap3, line.Blank3);
   }
-  ReadAll(items, line.Wrap1, line.Blank1, line.Wrap2, line.Blank2, line.Text);
+  items.ReadAll(line.Wrap1, line.Blank1, line.Wrap2, line.Blank2, line.Text);
   if (layout.second_operands) items.Read(line.Reserved2);
   if (!layout.menus) return;
   for (int key = 1; key <= 8; ++key) items.Read(line.MenuKey[key]);
@@ -92,14 +87,14 @@ void ReadLine100(ItemReader& items, const Layout& layout, Instruction& line) {
     return;
   }
   ReadMove(items, line);
-  if (layout.second_operands) ReadAll(items, line.Dist2, line.Speed2);
-  ReadAll(items, line.SafetyDist, line.RetSpeed, line.IONum, line.LineNum, line.State, line.Time, line.Count,
-          line.DistVar, line.SpeedVar, line.DistIsMMI, line.SpeedIsMMI, line.CountIsMMI);
+  if (layout.second_operands) items.ReadAll(line.Dist2, line.Speed2);
+  items.ReadAll(line.SafetyDist, line.RetSpeed, line.IONum, line.LineNum, line.State, line.Time, line.Count,
+                line.DistVar, line.SpeedVar, line.DistIsMMI, line.SpeedIsMMI, line.CountIsMMI);
   if (layout.second_operands) {
-    ReadAll(items, line.Dist2Var, line.Speed2Var, line.Dist2IsMMI, line.Speed2IsMMI);
+    items.ReadAll(line.Dist2Var, line.Speed2Var, line.Dist2IsMMI, line.Speed2IsMMI);
   }
-  ReadAll(items, line.Wrap1, line.Blank1, line.Wrap2, line.Blank2, line.Text);
-  if (layout.second_operands) ReadAll(items, line.InMask, line.InState, line.Reserved3, line.WaitAND);
+  items.ReadAll(line.Wrap1, line.Blank1, line.Wrap2, line.Blank2, line.Text);
+  if (layout.second_operands) items.ReadAll(line.InMask, line.InState, line.Reserved3, line.WaitAND);
   if (line.Type == CC) {
     // The old file had no fields of its own for these.
     line.Current = static_cast<float>(line.Time);
@@ -111,7 +106,7 @@ void ReadLines(ItemReader& items, const Layout& layout, int count, Program& prog
   for (int i = 0; i < count; ++i) {
     Instruction& line = program.Prog[i];
     std::int16_t own_number = 0;  // dropped: the order in the file is what counts
-    ReadAll(items, own_number, line.Type);
+    items.ReadAll(own_number, line.Type);
     if (layout.hundred_lines) {
       ReadLine100(items, layout, line);
     } else {
@@ -123,10 +118,10 @@ void ReadLines(ItemReader& items, const Layout& layout, int count, Program& prog
 }
 
 void ReadSettings(ItemReader& items, const Layout& layout, Settings& settings, AxisConfig& axes) {
-  ReadAll(items, axes.DriveCurrent[0], settings.idle_byte, axes.StepResCode[0], settings.jog_speed,
-          settings.jog_accel);
+  items.ReadAll(axes.DriveCurrent[0], settings.idle_byte, axes.StepResCode[0], settings.jog_speed,
+                settings.jog_accel);
   bool use_units = true;
-  if (layout.units) ReadAll(items, axes.StepsPerUnit[0], axes.UnitName[0], use_units);
+  if (layout.units) items.ReadAll(axes.StepsPerUnit[0], axes.UnitName[0], use_units);
   if (layout.second_operands) items.Read(axes.StepsPerRev[0]);
   axes.UseUnits[0] = true;
 }

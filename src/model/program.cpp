@@ -7,10 +7,6 @@
 namespace tavlo {
 namespace {
 
-bool InSlots(int axis) {
-  return axis >= 0 && axis < kAxisSlots;
-}
-
 void ResetLine(Instruction& line) {
   line.Type = NO;
   line.Dist = 20000;
@@ -122,11 +118,11 @@ bool IsLimitTarget(const Program& program, int line) {
 }
 
 int DriveModelOf(const Program& program, int axis) {
-  return InSlots(axis) ? program.Axis.DriveModel[axis] : 0;
+  return IsAxisSlot(axis) ? program.Axis.DriveModel[axis] : 0;
 }
 
 std::string AxisNameOf(const Program& program, int axis) {
-  return InSlots(axis) ? program.Axis.AxisName[axis] : std::string();
+  return IsAxisSlot(axis) ? program.Axis.AxisName[axis] : std::string();
 }
 
 std::string MakeQuotesSingle(std::string_view text) {

@@ -58,37 +58,32 @@ void WriteLine(RecordWriter& out, std::int16_t index, const Instruction& line) {
   out << line.JogLRDrive << line.JogUDDrive << line.WaitThis, out.End();
 }
 
-template <class... Fields>
-void ReadAll(ItemReader& items, Fields&... fields) {
-  (items.Read(fields), ...);
-}
-
 void ReadLine(ItemReader& items, const Layout& layout, Instruction& line) {
   std::int16_t own_number = 0;  // dropped: the order in the file is what counts
-  ReadAll(items, own_number);
-  ReadAll(items, line.Type);
-  ReadAll(items, line.Dist, line.Dist2, line.SafetyDist);
-  ReadAll(items, line.Speed, line.Speed2, line.RetSpeed);
-  ReadAll(items, line.Dir, line.Accel, line.Decel);
-  ReadAll(items, line.State, line.Time, line.LineNum, line.IONum, line.Count);
+  items.ReadAll(own_number);
+  items.ReadAll(line.Type);
+  items.ReadAll(line.Dist, line.Dist2, line.SafetyDist);
+  items.ReadAll(line.Speed, line.Speed2, line.RetSpeed);
+  items.ReadAll(line.Dir, line.Accel, line.Decel);
+  items.ReadAll(line.State, line.Time, line.LineNum, line.IONum, line.Count);
   // The drives' own inputs were once numbered along with the others.
   const bool old_home = line.Type == SH && line.IONum == 6;
   const bool old_sensor = line.Type == FS && line.IONum == 8;
   if (layout.old_home_inputs && (old_home || old_sensor)) line.IONum = kFirstDriveInput;
-  ReadAll(items, line.Text);
-  ReadAll(items, line.SubType, line.UpperInt, line.UpperFrac, line.LowerInt, line.LowerFrac);
-  ReadAll(items, line.DistVar, line.SpeedVar, line.Dist2Var, line.Speed2Var);
-  ReadAll(items, line.DistIsMMI, line.SpeedIsMMI, line.Dist2IsMMI, line.Speed2IsMMI, line.CountIsMMI);
-  ReadAll(items, line.Blank1, line.Wrap1, line.Blank2, line.Wrap2, line.Blank3, line.Wrap3);
-  ReadAll(items, line.Reserved3, line.InState, line.InMask, line.WaitAND);
-  ReadAll(items, line.MotorOn, line.Current, line.IdlePct);
+  items.ReadAll(line.Text);
+  items.ReadAll(line.SubType, line.UpperInt, line.UpperFrac, line.LowerInt, line.LowerFrac);
+  items.ReadAll(line.DistVar, line.SpeedVar, line.Dist2Var, line.Speed2Var);
+  items.ReadAll(line.DistIsMMI, line.SpeedIsMMI, line.Dist2IsMMI, line.Speed2IsMMI, line.CountIsMMI);
+  items.ReadAll(line.Blank1, line.Wrap1, line.Blank2, line.Wrap2, line.Blank3, line.Wrap3);
+  items.ReadAll(line.Reserved3, line.InState, line.InMask, line.WaitAND);
+  items.ReadAll(line.MotorOn, line.Current, line.IdlePct);
   const int menu_items = layout.eight_menu_items ? 8 : 9;
   for (int key = 0; key < menu_items; ++key) items.Read(line.MenuLine[key]);
   for (int key = 0; key < menu_items; ++key) items.Read(line.MenuKey[key]);
-  ReadAll(items, line.Drive, line.Proceed, line.JogSpeed, line.JogAccel, line.JogOn, line.JogLR,
-          line.JogLRSpeed, line.JogLRAccel, line.JogUD, line.JogUDSpeed, line.JogUDAccel);
+  items.ReadAll(line.Drive, line.Proceed, line.JogSpeed, line.JogAccel, line.JogOn, line.JogLR,
+                line.JogLRSpeed, line.JogLRAccel, line.JogUD, line.JogUDSpeed, line.JogUDAccel);
   if (layout.jog_drives) {
-    ReadAll(items, line.JogLRDrive, line.JogUDDrive);
+    items.ReadAll(line.JogLRDrive, line.JogUDDrive);
     if (layout.wait_this) {
       items.Read(line.WaitThis);
     } else {
@@ -101,18 +96,18 @@ void ReadLine(ItemReader& items, const Layout& layout, Instruction& line) {
 
 void ReadAxis(ItemReader& items, const Layout& layout, AxisConfig& axes, int axis) {
   bool use_units = true;
-  ReadAll(items, axes.DriveModel[axis], axes.DriveCurrent[axis], axes.IdleCode[axis], axes.StepResCode[axis],
-          axes.StepsPerUnit[axis], axes.UnitName[axis], use_units, axes.StepsPerRev[axis],
-          axes.LimitKind[axis]);
+  items.ReadAll(axes.DriveModel[axis], axes.DriveCurrent[axis], axes.IdleCode[axis], axes.StepResCode[axis],
+                axes.StepsPerUnit[axis], axes.UnitName[axis], use_units, axes.StepsPerRev[axis],
+                axes.LimitKind[axis]);
   axes.UseUnits[axis] = true;
-  if (layout.servo_currents) ReadAll(items, axes.ContCurrent[axis], axes.PeakCurrent[axis]);
+  if (layout.servo_currents) items.ReadAll(axes.ContCurrent[axis], axes.PeakCurrent[axis]);
   axes.DriveCurrent[axis] = std::min(axes.DriveCurrent[axis], MaxCurrent(axes.DriveModel[axis]));
 }
 
 void ReadLimitBranch(ItemReader& items, Program& program) {
   std::int16_t action = program.LimitList;
   double target = program.LimitBranch - 1;
-  ReadAll(items, action, target);
+  items.ReadAll(action, target);
   program.LimitBranch = target + 1;
   // A list can only show an entry that it has.
   if (action < HaltProgram || action > ContinueProgram) {
@@ -171,7 +166,7 @@ bool LoadHubProg(ItemReader& items, float r, Program& program) {
   for (int axis = 0; axis < kAxes; ++axis) items.Read(program.Axis.AxisName[axis]);
   std::int16_t port = 0;  // dropped
   if (layout.port) items.Read(port);
-  if (layout.same_flags) ReadAll(items, program.Axis.SameUnits, program.Axis.SameLimits);
+  if (layout.same_flags) items.ReadAll(program.Axis.SameUnits, program.Axis.SameLimits);
   return !items.Failed();
 }
 

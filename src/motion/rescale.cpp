@@ -9,10 +9,6 @@
 namespace tavlo {
 namespace {
 
-bool IsAxis(int axis) {
-  return axis >= 0 && axis < kAxisSlots;
-}
-
 /// f of the distances: new units over old.
 double DistFactor(const Program& program, const OldUnits& old, int axis) {
   return old.U[axis] == 0 ? 1 : static_cast<double>(program.Axis.StepsPerUnit[axis]) / old.U[axis];
@@ -47,7 +43,7 @@ OldUnits UnitsOf(const Program& program) {
 void ScaleDist(Program& program, const OldUnits& old) {
   for (int i = 0; i < kLines; ++i) {
     Instruction& line = program.Prog[i];
-    if (!IsAxis(line.Drive)) continue;
+    if (!IsAxisSlot(line.Drive)) continue;
     const double factor = DistFactor(program, old, line.Drive);
     for (std::int32_t* steps : {&line.Dist, &line.SafetyDist, &line.Dist2}) {
       *steps = Scaled(*steps, factor, 1, kMaxSteps);
@@ -62,7 +58,7 @@ void ScaleDist(Program& program, const OldUnits& old) {
 
 void ScaleSpeed(Program& program, const OldUnits& old) {
   const auto scale = [&](float& speed, int axis) {
-    if (!IsAxis(axis)) return;
+    if (!IsAxisSlot(axis)) return;
     speed = static_cast<float>(
         std::clamp(speed * RateFactor(program, old, axis), MinSpeed(program, axis), MaxSpeed(program, axis)));
   };
@@ -77,7 +73,7 @@ void ScaleSpeed(Program& program, const OldUnits& old) {
 
 void ScaleAccel(Program& program, const OldUnits& old) {
   const auto scale = [&](std::int32_t& accel, int axis) {
-    if (!IsAxis(axis)) return;
+    if (!IsAxisSlot(axis)) return;
     accel = Scaled(accel, RateFactor(program, old, axis), MinAccel(program, axis), kMaxAccel);
   };
   for (int i = 0; i < kLines; ++i) {

@@ -19,17 +19,14 @@ constexpr int kFreeResolution = 16;
 constexpr int kFastResolution = 25400;
 constexpr int kOwnStepListModel = 3;
 
-bool IsAxis(int axis) {
-  return axis >= 0 && axis < kAxisSlots;
-}
 double U(const Program& program, int axis) {
-  return IsAxis(axis) ? program.Axis.StepsPerUnit[axis] : 0;
+  return IsAxisSlot(axis) ? program.Axis.StepsPerUnit[axis] : 0;
 }
 double R(const Program& program, int axis) {
   return GetStepsPerRev(program, axis);
 }
 bool UsesUnits(const Program& program, int axis) {
-  return IsAxis(axis) && program.Axis.UseUnits[axis];
+  return IsAxisSlot(axis) && program.Axis.UseUnits[axis];
 }
 
 /// The old drives of model 3 go by their free resolution, whatever code is chosen.
@@ -72,7 +69,7 @@ DistEntry CleanUpSteps(const Program& program, std::string_view text, int axis, 
 }  // namespace
 
 std::int32_t GetStepsPerRev(const Program& program, int axis) {
-  if (!IsAxis(axis)) return 0;
+  if (!IsAxisSlot(axis)) return 0;
   const int code = program.Axis.StepResCode[axis];
   if (code == kFreeResolution) return program.Axis.StepsPerRev[axis];
   return code >= 0 && code < kFreeResolution ? kStepsPerRev[code] : 0;

@@ -8,6 +8,8 @@
 #include <cmath>
 #include <cstdint>
 
+#include "platform/blanks.h"
+
 namespace tavlo {
 namespace {
 
@@ -218,12 +220,6 @@ double ToDouble(std::string_view text) {
   if (error != std::errc::result_out_of_range) return value;
   if (IsTiny(plain)) return 0;
   return plain.starts_with('-') ? -HUGE_VAL : HUGE_VAL;
-}
-
-std::string_view TrimBlanks(std::string_view text) {
-  while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
-  while (!text.empty() && (text.back() == ' ' || text.back() == '\t')) text.remove_suffix(1);
-  return text;
 }
 
 }  // namespace

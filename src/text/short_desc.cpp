@@ -82,7 +82,7 @@ class ShortText {
   [[nodiscard]] bool HubIO() const { return IsHubIO(program_, line_.Drive); }
 
   [[nodiscard]] bool UsesUnits() const {
-    return line_.Drive >= 0 && line_.Drive < kAxisSlots && program_.Axis.UseUnits[line_.Drive];
+    return IsAxisSlot(line_.Drive) && program_.Axis.UseUnits[line_.Drive];
   }
   [[nodiscard]] std::string UnitName() const {
     return UsesUnits() ? program_.Axis.UnitName[line_.Drive] : "";
