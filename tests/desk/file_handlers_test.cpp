@@ -258,5 +258,35 @@ TEST(Load, ABusyLinkDoesNotKeepAFileOut) {
   EXPECT_TRUE(LoadFile(fake.desk, "/p/a.tvh"));
 }
 
+/// A whole file of the earlier programmer: 29 comments and the settings of its axis.
+std::string OldProgram() {
+  std::string text = "1.1\r\n";
+  for (int line = 0; line < 29; ++line) text += std::to_string(line) + ",13\r\n\"from before\"\r\n";
+  return text + "255,100,200,2.5,80\r\n";
+}
+
+TEST(LoadHandler, AnyOtherExtensionIsTakenForAFileOfTheEarlierProgrammer) {
+  FakeDesk fake;
+  fake.files.files["old.osk"] = OldProgram();
+  fake.dialogs.next_file_name = "old.osk";
+  Load(fake.desk);
+  EXPECT_TRUE(fake.boxes.shown.empty());
+  EXPECT_EQ(fake.source.rows[28].desc, "from before");
+  EXPECT_EQ(fake.source.rows[29].desc, "");
+  EXPECT_EQ(Caption(fake.source), "Tavlo Composer  V1.29.1 - old.osk");
+}
+
+TEST(LoadHandler, ADamagedOldFileIsToldAndTheHardwareKeepsWhatWasRead) {
+  FakeDesk fake;
+  fake.source.program.Axis.StepsPerUnit[3] = 77;
+  fake.files.files["old.OSK"] = OldProgram().substr(0, 300);
+  fake.dialogs.next_file_name = "old.OSK";
+  Load(fake.desk);
+  const ShownBox damaged{"Can't read file old.OSK.  File may be damaged.", "", Buttons::OK, Icon::None};
+  EXPECT_EQ(fake.boxes.shown, std::vector<ShownBox>{damaged});
+  EXPECT_EQ(fake.source.program.Axis.StepsPerUnit[3], 77);
+  EXPECT_EQ(fake.source.file_name, "untitled");
+}
+
 }  // namespace
 }  // namespace tavlo
