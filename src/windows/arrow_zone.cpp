@@ -15,7 +15,7 @@ constexpr int kHeadLength = 6;
 /// Arrows leave a row below its middle and come in above it, so that both can be seen in a row that has both.
 constexpr int kSpread = 4;
 /// Lanes closer than this are drawn as thin lines.
-constexpr double kWideLane = 4;
+constexpr int kWideLane = 4;
 
 }  // namespace
 
