@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "link/upload.h"
+
+#include <algorithm>
+
+#include "codegen/compile.h"
+#include "codegen/decode.h"
+#include "codegen/encodings.h"
+#include "desk/grid.h"
+#include "link/drive_check.h"
+#include "link/polled.h"
+#include "platform/number_format.h"
+
+namespace tavlo {
+namespace {
+
+constexpr double kGaugeStart = 10;
+constexpr double kGaugeSpan = 190;
+/// Longest wait for bytes between two turns of the event loop, which keep the window alive.
+constexpr double kLongestLook = 0.05;
+
+struct Receipt {
+  int count = 0;
+  bool complete = false;
+};
+
+/// Watches the bytes gather until they are all there, the time is over or the port is gone.
+Receipt AwaitImage(Desk& desk, ProgressForm& upbox, double start) {
+  Receipt receipt;
+  for (;;) {
+    receipt.count = desk.Comm1.InBufferCount();
+    upbox.Gauge(static_cast<double>(receipt.count) / kImageBytes * kGaugeSpan + kGaugeStart);
+    upbox.Phase("program", receipt.count, kUploadBytes);
+    desk.loop.Yield();
+    receipt.complete = receipt.count == kUploadBytes;
+    const double elapsed = desk.clock.Timer() - start;
+    if (receipt.complete || elapsed > kUploadLimit || !desk.Comm1.PortOpen()) return receipt;
+    desk.Comm1.WaitForInput(std::clamp(kUploadLimit - elapsed, 0.001, kLongestLook));
+  }
+}
+
+bool SumAgrees(std::string_view bytes) {
+  const auto code = [&](std::size_t at) { return static_cast<unsigned char>(bytes[at]); };
+  return SumStr(bytes.substr(0, kImageBytes)) % 65536 == code(kImageBytes) * 256 + code(kImageBytes + 1);
+}
+
+/// The program is the hub's now: shows it as the lines would come in one by one.
+void ShowUploaded(Desk& desk, ProgressForm& upbox) {
+  desk.source.LimitLine = static_cast<std::int16_t>(desk.program().LimitBranch);
+  desk.view.LimitChanged();
+  for (int line = 0; line < kLines; ++line) {
+    SetIcon(desk, line);
+    ShowDesc(desk, line);
+    upbox.Gauge(kGaugeStart + line * kGaugeSpan / (kLines - 1));
+    desk.loop.Yield();
+  }
+  ShowDrive(desk);
+  DrawArrows(desk);
+}
+
+UploadResult Failed(Desk& desk, ProgressForm& upbox, UploadResult result, std::string_view text) {
+  MsgBox(desk, text);
+  upbox.Hide();
+  return result;
+}
+
+constexpr std::string_view kNotCorrect =
+    "Your program did not upload correctly.  Make sure the cable connections are secure and that you are not "
+    "working around electrical noise, such as a welder, a high powered motor or big relays.";
+
+}  // namespace
+
+UploadResult UploadProg(Desk& desk, ProgressForm& upbox, float rev) {
+  EventsOff events(desk.Comm1);
+  events.RestoreTo(1);
+  static_cast<void>(desk.Comm1.Input());
+  upbox.Gauge(kGaugeStart);
+  upbox.Show();
+  desk.Comm1.Output("U");
+  const Receipt receipt = AwaitImage(desk, upbox, desk.clock.Timer());
+  const std::string bytes = receipt.complete ? desk.Comm1.Input() : std::string();
+  if (bytes.size() < kUploadBytes) {
+    return Failed(desk, upbox, UploadResult::Stopped,
+                  "The Tavlo Hub stopped responding after " + Joined(receipt.count) +
+                      " chars.  Is it connected to the right port and turned on?");
+  }
+  if (!SumAgrees(bytes)) {
+    // What may still come of a garbled answer is kept from the handler of events.
+    events.RestoreTo(0);
+    return Failed(desk, upbox, UploadResult::WrongSum, kNotCorrect);
+  }
+  try {
+    Program read = desk.program();
+    read.HubVersion = rev;
+    DecodeImage(read, bytes);
+    desk.program() = std::move(read);
+  } catch (const DecodeError&) {
+    return Failed(desk, upbox, UploadResult::CannotDecode, kNotCorrect);
+  }
+  ShowUploaded(desk, upbox);
+  upbox.Hide();
+  desk.source.Changed = false;
+  return UploadResult::Done;
+}
+
+std::optional<UploadResult> Upload(Desk& desk, ProgressForm& upbox) {
+  Source& source = desk.source;
+  if (source.Busy) return std::nullopt;
+  source.Busy = true;
+  desk.Comm1.Output("S");
+  std::optional<UploadResult> result;
+  if (!SilentCheckDrive(desk).empty() && !CheckDrive(desk).empty()) {
+    // Shown for a hub of any model, where the check itself shows it for the models that there are.
+    source.DriveVersion = VersionText(desk.program().HubVersion);
+    desk.view.HubChanged();
+    result = UploadProg(desk, upbox, desk.program().HubVersion);
+    MarkChains(desk);
+    static_cast<void>(CheckDrive(desk));
+  }
+  source.Busy = false;
+  return result;
+}
+
+}  // namespace tavlo
