@@ -28,9 +28,9 @@ ConsoleDesk::ConsoleDesk(Source& source, Console& console, HubLine& line, Answer
                                                                                  boxes,       line.Time(),
                                                                                  line.Loop(), beeper_,
                                                                                  view,        run,
-                                                                                 progress,    settings_,
-                                                                                 dialogs_,    files_,
-                                                                                 loading_} {}
+                                                                                 progress,    progress,
+                                                                                 settings_,   dialogs_,
+                                                                                 files_,      loading_} {}
 
 bool LoadProgram(Source& source, Console& console, const std::string& path) {
   InitSession(source);

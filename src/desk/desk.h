@@ -80,6 +80,7 @@ struct Desk {
   ProgramView& view;
   RunView& run;
   ProgressForm& downbox;
+  ProgressForm& upbox;
   SettingsStore& settings;
   FileDialogs& dialogs;
   FileStore& files;

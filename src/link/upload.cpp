@@ -26,12 +26,12 @@ struct Receipt {
 };
 
 /// Watches the bytes gather until they are all there, the time is over or the port is gone.
-Receipt AwaitImage(Desk& desk, ProgressForm& upbox, double start) {
+Receipt AwaitImage(Desk& desk, double start) {
   Receipt receipt;
   for (;;) {
     receipt.count = desk.Comm1.InBufferCount();
-    upbox.Gauge(static_cast<double>(receipt.count) / kImageBytes * kGaugeSpan + kGaugeStart);
-    upbox.Phase("program", receipt.count, kUploadBytes);
+    desk.upbox.Gauge(static_cast<double>(receipt.count) / kImageBytes * kGaugeSpan + kGaugeStart);
+    desk.upbox.Phase("program", receipt.count, kUploadBytes);
     desk.loop.Yield();
     receipt.complete = receipt.count == kUploadBytes;
     const double elapsed = desk.clock.Timer() - start;
@@ -46,22 +46,22 @@ bool SumAgrees(std::string_view bytes) {
 }
 
 /// The program is the hub's now: shows it as the lines would come in one by one.
-void ShowUploaded(Desk& desk, ProgressForm& upbox) {
+void ShowUploaded(Desk& desk) {
   desk.source.LimitLine = static_cast<std::int16_t>(desk.program().LimitBranch);
   desk.view.LimitChanged();
   for (int line = 0; line < kLines; ++line) {
     SetIcon(desk, line);
     ShowDesc(desk, line);
-    upbox.Gauge(kGaugeStart + line * kGaugeSpan / (kLines - 1));
+    desk.upbox.Gauge(kGaugeStart + line * kGaugeSpan / (kLines - 1));
     desk.loop.Yield();
   }
   ShowDrive(desk);
   DrawArrows(desk);
 }
 
-UploadResult Failed(Desk& desk, ProgressForm& upbox, UploadResult result, std::string_view text) {
+UploadResult Failed(Desk& desk, UploadResult result, std::string_view text) {
   MsgBox(desk, text);
-  upbox.Hide();
+  desk.upbox.Hide();
   return result;
 }
 
@@ -71,24 +71,24 @@ constexpr std::string_view kNotCorrect =
 
 }  // namespace
 
-UploadResult UploadProg(Desk& desk, ProgressForm& upbox, float rev) {
+UploadResult UploadProg(Desk& desk, float rev) {
   EventsOff events(desk.Comm1);
   events.RestoreTo(1);
   static_cast<void>(desk.Comm1.Input());
-  upbox.Gauge(kGaugeStart);
-  upbox.Show();
+  desk.upbox.Gauge(kGaugeStart);
+  desk.upbox.Show();
   desk.Comm1.Output("U");
-  const Receipt receipt = AwaitImage(desk, upbox, desk.clock.Timer());
+  const Receipt receipt = AwaitImage(desk, desk.clock.Timer());
   const std::string bytes = receipt.complete ? desk.Comm1.Input() : std::string();
   if (bytes.size() < kUploadBytes) {
-    return Failed(desk, upbox, UploadResult::Stopped,
+    return Failed(desk, UploadResult::Stopped,
                   "The Tavlo Hub stopped responding after " + Joined(receipt.count) +
                       " chars.  Is it connected to the right port and turned on?");
   }
   if (!SumAgrees(bytes)) {
     // What may still come of a garbled answer is kept from the handler of events.
     events.RestoreTo(0);
-    return Failed(desk, upbox, UploadResult::WrongSum, kNotCorrect);
+    return Failed(desk, UploadResult::WrongSum, kNotCorrect);
   }
   try {
     Program read = desk.program();
@@ -96,15 +96,15 @@ UploadResult UploadProg(Desk& desk, ProgressForm& upbox, float rev) {
     DecodeImage(read, bytes);
     desk.program() = std::move(read);
   } catch (const DecodeError&) {
-    return Failed(desk, upbox, UploadResult::CannotDecode, kNotCorrect);
+    return Failed(desk, UploadResult::CannotDecode, kNotCorrect);
   }
-  ShowUploaded(desk, upbox);
-  upbox.Hide();
+  ShowUploaded(desk);
+  desk.upbox.Hide();
   desk.source.Changed = false;
   return UploadResult::Done;
 }
 
-std::optional<UploadResult> Upload(Desk& desk, ProgressForm& upbox) {
+std::optional<UploadResult> Upload(Desk& desk) {
   Source& source = desk.source;
   if (source.Busy) return std::nullopt;
   source.Busy = true;
@@ -114,7 +114,7 @@ std::optional<UploadResult> Upload(Desk& desk, ProgressForm& upbox) {
     // Shown for a hub of any model, where the check itself shows it for the models that there are.
     source.DriveVersion = VersionText(desk.program().HubVersion);
     desk.view.HubChanged();
-    result = UploadProg(desk, upbox, desk.program().HubVersion);
+    result = UploadProg(desk, desk.program().HubVersion);
     MarkChains(desk);
     static_cast<void>(CheckDrive(desk));
   }

@@ -22,10 +22,10 @@ enum class UploadResult {
 };
 
 /// Reads the hub's memory and puts its lines and settings in the place of the program's, and shows them. What
-/// the memory does not carry stays as it was. `upbox` shows how far it is; `rev` is the hub's firmware.
-UploadResult UploadProg(Desk& desk, ProgressForm& upbox, float rev);
+/// the memory does not carry stays as it was. `rev` is the hub's firmware.
+UploadResult UploadProg(Desk& desk, float rev);
 
 /// The `Upload` button. Gives how it ended; nothing if it did not come to a transfer.
-std::optional<UploadResult> Upload(Desk& desk, ProgressForm& upbox);
+std::optional<UploadResult> Upload(Desk& desk);
 
 }  // namespace tavlo

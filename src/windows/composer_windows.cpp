@@ -18,20 +18,26 @@ constexpr int kWindowIconSize = 64;
 
 }  // namespace
 
-// The run bar and the two panes are children of the main window and stand behind it here, so that they are
+// The run bar and the three panes are children of the main window and stand behind it here, so that they are
 // gone before it is.
 ComposerWindows::ComposerWindows(const Outside& outside)
     : main_(source_, outside.device_for),
       run_(&main_, [this](bool hold) { main_.HoldCommands(hold ? Hold::Run : Hold::None); }),
-      downbox_(
-          QStringLiteral("downbox"), QStringLiteral("Downloading the program to the hub"),
-          [this](bool hold) { main_.HoldCommands(hold ? Hold::Transfer : Hold::None); }, &main_),
+      downbox_(QStringLiteral("downbox"), QStringLiteral("Downloading the program to the hub"), HoldWhile(),
+               &main_),
+      upbox_(QStringLiteral("upbox"), QStringLiteral("Reading the program from the hub"), HoldWhile(),
+             &main_),
       loading_(&main_),
-      desk_{source_, outside.Comm1, outside.boxes,    outside.clock,   outside.loop,  outside.beeper, main_,
-            run_,    downbox_,      outside.settings, outside.dialogs, outside.files, loading_} {
+      desk_{source_,          outside.Comm1,   outside.boxes, outside.clock, outside.loop,
+            outside.beeper,   main_,           run_,          downbox_,      upbox_,
+            outside.settings, outside.dialogs, outside.files, loading_} {
   run_.Attach(desk_);
   outside.Comm1.OnComm = [this] { NewOnComm(desk_); };
   outside.Comm1.OnLost = [this] { TellPortLost(desk_); };
+}
+
+std::function<void(bool)> ComposerWindows::HoldWhile() {
+  return [this](bool hold) { main_.HoldCommands(hold ? Hold::Transfer : Hold::None); };
 }
 
 ComposerWindows::~ComposerWindows() {

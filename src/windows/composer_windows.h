@@ -38,10 +38,14 @@ class ComposerWindows {
   [[nodiscard]] Desk& Handlers() { return desk_; }
 
  private:
+  /// Keeps the commands away while a transfer's gauge stands.
+  [[nodiscard]] std::function<void(bool)> HoldWhile();
+
   Source source_;
   LongForm main_;
   RunBar run_;
   GaugeForm downbox_;
+  GaugeForm upbox_;
   LoadingPane loading_;
   Desk desk_;
 };

@@ -13,6 +13,7 @@
 #include "link/com_port.h"
 #include "link/download.h"
 #include "link/execution.h"
+#include "link/upload.h"
 #include "qt/gui/shown_text.h"
 #include "windows/command_bar.h"
 #include "windows/icon_images.h"
@@ -95,6 +96,7 @@ void LongForm::Connect() {
   Command("Save", [](Desk& desk) { Save(desk); });
   Command("BtnClear", [](Desk& desk) { Clear(desk); });
   Command("Download", [](Desk& desk) { Download(desk); });
+  Command("Upload", [](Desk& desk) { Upload(desk); });
   Command("execbutton", [](Desk& desk) { Execute(desk); });
   commands_->OnClick("Quit", [this] { Quit(); });
   connect(hub_, &HubPanel::ModelChosen, this, [this](int index) { SelectModel(*desk_, index); });

@@ -77,7 +77,6 @@ struct UploadDesk : FakeDesk {
   std::size_t piece = 10000;
   double piece_seconds = 0;
   std::function<void(const std::string&)> on_command;
-  FakeProgress upbox;
   int events = 0;
 };
 
@@ -103,7 +102,7 @@ TEST(UploadProg, SendsOneCommandAndTakesLinesAndSettings) {
   d.source.Changed = true;
   d.source.program.HubIndex = HubQuad;
   d.source.program.Axis.StepResCode[0] = 7;
-  EXPECT_EQ(UploadProg(d.desk, d.upbox, 1.38F), UploadResult::Done);
+  EXPECT_EQ(UploadProg(d.desk, 1.38F), UploadResult::Done);
   EXPECT_EQ(d.port.AllSent(), "U");
   EXPECT_TRUE(d.boxes.shown.empty());
   const Program& program = d.source.program;
@@ -122,7 +121,7 @@ TEST(UploadProg, SendsOneCommandAndTakesLinesAndSettings) {
 
 TEST(UploadProg, WhatTheHubHoldsCompilesToWhatItHolds) {
   UploadDesk d;
-  EXPECT_EQ(UploadProg(d.desk, d.upbox, 1.38F), UploadResult::Done);
+  EXPECT_EQ(UploadProg(d.desk, 1.38F), UploadResult::Done);
   Program program = d.source.program;
   EXPECT_TRUE(ImageOf(CompileProgram(program)) == Image());
 }
@@ -131,7 +130,7 @@ TEST(UploadProg, ClearsNoRecordFirst) {
   UploadDesk d;
   d.Line(199).Text = "held";
   d.Line(199).Drive = 3;
-  EXPECT_EQ(UploadProg(d.desk, d.upbox, 1.38F), UploadResult::Done);
+  EXPECT_EQ(UploadProg(d.desk, 1.38F), UploadResult::Done);
   EXPECT_EQ(d.Line(199).Type, GT);
   EXPECT_EQ(d.Line(199).Text, "held");
   EXPECT_EQ(d.Line(199).Drive, 3);
@@ -139,7 +138,7 @@ TEST(UploadProg, ClearsNoRecordFirst) {
 
 TEST(UploadProg, ShowsTheLinesTheAxesAndTheLimits) {
   UploadDesk d;
-  EXPECT_EQ(UploadProg(d.desk, d.upbox, 1.38F), UploadResult::Done);
+  EXPECT_EQ(UploadProg(d.desk, 1.38F), UploadResult::Done);
   EXPECT_NE(d.source.rows[1].desc, "");
   EXPECT_EQ(d.source.rows[1].icon, IconFor(FL, IconSet::Normal));
   EXPECT_EQ(d.source.rows[4].icon, IconFor(MMI, IconSet::Cyan)) << "the limit's line";
@@ -155,7 +154,7 @@ TEST(UploadProg, TheGaugeFollowsTheBytesAndThenTheLines) {
   UploadDesk d;
   d.piece = 4097;
   d.piece_seconds = 0.01;
-  EXPECT_EQ(UploadProg(d.desk, d.upbox, 1.38F), UploadResult::Done);
+  EXPECT_EQ(UploadProg(d.desk, 1.38F), UploadResult::Done);
   const auto& gauges = d.upbox.gauges;
   ASSERT_EQ(gauges.size(), 1U + 2 + 200);
   EXPECT_EQ(gauges[0], 10);
@@ -172,7 +171,7 @@ TEST(UploadProg, TheGaugeFollowsTheBytesAndThenTheLines) {
 TEST(UploadProg, Exactly8194BytesEndTheWaitAtOnce) {
   UploadDesk d;
   const double start = d.clock.now;
-  EXPECT_EQ(UploadProg(d.desk, d.upbox, 1.38F), UploadResult::Done);
+  EXPECT_EQ(UploadProg(d.desk, 1.38F), UploadResult::Done);
   EXPECT_EQ(d.clock.now, start);
 }
 
@@ -187,7 +186,7 @@ TEST(UploadProg, TheFiveSecondsAreTheWholeTransfers) {
     d.piece = 82;
     d.piece_seconds = c.seconds / 99;
     const double start = d.clock.now;
-    EXPECT_EQ(UploadProg(d.desk, d.upbox, 1.38F), c.result) << c.seconds;
+    EXPECT_EQ(UploadProg(d.desk, 1.38F), c.result) << c.seconds;
     EXPECT_LE(d.clock.now - start, 5.1);
   }
 }
@@ -201,7 +200,7 @@ TEST(UploadProg, AnyOtherCountAtTheEndOfTheFiveSecondsFailsAndIsTold) {
     const Program before = d.source.program;
     const double start = d.clock.now;
     d.boxes.on_box = [&](const ShownBox&) { EXPECT_TRUE(d.upbox.visible) << "hidden after the box"; };
-    EXPECT_EQ(UploadProg(d.desk, d.upbox, 1.38F), UploadResult::Stopped) << count;
+    EXPECT_EQ(UploadProg(d.desk, 1.38F), UploadResult::Stopped) << count;
     ExpectOneBox(d, StoppedAfter(count));
     ExpectUntouched(d, before);
     EXPECT_GT(d.clock.now - start, 5.0);
@@ -221,7 +220,7 @@ TEST(UploadProg, ASumThatDiffersLeavesTheProgramAndTheEventsOff) {
     d.source.Changed = true;
     d.answer[at] = static_cast<char>(d.answer[at] ^ 1);
     const Program before = d.source.program;
-    EXPECT_EQ(UploadProg(d.desk, d.upbox, 1.38F), UploadResult::WrongSum) << at;
+    EXPECT_EQ(UploadProg(d.desk, 1.38F), UploadResult::WrongSum) << at;
     ExpectOneBox(d, kNotCorrect);
     ExpectUntouched(d, before);
     EXPECT_EQ(d.port.RThreshold(), 0);
@@ -237,7 +236,7 @@ TEST(UploadProg, ALineThatCannotBeReadLeavesTheProgram) {
   image.replace(150 * 32, 6, Bytes({SO, 1, 2, 255, 255, 0}));
   d.answer = WithSum(image);
   const Program before = d.source.program;
-  EXPECT_EQ(UploadProg(d.desk, d.upbox, 1.38F), UploadResult::CannotDecode);
+  EXPECT_EQ(UploadProg(d.desk, 1.38F), UploadResult::CannotDecode);
   ExpectOneBox(d, kNotCorrect);
   ExpectUntouched(d, before);
   EXPECT_FALSE(d.upbox.visible);
@@ -247,7 +246,7 @@ TEST(UploadProg, ALineThatCannotBeReadLeavesTheProgram) {
 TEST(UploadProg, WhatWaitedBeforeIsThrownAway) {
   UploadDesk d;
   d.port.Reply("stale");
-  EXPECT_EQ(UploadProg(d.desk, d.upbox, 1.38F), UploadResult::Done);
+  EXPECT_EQ(UploadProg(d.desk, 1.38F), UploadResult::Done);
 }
 
 TEST(UploadProg, NoEventRunsWhileTheBytesCome) {
@@ -256,7 +255,7 @@ TEST(UploadProg, NoEventRunsWhileTheBytesCome) {
   d.piece_seconds = 0.01;
   bool off = true;
   d.loop.on_yield = [&] { off = off && d.port.RThreshold() == 0; };
-  EXPECT_EQ(UploadProg(d.desk, d.upbox, 1.38F), UploadResult::Done);
+  EXPECT_EQ(UploadProg(d.desk, 1.38F), UploadResult::Done);
   EXPECT_TRUE(off);
 }
 
@@ -266,7 +265,7 @@ TEST(UploadProg, APortThatVanishesEndsTheWaitAtOnce) {
   const Program before = d.source.program;
   d.loop.on_yield = [&] { d.port.is_open = false; };
   const double start = d.clock.now;
-  EXPECT_EQ(UploadProg(d.desk, d.upbox, 1.38F), UploadResult::Stopped);
+  EXPECT_EQ(UploadProg(d.desk, 1.38F), UploadResult::Stopped);
   ExpectOneBox(d, StoppedAfter(500));
   ExpectUntouched(d, before);
   EXPECT_EQ(d.clock.now, start);
@@ -279,7 +278,7 @@ TEST(UploadProg, TheFirmwareDecidesHowTheTestsOfSeveralInputsAreRead) {
     image.replace(10 * 32, 7, Bytes({WII, 3, 5, 1, 0, 0x81, 0x81}));
     d.answer = WithSum(image);
     d.Line(10).DrvMask = 0x55;
-    EXPECT_EQ(UploadProg(d.desk, d.upbox, firmware), UploadResult::Done);
+    EXPECT_EQ(UploadProg(d.desk, firmware), UploadResult::Done);
     EXPECT_EQ(d.Line(10).DrvMask, firmware > 1.08F ? 3 : 0x55);
   }
 }
@@ -287,7 +286,7 @@ TEST(UploadProg, TheFirmwareDecidesHowTheTestsOfSeveralInputsAreRead) {
 TEST(Upload, StopsTheHubAsksTwiceTransfersAndAsksAgain) {
   UploadDesk d;
   d.port.threshold = 3;
-  EXPECT_EQ(Upload(d.desk, d.upbox), UploadResult::Done);
+  EXPECT_EQ(Upload(d.desk), UploadResult::Done);
   EXPECT_EQ(d.port.AllSent(), "SCCUC");
   EXPECT_EQ(d.source.program.HubVersion, 1.38F);
   EXPECT_EQ(d.source.DriveVersion, "1.38");
@@ -297,7 +296,7 @@ TEST(Upload, StopsTheHubAsksTwiceTransfersAndAsksAgain) {
 
 TEST(Upload, FramesTheLinesThatRunBesideAMove) {
   UploadDesk d;
-  EXPECT_EQ(Upload(d.desk, d.upbox), UploadResult::Done);
+  EXPECT_EQ(Upload(d.desk), UploadResult::Done);
   const auto frames = ChainFramesOf(d.source.program);
   int framed = 0;
   for (int line = 0; line < kLines; ++line) {
@@ -312,25 +311,25 @@ TEST(Upload, IsBusyFromTheStopToTheLastQuestion) {
   bool always = true;
   d.on_command = [&](const std::string&) { always = always && d.source.Busy; };
   d.loop.on_yield = [&] { always = always && d.source.Busy; };
-  EXPECT_EQ(Upload(d.desk, d.upbox), UploadResult::Done);
+  EXPECT_EQ(Upload(d.desk), UploadResult::Done);
   EXPECT_TRUE(always);
 }
 
 TEST(Upload, KeepsOutWhileAnotherOperationRunsAndKeepsOthersOut) {
   UploadDesk d;
   d.source.Busy = true;
-  EXPECT_EQ(Upload(d.desk, d.upbox), std::nullopt);
+  EXPECT_EQ(Upload(d.desk), std::nullopt);
   EXPECT_TRUE(d.port.sent.empty());
   EXPECT_TRUE(d.source.Busy);
   d.source.Busy = false;
   int refused = 0;
   d.loop.on_yield = [&] {
     if (refused > 0) return;
-    EXPECT_EQ(Upload(d.desk, d.upbox), std::nullopt);
+    EXPECT_EQ(Upload(d.desk), std::nullopt);
     EXPECT_EQ(Execute(d.desk), ExecuteResult::Busy);
     ++refused;
   };
-  EXPECT_EQ(Upload(d.desk, d.upbox), UploadResult::Done);
+  EXPECT_EQ(Upload(d.desk), UploadResult::Done);
   EXPECT_EQ(refused, 1);
   EXPECT_EQ(d.port.AllSent(), "SCCUC");
 }
@@ -339,7 +338,7 @@ TEST(Upload, AHubThatDoesNotSayWhoItIsEndsIt) {
   UploadDesk d;
   d.identity = "";
   d.source.Changed = true;
-  EXPECT_EQ(Upload(d.desk, d.upbox), std::nullopt);
+  EXPECT_EQ(Upload(d.desk), std::nullopt);
   EXPECT_EQ(d.port.AllSent(), "SC");
   EXPECT_EQ(d.boxes.shown.size(), 1U);
   EXPECT_FALSE(d.source.Busy);
@@ -353,7 +352,7 @@ TEST(Upload, AHubThatFallsSilentBeforeItIsAskedAgainEndsIt) {
   d.on_command = [&](const std::string& bytes) {
     if (bytes == "C" && ++asked == 2) d.identity = "";
   };
-  EXPECT_EQ(Upload(d.desk, d.upbox), std::nullopt);
+  EXPECT_EQ(Upload(d.desk), std::nullopt);
   EXPECT_EQ(d.port.AllSent(), "SCC");
   EXPECT_FALSE(d.source.Busy);
 }
@@ -361,7 +360,7 @@ TEST(Upload, AHubThatFallsSilentBeforeItIsAskedAgainEndsIt) {
 TEST(Upload, ShowsTheVersionOfAHubOfUnknownModelToo) {
   UploadDesk d;
   d.identity = Bytes({5, 99});
-  EXPECT_EQ(Upload(d.desk, d.upbox), UploadResult::Done);
+  EXPECT_EQ(Upload(d.desk), UploadResult::Done);
   EXPECT_EQ(d.source.DriveVersion, "1.05");
   EXPECT_EQ(d.source.program.HubIndex, HubOcto) << "as it was";
 }
@@ -369,7 +368,7 @@ TEST(Upload, ShowsTheVersionOfAHubOfUnknownModelToo) {
 TEST(Upload, TheModelIsTheOneThatTheHubSaysItIs) {
   UploadDesk d;
   d.identity = Bytes({38, 24});
-  EXPECT_EQ(Upload(d.desk, d.upbox), UploadResult::Done);
+  EXPECT_EQ(Upload(d.desk), UploadResult::Done);
   EXPECT_EQ(d.source.program.HubIndex, HubQuad);
   EXPECT_EQ(d.source.program.Axis.AxisName[1], "Lift");
 }
@@ -379,7 +378,7 @@ TEST(Upload, AfterAFailureTheHubIsAskedAgainAndNothingIsBusy) {
   d.answer.pop_back();
   d.answer += static_cast<char>(~WithSum(Image()).back());
   d.source.Changed = true;
-  EXPECT_EQ(Upload(d.desk, d.upbox), UploadResult::WrongSum);
+  EXPECT_EQ(Upload(d.desk), UploadResult::WrongSum);
   EXPECT_EQ(d.port.AllSent(), "SCCUC");
   EXPECT_EQ(d.port.RThreshold(), 0) << "until the next command";
   EXPECT_FALSE(d.source.Busy);

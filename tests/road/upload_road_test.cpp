@@ -51,7 +51,6 @@ struct UploadRoad : SimDesk {
     return {reinterpret_cast<const char*>(bytes.data()), kImageBytes};
   }
 
-  FakeProgress upbox;
   Program sent;
 };
 
@@ -73,7 +72,7 @@ TEST(UploadRoad, EveryExampleComesBackFromTheHubThatItWasSentTo) {
   for (const auto& example : examples::ExamplePrograms()) {
     SCOPED_TRACE(example.file_name);
     UploadRoad d(example.program);
-    EXPECT_EQ(Upload(d.road, d.upbox), UploadResult::Done);
+    EXPECT_EQ(Upload(d.road), UploadResult::Done);
     ASSERT_TRUE(d.boxes.shown.empty()) << d.boxes.shown.front().text;
     Program expected = Fresh();
     expected.HubVersion = d.sent.HubVersion;
@@ -99,7 +98,7 @@ TEST(UploadRoad, ThePoolComesOverAsItStandsInTheHubBehindItsEndToo) {
   d.source.program = shorter;
   EXPECT_EQ(DownloadProg(d.road, 1.38F), DownloadResult::Done);
   EXPECT_EQ(d.ImageInHub()[6656], '\0');
-  EXPECT_EQ(Upload(d.road, d.upbox), UploadResult::Done);
+  EXPECT_EQ(Upload(d.road), UploadResult::Done);
   EXPECT_TRUE(d.boxes.shown.empty());
 }
 
@@ -131,7 +130,7 @@ TEST(UploadRoad, AFailureIsToldLeavesTheProgramAndTheNextUploadWorks) {
     d.Line(7).Text = "mine";
     const Program before = d.source.program;
     d.Fail(c.mode);
-    EXPECT_EQ(Upload(d.road, d.upbox), c.result);
+    EXPECT_EQ(Upload(d.road), c.result);
     ASSERT_EQ(d.boxes.shown.size(), 1U);
     EXPECT_EQ(d.boxes.shown[0].text, c.text);
     ExpectSame(d.source.program, before);
@@ -139,7 +138,7 @@ TEST(UploadRoad, AFailureIsToldLeavesTheProgramAndTheNextUploadWorks) {
     EXPECT_FALSE(d.source.Busy);
     EXPECT_FALSE(d.upbox.visible);
     d.Fail("none");
-    EXPECT_EQ(Upload(d.road, d.upbox), UploadResult::Done);
+    EXPECT_EQ(Upload(d.road), UploadResult::Done);
     EXPECT_EQ(d.boxes.shown.size(), 1U);
     EXPECT_EQ(d.sim.RThreshold(), 1);
   }
@@ -148,7 +147,7 @@ TEST(UploadRoad, AFailureIsToldLeavesTheProgramAndTheNextUploadWorks) {
 TEST(UploadRoad, AHubThatIsSilentFromTheStartEndsItBeforeTheTransfer) {
   UploadRoad d(AnyExample());
   d.Fail("silent-c");
-  EXPECT_EQ(Upload(d.road, d.upbox), std::nullopt);
+  EXPECT_EQ(Upload(d.road), std::nullopt);
   ASSERT_EQ(d.boxes.shown.size(), 1U);
   EXPECT_TRUE(d.upbox.gauges.empty());
   EXPECT_FALSE(d.source.Busy);
@@ -162,7 +161,7 @@ TEST(UploadRoad, ACableThatComesOffInTheMiddleEndsItWithTheProgramAsItWas) {
     const Program before = d.source.program;
     d.Fail(mode);
     const double start = d.clock.now;
-    EXPECT_EQ(Upload(d.road, d.upbox), UploadResult::Stopped);
+    EXPECT_EQ(Upload(d.road), UploadResult::Stopped);
     ASSERT_GE(d.boxes.shown.size(), 1U);
     EXPECT_TRUE(d.boxes.shown[0].text.starts_with("The Tavlo Hub stopped responding after "))
         << d.boxes.shown[0].text;
@@ -172,7 +171,7 @@ TEST(UploadRoad, ACableThatComesOffInTheMiddleEndsItWithTheProgramAsItWas) {
     EXPECT_FALSE(d.upbox.visible);
     d.Fail("none");
     d.sim.hub.Replug();
-    EXPECT_EQ(Upload(d.road, d.upbox), UploadResult::Done);
+    EXPECT_EQ(Upload(d.road), UploadResult::Done);
   }
 }
 
@@ -183,7 +182,7 @@ TEST(UploadRoad, AnUploadStopsAProgramThatRuns) {
   d.road.Comm1.Output("X");
   d.sim.RunEventLoop(0.05);
   EXPECT_EQ(d.sim.hub.State(), hubsim::HubState::kRunning);
-  EXPECT_EQ(Upload(d.road, d.upbox), UploadResult::Done);
+  EXPECT_EQ(Upload(d.road), UploadResult::Done);
   EXPECT_NE(d.sim.hub.State(), hubsim::HubState::kRunning);
   EXPECT_TRUE(d.boxes.shown.empty());
 }

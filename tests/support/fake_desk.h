@@ -307,11 +307,13 @@ struct FakeDesk {
   FakeView view;
   FakeRun run;
   FakeProgress downbox;
+  FakeProgress upbox;
   FakeSettings settings;
   FakeDialogs dialogs;
   FakeFiles files;
   FakeLoading loading;
-  Desk desk{source, port, boxes, clock, loop, beeper, view, run, downbox, settings, dialogs, files, loading};
+  Desk desk{source, port,    boxes, clock,    loop,    beeper, view,
+            run,    downbox, upbox, settings, dialogs, files,  loading};
 };
 
 }  // namespace tavlo::testing

@@ -90,7 +90,8 @@ struct SimDesk : FakeDesk {
   }
 
   SimPort sim;
-  Desk road{source, sim, boxes, clock, loop, beeper, view, run, downbox, settings, dialogs, files, loading};
+  Desk road{source, sim,     boxes, clock,    loop,    beeper, view,
+            run,    downbox, upbox, settings, dialogs, files,  loading};
 };
 
 }  // namespace tavlo::testing

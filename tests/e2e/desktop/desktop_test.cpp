@@ -125,6 +125,27 @@ TEST(Desktop, EveryExampleGoesIntoItsHub) {
   }
 }
 
+TEST(Desktop, WhatWasDownloadedComesBackByAnUpload) {
+  HubProcess hub;
+  ASSERT_TRUE(hub.Ready());
+  Session session(hub.Link());
+  session.LoadExample("nested-repeats.TVH");
+  std::vector<std::string> texts;
+  for (const Row& row : session.State().rows) texts.push_back(row.desc);
+  session.Click("Download");
+  session.boxes.setNextAnswer(Answer::OK);
+  session.Click("BtnClear");
+  EXPECT_EQ(session.State().rows[1].desc, "");
+  session.Click("Upload");
+  EXPECT_EQ(session.boxes.Shown().size(), 1u) << "only the question of Clear";
+  for (int line = 0; line < kLines; ++line) {
+    // The hub's memory does not carry where an If Moving goes.
+    if (session.State().program.Prog[line].Type != IM) {
+      EXPECT_EQ(session.State().rows[line].desc, texts[line]) << line + 1;
+    }
+  }
+}
+
 struct DownloadFailure {
   const char* mode;
   const char* message;
