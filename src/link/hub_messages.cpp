@@ -197,7 +197,6 @@ void DispDrive(Desk& desk, int revision, int hub_code) {
   const bool known = hub_code == kHubModels[HubOcto].code || hub_code == kHubModels[HubQuad].code;
   if (known) {
     desk.Comm1.Output("*0");
-    desk.source.DriveVersion = VersionText(desk.program().HubVersion);
     desk.beeper.Beep();
     ShowHub(desk, hub_code);
   } else {

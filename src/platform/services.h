@@ -91,7 +91,7 @@ class ProgressForm {
   virtual void Phase(std::string_view name, int bytes_done, int bytes_total) = 0;
 };
 
-/// Repaints nothing of its own: a window that says that a file is being read (`Loading`).
+/// A small window that says that a file is being read (`Loading`).
 class LoadingForm {
  public:
   virtual ~LoadingForm() = default;
@@ -103,14 +103,6 @@ class Beeper {
  public:
   virtual ~Beeper() = default;
   virtual void Beep() = 0;
-};
-
-/// The viewer of help documents.
-class HelpViewer {
- public:
-  virtual ~HelpViewer() = default;
-  /// Shows the document of this name from the folder Help.
-  virtual void OpenHelp(std::string_view file) = 0;
 };
 
 }  // namespace tavlo
