@@ -86,10 +86,8 @@ class NoRunView : public RunView {
   [[nodiscard]] RunWindow Active() const override { return RunWindow::None; }
   void ShowModal(RunWindow) override {}
   void Hide() override {}
-  void StepDone() override {}
-  void ShowStatus(int, int, int) override {}
-  void ShowXStatus(int, int) override {}
-  void ShowOutStatus(int, int) override {}
+  void StatusChanged(int) override {}
+  void ControlsChanged() override {}
   void TextLinesChanged() override {}
   void ShowServoFault(const ServoFaultPanel&) override {}
 };

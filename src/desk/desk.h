@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "desk/rows.h"
+#include "desk/run_panel.h"
 #include "desk/views.h"
 #include "model/program.h"
 #include "platform/serial_port.h"
@@ -19,6 +20,22 @@ namespace tavlo {
 
 inline constexpr std::string_view kApplicationTitle = "Tavlo Composer";
 inline constexpr std::string_view kUntitled = "untitled";
+
+/// What the drive terminal holds.
+struct DriveTerminal {
+  /// The text of the command being logged.
+  std::string CmdBuf;
+  /// A greeting of the hub is being collected, and what has been collected of it.
+  bool InPower = false;
+  std::string PowerBuf;
+  /// The last thing written to `History` ended a line.
+  bool AtLineStart = true;
+  bool Logging = false;
+  /// Bytes are being worked off.
+  bool Draining = false;
+  /// Past traffic: commands between dollar signs, and responses.
+  std::string History;
+};
 
 /// The live program of a desktop or a command and the flags of its session. One for a process; tests make
 /// as many as they like.
@@ -44,6 +61,7 @@ struct Source {
   bool TermActive = false;
   bool TermUsed = false;
   std::string VOXbuffer;
+  DriveTerminal VOXterm;
   /// The operator terminal's four lines and the state of its cursor and escapes.
   std::array<std::string, 4> textline;
   bool EscPending = false;
@@ -51,6 +69,8 @@ struct Source {
   bool RowGot = false;
   std::int16_t RowValue = 0;
   std::int16_t CurRow = 0;
+  /// What the run window shows.
+  RunPanel panel{};
   /// Firmware of each drive, as last read.
   std::array<float, kAxisSlots> DriveRev{};
 

@@ -5,6 +5,7 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace tavlo {
 
@@ -51,23 +52,26 @@ class RunView {
   virtual void ShowModal(RunWindow window) = 0;
   /// Hides the run window that is up, if one is.
   virtual void Hide() = 0;
-  /// A single step has ended: the step picture goes grey, the pause picture red.
-  virtual void StepDone() = 0;
-  /// Levels of a drive's signals; a clear bit means on. `axis` is 0..7.
-  virtual void ShowStatus(int axis, int inputs, int outputs) = 0;
-  virtual void ShowXStatus(int axis, int inputs) = 0;
-  virtual void ShowOutStatus(int axis, int outputs) = 0;
+  /// The lights of an axis, 0..7, in `Source::panel`.
+  virtual void StatusChanged(int axis) = 0;
+  /// The pictures of the controls and `lblUpdate`, there too.
+  virtual void ControlsChanged() = 0;
   /// `textline` of the operator terminal has changed.
   virtual void TextLinesChanged() = 0;
   /// Shows the panel and returns when it is closed; while it is up, only refreshes it.
   virtual void ShowServoFault(const ServoFaultPanel& panel) = 0;
 };
 
-/// The drive terminal, which takes over the received bytes while it is open.
+/// The drive terminal: shows the `History` of `Source::VOXterm`.
 class TerminalView {
  public:
   virtual ~TerminalView() = default;
-  virtual void ProcessChar(char c) = 0;
+  /// Shows the terminal, which turns the passthrough on, and returns when it is closed.
+  virtual void ShowModal() = 0;
+  /// This has been added at the end.
+  virtual void HistoryGrew(std::string_view added) = 0;
+  /// The older part has been cut off.
+  virtual void HistoryCut() = 0;
 };
 
 /// The dialogs that edit a line.

@@ -9,9 +9,28 @@
 namespace tavlo {
 namespace {
 
-constexpr double kStopPause = 0.05;
+/// Gives the hub time to take a command in.
+constexpr double kCommandPause = 0.05;
+constexpr std::string_view kUpdatedByLine = "Status updated at start of each line";
+constexpr std::string_view kUpdatedByInstruction = "Status updated at start of each instruction";
+constexpr std::string_view kUpdatedByTime = "Status updated about 10 times/second";
 constexpr int kResets = 10;
 constexpr double kResetLimit = 6.0;
+
+/// The two windows word the same thing in their own ways.
+std::string_view UpdatedWhileRunning(RunWindow window) {
+  return window == RunWindow::fakeMMI ? kUpdatedByInstruction : kUpdatedByLine;
+}
+
+void ShowRunning(Desk& desk, RunWindow window) {
+  RunPanel& panel = desk.source.panel;
+  panel.Running = true;
+  panel.Play = Picture::PlayGreen;
+  panel.Pause = Picture::PauseGray;
+  panel.SingleStep = Picture::StepGray;
+  panel.lblUpdate = UpdatedWhileRunning(window);
+  desk.run.ControlsChanged();
+}
 
 /// Which window the hub wants for its program: "M" and "X" must come by themselves in one read.
 RunWindow AskRunWindow(Desk& desk, const std::string& identity) {
@@ -68,6 +87,9 @@ ExecuteResult Execute(Desk& desk) {
 
 void StartRun(Desk& desk, RunWindow window) {
   desk.source.Stopped = false;
+  MakeLimitsRed(desk.source.panel, desk.program());
+  ShowRunning(desk, window);
+  for (int axis = 0; axis < kAxes; ++axis) desk.run.StatusChanged(axis);
   if (window == RunWindow::ExecStatus) {
     desk.Comm1.Output("X");
     return;
@@ -88,7 +110,7 @@ void StopRun(Desk& desk, RunWindow window) {
     desk.Comm1.RThreshold(1);
     desk.source.MMIActive = false;
   }
-  WaitSecs(desk, kStopPause);
+  WaitSecs(desk, kCommandPause);
   desk.view.ProgCounter(std::nullopt);
   HideYelLine(desk, -1);
   desk.run.Hide();
@@ -96,11 +118,83 @@ void StopRun(Desk& desk, RunWindow window) {
 
 void CloseRun(Desk& desk, RunWindow window) {
   // Only the status window stops the hub when it is closed by its frame; the emulator sends nothing.
-  if (window == RunWindow::ExecStatus) desk.Comm1.Output("S");
+  if (window != RunWindow::ExecStatus) return;
+  desk.Comm1.Output("S");
+  desk.source.Stopped = true;
 }
 
 void LeaveRun(Desk& desk) {
   ClearAnimation(desk);
+}
+
+void ClickPlay(Desk& desk) {
+  if (desk.source.Stopped) return;
+  RunPanel& panel = desk.source.panel;
+  panel.SingleStep = Picture::StepGray;
+  if (!panel.Running) {
+    desk.Comm1.Output("r");
+    panel.Play = Picture::PlayGreen;
+    panel.Running = true;
+    panel.Pause = Picture::PauseGray;
+  }
+  panel.lblUpdate = UpdatedWhileRunning(desk.run.Active());
+  desk.run.ControlsChanged();
+}
+
+void ClickPause(Desk& desk) {
+  if (desk.source.Stopped) return;
+  RunPanel& panel = desk.source.panel;
+  panel.lblUpdate = kUpdatedByTime;
+  if (!panel.Running) {
+    desk.run.ControlsChanged();
+    return;
+  }
+  desk.Comm1.Output("P");
+  panel.Play = Picture::PlayGray;
+  panel.Running = false;
+  // The status window waits for the hub before it shows red, the emulator does not.
+  if (desk.run.Active() == RunWindow::fakeMMI) panel.Pause = Picture::PauseRed;
+  desk.run.ControlsChanged();
+  WaitSecs(desk, kCommandPause);
+  // The wait let the hub and the operator in: the run may be over, or go on again.
+  if (panel.Running || desk.run.Active() == RunWindow::None) return;
+  ClearAnimation(desk);
+  if (panel.SingleStep != Picture::StepYellow) panel.Pause = Picture::PauseRed;
+  desk.run.ControlsChanged();
+}
+
+void ClickSingleStep(Desk& desk) {
+  RunPanel& panel = desk.source.panel;
+  const bool paused_and_idle = panel.Play == Picture::PlayGray && panel.SingleStep != Picture::StepYellow;
+  if (desk.source.Stopped || !paused_and_idle) return;
+  panel.SingleStep = Picture::StepYellow;
+  panel.Pause = Picture::PauseGray;
+  desk.run.ControlsChanged();
+  desk.Comm1.Output("T");
+}
+
+void ClickReset(Desk& desk) {
+  if (desk.source.Stopped) return;
+  desk.Comm1.Output("0");
+  desk.view.AutoScroll(0);
+}
+
+void StepDone(Desk& desk) {
+  desk.source.panel.SingleStep = Picture::StepGray;
+  desk.source.panel.Pause = Picture::PauseRed;
+  desk.run.ControlsChanged();
+}
+
+char KeyByte(MmiKey key) {
+  constexpr std::string_view kBytes = "0123456789.+-\r\bABCD";
+  static_assert(kBytes.size() == static_cast<std::size_t>(MmiKey::arrowright) + 1);
+  return kBytes[static_cast<std::size_t>(key)];
+}
+
+void PressKey(Desk& desk, MmiKey key) {
+  if (!desk.source.MMIActive) return;
+  const char byte = KeyByte(key);
+  desk.Comm1.Output({&byte, 1});
 }
 
 void ResetDrive(Desk& desk) {

@@ -32,6 +32,42 @@ void CloseRun(Desk& desk, RunWindow window);
 /// The window lost the focus or was hidden.
 void LeaveRun(Desk& desk);
 
+/// `Play`, `Pause`, `SingleStep` and `btnReset`: resume, pause, one line of a paused program, and back to the
+/// first line. Nothing happens after Stop.
+void ClickPlay(Desk& desk);
+void ClickPause(Desk& desk);
+void ClickSingleStep(Desk& desk);
+void ClickReset(Desk& desk);
+/// The hub has told the end of a single step.
+void StepDone(Desk& desk);
+
+/// The keys of the operator terminal.
+enum class MmiKey {
+  Digit0,
+  Digit1,
+  Digit2,
+  Digit3,
+  Digit4,
+  Digit5,
+  Digit6,
+  Digit7,
+  Digit8,
+  Digit9,
+  dot,
+  yes,
+  no,
+  enter,
+  bksp,
+  arrowup,
+  arrowdown,
+  arrowleft,
+  arrowright
+};
+/// What a key sends.
+[[nodiscard]] char KeyByte(MmiKey key);
+/// Sends it, at once and without echo, while the emulator runs a program.
+void PressKey(Desk& desk, MmiKey key);
+
 /// Sends ten "R" and awaits a "Y" for each, six seconds for all together.
 void ResetDrive(Desk& desk);
 

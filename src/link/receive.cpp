@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "link/receive.h"
 
+#include "link/drive_terminal.h"
 #include "link/hub_messages.h"
 
 namespace tavlo {
@@ -13,18 +14,33 @@ constexpr int kLastRow = 3;
 constexpr char kEscape = 27;
 constexpr char kBackspace = 8;
 
+/// True for as long as it lives.
+class ScopedFlag {
+ public:
+  explicit ScopedFlag(bool& flag) : flag_(flag) { flag_ = true; }
+  ~ScopedFlag() { flag_ = false; }
+  ScopedFlag(const ScopedFlag&) = delete;
+  ScopedFlag& operator=(const ScopedFlag&) = delete;
+
+ private:
+  bool& flag_;
+};
+
 int Code(char c) {
   return static_cast<unsigned char>(c);
 }
 
+/// Each turn of the event loop may bring more bytes in behind those that are being worked off; whoever was
+/// first takes them too.
 void ToTerminal(Desk& desk) {
   Source& source = desk.source;
   source.VOXbuffer += desk.Comm1.Input();
-  // Each turn of the event loop may bring more bytes in behind these.
+  if (source.VOXterm.Draining) return;
+  const ScopedFlag draining(source.VOXterm.Draining);
   while (!source.VOXbuffer.empty()) {
     const char c = source.VOXbuffer.front();
     source.VOXbuffer.erase(0, 1);
-    if (desk.terminal != nullptr) desk.terminal->ProcessChar(c);
+    ProcessChar(desk, c);
     desk.loop.Yield();
   }
 }

@@ -30,10 +30,8 @@ class RunBar : public QWidget, public RunView {
   [[nodiscard]] RunWindow Active() const override { return window_; }
   void ShowModal(RunWindow window) override;
   void Hide() override;
-  void StepDone() override {}
-  void ShowStatus(int, int, int) override {}
-  void ShowXStatus(int, int) override {}
-  void ShowOutStatus(int, int) override {}
+  void StatusChanged(int) override {}
+  void ControlsChanged() override {}
   void TextLinesChanged() override;
   void ShowServoFault(const ServoFaultPanel& panel) override;
 

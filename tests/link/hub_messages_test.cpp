@@ -85,25 +85,48 @@ TEST(LineFinished, ALineThatThereIsNotPaintsNothing) {
   EXPECT_TRUE(d.view.rows.empty());
 }
 
-TEST(StepDone, IsShownByARunWindow) {
+TEST(StepDone, TurnsThePicturesBackWhereARunWindowIsActive) {
   for (const RunWindow window : {RunWindow::ExecStatus, RunWindow::fakeMMI, RunWindow::None}) {
     FakeDesk d;
     d.run.active = window;
+    d.source.panel.SingleStep = Picture::StepYellow;
+    d.source.panel.Pause = Picture::PauseGray;
     Handle(d, 253, 1, 2, 3);
-    EXPECT_EQ(d.run.steps, window == RunWindow::None ? 0 : 1);
+    const bool shown = window != RunWindow::None;
+    EXPECT_EQ(d.source.panel.SingleStep, shown ? Picture::StepGray : Picture::StepYellow);
+    EXPECT_EQ(d.source.panel.Pause, shown ? Picture::PauseRed : Picture::PauseGray);
+    EXPECT_EQ(d.run.control_changes, shown ? 1 : 0);
     EXPECT_TRUE(d.port.sent.empty());
   }
+}
+
+/// The bits of a row of lights that are on.
+template <class Lights>
+int BitsOn(const Lights& lights) {
+  int bits = 0;
+  for (std::size_t i = 0; i < lights.size(); ++i) {
+    if (lights[i] == Led::Green || lights[i] == Led::Red) bits |= 1 << i;
+  }
+  return bits;
+}
+
+/// Every axis has a drive that reports all it has.
+void PlugIn(FakeDesk& d, std::int16_t model) {
+  d.source.program.Axis.DriveModel.fill(model);
+  d.source.DriveRev.fill(2.0F);
 }
 
 TEST(DriveStatus, CarriesTheAxisTheInputsInTwoNibblesAndTheOutputs) {
   for (const RunWindow window : {RunWindow::ExecStatus, RunWindow::fakeMMI}) {
     for (int axis = 0; axis < 8; ++axis) {
       FakeDesk d;
+      PlugIn(d, 20);
       d.run.active = window;
-      Handle(d, 241 + axis, 0x5, 0xa, 0x6f);
-      EXPECT_EQ(d.run.statuses, (std::vector<std::vector<int>>{{axis, 0xa5, 0x6f}}));
-      EXPECT_TRUE(d.run.x_statuses.empty());
-      EXPECT_TRUE(d.run.out_statuses.empty());
+      Handle(d, 241 + axis, 0x5, 0xa, 0x6a);
+      EXPECT_EQ(BitsOn(d.source.panel.INlo[axis]), 0x5a);
+      EXPECT_EQ(BitsOn(d.source.panel.OUTlo[axis]), 0x5);
+      EXPECT_EQ(BitsOn(d.source.panel.OUTY[axis]), 0x1);
+      EXPECT_EQ(d.run.statuses, std::vector{axis});
     }
   }
 }
@@ -111,22 +134,24 @@ TEST(DriveStatus, CarriesTheAxisTheInputsInTwoNibblesAndTheOutputs) {
 TEST(ExtendedInputs, CarryTheAxisAndTheInputsInTwoNibbles) {
   for (int axis = 0; axis < 8; ++axis) {
     FakeDesk d;
+    PlugIn(d, 20);
     d.run.active = RunWindow::ExecStatus;
     Handle(d, 213 + axis, 0x1, 0x7, 0x55);
-    EXPECT_EQ(d.run.x_statuses, (std::vector<std::vector<int>>{{axis, 0x71}}));
-    EXPECT_TRUE(d.run.statuses.empty());
-    EXPECT_TRUE(d.run.out_statuses.empty());
+    EXPECT_EQ(BitsOn(d.source.panel.INX[axis]), 0x0e);
+    EXPECT_EQ(BitsOn(d.source.panel.INlo[axis]), 0);
+    EXPECT_EQ(d.run.statuses, std::vector{axis});
   }
 }
 
 TEST(ExtendedOutputs, CarryTheAxisAndTheOutputs) {
   for (int axis = 0; axis < 8; ++axis) {
     FakeDesk d;
+    PlugIn(d, 20);
     d.run.active = RunWindow::fakeMMI;
-    Handle(d, 221 + axis, 0x7f, 1, 2);
-    EXPECT_EQ(d.run.out_statuses, (std::vector<std::vector<int>>{{axis, 0x7f}}));
-    EXPECT_TRUE(d.run.statuses.empty());
-    EXPECT_TRUE(d.run.x_statuses.empty());
+    Handle(d, 221 + axis, 0x3c, 1, 2);
+    EXPECT_EQ(BitsOn(d.source.panel.OUTlo[axis]), 0x3);
+    EXPECT_EQ(BitsOn(d.source.panel.OUTY[axis]), 0x4);
+    EXPECT_EQ(d.run.statuses, std::vector{axis});
   }
 }
 
@@ -137,8 +162,7 @@ TEST(DriveStatus, IsLostWithoutARunWindow) {
     Handle(d, header, 1, 2, 3);
   }
   EXPECT_TRUE(d.run.statuses.empty());
-  EXPECT_TRUE(d.run.x_statuses.empty());
-  EXPECT_TRUE(d.run.out_statuses.empty());
+  for (int axis = 0; axis < kAxes; ++axis) EXPECT_EQ(BitsOn(d.source.panel.INlo[axis]), 0);
   EXPECT_TRUE(d.boxes.shown.empty());
   EXPECT_TRUE(d.port.sent.empty());
 }
@@ -278,7 +302,7 @@ TEST(HandleMsg, HeadersWithoutAMeaningChangeNothing) {
     EXPECT_TRUE(d.view.rows.empty() && d.view.scrolls.empty() && d.view.counters.empty()) << header;
     EXPECT_EQ(d.view.all_rows, 0) << header;
     EXPECT_EQ(d.run.hides, 0) << header;
-    EXPECT_TRUE(d.run.statuses.empty() && d.run.x_statuses.empty() && d.run.out_statuses.empty()) << header;
+    EXPECT_TRUE(d.run.statuses.empty()) << header;
     EXPECT_TRUE(d.run.faults.empty()) << header;
     EXPECT_TRUE(d.source.MMIActive) << header;
   }
@@ -299,9 +323,9 @@ TEST(HandleMsg, AnyPayloadOfAnyHeaderIsSafe) {
       const auto before = d.source.program.Prog;
       Handle(d, header, b2, b3, b4);
       EXPECT_EQ(d.source.program.Prog, before);
-      for (const std::vector<int>& status : d.run.statuses) {
-        EXPECT_LT(status[0], 8);
-        EXPECT_GE(status[0], 0);
+      for (const int axis : d.run.statuses) {
+        EXPECT_LT(axis, 8);
+        EXPECT_GE(axis, 0);
       }
       for (const int line : d.view.rows) {
         EXPECT_GE(line, 0);

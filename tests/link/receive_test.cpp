@@ -101,7 +101,7 @@ TEST(NewOnComm, PayloadReachesFromZeroTo127) {
   ListeningDesk d;
   d.run.active = RunWindow::ExecStatus;
   d.port.Receive(Bytes({221, 0, 127, 127}) + Bytes({222, 127, 0, 0}));
-  EXPECT_EQ(d.run.out_statuses.size(), 2u);
+  EXPECT_EQ(d.run.statuses, (std::vector{0, 1}));
 }
 
 TEST(NewOnComm, TextWithNoTerminatorWindowOpenVanishes) {
@@ -153,30 +153,19 @@ TEST(NewOnComm, AnEventWithoutBytesDoesNothing) {
   EXPECT_EQ(d.source.MsgBuf, Bytes({254, 1}));
 }
 
-class FakeTerminal : public TerminalView {
- public:
-  void ProcessChar(char c) override {
-    taken += c;
-    if (on_char) on_char(c);
-  }
-  std::string taken;
-  std::function<void(char)> on_char;
-};
-
 struct TerminalDesk : ListeningDesk {
   TerminalDesk() {
     desk.terminal = &terminal;
     source.TermActive = true;
   }
+  [[nodiscard]] const std::string& Taken() const { return source.VOXterm.History; }
   FakeTerminal terminal;
 };
 
 TEST(DriveTerminal, TakesEverythingThatArrives) {
   TerminalDesk d;
-  std::string all;
-  for (int value = 0; value < 256; ++value) all += static_cast<char>(value);
-  d.port.Receive(all);
-  EXPECT_EQ(d.terminal.taken, all);
+  d.port.Receive("a" + LineStarted(3).substr(1) + Bytes({128, 254}));
+  EXPECT_EQ(d.Taken(), "a[000][003][000][128][254]");
   EXPECT_EQ(d.source.VOXbuffer, "");
   EXPECT_TRUE(d.Started().empty());
 }
@@ -203,7 +192,7 @@ TEST(DriveTerminal, BytesThatWaitForItComeFirst) {
   TerminalDesk d;
   d.source.VOXbuffer = "old ";
   d.port.Receive("new");
-  EXPECT_EQ(d.terminal.taken, "old new");
+  EXPECT_EQ(d.Taken(), "old new");
 }
 
 TEST(DriveTerminal, BytesThatArriveDuringATurnAreTakenOnceAndInOrder) {
@@ -213,22 +202,22 @@ TEST(DriveTerminal, BytesThatArriveDuringATurnAreTakenOnceAndInOrder) {
     if (more > 0) d.port.Receive(std::to_string(more--));
   };
   d.port.Receive("abc");
-  EXPECT_EQ(d.terminal.taken.size(), 6u);
+  EXPECT_EQ(d.Taken().size(), 6u);
   for (const char c : std::string("abc321")) {
-    EXPECT_EQ(std::ranges::count(d.terminal.taken, c), 1) << c;
+    EXPECT_EQ(std::ranges::count(d.Taken(), c), 1) << c;
   }
-  EXPECT_LT(d.terminal.taken.find('a'), d.terminal.taken.find('b'));
-  EXPECT_LT(d.terminal.taken.find('b'), d.terminal.taken.find('c'));
-  EXPECT_LT(d.terminal.taken.find('3'), d.terminal.taken.find('2'));
-  EXPECT_LT(d.terminal.taken.find('2'), d.terminal.taken.find('1'));
+  EXPECT_LT(d.Taken().find('a'), d.Taken().find('b'));
+  EXPECT_LT(d.Taken().find('b'), d.Taken().find('c'));
+  EXPECT_LT(d.Taken().find('3'), d.Taken().find('2'));
+  EXPECT_LT(d.Taken().find('2'), d.Taken().find('1'));
   EXPECT_EQ(d.source.VOXbuffer, "");
 }
 
 TEST(DriveTerminal, OneThatIsClosedByACharacterLosesTheRestWithoutHarm) {
   TerminalDesk d;
-  d.terminal.on_char = [&](char) { d.source.TermActive = false; };
+  d.terminal.on_growth = [&](std::string_view) { d.source.TermActive = false; };
   d.port.Receive("abc");
-  EXPECT_TRUE(d.terminal.taken.starts_with("a"));
+  EXPECT_TRUE(d.Taken().starts_with("a"));
 }
 
 TEST(DriveTerminal, AFlagWithoutAWindowDoesNoHarm) {

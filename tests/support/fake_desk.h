@@ -268,22 +268,38 @@ class FakeRun : public RunView {
     if (active != RunWindow::None) ++hides;
     active = RunWindow::None;
   }
-  void StepDone() override { ++steps; }
-  void ShowStatus(int axis, int inputs, int outputs) override { statuses.push_back({axis, inputs, outputs}); }
-  void ShowXStatus(int axis, int inputs) override { x_statuses.push_back({axis, inputs}); }
-  void ShowOutStatus(int axis, int outputs) override { out_statuses.push_back({axis, outputs}); }
+  void StatusChanged(int axis) override { statuses.push_back(axis); }
+  void ControlsChanged() override { ++control_changes; }
   void TextLinesChanged() override { ++text_changes; }
   void ShowServoFault(const ServoFaultPanel& panel) override { faults.push_back(panel); }
   RunWindow active = RunWindow::None;
   std::vector<RunWindow> shown;
   std::function<void(RunWindow)> on_show;
-  std::vector<std::vector<int>> statuses;
-  std::vector<std::vector<int>> x_statuses;
-  std::vector<std::vector<int>> out_statuses;
+  /// The axes whose lights changed.
+  std::vector<int> statuses;
   std::vector<ServoFaultPanel> faults;
   int hides = 0;
-  int steps = 0;
+  int control_changes = 0;
   int text_changes = 0;
+};
+
+/// Remembers what it was told of the log.
+class FakeTerminal : public TerminalView {
+ public:
+  void ShowModal() override {
+    ++shown;
+    if (on_show) on_show();
+  }
+  void HistoryGrew(std::string_view added) override {
+    log += added;
+    if (on_growth) on_growth(added);
+  }
+  void HistoryCut() override { ++cuts; }
+  std::string log;
+  int shown = 0;
+  int cuts = 0;
+  std::function<void()> on_show;
+  std::function<void(std::string_view)> on_growth;
 };
 
 /// A session with fakes all around it, its hardware and program initialised, port 1 open.

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "model/axis_config.h"
+#include "model/program.h"
+
+namespace tavlo {
+
+struct Desk;
+
+/// What a light shows. Limit switches have the red pair.
+enum class Led { Green, GreenOff, Red, RedOff, Unknown };
+
+/// The groups of lights, and how many of each an axis has. Index of a light is its bit of the message.
+enum class LedRow {
+  INlo,   ///< main inputs 1 to 8
+  INX,    ///< inputs X1 to X7
+  OUTlo,  ///< main outputs 1 to 4
+  OUTY,   ///< outputs Y1 to Y3
+};
+inline constexpr std::array kLedRows = {LedRow::INlo, LedRow::INX, LedRow::OUTlo, LedRow::OUTY};
+inline constexpr int kMainInputs = 8;
+inline constexpr int kXInputs = 7;
+inline constexpr int kMainOutputs = 4;
+inline constexpr int kYOutputs = 3;
+[[nodiscard]] int LedsOf(LedRow row);
+
+/// Pictures of the three controls that show the state of the run.
+enum class Picture { PlayGreen, PlayGray, PauseRed, PauseGray, StepYellow, StepGray };
+
+/// The panel of inputs and outputs and the run controls, the same in both run windows.
+struct RunPanel {
+  /// By axis 0..7, then by bit.
+  std::array<std::array<Led, kMainInputs>, kAxes> INlo;
+  std::array<std::array<Led, kXInputs>, kAxes> INX;
+  std::array<std::array<Led, kMainOutputs>, kAxes> OUTlo;
+  std::array<std::array<Led, kYOutputs>, kAxes> OUTY;
+  /// The program is in free run, and not paused.
+  bool Running = false;
+  Picture Play = Picture::PlayGray;
+  Picture Pause = Picture::PauseGray;
+  Picture SingleStep = Picture::StepGray;
+  std::string_view lblUpdate;
+
+  [[nodiscard]] Led At(LedRow row, int axis, int bit) const;
+};
+
+/// All lights at rest, before the first status: the limit switches red, as far as they stand among the main
+/// inputs or among X1 to X7.
+void MakeLimitsRed(RunPanel& panel, const Program& program);
+
+/// The bit is a limit switch of the drive and drawn red.
+[[nodiscard]] bool RedLED(const Program& program, int bit, int axis);
+
+// Status of axis 0..7 as the hub sends it; a clear bit means on.
+void ShowStatus(Desk& desk, int axis, int inputs, int outputs);
+void ShowXStatus(Desk& desk, int axis, int inputs);
+void ShowOutStatus(Desk& desk, int axis, int outputs);
+
+/// Columns of the panel. On the Hub Quad the fifth is the hub's own inputs and outputs.
+[[nodiscard]] int PanelColumns(const Program& program);
+/// "1" to "8", or "Hub".
+[[nodiscard]] std::string ColumnCaption(const Program& program, int axis);
+/// The axis has this light.
+[[nodiscard]] bool ShowsLed(const Program& program, LedRow row, int axis, int bit);
+/// "2", "X2", "Y2": what stands beside the light.
+[[nodiscard]] std::string LedCaption(LedRow row, int bit);
+/// What the light is and shows, for those who do not see it: "axis 3 input 2: on".
+[[nodiscard]] std::string LedName(const Program& program, LedRow row, int axis, int bit, Led led);
+
+}  // namespace tavlo
