@@ -14,7 +14,7 @@ namespace tavlo {
 struct Desk;
 
 /// What a light shows. Limit switches have the red pair.
-enum class Led { Green, GreenOff, Red, RedOff, Unknown };
+enum class Led { GreenOff, Green, RedOff, Red, Unknown };
 
 /// The groups of lights, and how many of each an axis has. Index of a light is its bit of the message.
 enum class LedRow {

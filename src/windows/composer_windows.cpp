@@ -18,11 +18,12 @@ constexpr int kWindowIconSize = 64;
 
 }  // namespace
 
-// The run bar and the three panes are children of the main window and stand behind it here, so that they are
-// gone before it is.
+// The run windows and the three panes are children of the main window and stand behind it here, so that they
+// are gone before it is.
 ComposerWindows::ComposerWindows(const Outside& outside)
     : main_(source_, outside.device_for),
       run_(&main_, [this](bool hold) { main_.HoldCommands(hold ? Hold::Run : Hold::None); }),
+      terminal_(&main_),
       downbox_(QStringLiteral("downbox"), QStringLiteral("Downloading the program to the hub"), HoldWhile(),
                &main_),
       upbox_(QStringLiteral("upbox"), QStringLiteral("Reading the program from the hub"), HoldWhile(),
@@ -32,6 +33,8 @@ ComposerWindows::ComposerWindows(const Outside& outside)
             outside.beeper,   main_,           run_,          downbox_,      upbox_,
             outside.settings, outside.dialogs, outside.files, loading_} {
   run_.Attach(desk_);
+  terminal_.Attach(desk_);
+  desk_.terminal = &terminal_;
   outside.Comm1.OnComm = [this] { NewOnComm(desk_); };
   outside.Comm1.OnLost = [this] { TellPortLost(desk_); };
 }

@@ -8,8 +8,9 @@
 
 #include "desk/desk.h"
 #include "windows/long_form.h"
-#include "windows/run_bar.h"
+#include "windows/run_windows.h"
 #include "windows/small_forms.h"
+#include "windows/vox_term.h"
 
 namespace tavlo {
 
@@ -43,7 +44,8 @@ class ComposerWindows {
 
   Source source_;
   LongForm main_;
-  RunBar run_;
+  RunWindows run_;
+  TerminalWindows terminal_;
   GaugeForm downbox_;
   GaugeForm upbox_;
   LoadingPane loading_;

@@ -5,6 +5,7 @@
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QIcon>
+#include <QShortcut>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -12,6 +13,7 @@
 #include "desk/main_window.h"
 #include "link/com_port.h"
 #include "link/download.h"
+#include "link/drive_terminal.h"
 #include "link/execution.h"
 #include "link/upload.h"
 #include "qt/gui/shown_text.h"
@@ -99,6 +101,8 @@ void LongForm::Connect() {
   Command("Upload", [](Desk& desk) { Upload(desk); });
   Command("execbutton", [](Desk& desk) { Execute(desk); });
   commands_->OnClick("Quit", [this] { Quit(); });
+  connect(new QShortcut(Qt::CTRL | Qt::Key_T, this), &QShortcut::activated, this,
+          [this] { OpenTerminal(*desk_); });
   connect(hub_, &HubPanel::ModelChosen, this, [this](int index) { SelectModel(*desk_, index); });
   connect(hub_, &HubPanel::PortChosen, this, [this](int index) { ClickOptCom(*desk_, index); });
   connect(limits_, &LimitsPanel::ActionChosen, this, [this](int index) { SelectLimitAction(*desk_, index); });

@@ -146,10 +146,12 @@ class FakeLoop : public EventLoop {
   void YieldFor(double seconds) override {
     waits.push_back(seconds);
     clock_.now += seconds;
+    if (on_wait) on_wait();
   }
   int yields = 0;
   std::vector<double> waits;
   std::function<void()> on_yield;
+  std::function<void()> on_wait;
 
  private:
   FakeClock& clock_;

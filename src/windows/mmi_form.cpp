@@ -1,0 +1,199 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "windows/mmi_form.h"
+
+#include <QFontDatabase>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <optional>
+
+#include "qt/gui/shown_text.h"
+
+namespace tavlo {
+namespace {
+
+constexpr int kDisplayColumns = 20;
+constexpr int kDisplayPoints = 18;
+constexpr int kKeyWidth = 46;
+constexpr int kWordWidth = 62;
+constexpr int kKeyHeight = 36;
+/// The last row grows without end while text comes that nothing clears. More than this is kept, not painted.
+constexpr std::size_t kPaintedColumns = 1000;
+
+/// A key as it stands on the keypad: the operator terminal's own layout.
+struct KeyRow {
+  MmiKey key;
+  const char* name;
+  const char* caption;
+  /// What a screen reader says.
+  const char* spoken;
+  int row;
+  int column;
+  int columns = 1;
+};
+constexpr std::array<KeyRow, 19> kKeys = {{
+    {MmiKey::Digit7, "number7", "7", "7", 0, 0},
+    {MmiKey::Digit8, "number8", "8", "8", 0, 1},
+    {MmiKey::Digit9, "number9", "9", "9", 0, 2},
+    {MmiKey::yes, "yes", "Yes +", "yes, plus", 0, 3},
+    {MmiKey::Digit4, "number4", "4", "4", 1, 0},
+    {MmiKey::Digit5, "number5", "5", "5", 1, 1},
+    {MmiKey::Digit6, "number6", "6", "6", 1, 2},
+    {MmiKey::no, "no", "No \xe2\x88\x92", "no, minus", 1, 3},
+    {MmiKey::Digit1, "number1", "1", "1", 2, 0},
+    {MmiKey::Digit2, "number2", "2", "2", 2, 1},
+    {MmiKey::Digit3, "number3", "3", "3", 2, 2},
+    {MmiKey::bksp, "bksp", "Bksp", "backspace", 2, 3},
+    {MmiKey::Digit0, "number0", "0", "0", 3, 0},
+    {MmiKey::dot, "dot", ".", "point", 3, 1},
+    {MmiKey::enter, "enter", "Enter", "enter", 3, 2, 2},
+    {MmiKey::arrowup, "arrowup", "\xe2\x86\x91", "up", 0, 6},
+    {MmiKey::arrowleft, "arrowleft", "\xe2\x86\x90", "left", 1, 5},
+    {MmiKey::arrowright, "arrowright", "\xe2\x86\x92", "right", 1, 7},
+    {MmiKey::arrowdown, "arrowdown", "\xe2\x86\x93", "down", 2, 6},
+}};
+constexpr int kWordColumn = 3;
+constexpr int kGapColumn = 4;
+
+bool IsArrow(MmiKey key) {
+  return key >= MmiKey::arrowup;
+}
+
+std::optional<MmiKey> KeyOf(const QKeyEvent& event) {
+  if ((event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) != 0) return std::nullopt;
+  const int key = event.key();
+  if (key >= Qt::Key_0 && key <= Qt::Key_9) return static_cast<MmiKey>(key - Qt::Key_0);
+  switch (key) {
+    // The point of a keypad is a comma where numbers have one.
+    case Qt::Key_Period:
+    case Qt::Key_Comma: return MmiKey::dot;
+    case Qt::Key_Y:
+    case Qt::Key_Plus: return MmiKey::yes;
+    case Qt::Key_N:
+    case Qt::Key_Minus: return MmiKey::no;
+    case Qt::Key_Return:
+    case Qt::Key_Enter: return MmiKey::enter;
+    case Qt::Key_Backspace: return MmiKey::bksp;
+    case Qt::Key_Up: return MmiKey::arrowup;
+    case Qt::Key_Down: return MmiKey::arrowdown;
+    case Qt::Key_Left: return MmiKey::arrowleft;
+    case Qt::Key_Right: return MmiKey::arrowright;
+    default: return std::nullopt;
+  }
+}
+
+}  // namespace
+
+MmiForm::MmiForm(Desk& desk, QWidget* main_window, std::function<void(bool)> hold)
+    : RunForm(desk, RunWindow::fakeMMI, main_window, std::move(hold)) {
+  auto* column = new QVBoxLayout;
+  column->addWidget(MakeDisplay());
+  column->addWidget(MakeKeypad());
+  column->addStretch(1);
+  Body().insertLayout(0, column);
+  for (QWidget* child : findChildren<QWidget*>()) child->installEventFilter(this);
+}
+
+QWidget* MmiForm::MakeDisplay() {
+  auto* frame = new QGroupBox(QStringLiteral("Display"), this);
+  auto* glass = new QWidget;
+  QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  fixed.setPointSize(kDisplayPoints);
+  QPalette colours = glass->palette();
+  colours.setColor(QPalette::Window, QColor(214, 228, 190));
+  colours.setColor(QPalette::WindowText, QColor(16, 32, 16));
+  glass->setPalette(colours);
+  glass->setAutoFillBackground(true);
+  auto* lines = new QVBoxLayout(glass);
+  lines->setSpacing(0);
+  for (std::size_t row = 0; row < textline_.size(); ++row) {
+    auto* line = new QLabel(glass);
+    line->setObjectName(QStringLiteral("textline%1").arg(row));
+    line->setAccessibleDescription(QStringLiteral("display row %1").arg(row + 1));
+    line->setTextFormat(Qt::PlainText);
+    line->setFont(fixed);
+    textline_[row] = line;
+    lines->addWidget(line);
+  }
+  // Text that runs over the last row's end can be scrolled to.
+  auto* scroll = new QScrollArea(frame);
+  scroll->setWidget(glass);
+  scroll->setWidgetResizable(true);
+  scroll->setFocusPolicy(Qt::NoFocus);
+  scroll->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  const QFontMetrics metrics(fixed);
+  const QMargins edge = lines->contentsMargins();
+  const int frame_width = 2 * scroll->frameWidth();
+  scroll->setFixedSize(metrics.horizontalAdvance(QString(kDisplayColumns + 1, QLatin1Char('M'))) +
+                           edge.left() + edge.right() + frame_width,
+                       metrics.lineSpacing() * static_cast<int>(textline_.size()) + edge.top() +
+                           edge.bottom() + frame_width + scroll->horizontalScrollBar()->sizeHint().height());
+  auto* column = new QVBoxLayout(frame);
+  column->addWidget(scroll);
+  return frame;
+}
+
+QWidget* MmiForm::MakeKeypad() {
+  auto* frame = new QGroupBox(QStringLiteral("Keypad"), this);
+  auto* grid = new QGridLayout(frame);
+  grid->setSpacing(4);
+  for (const KeyRow& row : kKeys) {
+    auto* button = new QPushButton(QString::fromUtf8(row.caption), frame);
+    button->setObjectName(QLatin1String(row.name));
+    button->setAccessibleName(QLatin1String(row.spoken));
+    button->setFixedHeight(kKeyHeight);
+    // A key over several columns fills them.
+    if (row.columns == 1) button->setFixedWidth(row.column == kWordColumn ? kWordWidth : kKeyWidth);
+    // The keyboard works the keys, so that none of them need hold the focus.
+    button->setFocusPolicy(Qt::NoFocus);
+    // A held arrow jogs on.
+    button->setAutoRepeat(IsArrow(row.key));
+    connect(button, &QPushButton::clicked, this, [this, key = row.key] { PressKey(Handlers(), key); });
+    grid->addWidget(button, row.row, row.column, 1, row.columns);
+  }
+  grid->setColumnMinimumWidth(kGapColumn, kKeyWidth / 3);
+  grid->setColumnStretch(kGapColumn + 4, 1);
+  return frame;
+}
+
+void MmiForm::TextLinesChanged() {
+  if (std::exchange(text_due_, true)) return;
+  QTimer::singleShot(0, this, &MmiForm::ShowTextLines);
+}
+
+void MmiForm::ShowTextLines() {
+  text_due_ = false;
+  for (std::size_t row = 0; row < textline_.size(); ++row) {
+    const std::string& text = Handlers().source.textline[row];
+    textline_[row]->setText(FromText(text.substr(0, kPaintedColumns)));
+  }
+}
+
+bool MmiForm::TakeKey(const QKeyEvent& event) {
+  const auto key = KeyOf(event);
+  if (!key) return false;
+  // Of keys that are held only those that jog and rub out repeat.
+  const bool repeats = IsArrow(*key) || *key == MmiKey::bksp;
+  if (!event.isAutoRepeat() || repeats) PressKey(Handlers(), *key);
+  return true;
+}
+
+bool MmiForm::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress && TakeKey(*static_cast<QKeyEvent*>(event))) return true;
+  return RunForm::eventFilter(watched, event);
+}
+
+void MmiForm::keyPressEvent(QKeyEvent* event) {
+  if (!TakeKey(*event)) RunForm::keyPressEvent(event);
+}
+
+}  // namespace tavlo

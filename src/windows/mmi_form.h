@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <array>
+
+#include "link/execution.h"
+#include "windows/run_form.h"
+
+class QKeyEvent;
+class QLabel;
+
+namespace tavlo {
+
+/// `fakeMMI`: stands in for the hub's operator terminal. All that it shows is the hub's, and all that is
+/// pressed goes there.
+class MmiForm : public RunForm {
+  Q_OBJECT
+
+ public:
+  MmiForm(Desk& desk, QWidget* main_window, std::function<void(bool)> hold);
+  /// The display's text has changed; it is painted in the next turn of the event loop.
+  void TextLinesChanged();
+
+ protected:
+  /// The keyboard is the keypad, whatever control has the focus.
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  [[nodiscard]] QWidget* MakeDisplay();
+  [[nodiscard]] QWidget* MakeKeypad();
+  void ShowTextLines();
+  [[nodiscard]] bool TakeKey(const QKeyEvent& event);
+
+  std::array<QLabel*, 4> textline_{};
+  bool text_due_ = false;
+};
+
+}  // namespace tavlo

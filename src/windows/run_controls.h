@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <QIcon>
+#include <QWidget>
+
+#include "desk/desk.h"
+
+class QLabel;
+class QToolButton;
+
+namespace tavlo {
+
+/// Play, Pause, SingleStep, Reset and Stop of a run, and how its status is kept up to date.
+class RunControls : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit RunControls(QWidget* parent);
+  void Show(const RunPanel& panel);
+
+ signals:
+  void PlayClicked();
+  void PauseClicked();
+  void SingleStepClicked();
+  void ResetClicked();
+  void StopClicked();
+
+ private:
+  QToolButton* Add(const char* name, const QString& caption, const QString& tool_tip);
+
+  QToolButton* play_;
+  QToolButton* pause_;
+  QToolButton* single_step_;
+  QToolButton* reset_;
+  QToolButton* stop_;
+  QLabel* update_;
+};
+
+}  // namespace tavlo

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <functional>
+
+#include "desk/desk.h"
+
+class QEventLoop;
+class QWidget;
+
+namespace tavlo {
+
+class MmiForm;
+class RunForm;
+class ServoFaultForm;
+
+/// The windows of a run, children of the main window, made at their first use.
+class RunWindows : public RunView {
+ public:
+  /// `hold` is told when a run begins and ends.
+  RunWindows(QWidget* main_window, std::function<void(bool)> hold);
+  void Attach(Desk& desk) { desk_ = &desk; }
+
+  [[nodiscard]] RunWindow Active() const override;
+  void ShowModal(RunWindow window) override;
+  void Hide() override;
+  void StatusChanged(int axis) override;
+  void ControlsChanged() override;
+  void TextLinesChanged() override;
+  void ShowServoFault(const ServoFaultPanel& panel) override;
+
+ private:
+  [[nodiscard]] RunForm& Form(RunWindow window);
+  [[nodiscard]] RunForm* Shown() const;
+
+  QWidget* main_window_;
+  std::function<void(bool)> hold_;
+  Desk* desk_ = nullptr;
+  RunForm* exec_status_ = nullptr;
+  MmiForm* fake_mmi_ = nullptr;
+  ServoFaultForm* servo_fault_ = nullptr;
+};
+
+}  // namespace tavlo

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "windows/servo_fault.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "qt/gui/shown_text.h"
+
+namespace tavlo {
+namespace {
+
+constexpr int kSquareSize = 18;
+constexpr int kRows = 7;
+constexpr int kPadding = 14;
+constexpr int kMessageWidth = 420;
+constexpr QRgb kAlarm = qRgb(255, 0, 0);
+constexpr QRgb kQuiet = qRgb(192, 192, 192);
+
+}  // namespace
+
+/// An indicator: red with a mark in it, or grey.
+class ServoFaultForm::RedSquare : public QWidget {
+ public:
+  explicit RedSquare(QWidget* parent) : QWidget(parent) { setFixedSize(kSquareSize, kSquareSize); }
+
+  void Show(bool alarm, const QString& label) {
+    alarm_ = alarm;
+    setAccessibleName(label + (alarm ? QStringLiteral(": alarm") : QStringLiteral(": no alarm")));
+    update();
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.setPen(QColor(90, 90, 90));
+    painter.setBrush(QColor(alarm_ ? kAlarm : kQuiet));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    if (!alarm_) return;
+    QFont bold = font();
+    bold.setBold(true);
+    painter.setFont(bold);
+    painter.setPen(Qt::white);
+    painter.drawText(rect(), Qt::AlignCenter, QStringLiteral("!"));
+  }
+
+ private:
+  bool alarm_ = false;
+};
+
+ServoFaultForm::ServoFaultForm(QWidget* parent) : QDialog(parent), message_(new QLabel(this)) {
+  setObjectName(QStringLiteral("ServoFault"));
+  setWindowTitle(QStringLiteral("Servo Error"));
+  setModal(true);
+  message_->setObjectName(QStringLiteral("FaultMessage"));
+  message_->setTextFormat(Qt::PlainText);
+  message_->setWordWrap(true);
+  message_->setMinimumWidth(kMessageWidth);
+  QFont bold = message_->font();
+  bold.setBold(true);
+  message_->setFont(bold);
+
+  auto* grid = new QGridLayout;
+  grid->setHorizontalSpacing(8);
+  grid->setVerticalSpacing(6);
+  for (int bit = 0; bit < static_cast<int>(squares_.size()); ++bit) {
+    squares_[bit] = new RedSquare(this);
+    squares_[bit]->setObjectName(QStringLiteral("RedSquare%1").arg(bit));
+    labels_[bit] = new QLabel(this);
+    labels_[bit]->setObjectName(QStringLiteral("Label1_%1").arg(bit));
+    grid->addWidget(squares_[bit], bit % kRows, bit / kRows * 2);
+    grid->addWidget(labels_[bit], bit % kRows, bit / kRows * 2 + 1);
+  }
+  grid->setColumnStretch(1, 1);
+  grid->setColumnStretch(3, 1);
+
+  auto* legend_square = new RedSquare(this);
+  legend_square->Show(true, QStringLiteral("This"));
+  auto* legend = new QHBoxLayout;
+  legend->addWidget(legend_square);
+  legend->addWidget(new QLabel(QStringLiteral("indicates an alarm."), this), 1);
+  auto* close = new QPushButton(QStringLiteral("&Close"), this);
+  close->setObjectName(QStringLiteral("Close"));
+  close->setDefault(true);
+  connect(close, &QPushButton::clicked, this, &QDialog::hide);
+  legend->addWidget(close);
+
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
+  column->setSpacing(kPadding);
+  column->addWidget(message_);
+  column->addLayout(grid);
+  column->addWidget(new QLabel(QStringLiteral("You must cycle power to reset this error."), this));
+  column->addLayout(legend);
+  column->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+void ServoFaultForm::Show(const ServoFaultPanel& panel) {
+  setWindowTitle(FromText(panel.caption));
+  message_->setText(FromText(panel.FaultMessage));
+  for (std::size_t bit = 0; bit < squares_.size(); ++bit) {
+    const QString label = FromText(panel.Label1[bit]);
+    labels_[bit]->setText(label);
+    squares_[bit]->Show((panel.code >> bit & 1) != 0, label);
+  }
+}
+
+}  // namespace tavlo

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <QDialog>
+#include <array>
+
+#include "desk/views.h"
+
+class QLabel;
+
+namespace tavlo {
+
+/// `ServoFault`: what a drive's fault code says, an indicator a bit.
+class ServoFaultForm : public QDialog {
+  Q_OBJECT
+
+ public:
+  explicit ServoFaultForm(QWidget* parent);
+  void Show(const ServoFaultPanel& panel);
+
+ private:
+  class RedSquare;
+
+  QLabel* message_;
+  std::array<RedSquare*, 14> squares_{};
+  std::array<QLabel*, 14> labels_{};
+};
+
+}  // namespace tavlo

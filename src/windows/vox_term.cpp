@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "windows/vox_term.h"
+
+#include <QCloseEvent>
+#include <QEvent>
+#include <QEventLoop>
+#include <QFontDatabase>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "link/drive_terminal.h"
+#include "qt/gui/shown_text.h"
+
+namespace tavlo {
+namespace {
+
+constexpr QSize kOpeningSize(620, 480);
+constexpr int kPadding = 12;
+constexpr int kCommandRows = 3;
+/// Milliseconds: a long line is laid out anew at each change, which bytes at full speed would not leave time
+/// for.
+constexpr int kPaintEvery = 30;
+
+QPlainTextEdit* MakeBox(const char* name, QWidget* parent) {
+  auto* box = new QPlainTextEdit(parent);
+  box->setObjectName(QLatin1String(name));
+  box->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  box->setTabChangesFocus(true);
+  return box;
+}
+
+void CaretToEnd(QPlainTextEdit& box) {
+  QTextCursor caret = box.textCursor();
+  caret.movePosition(QTextCursor::End);
+  box.setTextCursor(caret);
+}
+
+/// The log keeps both characters of a line's end, of which a text box wants one.
+QString Shown(std::string_view text) {
+  return FromText(text).remove(QLatin1Char('\r'));
+}
+
+bool IsEnter(const QKeyEvent& event) {
+  return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+}  // namespace
+
+VoxTerm::VoxTerm(Desk& desk, QWidget* main_window)
+    : QWidget(main_window, Qt::Dialog),
+      desk_(desk),
+      command_(MakeBox("CommandText", this)),
+      history_(MakeBox("History", this)) {
+  setObjectName(QStringLiteral("VOXterm"));
+  setWindowTitle(QStringLiteral("VOX Router Terminal"));
+  setWindowModality(Qt::WindowModal);
+  history_->setReadOnly(true);
+  history_->setUndoRedoEnabled(false);
+  paint_.setSingleShot(true);
+  paint_.setInterval(kPaintEvery);
+  LayOut();
+  command_->installEventFilter(this);
+  connect(&paint_, &QTimer::timeout, this, &VoxTerm::ShowHistory);
+  connect(command_, &QPlainTextEdit::textChanged, this, &VoxTerm::LimitCommand);
+}
+
+void VoxTerm::LayOut() {
+  auto* command_frame = new QGroupBox(QStringLiteral("Command"), this);
+  auto* command_column = new QVBoxLayout(command_frame);
+  command_column->addWidget(command_);
+  command_->setFixedHeight(command_->fontMetrics().lineSpacing() * kCommandRows + 2 * kPadding);
+  auto* history_frame = new QGroupBox(QStringLiteral("Previous Commands && Responses"), this);
+  auto* history_column = new QVBoxLayout(history_frame);
+  history_column->addWidget(history_);
+  auto* help = new QPushButton(QStringLiteral("&Help"), this);
+  help->setObjectName(QStringLiteral("Help"));
+  help->setToolTip(
+      QStringLiteral("Open the reference of the drives' commands (not available in this version)"));
+  help->setEnabled(false);
+  auto* quit = new QPushButton(QStringLiteral("&Close"), this);
+  quit->setObjectName(QStringLiteral("Quit"));
+  connect(quit, &QPushButton::clicked, this, &QWidget::close);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch(1);
+  buttons->addWidget(help);
+  buttons->addWidget(quit);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
+  column->addWidget(command_frame);
+  column->addWidget(history_frame, 1);
+  column->addLayout(buttons);
+  setTabOrder(command_, history_);
+  resize(kOpeningSize);
+}
+
+void VoxTerm::Run() {
+  LoadTerminal(desk_);
+  show();
+  activateWindow();
+  command_->setFocus();
+  ActivateTerminal(desk_);
+  QEventLoop loop;
+  loop_ = &loop;
+  loop.exec();
+}
+
+bool VoxTerm::event(QEvent* event) {
+  if (loop_ != nullptr && event->type() == QEvent::WindowActivate) {
+    ActivateTerminal(desk_);
+    command_->setFocus();
+  }
+  if (loop_ != nullptr && event->type() == QEvent::WindowDeactivate) LeaveTerminal(desk_);
+  return QWidget::event(event);
+}
+
+void VoxTerm::closeEvent(QCloseEvent* event) {
+  LeaveTerminal(desk_);
+  event->accept();
+  // From here on the focus that comes back to a window that goes starts nothing.
+  if (QEventLoop* loop = std::exchange(loop_, nullptr)) loop->quit();
+}
+
+bool VoxTerm::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == command_ && event->type() == QEvent::KeyRelease) {
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    if (IsEnter(key) && !key.isAutoRepeat()) Enter();
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+void VoxTerm::Enter() {
+  QString text = command_->toPlainText();
+  // The key may have been pressed in another window.
+  if (!text.endsWith(QLatin1Char('\n'))) return;
+  text.replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
+  SendCommandText(desk_, ToText(text));
+  command_->clear();
+}
+
+void VoxTerm::LimitCommand() {
+  const std::string text = ToText(command_->toPlainText());
+  const std::string kept = CheckSize(text);
+  if (kept.size() == text.size()) return;
+  command_->setPlainText(FromText(kept));
+  CaretToEnd(*command_);
+}
+
+void VoxTerm::HistoryGrew(std::string_view added) {
+  grown_ += added;
+  if (!paint_.isActive()) paint_.start();
+}
+
+void VoxTerm::HistoryCut() {
+  cut_ = true;
+}
+
+void VoxTerm::ShowHistory() {
+  if (std::exchange(cut_, false)) {
+    history_->setPlainText(Shown(desk_.source.VOXterm.History));
+  } else {
+    CaretToEnd(*history_);
+    history_->insertPlainText(Shown(grown_));
+  }
+  grown_.clear();
+  CaretToEnd(*history_);
+}
+
+void TerminalWindows::ShowModal() {
+  if (open_ != nullptr) return;
+  VoxTerm terminal(*desk_, main_window_);
+  open_ = &terminal;
+  terminal.Run();
+  open_ = nullptr;
+}
+
+void TerminalWindows::HistoryGrew(std::string_view added) {
+  if (open_ != nullptr) open_->HistoryGrew(added);
+}
+
+void TerminalWindows::HistoryCut() {
+  if (open_ != nullptr) open_->HistoryCut();
+}
+
+}  // namespace tavlo

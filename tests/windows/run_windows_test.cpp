@@ -1,0 +1,220 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "windows/run_windows.h"
+
+#include <QLabel>
+
+#include "desk/grid.h"
+#include "windows/run_session.h"
+
+namespace tavlo::testing {
+namespace {
+
+/// Both windows, what they are called and what starts the hub.
+struct WindowCase {
+  RunWindow window;
+  const char* name;
+  const char* caption;
+  const char* start;
+  const char* update;
+};
+constexpr std::array<WindowCase, 2> kWindows = {{
+    {RunWindow::ExecStatus, "ExecStatus", "Execute", "X", "Status updated at start of each line"},
+    {RunWindow::fakeMMI, "fakeMMI", "MMI emulator", "M", "Status updated at start of each instruction"},
+}};
+
+TEST(RunWindows, StartTheRunOnceAndStopItByTheButton) {
+  for (const WindowCase& c : kWindows) {
+    RunSession session;
+    bool was_up = false;
+    session.WhileRunning(c.window, [&] {
+      was_up = session.Form(c.name).isVisible();
+      EXPECT_EQ(session.Handlers().run.Active(), c.window);
+      EXPECT_EQ(session.Form(c.name).windowTitle(), QLatin1String(c.caption));
+      EXPECT_EQ(session.Find<QLabel>(c.name, "lblUpdate").text(), QLatin1String(c.update));
+      EXPECT_EQ(session.fakes.port.AllSent(), c.start);
+      session.Click(c.name, "btnStop");
+    });
+    EXPECT_TRUE(was_up);
+    EXPECT_EQ(session.fakes.port.AllSent(), std::string(c.start) + "S");
+    EXPECT_EQ(session.fakes.loop.waits, std::vector<double>{0.05});
+    EXPECT_FALSE(session.Form(c.name).isVisible());
+    EXPECT_EQ(session.Handlers().run.Active(), RunWindow::None);
+  }
+}
+
+TEST(RunWindows, EscapeStopsInBothAndNothingGoesOutAfterIt) {
+  for (const WindowCase& c : kWindows) {
+    RunSession session;
+    session.WhileRunning(c.window, [&] {
+      ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &session.Form(c.name); }));
+      QTest::keyClick(&session.Form(c.name), Qt::Key_Escape);
+      for (const char* button : {"btnStop", "Play", "Pause", "SingleStep", "btnReset"}) {
+        session.Click(c.name, button);
+      }
+      QTest::keyClick(&session.Form(c.name), Qt::Key_Escape);
+      QTest::keyClick(&session.Form(c.name), Qt::Key_7);
+      session.fakes.port.Receive(LineMessage(254, 3));
+      session.fakes.port.Receive(LineMessage(236, 3));
+    });
+    EXPECT_EQ(session.fakes.port.AllSent(), std::string(c.start) + "S");
+  }
+}
+
+TEST(RunWindows, APressOfStopWhileItWaitsSendsNothingMore) {
+  RunSession session;
+  session.WhileRunning(RunWindow::ExecStatus, [&] {
+    session.fakes.loop.on_wait = [&] {
+      session.Click("ExecStatus", "btnStop");
+      session.Click("ExecStatus", "btnReset");
+      session.Form("ExecStatus").close();
+    };
+    session.Click("ExecStatus", "btnStop");
+  });
+  EXPECT_EQ(session.fakes.port.AllSent(), "XS");
+}
+
+TEST(RunWindows, TheControlsPauseStepResumeAndReset) {
+  for (const WindowCase& c : kWindows) {
+    RunSession session;
+    session.WhileRunning(c.window, [&] {
+      session.Click(c.name, "Play");
+      session.Click(c.name, "SingleStep");
+      session.Click(c.name, "Pause");
+      EXPECT_EQ(session.Find<QLabel>(c.name, "lblUpdate").text(), "Status updated about 10 times/second");
+      EXPECT_EQ(session.Find<QToolButton>(c.name, "Pause").accessibleDescription(), "the program is paused");
+      session.Click(c.name, "Pause");
+      session.Click(c.name, "SingleStep");
+      session.Click(c.name, "SingleStep");
+      session.fakes.port.Receive({static_cast<char>(253), 0, 0, 0});
+      session.Click(c.name, "SingleStep");
+      session.Click(c.name, "btnReset");
+      session.Click(c.name, "Play");
+      EXPECT_EQ(session.Find<QToolButton>(c.name, "Play").accessibleDescription(), "the program runs");
+      session.Click(c.name, "btnStop");
+    });
+    EXPECT_EQ(session.fakes.port.AllSent(), std::string(c.start) + "PTT0rS");
+  }
+}
+
+TEST(RunWindows, ASecondRunStartsAfreshInTheSameWindow) {
+  RunSession session;
+  for (int run = 0; run < 2; ++run) {
+    session.WhileRunning(RunWindow::fakeMMI, [&] {
+      session.Settle();
+      EXPECT_EQ(session.Find<QLabel>("fakeMMI", "textline0").text(), "");
+      EXPECT_EQ(session.Session().panel.Play, Picture::PlayGreen);
+      session.fakes.port.Receive("old text");
+      session.Settle();
+      EXPECT_EQ(session.Find<QLabel>("fakeMMI", "textline0").text(), "old text");
+      session.Click("fakeMMI", "Pause");
+      session.Click("fakeMMI", "btnStop");
+    });
+  }
+  EXPECT_EQ(session.fakes.port.AllSent(), "MPSMPS");
+}
+
+TEST(RunWindows, BothHaveOneTabOrderThatReachesEveryControl) {
+  for (const WindowCase& c : kWindows) {
+    RunSession session;
+    session.WhileRunning(c.window, [&] {
+      QStringList reached;
+      for (int press = 0; press < 5; ++press) {
+        reached << session.Form(c.name).focusWidget()->objectName();
+        QTest::keyClick(&session.Form(c.name), Qt::Key_Tab);
+      }
+      EXPECT_EQ(reached.join(' '), "btnStop Play Pause SingleStep btnReset") << c.name;
+      session.Click(c.name, "btnStop");
+    });
+  }
+}
+
+TEST(RunWindows, ClosingTheStatusWindowByItsFrameStopsTheHubAndTheTerminalsDoesNot) {
+  RunSession session;
+  session.WhileRunning(RunWindow::ExecStatus, [&] { session.Form("ExecStatus").close(); });
+  EXPECT_EQ(session.fakes.port.AllSent(), "XS");
+  session.fakes.port.sent.clear();
+  session.WhileRunning(RunWindow::fakeMMI, [&] { session.Form("fakeMMI").close(); });
+  EXPECT_EQ(session.fakes.port.AllSent(), "M");
+}
+
+TEST(RunWindows, OnlyTheGridCanBeUsedMeanwhileAndTheWindowStays) {
+  RunSession session;
+  session.WhileRunning(RunWindow::ExecStatus, [&] {
+    for (const char* name : {"Load", "Download", "execbutton", "Quit", "OptCom1", "ModelList"}) {
+      EXPECT_FALSE(session.Find<QWidget>(name)->isEnabled()) << name;
+    }
+    EXPECT_TRUE(session.Pane().isEnabled());
+    QTest::keyClick(&session.Pane(), Qt::Key_End);
+    EXPECT_EQ(session.Pane().CurrentRow(), 199);
+    EXPECT_FALSE(session.Main().close());
+    session.Click("ExecStatus", "btnStop");
+  });
+  EXPECT_EQ(session.fakes.port.AllSent(), "XIS");
+  EXPECT_TRUE(session.Main().isVisible());
+  EXPECT_TRUE(session.Find<QWidget>("Load")->isEnabled());
+  EXPECT_FALSE(session.Find<QWidget>("Print")->isEnabled());
+}
+
+TEST(RunWindows, LosingTheFocusClearsTheRowsAndGettingItBackStartsNothing) {
+  RunSession session;
+  session.WhileRunning(RunWindow::ExecStatus, [&] {
+    ShowLine(session.Handlers(), 4);
+    QEvent left(QEvent::WindowDeactivate);
+    QApplication::sendEvent(&session.Form("ExecStatus"), &left);
+    EXPECT_EQ(session.Session().rows[4].state, RowState::Normal);
+    EXPECT_EQ(session.Handlers().run.Active(), RunWindow::ExecStatus);
+    QEvent back(QEvent::WindowActivate);
+    QApplication::sendEvent(&session.Form("ExecStatus"), &back);
+    ShowLine(session.Handlers(), 5);
+    session.Click("ExecStatus", "btnStop");
+  });
+  EXPECT_EQ(session.fakes.port.AllSent(), "XS");
+  EXPECT_EQ(session.Session().rows[5].state, RowState::Normal);
+}
+
+TEST(RunWindows, AHaltTakesTheWindowAwayBeforeItAsks) {
+  RunSession session;
+  session.fakes.boxes.setNextAnswer(Answer::No);
+  bool asked = false;
+  session.fakes.boxes.on_box = [&](const ShownBox& box) {
+    asked = true;
+    EXPECT_EQ(box.title, "STOP");
+    EXPECT_FALSE(session.Form("ExecStatus").isVisible());
+    EXPECT_EQ(session.Handlers().run.Active(), RunWindow::None);
+  };
+  session.WhileRunning(RunWindow::ExecStatus, [&] {
+    session.fakes.port.Receive({static_cast<char>(251), 0, 0, 0});
+  });
+  EXPECT_TRUE(asked);
+  EXPECT_TRUE(session.Find<QWidget>("Load")->isEnabled());
+}
+
+TEST(RunWindows, MessagesInsideABoxArePaintedWhileItStands) {
+  RunSession session;
+  session.fakes.boxes.on_box = [&](const ShownBox&) {
+    session.fakes.boxes.on_box = nullptr;
+    session.fakes.port.Receive(LineMessage(254, 7));
+    EXPECT_EQ(session.Session().rows[7].state, RowState::Executing);
+  };
+  session.WhileRunning(RunWindow::ExecStatus, [&] {
+    session.fakes.port.Receive({static_cast<char>(240), 2, 0, 0});
+    EXPECT_EQ(session.Handlers().run.Active(), RunWindow::ExecStatus);
+    session.Click("ExecStatus", "btnStop");
+  });
+  ASSERT_EQ(session.fakes.boxes.shown.size(), 1u);
+  EXPECT_EQ(session.fakes.boxes.shown[0].text, "Drive 3 is not responding.");
+  EXPECT_EQ(session.fakes.port.AllSent(), "XIS");
+}
+
+TEST(RunWindows, AGreetingInMidRunClosesTheWindow) {
+  RunSession session;
+  session.WhileRunning(RunWindow::fakeMMI, [&] {
+    session.fakes.port.Receive({static_cast<char>(255), 38, 8, 0});
+  });
+  EXPECT_EQ(session.fakes.port.AllSent(), "M*0");
+  EXPECT_FALSE(session.Session().MMIActive);
+}
+
+}  // namespace
+}  // namespace tavlo::testing
