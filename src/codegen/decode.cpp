@@ -118,7 +118,11 @@ class LineDecoder {
       return;
     }
     switch (item.op) {
-      case Op::Flags: TakeFlags(FlagsToRead(flags)); break;
+      case Op::Flags:
+        TakeFlags(flags);
+        if (Has(DecodeException::PromptFlags) && !is_pause_ && !is_branch_)
+          line_.Wrap3 = line_.Blank3 = false;
+        break;
       case Op::Byte:
       case Op::Sensor:
       case Op::InStates: line_.*item.number = static_cast<std::int16_t>(NextByte()); break;
@@ -157,11 +161,6 @@ class LineDecoder {
     const bool too_early = Has(DecodeException::SetOutVariable) && item.whole == &I::Dist2;
     line_.*item.variable = static_cast<std::int16_t>(ByteAt(too_early ? at_ - 1 : at_));
     at_ += item.op == Op::Dist ? 3 : 2;
-  }
-
-  [[nodiscard]] std::span<const FlagBit> FlagsToRead(std::span<const FlagBit> flags) const {
-    const bool six = Has(DecodeException::PromptFlags) && !is_pause_ && !is_branch_;
-    return six ? PromptLayout(Menu)->flags : flags;
   }
 
   void TakeFlags(std::span<const FlagBit> flags) {

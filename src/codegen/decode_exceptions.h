@@ -88,8 +88,8 @@ inline constexpr std::array<DecodeExceptionRow, 17> kDecodeExceptions = {{
      "Only the code of its own makes a menu, and it turns into a prompt's. A prompt's code with the sub-type "
      "of a menu is read as a prompt for a value."},
     {DecodeException::PromptFlags, "prompt flags", decode_exceptions::kPrompts,
-     "All six text flags are taken though four were sent, which clears the third line's two. Pause and "
-     "branch take four and leave the two."},
+     "Four text flags are taken, and the third line's two are cleared whatever the byte says of them. Pause "
+     "and branch leave the two."},
     {DecodeException::BranchFlags, "branch flags", decode_exceptions::kPrompts,
      "A yes/no prompt comes back with the variable flags of count and speed set, which it does not use."},
     {DecodeException::WholeSubType, "whole sub-type", decode_exceptions::kStartStop,

@@ -172,13 +172,14 @@ TEST(DecodeExceptions, MenuCodeTurnsIntoAPromptsAndAPromptThatClaimsToBeAMenuIsR
 
 TEST(DecodeExceptions, PromptFlagsOfTheThirdLineAreClearedByAPromptAndKeptByPauseAndBranch) {
   for (int sub_type = GetDistance; sub_type <= BranchYesNo; ++sub_type) {
-    Program program = NewProgram();
-    program.Prog[0].Wrap3 = program.Prog[0].Blank3 = true;
-    std::string slot = Bytes({MMI, sub_type, 0, 0, 0});
-    Decode(program, 0, slot, {});
-    const bool keeps = sub_type == WaitEnter || sub_type == BranchYesNo;
-    EXPECT_EQ(program.Prog[0].Wrap3, keeps) << sub_type;
-    EXPECT_EQ(program.Prog[0].Blank3, keeps) << sub_type;
+    for (const int flags : {0x00, 0x0f, 0x30, 0xff}) {
+      Program program = NewProgram();
+      program.Prog[0].Wrap3 = program.Prog[0].Blank3 = true;
+      Decode(program, 0, Bytes({MMI, sub_type, 0, 0, flags}), {});
+      const bool keeps = sub_type == WaitEnter || sub_type == BranchYesNo;
+      EXPECT_EQ(program.Prog[0].Wrap3, keeps) << sub_type << ' ' << flags;
+      EXPECT_EQ(program.Prog[0].Blank3, keeps) << sub_type << ' ' << flags;
+    }
   }
   const Trip trip(MMI, [](Instruction& l) { l.Wrap3 = l.Blank3 = true; });
   EXPECT_FALSE(trip.back.Wrap3 || trip.back.Blank3) << "lost";
