@@ -13,6 +13,7 @@ namespace tavlo::hubsim {
 struct AxisSettings {
   int model = 0;
   double steps_per_rev = 0;
+  double steps_per_unit = 0;
   double current_amps = 0;
   bool limits_used = true;
 };

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "hubsim/faults.h"
 #include "hubsim/option_text.h"
 
 namespace tavlo::hubsim {
@@ -52,6 +53,20 @@ std::optional<int> InputOf(std::string_view word) {
   return *number >= 1 && *number <= kFirstXInput ? std::optional(*number - 1) : std::nullopt;
 }
 
+/// A code, or the name of one fault.
+std::optional<int> FaultCodeOf(std::string_view word) {
+  const auto* name = std::ranges::find(kFaultNames, word);
+  if (name != kFaultNames.end()) return 1 << (name - kFaultNames.begin());
+  return ParseWhole(word);
+}
+
+std::optional<int> CountsOf(std::string_view word) {
+  const bool backwards = word.starts_with('-');
+  const auto counts = ParseWhole(backwards ? word.substr(1) : word);
+  if (!counts || *counts > kMostKnobCounts) return std::nullopt;
+  return backwards ? -*counts : *counts;
+}
+
 const std::string kOk = "ok\n";
 const std::string kNoAxis = "The axis is a number from 1 to 8.\n";
 
@@ -66,7 +81,9 @@ const std::vector<Console::Row>& Console::Rows() {
       {"input", 3, 3, &Console::Input, "input AXIS N high|low", "sets input N (1..8, X0..X7) of an axis"},
       {"limit", 1, 1, &Console::Limit, "limit AXIS", "the axis runs onto a limit switch"},
       {"fault", 2, 2, &Console::Fault, "fault AXIS CODE",
-       "its drive reports a fault, CODE 0..16383, a bit each"},
+       "its drive reports a fault, CODE 0..16383, a bit each, or a name"},
+      {"knob", 2, 2, &Console::Knob, "knob AXIS COUNTS",
+       "the axis's hand wheel is turned, counter-clockwise below 0"},
       {"stop", 0, 0, &Console::Stop, "stop", "the stop button on a drive is pressed"},
       {"greet", 0, 0, &Console::Greet, "greet", "the hub's power goes off and on"},
       {"unplug", 0, 0, &Console::Unplug, "unplug", "the cable comes off"},
@@ -112,9 +129,20 @@ std::string Console::Limit(const Words& words, double now) {
 std::string Console::Fault(const Words& words, double now) {
   const auto axis = AxisOf(words[1]);
   if (!axis) return kNoAxis;
-  const auto code = ParseWhole(words[2]);
-  if (!code || !hub_.Fail(*axis, *code, now)) return Line("The code is a number from 0 to 16383.");
+  const auto code = FaultCodeOf(words[2]);
+  if (!code || !hub_.Fail(*axis, *code, now)) {
+    return Line("The code is a number from 0 to 16383, or the name of a fault.");
+  }
   return kOk;
+}
+
+std::string Console::Knob(const Words& words, double now) {
+  const auto axis = AxisOf(words[1]);
+  if (!axis) return kNoAxis;
+  const auto counts = CountsOf(words[2]);
+  if (!counts) return Line("The counts are a number from -10000 to 10000.");
+  if (hub_.TurnKnob(*axis, *counts, now)) return kOk;
+  return Line("Nothing happens: no line follows the hand wheel of this axis.");
 }
 
 std::string Console::Stop(const Words& /*words*/, double now) {

@@ -29,6 +29,7 @@ class Console {
   std::string Limit(const Words& words, double now);
   std::string Fault(const Words& words, double now);
   std::string Stop(const Words& words, double now);
+  std::string Knob(const Words& words, double now);
   std::string Greet(const Words& words, double now);
   std::string Unplug(const Words& words, double now);
   std::string Replug(const Words& words, double now);

@@ -9,7 +9,7 @@ namespace tavlo::hubsim {
 
 void Flow::Clear() {
   stack_.clear();
-  rounds_.fill(0);
+  loops_.fill({});
 }
 
 bool Flow::Call(int return_line) {
@@ -25,19 +25,31 @@ std::optional<int> Flow::Return() {
   return line;
 }
 
-void Flow::Repeat(int loop, int count) {
-  int& rounds = rounds_[static_cast<std::size_t>(loop)];
-  if (rounds == 0) rounds = std::max(count, 1);
+void Flow::Repeat(int loop, int count, CountDisplay display) {
+  Loop& counter = loops_[static_cast<std::size_t>(loop)];
+  counter.display = display;
+  if (counter.rounds == 0) counter.rounds = counter.of = std::max(count, 1);
 }
 
 bool Flow::EndRound(int loop) {
-  int& rounds = rounds_[static_cast<std::size_t>(loop)];
+  int& rounds = loops_[static_cast<std::size_t>(loop)].rounds;
   if (rounds == 0) return false;
   return --rounds > 0;
 }
 
 void Flow::ResetLoop(int loop) {
-  rounds_[static_cast<std::size_t>(loop)] = 0;
+  loops_[static_cast<std::size_t>(loop)].rounds = 0;
+}
+
+std::optional<int> Flow::ShownCount(int loop) const {
+  const Loop& counter = loops_[static_cast<std::size_t>(loop)];
+  if (counter.rounds == 0) return std::nullopt;
+  switch (counter.display) {
+    case CountDisplay::kNone: break;
+    case CountDisplay::kDown: return counter.rounds;
+    case CountDisplay::kUp: return counter.of - counter.rounds + 1;
+  }
+  return std::nullopt;
 }
 
 }  // namespace tavlo::hubsim

@@ -12,6 +12,13 @@ namespace tavlo::hubsim {
 
 inline constexpr int kCallDepth = 16;
 
+/// Whether a loop's count is to be seen on the operator terminal, and which.
+enum class CountDisplay : std::uint8_t {
+  kNone,
+  kDown,  ///< the rounds that are left, the present one included
+  kUp,    ///< the number of the present round, from 1
+};
+
 /// Where the program comes back to, and how often its loops still run.
 class Flow {
  public:
@@ -25,17 +32,29 @@ class Flow {
 
   /// `loop` is the ordinal of the wire, 0..255. A loop that is already counting goes on counting: a program
   /// that jumped out of it and comes back finds its count as it was. A count below 1 is one round.
-  void Repeat(int loop, int count);
+  void Repeat(int loop, int count, CountDisplay display);
   /// One round is over. True if another one follows. A loop that was never entered has none.
   [[nodiscard]] bool EndRound(int loop);
   /// The next Repeat counts anew.
   void ResetLoop(int loop);
   /// Rounds that are left, the present one included; 0 of a loop that is not counting.
-  [[nodiscard]] int Rounds(int loop) const { return rounds_[static_cast<std::size_t>(loop)]; }
+  [[nodiscard]] int Rounds(int loop) const { return loops_[static_cast<std::size_t>(loop)].rounds; }
+  /// The number to be seen; empty for a loop that shows none or is not counting.
+  [[nodiscard]] std::optional<int> ShownCount(int loop) const;
+  /// Whether a loop shows its count, counting or not.
+  [[nodiscard]] bool ShowsCount(int loop) const {
+    return loops_[static_cast<std::size_t>(loop)].display != CountDisplay::kNone;
+  }
 
  private:
+  struct Loop {
+    int rounds = 0;
+    int of = 0;
+    CountDisplay display = CountDisplay::kNone;
+  };
+
   std::vector<int> stack_;
-  std::array<int, 256> rounds_{};
+  std::array<Loop, 256> loops_{};
 };
 
 }  // namespace tavlo::hubsim

@@ -4,7 +4,11 @@
 #include "hubsim/hub.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
+
+#include "hubsim/drive_commands.h"
+#include "hubsim/faults.h"
 
 namespace tavlo::hubsim {
 namespace {
@@ -15,9 +19,10 @@ constexpr double kStatusPeriod = 0.1;
 constexpr int kResetRequests = 10;
 constexpr std::size_t kPassthroughLine = 256;
 constexpr std::string_view kBackToHub = "0HM";
+/// What the drive terminal answers to a greeting, without a carriage return.
+constexpr std::string_view kGreetingAnswer = "00";
 constexpr std::string_view kKeys = "0123456789.+-\r\bABCD";
 constexpr int kMostEvents = 1000;
-constexpr int kFaultCodes = 1 << 14;
 
 bool IsAxis(int axis) {
   return axis >= 0 && axis < kAxisCount;
@@ -33,10 +38,13 @@ Hub::Hub(HubOptions options)
     : options_(std::move(options)),
       bay_(options_, memory_),
       reporter_(outbox_, options_),
-      runner_(memory_, bay_, reporter_, options_.firmware),
+      display_(reporter_),
+      runner_(memory_, bay_, reporter_, display_, options_.firmware),
       clock_(options_.speedup) {
   SetFailure(options_.failure);
-  if (options_.greet) reporter_.Greeting();
+  if (!options_.greet) return;
+  reporter_.Greeting();
+  zeros_taken_ = 0;
 }
 
 void Hub::SetTime(double now) {
@@ -131,14 +139,34 @@ void Hub::TakeByte(std::uint8_t byte) {
   if (download_) return TakeDownloadByte(byte);
   const char character = static_cast<char>(byte);
   if (passthrough_) return TakePassthroughByte(character);
+  if (zeros_taken_ < kGreetingAnswer.size() && TakeGreetingAnswer(character)) return;
   if (std::exchange(star_, false) && character == '0') return;
   if (character != 'R') resets_left_ = 0;
-  if (TerminalRun() && IsKey(character) && character != '0') return;
+  if (IsKey(character)) return runner_.PressKey(character, ProgramNow());
   TakeCommand(character);
 }
 
-bool Hub::IsKey(char byte) {
-  return kKeys.find(byte) != std::string_view::npos;
+/// The "0" is both a digit and the command that goes to the first line: it is a digit where digits are asked
+/// for.
+bool Hub::IsKey(char byte) const {
+  if (!TerminalRun() || kKeys.find(byte) == std::string_view::npos) return false;
+  const WaitsFor waits = runner_.Waits();
+  return byte != '0' || waits == WaitsFor::kValue || waits == WaitsFor::kMenuKey;
+}
+
+/// A drive terminal that is open while the hub restarts still believes in its passthrough and says so.
+bool Hub::TakeGreetingAnswer(char byte) {
+  if (byte != '0') {
+    zeros_taken_ = kGreetingAnswer.size();
+    return false;
+  }
+  if (++zeros_taken_ == kGreetingAnswer.size()) OpenPassthrough();
+  return true;
+}
+
+void Hub::OpenPassthrough() {
+  passthrough_ = true;
+  passthrough_line_.clear();
 }
 
 void Hub::TakeCommand(char command) {
@@ -152,10 +180,7 @@ void Hub::TakeCommand(char command) {
       break;
     case 'U': Answer(Reply::kUpload, Upload()); break;
     case 'E': Answer(Reply::kExecute, ReadHubSettings(memory_).uses_terminal ? "M" : "X"); break;
-    case 'H':
-      passthrough_ = true;
-      passthrough_line_.clear();
-      break;
+    case 'H': OpenPassthrough(); break;
     case '*': star_ = true; break;
     default: TakeRunCommand(command);
   }
@@ -163,12 +188,9 @@ void Hub::TakeCommand(char command) {
 
 void Hub::TakeRunCommand(char command) {
   switch (command) {
-    case 'X': StartRun(false); break;
-    case 'M': StartRun(true); break;
-    case 'S':
-      terminal_run_ = false;
-      runner_.Stop(ProgramNow());
-      break;
+    case 'X': runner_.Start(false, ProgramNow()); break;
+    case 'M': runner_.Start(true, ProgramNow()); break;
+    case 'S': runner_.Stop(ProgramNow()); break;
     case 'P':
       if (!runner_.Paused()) next_status_ = now_;
       runner_.Pause(ProgramNow());
@@ -192,7 +214,6 @@ void Hub::Answer(Reply reply, std::string bytes, std::int64_t index) {
 
 void Hub::StartDownload() {
   runner_.Stop(ProgramNow());
-  terminal_run_ = false;
   sum_.reset();
   download_.emplace(memory_, options_.firmware);
   Answer(Reply::kStart, "Y");
@@ -213,19 +234,16 @@ void Hub::TakePassthroughByte(char byte) {
     if (passthrough_line_.size() < kPassthroughLine) passthrough_line_ += byte;
     return;
   }
-  if (passthrough_line_ == kBackToHub) passthrough_ = false;
+  std::string_view line = passthrough_line_;
+  while (line.starts_with(kGreetingAnswer)) line.remove_prefix(kGreetingAnswer.size());
+  if (line == kBackToHub) passthrough_ = false;
+  outbox_.Put(AnswerDriveCommand(line, bay_, runner_.GetMachine(), options_, ProgramNow()));
   passthrough_line_.clear();
-}
-
-void Hub::StartRun(bool terminal) {
-  terminal_run_ = terminal;
-  runner_.Start(ProgramNow());
 }
 
 void Hub::AnswerRevisionsOrReset() {
   if (runner_.State() == RunState::kHalted) {
     runner_.Reset(ProgramNow());
-    terminal_run_ = false;
     resets_left_ = kResetRequests;
   }
   if (resets_left_ == 0) return Answer(Reply::kRevisions, bay_.Revisions());
@@ -247,6 +265,12 @@ bool Hub::SetInput(int axis, int input, bool high, double now) {
   Advance(now);
   runner_.SetInput(axis, input, high, ProgramNow());
   return true;
+}
+
+bool Hub::TurnKnob(int axis, int counts, double now) {
+  if (!IsAxis(axis) || std::abs(counts) > kMostKnobCounts) return false;
+  Advance(now);
+  return runner_.TurnKnob(axis, counts, ProgramNow());
 }
 
 bool Hub::HitLimit(int axis, double now) {
@@ -275,7 +299,7 @@ void Hub::PowerUp(double now) {
   sum_.reset();
   passthrough_ = false;
   star_ = false;
-  terminal_run_ = false;
+  zeros_taken_ = 0;
   resets_left_ = 0;
   reporter_.Greeting();
 }

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "hubsim/display.h"
 #include "hubsim/download.h"
 #include "hubsim/drive_bay.h"
 #include "hubsim/memory.h"
@@ -19,6 +20,9 @@
 #include "hubsim/wire_faults.h"
 
 namespace tavlo::hubsim {
+
+/// A hand wheel is turned by no more counts at once.
+inline constexpr int kMostKnobCounts = 10000;
 
 enum class HubState : std::uint8_t {
   kIdle,
@@ -64,6 +68,9 @@ class Hub {
 
   /// `input` is 0..7 for the inputs 1..8 and 8..15 for X0..X7. False only for what is out of range.
   bool SetInput(int axis, int input, bool high, double now);
+  /// A hand wheel at an axis is turned by so many counts, at most
+  /// `kMostKnobCounts` at once. False unless a line follows it.
+  bool TurnKnob(int axis, int counts, double now);
   /// False unless a program runs and the axis uses its limit switches.
   bool HitLimit(int axis, double now);
   /// `code` is 0..16383, one bit a fault.
@@ -87,11 +94,17 @@ class Hub {
   /// The line under way.
   [[nodiscard]] std::optional<int> RunningLine() const { return runner_.Line(); }
   [[nodiscard]] int AxisCount() const { return bay_.AxisCount(); }
+  /// Model code of the drive on an axis (0..7), 0 for none.
+  [[nodiscard]] int PluggedModel(int axis) const { return bay_.PluggedModel(axis); }
   [[nodiscard]] AxisView Axis(int axis) const;
   [[nodiscard]] int Variable(int number) const { return runner_.GetMachine().Variable(number); }
+  /// The operator terminal's display as the hub believes it: four rows of at most 20 printable characters.
+  [[nodiscard]] const DisplayLines& Display() const { return display_.Lines(); }
   [[nodiscard]] int CallDepth() const { return runner_.GetFlow().Depth(); }
   /// The program was started for the operator terminal and has been neither stopped nor halted.
-  [[nodiscard]] bool TerminalRun() const { return terminal_run_ && runner_.State() != RunState::kHalted; }
+  [[nodiscard]] bool TerminalRun() const { return runner_.TerminalRun(); }
+  /// What the program stands still for.
+  [[nodiscard]] WaitsFor Waits() const { return runner_.Waits(); }
 
  private:
   void SetTime(double now);
@@ -102,10 +115,11 @@ class Hub {
   void TakeRunCommand(char command);
   void TakeDownloadByte(std::uint8_t byte);
   void TakePassthroughByte(char byte);
-  [[nodiscard]] static bool IsKey(char byte);
+  [[nodiscard]] bool IsKey(char byte) const;
   void Answer(Reply reply, std::string bytes, std::int64_t index = 1);
   void StartDownload();
-  void StartRun(bool terminal);
+  [[nodiscard]] bool TakeGreetingAnswer(char byte);
+  void OpenPassthrough();
   void AnswerRevisionsOrReset();
   [[nodiscard]] std::string Identity() const;
   [[nodiscard]] std::string Upload() const;
@@ -116,6 +130,7 @@ class Hub {
   Outbox outbox_;
   DriveBay bay_;
   Reporter reporter_;
+  TerminalDisplay display_;
   Runner runner_;
   ProgramClock clock_;
   WireFaults wire_faults_;
@@ -128,8 +143,8 @@ class Hub {
   std::optional<std::uint16_t> sum_;  ///< of the last whole download
   bool passthrough_ = false;
   std::string passthrough_line_;
-  bool star_ = false;  ///< the next "0" belongs to a "*"
-  bool terminal_run_ = false;
+  bool star_ = false;            ///< the next "0" belongs to a "*"
+  std::size_t zeros_taken_ = 2;  ///< of the terminal's answer to a greeting
   int resets_left_ = 0;
   double next_status_ = 0;
 };

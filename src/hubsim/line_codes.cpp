@@ -70,8 +70,6 @@ constexpr std::size_t kPromptValue = 17;
 constexpr std::size_t kPromptPause = 15;
 constexpr std::size_t kPromptBranch = 6;
 constexpr std::size_t kKnobPlain = 5;
-/// A knob line's text has at most this many bytes in the line itself, its end mark included.
-constexpr std::size_t kKnobText = 11;
 
 std::size_t PromptLength(std::span<const std::uint8_t> line) {
   if (line.size() < 2) return 2 + 1;

@@ -52,6 +52,8 @@ inline constexpr int kLineCodes = 32;
 
 /// A comment brings at most this many characters and then needs no end mark.
 inline constexpr int kCommentText = 27;
+/// A knob line's text has at most this many bytes in the line itself, its end mark included.
+inline constexpr int kKnobText = 11;
 
 /// Multi-input lines carry the drive's own inputs from the firmware behind this one (1.08) on.
 inline constexpr std::uint8_t kLastShortMultiInput = 8;

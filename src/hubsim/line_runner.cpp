@@ -6,8 +6,12 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
+#include "hubsim/jog.h"
+#include "hubsim/knob.h"
 #include "hubsim/move_order.h"
+#include "hubsim/prompt.h"
 
 namespace tavlo::hubsim {
 namespace {
@@ -58,7 +62,7 @@ class Execution {
   LineOutcome operator()(const SilentStatement& /*none*/) const { return Next(); }
 
   LineOutcome operator()(const MoveStatement& move) const {
-    if (auto halt = CannotMove(move.axis)) return Halted(*halt);
+    if (auto halt = CannotMove(move.axis, context_.machine, context_.bay)) return Halted(*halt);
     Machine& machine = context_.machine;
     machine.Begin(move.axis, OrderOf(move, machine, context_.line, context_.now), context_.now);
     LineOutcome outcome = Next();
@@ -77,7 +81,7 @@ class Execution {
     LineOutcome outcome = Next();
     switch (order.kind) {
       case StartStopKind::kStart:
-        if (auto halt = CannotMove(order.axis)) return Halted(*halt);
+        if (auto halt = CannotMove(order.axis, machine, context_.bay)) return Halted(*halt);
         machine.At(order.axis).RunOn(order.direction, LimitsOf(order), context_.now);
         break;
       case StartStopKind::kChangeSpeed:
@@ -102,7 +106,11 @@ class Execution {
   }
 
   LineOutcome operator()(const WaitInputStatement& wait) const {
-    return UntilInput(wait.input, wait.condition);
+    if (wait.jog) return With(WaitWithJog(wait, context_));
+    LineOutcome outcome = Next();
+    context_.machine.Io().ForgetEdges(wait.input);
+    outcome.over = [&io = context_.machine.Io(), wait] { return io.Holds(wait.input, wait.condition); };
+    return outcome;
   }
 
   LineOutcome operator()(const WaitInputsStatement& wait) const {
@@ -129,12 +137,17 @@ class Execution {
   }
 
   LineOutcome operator()(const RepeatStatement& repeat) const {
-    context_.flow.Repeat(repeat.loop, context_.machine.Value(repeat.count));
+    const CountDisplay counting = repeat.count_up ? CountDisplay::kUp : CountDisplay::kDown;
+    context_.flow.Repeat(repeat.loop, context_.machine.Value(repeat.count),
+                         repeat.show_count ? counting : CountDisplay::kNone);
+    ShowCount(repeat.loop);
     return Next();
   }
 
   LineOutcome operator()(const EndRepeatStatement& end) const {
-    return context_.flow.EndRound(end.loop) ? To(end.line + 1) : Next();
+    const bool again = context_.flow.EndRound(end.loop);
+    ShowCount(end.loop);
+    return again ? To(end.line + 1) : Next();
   }
 
   LineOutcome operator()(const ResetLoopStatement& reset) const {
@@ -185,12 +198,44 @@ class Execution {
     return Next();
   }
 
-  /// Nobody sits at the terminal, so a prompt is passed over: its variable keeps its value and its branch is
-  /// not taken.
-  LineOutcome operator()(const PromptStatement& /*prompt*/) const { return Next(); }
+  // Without the terminal a prompt is passed over: its variable keeps its value and its branch is not taken.
+
+  LineOutcome operator()(const DisplayStatement& prompt) const {
+    if (context_.display != nullptr) context_.display->Show(TextOf(prompt));
+    return Next();
+  }
+
+  LineOutcome operator()(const ValueStatement& prompt) const {
+    if (context_.display == nullptr) return Next();
+    context_.display->Show(TextOf(prompt), kEntryRow);
+    return With(AskValue(prompt, context_, *context_.display));
+  }
+
+  LineOutcome operator()(const EnterStatement& prompt) const {
+    if (context_.display == nullptr) return Next();
+    context_.display->Show(TextOf(prompt));
+    return With(WaitForEnter(prompt, context_));
+  }
+
+  LineOutcome operator()(const YesNoStatement& prompt) const {
+    if (context_.display == nullptr) return Next();
+    context_.display->Show(TextOf(prompt));
+    return With(AskYesNo(prompt, context_));
+  }
+
+  LineOutcome operator()(const MenuStatement& menu) const {
+    if (context_.display == nullptr) return Next();
+    context_.display->Show(TextOf(menu));
+    return With(AskMenu(menu, context_));
+  }
 
   LineOutcome operator()(const FollowKnobStatement& knob) const {
-    return knob.until_enter ? Next() : UntilInput(knob.input, knob.condition);
+    if (knob.until_enter) {
+      if (context_.display == nullptr) return Next();
+      context_.display->Show(knob.pool_offset ? knob.text + context_.memory.PoolText(*knob.pool_offset)
+                                              : knob.text);
+    }
+    return With(FollowKnob(knob, context_));
   }
 
  private:
@@ -208,17 +253,21 @@ class Execution {
     return outcome;
   }
 
-  [[nodiscard]] LineOutcome UntilInput(const InputRef& input, Condition condition) const {
-    LineOutcome outcome = Next();
-    context_.machine.Io().ForgetEdges(input);
-    outcome.over = [&io = context_.machine.Io(), input, condition] { return io.Holds(input, condition); };
+  [[nodiscard]] static LineOutcome With(std::unique_ptr<Interaction> interaction) {
+    LineOutcome outcome;
+    outcome.interaction = std::move(interaction);
     return outcome;
   }
 
-  [[nodiscard]] std::optional<Halt> CannotMove(int axis) const {
-    if (context_.bay.PluggedModel(axis) == 0) return Halt{HaltKind::kDriveLost, axis, 0};
-    if (!context_.machine.MotorOn(axis)) return Halt{HaltKind::kDriveDisabled, axis, 0};
-    return std::nullopt;
+  template <typename T>
+  [[nodiscard]] std::string TextOf(const T& prompt) const {
+    return context_.memory.PoolText(prompt.pool_offset);
+  }
+
+  void ShowCount(int loop) const {
+    if (context_.display == nullptr || !context_.flow.ShowsCount(loop)) return;
+    const auto count = context_.flow.ShownCount(loop);
+    context_.display->WriteRow(kEntryRow, count ? "Count " + std::to_string(*count) : std::string());
   }
 
   [[nodiscard]] MotionLimits LimitsOf(const StartStopStatement& order) const {
@@ -230,6 +279,12 @@ class Execution {
 };
 
 }  // namespace
+
+std::optional<Halt> CannotMove(int axis, const Machine& machine, const DriveBay& bay) {
+  if (bay.PluggedModel(axis) == 0) return Halt{HaltKind::kDriveLost, axis, 0};
+  if (!machine.MotorOn(axis)) return Halt{HaltKind::kDriveDisabled, axis, 0};
+  return std::nullopt;
+}
 
 bool MayGo(const Statement& statement, const LineContext& context) {
   return std::visit(Gate(context), statement);

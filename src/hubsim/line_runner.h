@@ -5,31 +5,19 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 
+#include "hubsim/display.h"
 #include "hubsim/drive_bay.h"
 #include "hubsim/flow.h"
+#include "hubsim/halt.h"
+#include "hubsim/interaction.h"
 #include "hubsim/machine.h"
+#include "hubsim/memory.h"
 #include "hubsim/statement.h"
 
 namespace tavlo::hubsim {
-
-enum class HaltKind : std::uint8_t {
-  kLimit,
-  kStopButton,
-  kStackOverflow,
-  kStackUnderflow,
-  kFault,
-  kDriveDisabled,
-  kDriveLost,
-};
-
-/// Why a program was halted. `axis` and `code` are 0 where they mean nothing.
-struct Halt {
-  HaltKind kind = HaltKind::kStopButton;
-  int axis = 0;
-  int code = 0;
-};
 
 /// What became of a line that was let go.
 struct LineOutcome {
@@ -38,16 +26,23 @@ struct LineOutcome {
   std::optional<double> wake;  ///< machine time at which it is over; with neither it is over at once
   bool concurrent = false;     ///< its move goes on beside the next lines
   std::optional<Halt> halt;
+  /// Rules the line's end instead, and tells where the program goes on.
+  std::unique_ptr<Interaction> interaction;
 };
 
-/// What a line works on. The references outlive the outcome's `over`.
+/// What a line works on. The references outlive the outcome.
 struct LineContext {
   Machine& machine;
   Flow& flow;
   const DriveBay& bay;
-  int line;    ///< 0-based
-  double now;  ///< machine seconds
+  const Memory& memory;
+  TerminalDisplay* display;  ///< null in a run without the operator terminal
+  int line;                  ///< 0-based
+  double now;                ///< machine seconds
 };
+
+/// Why a motor cannot turn; empty if it can.
+[[nodiscard]] std::optional<Halt> CannotMove(int axis, const Machine& machine, const DriveBay& bay);
 
 /// Whether a line may be let go now, or must wait for moves that it waits for or whose axis it wants. Brings
 /// an axis that turns with no end to rest where a move wants it.

@@ -10,6 +10,7 @@
 #include "hubsim/failure.h"
 #include "hubsim/hub.h"
 #include "hubsim/option_text.h"
+#include "hubsim/panel/panel.h"
 #include "hubsim/server.h"
 
 namespace {
@@ -32,6 +33,7 @@ struct CommandLine {
   double speedup = 1;
   bool pace = false;
   bool greet = false;
+  bool panel = false;
   bool list_fail_modes = false;
   std::string journal;
 };
@@ -62,6 +64,7 @@ void Describe(CLI::App& app, CommandLine& line) {
   app.add_option("--fail", line.fail, "What goes wrong, as MODE or MODE:N; see --list-fail-modes");
   app.add_flag("--list-fail-modes", line.list_fail_modes, "List the failure modes and end");
   app.add_flag("--greet", line.greet, "Send the power-up greeting at the start");
+  app.add_flag("--panel", line.panel, "Show the hub in a window; closing it ends the hub");
   app.set_version_flag("--version", std::string("tavlo-hubsim " TAVLO_VERSION));
 }
 
@@ -98,15 +101,19 @@ void ListFailModes() {
   }
 }
 
-void Serve(const CommandLine& line, const HubOptions& hub_options) {
+ServerOptions ServerOptionsOf(const CommandLine& line) {
   ServerOptions options;
   options.link = line.link.empty() ? tavlo::hubsim::CommLink(line.comm) : line.link;
   options.pace = line.pace;
   options.latency_s = line.latency_ms / 1000;
   options.journal = line.journal;
+  return options;
+}
+
+void Serve(const HubOptions& hub_options, const ServerOptions& options) {
   tavlo::hubsim::Hub hub(hub_options);
   tavlo::hubsim::Server server(hub, options);
-  std::cout << "Hub ready: " << server.Where() << std::endl;
+  server.Announce();
   server.Run();
 }
 
@@ -122,7 +129,10 @@ int main(int argc, char** argv) {
       ListFailModes();
       return 0;
     }
-    Serve(line, HubOptionsOf(line));
+    const HubOptions hub_options = HubOptionsOf(line);
+    const ServerOptions server_options = ServerOptionsOf(line);
+    if (line.panel) return tavlo::hubsim::RunPanel(argc, argv, hub_options, server_options);
+    Serve(hub_options, server_options);
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? 0 : kUsageError;
   } catch (const std::exception& error) {

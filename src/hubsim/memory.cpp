@@ -17,6 +17,15 @@ AxisBlock Memory::Axis(int axis) const {
                    kAxisBlockSize);
 }
 
+std::string Memory::PoolText(int offset) const {
+  const auto pool = std::span(bytes_).subspan(kPoolOffset);
+  if (offset < 0 || offset >= kPoolSize) return {};
+  const auto start = pool.begin() + offset;
+  const auto end =
+      std::find_if(start, pool.end(), [](std::uint8_t byte) { return byte == 0xFF || byte == 0; });
+  return {start, end};
+}
+
 void Memory::StoreLine(int line, std::span<const std::uint8_t> bytes) {
   auto* slot = bytes_.data() + static_cast<std::ptrdiff_t>(line) * kSlotSize;
   std::fill_n(slot, kSlotSize, std::uint8_t{0});

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdint>
 #include <span>
+#include <string>
 
 namespace tavlo::hubsim {
 
@@ -33,6 +34,9 @@ class Memory {
   [[nodiscard]] Slot Line(int line) const;
   /// `axis` is 0..7.
   [[nodiscard]] AxisBlock Axis(int axis) const;
+  /// The text that begins at an offset of the pool, up to a byte 255, a byte 0 or the pool's end. Empty
+  /// behind the pool.
+  [[nodiscard]] std::string PoolText(int offset) const;
 
   /// Keeps the first 32 bytes of `bytes` in the slot of `line` and clears the rest of the slot.
   void StoreLine(int line, std::span<const std::uint8_t> bytes);

@@ -32,13 +32,21 @@ constexpr int kNoHub = 16;
 
 }  // namespace
 
+bool Reporter::Silent() const {
+  return options_.failure.mode == Failure::kSilentRun && sent_ >= options_.failure.at;
+}
+
 void Reporter::Send(int header, int b2, int b3, int b4) {
-  if (options_.failure.mode == Failure::kSilentRun && sent_ >= options_.failure.at) return;
+  if (Silent()) return;
   ++sent_;
   const std::array<char, 4> message{static_cast<char>(header), static_cast<char>(b2 & kLargestPayload),
                                     static_cast<char>(b3 & kLargestPayload),
                                     static_cast<char>(b4 & kLargestPayload)};
   outbox_.Put(std::string_view(message.data(), message.size()));
+}
+
+void Reporter::Text(std::string_view bytes) {
+  if (!Silent()) outbox_.Put(bytes);
 }
 
 void Reporter::Greeting() {

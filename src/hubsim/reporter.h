@@ -5,8 +5,9 @@
 
 #include <cstdint>
 #include <optional>
+#include <string_view>
 
-#include "hubsim/line_runner.h"
+#include "hubsim/halt.h"
 #include "hubsim/options.h"
 #include "hubsim/outbox.h"
 
@@ -33,8 +34,11 @@ class Reporter {
   void Status(int axis, std::uint8_t inputs, std::uint8_t outputs);
   /// `inputs` has bit i for Xi.
   void ExtendedStatus(int axis, std::uint8_t inputs, std::uint8_t outputs);
+  /// Bytes for the operator terminal, all below 128. They are not counted as messages.
+  void Text(std::string_view bytes);
 
  private:
+  [[nodiscard]] bool Silent() const;
   void Send(int header, int b2 = 0, int b3 = 0, int b4 = 0);
 
   Outbox& outbox_;

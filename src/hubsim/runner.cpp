@@ -6,8 +6,17 @@
 #include <utility>
 
 namespace tavlo::hubsim {
+namespace {
+
+bool LooksAtInputs(const Statement& statement) {
+  return std::holds_alternative<WaitInputStatement>(statement) ||
+         std::holds_alternative<WaitInputsStatement>(statement);
+}
+
+}  // namespace
+
 LineContext Runner::Context(double now) {
-  return {machine_, flow_, bay_, line_, now};
+  return {machine_, flow_, bay_, memory_, terminal_ ? &display_ : nullptr, line_, now};
 }
 
 std::optional<int> Runner::Line() const {
@@ -25,7 +34,7 @@ void Runner::Forget() {
   line_ = 0;
 }
 
-void Runner::Start(double now) {
+void Runner::Start(bool terminal, double now) {
   machine_.StopAll(now);
   machine_.Load(memory_);
   machine_.Io().ForgetAllEdges();
@@ -34,6 +43,8 @@ void Runner::Start(double now) {
   paused_ = false;
   marker_shown_ = false;
   owed_acknowledgements_ = 0;
+  terminal_ = terminal;
+  if (terminal_) display_.Clear();
   state_ = RunState::kRunning;
   Pump(now);
 }
@@ -43,6 +54,7 @@ void Runner::Stop(double now) {
   Forget();
   paused_ = false;
   marker_shown_ = false;
+  terminal_ = false;
   state_ = RunState::kIdle;
 }
 
@@ -56,6 +68,7 @@ void Runner::Reset(double now) {
 void Runner::PowerUp(double now) {
   Reset(now);
   machine_.ForgetValues();
+  display_.Forget();
 }
 
 void Runner::Pause(double now) {
@@ -92,7 +105,8 @@ void Runner::Rewind(double now) {
   flow_.Clear();
   state_ = RunState::kRunning;
   HideMarker();
-  JumpTo(0);
+  JumpTo(0, now);
+  if (terminal_) display_.Clear();
   Pump(now);
 }
 
@@ -113,7 +127,7 @@ bool Runner::HitLimit(int axis, double now) {
       Release(axis);
       machine_.At(axis).Stop(now);
       state_ = RunState::kRunning;
-      JumpTo(settings_.limit_line);
+      JumpTo(settings_.limit_line, now);
       break;
   }
   Pump(now);
@@ -135,10 +149,43 @@ void Runner::SetInput(int axis, int input, bool high, double now) {
   if (machine_.Io().SetInput(axis, input, high)) Advance(now);
 }
 
+void Runner::PressKey(char key, double now) {
+  if (state_ != RunState::kRunning || phase_ != Phase::kExecuting || !outcome_.interaction) return;
+  outcome_.interaction->Key(key, now);
+  Pump(now);
+}
+
+bool Runner::TurnKnob(int axis, int counts, double now) {
+  if (state_ != RunState::kRunning || phase_ != Phase::kExecuting || !outcome_.interaction) return false;
+  const bool follows = outcome_.interaction->TurnKnob(axis, counts, now);
+  Pump(now);
+  return follows;
+}
+
+WaitsFor Runner::Waits() const {
+  if (state_ != RunState::kRunning) return WaitsFor::kNothing;
+  switch (phase_) {
+    case Phase::kBetween: break;
+    case Phase::kHeld: return WaitsFor::kResume;
+    case Phase::kStarted:
+    case Phase::kConcurrent: return WaitsFor::kAcknowledge;
+    case Phase::kGated: return WaitsFor::kMotion;
+    case Phase::kExecuting:
+      if (outcome_.interaction) return outcome_.interaction->Waits();
+      if (outcome_.wake) return WaitsFor::kTime;
+      return LooksAtInputs(statement_) ? WaitsFor::kInput : WaitsFor::kMotion;
+  }
+  return WaitsFor::kNothing;
+}
+
 std::optional<double> Runner::NextEvent() const {
   std::optional<double> next = machine_.NextEvent();
-  const bool waiting = state_ == RunState::kRunning && phase_ == Phase::kExecuting;
-  if (waiting && outcome_.wake && (!next || *outcome_.wake < *next)) next = outcome_.wake;
+  const auto consider = [&next](const std::optional<double>& when) {
+    if (when && (!next || *when < *next)) next = when;
+  };
+  if (state_ != RunState::kRunning || phase_ != Phase::kExecuting) return next;
+  consider(outcome_.wake);
+  if (outcome_.interaction) consider(outcome_.interaction->NextEvent());
   return next;
 }
 
@@ -176,7 +223,7 @@ bool Runner::Progress(double now) {
       return true;
     case Phase::kExecuting:
       if (!LineOver(now)) return false;
-      FinishLine();
+      if (phase_ == Phase::kExecuting) FinishLine();
       return true;
     case Phase::kHeld:
     case Phase::kStarted:
@@ -218,7 +265,21 @@ void Runner::Execute(double now) {
   reporter_.LineConcurrent(line_);
 }
 
-bool Runner::LineOver(double now) const {
+/// What the operator does may halt the program; then the line is gone.
+bool Runner::InteractionOver(double now) {
+  Interaction& interaction = *outcome_.interaction;
+  interaction.Advance(now);
+  if (const auto halt = interaction.Trouble()) {
+    HaltProgram(*halt, now);
+    return true;
+  }
+  const auto next = interaction.Next();
+  if (next) outcome_.next = *next;
+  return next.has_value();
+}
+
+bool Runner::LineOver(double now) {
+  if (outcome_.interaction) return InteractionOver(now);
   if (outcome_.wake && now >= *outcome_.wake) return true;
   if (outcome_.over) return outcome_.over();
   return !outcome_.wake;
@@ -244,15 +305,20 @@ void Runner::End() {
 
 void Runner::HaltProgram(const Halt& halt, double now) {
   machine_.StopAll(now);
+  HideMarker();
   reporter_.Halted(halt, line_);
   Forget();
   paused_ = false;
-  marker_shown_ = false;
+  terminal_ = false;
   state_ = RunState::kHalted;
 }
 
 /// Leaves the line under way; the PC is told that it is over, for it would stay lit.
-void Runner::JumpTo(int line) {
+void Runner::JumpTo(int line, double now) {
+  if (outcome_.interaction) {
+    outcome_.interaction->Leave(now);
+    if (terminal_) display_.Clear();
+  }
   if (LineUnderWay()) reporter_.LineFinished(line_);
   for (int axis = 0; axis < kAxisCount; ++axis) {
     if (!machine_.At(axis).Order().concurrent) machine_.At(axis).Disown();

@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "hubsim/axis_settings.h"
+#include "hubsim/display.h"
 #include "hubsim/drive_bay.h"
 #include "hubsim/flow.h"
 #include "hubsim/line_runner.h"
@@ -28,11 +29,12 @@ enum class RunState : std::uint8_t {
 /// acknowledgement, lets it run, and tells of its end. All times are machine seconds.
 class Runner {
  public:
-  Runner(const Memory& memory, const DriveBay& bay, Reporter& reporter, std::uint8_t firmware)
-      : memory_(memory), bay_(bay), reporter_(reporter), firmware_(firmware) {}
+  Runner(const Memory& memory, const DriveBay& bay, Reporter& reporter, TerminalDisplay& display,
+         std::uint8_t firmware)
+      : memory_(memory), bay_(bay), reporter_(reporter), display_(display), firmware_(firmware) {}
 
-  /// From the first line, whatever ran before.
-  void Start(double now);
+  /// From the first line, whatever ran before. `terminal`: somebody sits at the operator terminal.
+  void Start(bool terminal, double now);
   /// Motion comes to rest, nothing more is told. Ends a halt too.
   void Stop(double now);
   /// Takes effect at the next line; a line under way and motion go on.
@@ -55,9 +57,16 @@ class Runner {
   bool PressStop(double now);
   void Fail(int axis, int code, double now);
   void SetInput(int axis, int input, bool high, double now);
+  /// A key of the operator terminal. Ignored unless a line waits for it.
+  void PressKey(char key, double now);
+  /// True if a line follows the axis's hand wheel.
+  bool TurnKnob(int axis, int counts, double now);
 
   [[nodiscard]] RunState State() const { return state_; }
   [[nodiscard]] bool Paused() const { return paused_; }
+  /// Started for the operator terminal, and neither stopped nor halted since.
+  [[nodiscard]] bool TerminalRun() const { return terminal_; }
+  [[nodiscard]] WaitsFor Waits() const;
   /// The line under way; empty between lines.
   [[nodiscard]] std::optional<int> Line() const;
   [[nodiscard]] const Machine& GetMachine() const { return machine_; }
@@ -83,12 +92,13 @@ class Runner {
   void BeginLine();
   void SkipSilentLines();
   void Execute(double now);
-  [[nodiscard]] bool LineOver(double now) const;
+  [[nodiscard]] bool LineOver(double now);
+  [[nodiscard]] bool InteractionOver(double now);
   void FinishLine();
   void GoOn();
   void End();
   void HaltProgram(const Halt& halt, double now);
-  void JumpTo(int line);
+  void JumpTo(int line, double now);
   void Release(int axis);
   void HandleEnd(const MoveEnd& end);
   void ReportStatus(int axis);
@@ -101,6 +111,7 @@ class Runner {
   const Memory& memory_;
   const DriveBay& bay_;
   Reporter& reporter_;
+  TerminalDisplay& display_;
   std::uint8_t firmware_;
 
   Machine machine_;
@@ -108,6 +119,7 @@ class Runner {
   HubSettings settings_;
   RunState state_ = RunState::kIdle;
   Phase phase_ = Phase::kBetween;
+  bool terminal_ = false;
   bool paused_ = false;
   bool stepping_ = false;
   bool marker_shown_ = false;

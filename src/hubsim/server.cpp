@@ -45,7 +45,7 @@ sigset_t PrepareSignals() {
   sigset_t blocked;
   sigset_t before;
   sigemptyset(&blocked);
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+  for (const int signal : kStopSignals) {
     ::sigaction(signal, &action, nullptr);
     sigaddset(&blocked, signal);
   }
@@ -53,7 +53,7 @@ sigset_t PrepareSignals() {
   // Started in the background of a shell, reading the terminal is refused instead of stopping the hub.
   ::signal(SIGTTIN, SIG_IGN);
   ::sigprocmask(SIG_BLOCK, &blocked, &before);
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigdelset(&before, signal);
+  for (const int signal : kStopSignals) sigdelset(&before, signal);
   return before;
 }
 
@@ -63,12 +63,6 @@ timespec ToTimespec(double seconds) {
   result.tv_sec = static_cast<time_t>(bounded);
   result.tv_nsec = static_cast<long>((bounded - std::floor(bounded)) * 1e9);
   return result;
-}
-
-double Monotonic() {
-  timespec now{};
-  ::clock_gettime(CLOCK_MONOTONIC, &now);
-  return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
 }
 
 void Consider(std::optional<double>& next, const std::optional<double>& when) {
@@ -85,7 +79,9 @@ Server::Server(Hub& hub, const ServerOptions& options)
       pty_(std::make_unique<Pty>()),
       from_pc_(options.pace, 0),
       to_pc_(options.pace, options.latency_s) {
-  if (!options.journal.empty()) journal_ = Journal(options.journal, Monotonic());
+  // The kernel may stretch a wait by 50 us otherwise, a tenth of a byte's time on the wire.
+  ::prctl(PR_SET_TIMERSLACK, 1UL, 0UL, 0UL, 0UL);
+  if (!options.journal.empty()) journal_ = Journal(options.journal, Now());
   link_.PointTo(pty_->Path());
 }
 
@@ -93,28 +89,46 @@ std::string Server::Where() const {
   return link_.Path() + " -> " + (pty_ ? pty_->Path() : std::string("unplugged"));
 }
 
+double Server::Now() {
+  timespec now{};
+  ::clock_gettime(CLOCK_MONOTONIC, &now);
+  return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
+
+void Server::Announce() const {
+  std::cout << "Hub ready: " << Where() << std::endl;
+}
+
 void Server::Run() {
-  // The kernel may stretch a wait by 50 us otherwise, a tenth of a byte's time on the wire.
-  ::prctl(PR_SET_TIMERSLACK, 1UL, 0UL, 0UL, 0UL);
   while (stop_requested == 0 && !console_.Quitting()) {
-    const double now = Monotonic();
-    ServePty(now);
-    ServeConsole(now);
-    hub_.Advance(now);
-    CollectOutput(now);
-    ServeCable(now);
-    WriteOut();
-    journal_.Flush();
+    DoRound();
     Wait();
   }
+}
+
+void Server::Serve() {
+  pollfd console{stdin_open_ ? STDIN_FILENO : -1, POLLIN, 0};
+  stdin_ready_ = ::poll(&console, 1, 0) > 0;
+  DoRound();
+}
+
+void Server::DoRound() {
+  const double now = Now();
+  ServePty(now);
+  ServeConsole(now);
+  hub_.Advance(now);
+  CollectOutput(now);
+  ServeCable(now);
+  WriteOut();
+  journal_.Flush();
 }
 
 std::optional<double> Server::NextEvent() const {
   std::optional<double> next = hub_.NextEvent();
   Consider(next, from_pc_.NextArrival());
   Consider(next, to_pc_.NextArrival());
-  if (!unsent_.empty()) Consider(next, Monotonic() + kLagPoll);
-  if (cut_by_) Consider(next, Monotonic() + kCutPoll);
+  if (!unsent_.empty()) Consider(next, Now() + kLagPoll);
+  if (cut_by_) Consider(next, Now() + kCutPoll);
   return next;
 }
 
@@ -126,7 +140,7 @@ void Server::Wait() {
   fds[1].fd = stdin_open_ ? STDIN_FILENO : -1;
   fds[1].events = POLLIN;
   const auto next = NextEvent();
-  const timespec timeout = ToTimespec(next ? *next - Monotonic() : 0);
+  const timespec timeout = ToTimespec(next ? *next - Now() : 0);
   const int ready = ::ppoll(fds.data(), fds.size(), next ? &timeout : nullptr, &wait_mask_);
   stdin_ready_ = ready > 0 && fds[1].revents != 0;
 }
@@ -145,7 +159,7 @@ void Server::CollectOutput(double at) {
 }
 
 void Server::WriteOut() {
-  const double now = Monotonic();
+  const double now = Now();
   while (const auto arrival = to_pc_.Take(now)) {
     if (unsent_.size() + arrival->bytes.size() > kMostUnsent) continue;
     journal_.Sent(arrival->bytes, arrival->at);

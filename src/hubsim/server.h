@@ -5,6 +5,7 @@
 
 #include <signal.h>
 
+#include <array>
 #include <memory>
 #include <optional>
 #include <string>
@@ -25,6 +26,9 @@ struct ServerOptions {
   std::string journal;   ///< file name, empty for none
 };
 
+/// The signals that end the hub in order, link and lock taken away.
+inline constexpr std::array<int, 3> kStopSignals{SIGINT, SIGTERM, SIGHUP};
+
 /// Mounts a hub on a pseudo terminal and on this process's standard input and output.
 class Server {
  public:
@@ -33,12 +37,31 @@ class Server {
 
   /// "{link} -> {terminal}".
   [[nodiscard]] std::string Where() const;
+  /// Tells on standard output that the PC may come.
+  void Announce() const;
   /// Serves until `quit`, SIGINT, SIGTERM or SIGHUP. Blocks in the system while there is nothing to do.
   void Run();
 
+  // In place of `Run`, for an event loop of the caller's. It calls `Serve` when one of the two inputs can be
+  // read, at `NextEvent`, and behind everything it did to the hub itself. The stop signals are blocked; the
+  // caller looks after them.
+
+  /// Does what is there to do and returns.
+  void Serve();
+  /// When there is something to do next, on the clock of `Now`; empty if only bytes bring it.
+  [[nodiscard]] std::optional<double> NextEvent() const;
+  /// -1 while the cable is off.
+  [[nodiscard]] int PtyFd() const { return pty_ ? pty_->Fd() : -1; }
+  /// Standard input has not come to its end.
+  [[nodiscard]] bool ReadsConsole() const { return stdin_open_; }
+  /// `quit` was given.
+  [[nodiscard]] bool Quitting() const { return console_.Quitting(); }
+  /// Seconds on the clock that the hub lives by, CLOCK_MONOTONIC.
+  [[nodiscard]] static double Now();
+
  private:
   void Wait();
-  [[nodiscard]] std::optional<double> NextEvent() const;
+  void DoRound();
   void ServePty(double now);
   void ServeConsole(double now);
   void ServeCable(double now);

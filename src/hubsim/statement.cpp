@@ -3,6 +3,7 @@
 
 #include "hubsim/statement.h"
 
+#include <algorithm>
 #include <cstddef>
 
 namespace tavlo::hubsim {
@@ -18,6 +19,9 @@ constexpr std::uint8_t kOutputOnTheWayFlag = 32;
 constexpr std::uint8_t kCountUpFlag = 64;
 constexpr std::uint8_t kShowCountFlag = 128;
 constexpr std::uint8_t kAllInputsFlag = 1;
+constexpr std::uint8_t kJogFlag = 1;
+/// On the axis of a pair of arrow keys: they turn nothing.
+constexpr std::uint8_t kNoJogFlag = 128;
 
 constexpr std::uint8_t kFirstDriveInput = 128;
 constexpr std::uint8_t kEncoderIndex = 255;
@@ -217,9 +221,70 @@ StartStopStatement StartStop(Slot slot) {
   return order;
 }
 
+std::optional<JogRate> ArrowJog(Slot slot, std::size_t axis_at) {
+  const std::uint8_t axis = slot[axis_at];
+  if ((axis & kNoJogFlag) != 0 || axis >= kAxisCount) return std::nullopt;
+  return JogRate{axis, AtLeastOne(Read2(slot, axis_at + 1)), AtLeastOne(Read2(slot, axis_at + 3))};
+}
+
+Statement WaitInput(Slot slot) {
+  WaitInputStatement wait{Input(slot[8], slot[1]), ConditionOf(slot[2]), std::nullopt};
+  if ((slot[3] & kJogFlag) != 0)
+    wait.jog = JogRate{slot[8], AtLeastOne(Read2(slot, 4)), AtLeastOne(Read2(slot, 6))};
+  return wait;
+}
+
+ValueStatement Value(Slot slot, ValueKind kind) {
+  ValueStatement value;
+  value.pool_offset = Read2(slot, 2);
+  value.kind = kind;
+  value.variable = slot[5];
+  value.lower = Read3(slot, 6) * kFixed4One + Read2(slot, 9);
+  value.upper = Read3(slot, 11) * kFixed4One + Read2(slot, 14);
+  value.units_axis = slot[16];
+  return value;
+}
+
+/// A sub-type that means nothing is a text like any other.
+Statement Prompt(Slot slot) {
+  const int offset = Read2(slot, 2);
+  switch (slot[1]) {
+    case 0: return Value(slot, ValueKind::kDistance);
+    case 1: return Value(slot, ValueKind::kSpeed);
+    case 2: return Value(slot, ValueKind::kCount);
+    case 4: return EnterStatement{offset, ArrowJog(slot, 5), ArrowJog(slot, 10)};
+    case 5: return YesNoStatement{offset, slot[5]};
+    default: return DisplayStatement{offset};
+  }
+}
+
+MenuStatement Menu(Slot slot) {
+  constexpr std::size_t kMaskAt = 3;
+  MenuStatement menu;
+  menu.pool_offset = Read2(slot, 1);
+  for (std::size_t key = 0; key < kMenuKeys; ++key) {
+    if ((slot[kMaskAt] >> key & 1) != 0) menu.lines[key] = slot[kMaskAt + 1 + key];
+  }
+  return menu;
+}
+
+/// In the form with a text the value stands between the two bytes of the pool offset.
 FollowKnobStatement FollowKnob(Slot slot) {
-  if ((slot[0] & kProceedBit) != 0) return {{}, Condition::kHigh, true};
-  return {Input(slot[4], slot[1]), ConditionOf(slot[2]), false};
+  constexpr std::ptrdiff_t kTextAt = 5;
+  FollowKnobStatement knob;
+  knob.steps_per_count = AtLeastOne(slot[3]);
+  knob.until_enter = (slot[0] & kProceedBit) != 0;
+  if (!knob.until_enter) {
+    knob.input = Input(slot[4], slot[1]);
+    knob.condition = ConditionOf(slot[2]);
+    return knob;
+  }
+  const auto start = slot.begin() + kTextAt;
+  const auto last = start + kKnobText;
+  const auto end = std::find(start, last, kTextEnd);
+  knob.text.assign(start, end);
+  if (end == last) knob.pool_offset = slot[2] * 256 + slot[4];
+  return knob;
 }
 
 Statement Read(Slot slot, std::uint8_t firmware) {
@@ -231,7 +296,7 @@ Statement Read(Slot slot, std::uint8_t firmware) {
     case LineCode::kFeedSensor: return FeedSensor(slot);
     case LineCode::kFeedSensorReturn: return FeedSensorReturn(slot);
     case LineCode::kWaitTime: return WaitTimeStatement{AtLeastOne(Read2(slot, 1))};
-    case LineCode::kWaitInput: return WaitInputStatement{Input(slot[8], slot[1]), ConditionOf(slot[2])};
+    case LineCode::kWaitInput: return WaitInput(slot);
     case LineCode::kGoTo: return GoToStatement{slot[1], WaitsForMoves(slot)};
     case LineCode::kRepeat: return Repeat(slot);
     case LineCode::kEndRepeat: return EndRepeatStatement{slot[2], slot[1], WaitsForMoves(slot)};
@@ -243,8 +308,8 @@ Statement Read(Slot slot, std::uint8_t firmware) {
     case LineCode::kEmpty:
     case LineCode::kComment: return SilentStatement{};
     case LineCode::kSeekHome: return SeekHome(slot);
-    case LineCode::kPrompt: return PromptStatement{slot[1], Read2(slot, 2)};
-    case LineCode::kMenu: return PromptStatement{6, Read2(slot, 1)};
+    case LineCode::kPrompt: return Prompt(slot);
+    case LineCode::kMenu: return Menu(slot);
     case LineCode::kFeedPosition: return FeedPosition(slot);
     case LineCode::kMotorPower: return MotorPowerStatement{slot[4], slot[1] == 1};
     case LineCode::kSetPosition: return SetPosition(slot);

@@ -6,11 +6,13 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <variant>
 
 #include "hubsim/io_board.h"
 #include "hubsim/line_codes.h"
 #include "hubsim/memory.h"
+#include "hubsim/value_entry.h"
 
 namespace tavlo::hubsim {
 
@@ -70,9 +72,16 @@ struct SilentStatement {};
 struct WaitTimeStatement {
   int hundredths = 1;
 };
+/// How an axis is turned by hand. Speed in 1/40 rev/s, acceleration in rev/s/s.
+struct JogRate {
+  int axis = 0;
+  int speed = 1;
+  int accel = 1;
+};
 struct WaitInputStatement {
   InputRef input;
   Condition condition = Condition::kHigh;
+  std::optional<JogRate> jog;  ///< the drive's jog inputs turn the axis meanwhile
 };
 /// Several inputs at once. `states` and `mask` are the main inputs; `drive_states` and `drive_mask` are the
 /// drive's own ones, bit i being Xi.
@@ -155,16 +164,43 @@ struct StartStopStatement {
   Operand speed;
   int accel = 1;
 };
-/// A text on the operator terminal, and what is asked there.
-struct PromptStatement {
-  int sub_type = 3;  ///< 0..5 as on the wire, 6 for a menu
+/// The prompts: a text of the pool on the operator terminal, and what is asked there.
+struct DisplayStatement {
   int pool_offset = 0;
 };
-/// The axis follows a hand wheel until the input's condition holds, or until ENTER in the form with a text.
+enum class ValueKind : std::uint8_t { kDistance = 0, kSpeed = 1, kCount = 2 };
+struct ValueStatement {
+  int pool_offset = 0;
+  ValueKind kind = ValueKind::kDistance;
+  int variable = 0;
+  Fixed4 lower = 0;  ///< limits in the operator's units, both allowed
+  Fixed4 upper = 0;
+  int units_axis = 0;  ///< axis whose units they are; 0..255
+};
+struct EnterStatement {
+  int pool_offset = 0;
+  std::optional<JogRate> left_right;  ///< what the arrow keys turn meanwhile
+  std::optional<JogRate> up_down;
+};
+struct YesNoStatement {
+  int pool_offset = 0;
+  int line = 0;
+};
+inline constexpr int kMenuKeys = 8;
+struct MenuStatement {
+  int pool_offset = 0;
+  std::array<std::optional<int>, kMenuKeys>
+      lines;  ///< by number key, from 1; empty where the key is not in use
+};
+/// The axis follows a hand wheel until the input's condition holds, or until ENTER in the form with a text,
+/// which names no axis.
 struct FollowKnobStatement {
   InputRef input;
   Condition condition = Condition::kHigh;
   bool until_enter = false;
+  int steps_per_count = 1;
+  std::string text;                ///< what stands in the line itself
+  std::optional<int> pool_offset;  ///< where the text goes on, if it does
 };
 
 using Statement =
@@ -172,7 +208,8 @@ using Statement =
                  GoToStatement, IfInputStatement, IfInputsStatement, IfMovingStatement, RepeatStatement,
                  EndRepeatStatement, ResetLoopStatement, CallStatement, ReturnStatement, SetOutputStatement,
                  MotorPowerStatement, MotorCurrentStatement, SetPositionStatement, LearnPositionStatement,
-                 StartStopStatement, PromptStatement, FollowKnobStatement>;
+                 StartStopStatement, DisplayStatement, ValueStatement, EnterStatement, YesNoStatement,
+                 MenuStatement, FollowKnobStatement>;
 
 /// Reads a slot. Any 32 bytes are a statement. An axis above 7 makes the line silent, since no such drive can
 /// be meant. `firmware` is the revision byte that the line was downloaded under.

@@ -7,7 +7,9 @@
 
 #include <nlohmann/json.hpp>
 
+#include "hubsim/faults.h"
 #include "hubsim/hub_bench.h"
+#include "hubsim/wire_prompts.h"
 
 namespace tavlo::hubsim {
 namespace {
@@ -36,8 +38,13 @@ TEST(HubConsole, WrongCommandsGetAClearLine) {
       {"input 1 3 off", "The level is high or low.\n"},
       {"limit 2", "Nothing happens: no program runs, or the axis does not use its limit switches.\n"},
       {"stop", "Nothing happens: no program runs.\n"},
-      {"fault 1 16384", "The code is a number from 0 to 16383.\n"},
-      {"fault 1 x", "The code is a number from 0 to 16383.\n"},
+      {"fault 1 16384", "The code is a number from 0 to 16383, or the name of a fault.\n"},
+      {"fault 1 x", "The code is a number from 0 to 16383, or the name of a fault.\n"},
+      {"fault 1 -1", "The code is a number from 0 to 16383, or the name of a fault.\n"},
+      {"knob 9 1", "The axis is a number from 1 to 8.\n"},
+      {"knob 1 x", "The counts are a number from -10000 to 10000.\n"},
+      {"knob 1 -10001", "The counts are a number from -10000 to 10000.\n"},
+      {"knob 1 5", "Nothing happens: no line follows the hand wheel of this axis.\n"},
       {"fail everything", "Unknown failure mode. tavlo-hubsim --list-fail-modes lists them.\n"},
       {"say xyz", "The bytes are pairs of hexadecimal digits.\n"},
   };
@@ -85,6 +92,36 @@ TEST(HubConsole, FailuresComeAndGo) {
   EXPECT_FALSE(bench.hub.Unplugged());
 }
 
+TEST(HubConsole, EachOfTheFourteenFaultsHasABitAndAName) {
+  ASSERT_EQ(kFaultNames.size(), 14U);
+  for (int bit = 0; bit < 14; ++bit) {
+    SCOPED_TRACE(bit);
+    const int code = 1 << bit;
+    const std::string told = Bytes({211, 4, code / 128, code % 128});
+    HubBench bench;
+    Console console(bench.hub);
+    bench.Download({WaitTime(1000)});
+    bench.Run(0.1);
+    EXPECT_EQ(console.Execute("fault 5 " + std::to_string(code), bench.now), "ok\n");
+    EXPECT_EQ(bench.hub.TakeOutput(), told);
+    EXPECT_EQ(bench.hub.State(), HubState::kHalted);
+    EXPECT_EQ(console.Execute("fault 5 " + std::string(kFaultNames[bit]), bench.now), "ok\n");
+    EXPECT_EQ(bench.hub.TakeOutput(), told);
+  }
+}
+
+TEST(HubConsole, StateTellsOfTheTerminal) {
+  HubBench bench;
+  Console console(bench.hub);
+  bench.Download({SetPosition(0, 0, 500), LearnPosition(0, 3), YesNo(9)}, TerminalSystem(), PoolOf("Sure?"));
+  bench.RunWithTerminal(0.1);
+  const auto state = nlohmann::json::parse(console.Execute("state", bench.now));
+  EXPECT_EQ(state["display"], nlohmann::json({"Sure?", "", "", ""}));
+  EXPECT_EQ(state["variables"], nlohmann::json({{"3", 500}}));
+  EXPECT_EQ(state["waitsFor"], "yes or no");
+  EXPECT_EQ(state["terminalRun"], true);
+}
+
 TEST(HubConsole, StateIsOneLineOfJson) {
   HubBench bench;
   Console console(bench.hub);
@@ -108,8 +145,8 @@ TEST(HubConsole, HelpNamesEveryCommandAndQuitQuits) {
   HubBench bench;
   Console console(bench.hub);
   const std::string help = console.Execute("help", bench.now);
-  for (const char* name : {"input", "limit", "fault", "stop", "greet", "unplug", "replug", "fail", "say",
-                           "state", "help", "quit"}) {
+  for (const char* name : {"input", "limit", "fault", "stop", "knob", "greet", "unplug", "replug", "fail",
+                           "say", "state", "help", "quit"}) {
     EXPECT_NE(help.find(name), std::string::npos) << name;
   }
   EXPECT_FALSE(console.Quitting());

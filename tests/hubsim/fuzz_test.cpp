@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <random>
 
 #include "hubsim/console.h"
@@ -100,6 +102,46 @@ TEST(HubFuzz, RandomProgramsRunWithoutHarm) {
     ExpectItStillAnswers(bench);
   }
   EXPECT_GT(started, 10000) << "lines that ran";
+}
+
+/// Nothing but lines that talk to the operator, over random texts, and an operator who hits every key.
+TEST(HubFuzz, RandomKeysInRandomPromptsDoNoHarm) {
+  constexpr std::string_view kKeys = "0123456789.+-\r\r\r\bABCDPrT0";
+  constexpr int kTalking[] = {14, 14, 14, 26, 5, 18, 82, 7, 8, 0};
+  int answered = 0;
+  for (unsigned seed = 200; seed < 240; ++seed) {
+    std::mt19937 random(seed);
+    HubBench bench;
+    std::vector<std::string> lines;
+    while (lines.size() < kLineCount) {
+      std::vector<std::uint8_t> line{static_cast<std::uint8_t>(kTalking[random() % std::size(kTalking)])};
+      while (!LineComplete(line, 38)) {
+        line.push_back(static_cast<std::uint8_t>(random() % (random() % 3 != 0 ? 7 : 256)));
+      }
+      lines.emplace_back(line.begin(), line.end());
+    }
+    std::string pool;
+    while (pool.size() < kPoolSize) pool += static_cast<char>(random() % 255 + 1);
+    bench.Download(lines, SystemOf(1, {1, 0, 0, 2}), pool + '\0');
+    bench.Send("M");
+    for (int step = 0; step < 2000; ++step) {
+      const char key = kKeys[random() % kKeys.size()];
+      answered += HubBench::Count(bench.Send({&key, 1}), 237);
+      const auto axis = static_cast<int>(random() % kAxisCount);
+      if (random() % 5 == 0) bench.hub.TurnKnob(axis, static_cast<int>(random() % 200) - 100, bench.now);
+      if (random() % 7 == 0)
+        bench.hub.SetInput(axis, static_cast<int>(random() % kInputCount), random() % 2, bench.now);
+      if (random() % 50 == 0) bench.hub.HitLimit(axis, bench.now);
+      answered += HubBench::Count(bench.Go(random() % 100 / 200.0), 237);
+      if (bench.hub.State() != HubState::kRunning && bench.hub.State() != HubState::kPaused) bench.Send("SM");
+      for (const std::string& row : bench.hub.Display()) ASSERT_LE(row.size(), 20U);
+    }
+    SCOPED_TRACE(seed);
+    EXPECT_TRUE(
+        std::ranges::none_of(bench.text, [](char byte) { return static_cast<unsigned char>(byte) > 127; }));
+    ExpectItStillAnswers(bench);
+  }
+  EXPECT_GT(answered, 1000) << "lines that came to their end";
 }
 
 TEST(HubFuzz, RandomConsoleLinesAreAnswered) {

@@ -43,6 +43,8 @@ class HubBench {
   Hub hub;
   double now = 5000;
   bool acknowledging = true;
+  /// What came for the operator terminal.
+  std::string text;
 
   std::string Ask(std::string_view bytes) {
     hub.Receive(bytes, now);
@@ -100,13 +102,31 @@ class HubBench {
     return messages;
   }
 
-  /// Takes what the hub tells now and acknowledges what is to be acknowledged.
+  /// Takes what the hub tells now and acknowledges what is to be acknowledged. What is no message is for the
+  /// operator terminal.
   std::vector<Message> Collect() {
     std::vector<Message> messages;
     for (std::string bytes = hub.TakeOutput(); !bytes.empty(); bytes = hub.TakeOutput()) {
-      EXPECT_EQ(bytes.size() % 4, 0U);
-      for (std::size_t at = 0; at + 4 <= bytes.size(); at += 4) Take(bytes.substr(at, 4), messages);
+      for (std::size_t at = 0; at < bytes.size();) {
+        const bool message = static_cast<unsigned char>(bytes[at]) >= 128;
+        if (message) {
+          EXPECT_LE(at + 4, bytes.size());
+          if (at + 4 <= bytes.size()) Take(bytes.substr(at, 4), messages);
+        } else {
+          text += bytes[at];
+        }
+        at += message ? 4 : 1;
+      }
     }
+    return messages;
+  }
+
+  /// Starts the program with the terminal and lets it run.
+  std::vector<Message> RunWithTerminal(double seconds) {
+    started_ = now;
+    std::vector<Message> messages = Send("M");
+    Append(messages, Go(seconds));
+    text.clear();
     return messages;
   }
 

@@ -155,6 +155,19 @@ TEST(RunPause, MotionGoesOnWhileTheProgramIsPaused) {
   EXPECT_EQ(bench.hub.Axis(0).position_steps, 40000);
 }
 
+TEST(RunPause, AHaltTakesTheMarkerAway) {
+  HubBench bench;
+  bench.Download({WaitTime(1), WaitTime(1)});
+  bench.Run(0);
+  bench.Send("P");
+  bench.Go(1);
+  bench.hub.PressStop(bench.now);
+  const auto messages = WithoutStatus(bench.Go(0));
+  ASSERT_EQ(messages.size(), 2U);
+  EXPECT_EQ(messages[0], kMarkerHidden);
+  EXPECT_EQ(messages[1].header, 251);
+}
+
 TEST(RunPause, AStopEndsAPause) {
   HubBench bench;
   bench.Download({WaitTime(100)});

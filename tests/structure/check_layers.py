@@ -19,13 +19,17 @@ INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
 GENERATED = re.compile(r"^(ui_\w+\.h|(\w+/)*(moc_)?\w+\.(moc|cpp))$")
 
 
+# Free of the toolkit, so that the simulated hub is built without it too.
+PANEL_DOOR = "hubsim/panel/panel.h"
+
+
 def is_qt(header):
     return header.startswith("Q")
 
 
 def is_panel(path):
     """The simulated hub's window, the one part of it that a person looks at."""
-    return "panel" in path.as_posix().split("hubsim/", 1)[-1]
+    return path.as_posix().startswith("hubsim/panel/")
 
 
 def quoted_error(layer, header, source_root, path):
@@ -38,6 +42,8 @@ def quoted_error(layer, header, source_root, path):
         return f'"{header}" does not exist'
     if target != layer and target not in ALLOWED[layer]:
         return f'{layer} may not lean on {target}: "{header}"'
+    if header.startswith("hubsim/panel/") and header != PANEL_DOOR and not is_panel(path.relative_to(source_root)):
+        return f'the window of the simulated hub is reached through "{PANEL_DOOR}" alone: "{header}"'
     return None
 
 
@@ -47,7 +53,7 @@ def system_error(layer, header, path):
             return f"the core uses the standard library alone: <{header}>"
     elif layer == "hubsim":
         known = header in STANDARD or header in POSIX or header.startswith(HUBSIM_LIBRARIES)
-        if not known and not (is_qt(header) and is_panel(path)):
+        if not known and not (is_qt(header) and is_panel(path) and path.as_posix() != PANEL_DOOR):
             return f"the simulated hub may not use <{header}>"
     return None
 
@@ -95,7 +101,11 @@ CASES = [
     ("a layer below", "link/a.cpp", '"model/b.h"', False),
     ("its own layer", "link/a.cpp", '"link/b.h"', False),
     ("the standard library", "link/a.cpp", "<string>", False),
-    ("the simulated hub's own window", "hubsim/panel_window.cpp", "<QTimer>", False),
+    ("the simulated hub's own window", "hubsim/panel/window.cpp", "<QTimer>", False),
+    ("the simulated hub's own window in its door", "hubsim/panel/panel.h", "<QTimer>", True),
+    ("a file that is only called a panel", "hubsim/panel_window.cpp", "<QTimer>", True),
+    ("the simulated hub on the inside of its window", "hubsim/a.cpp", '"hubsim/panel/b.h"', True),
+    ("the simulated hub on its window's door", "hubsim/a.cpp", '"hubsim/panel/panel.h"', False),
     ("the simulated hub on the system", "hubsim/a.cpp", "<sys/ioctl.h>", False),
     ("the desktop on the toolkit", "windows/a.cpp", "<QWidget>", False),
     ("the companion on the simulated hub", "cli/a.cpp", '"hubsim/b.h"', False),
@@ -110,6 +120,10 @@ def self_test():
             for layer in ALLOWED:
                 (source_root / layer).mkdir(parents=True)
                 (source_root / layer / "b.h").write_text("#pragma once\n")
+            panel = source_root / PANEL_DOOR
+            panel.parent.mkdir()
+            for header in (panel, panel.parent / "b.h"):
+                header.write_text("#pragma once\n")
             path = source_root / file
             path.parent.mkdir(exist_ok=True)
             path.write_text(f"// made up\n#include {include}\n")

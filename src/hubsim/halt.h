@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+
+#pragma once
+
+#include <cstdint>
+
+namespace tavlo::hubsim {
+
+enum class HaltKind : std::uint8_t {
+  kLimit,
+  kStopButton,
+  kStackOverflow,
+  kStackUnderflow,
+  kFault,
+  kDriveDisabled,
+  kDriveLost,
+};
+
+/// Why a program was halted. `axis` and `code` are 0 where they mean nothing.
+struct Halt {
+  HaltKind kind = HaltKind::kStopButton;
+  int axis = 0;
+  int code = 0;
+};
+
+}  // namespace tavlo::hubsim

@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+
+#include "hubsim/panel/hub_words.h"
+
+#include <algorithm>
+#include <array>
+
+#include "hubsim/line_codes.h"
+#include "hubsim/statement.h"
+
+namespace tavlo::hubsim {
+namespace {
+
+struct KindRow {
+  LineCode code;
+  std::string_view words;
+};
+
+constexpr std::array<KindRow, kLineCodes> kKinds{{
+    {LineCode::kFeed, "feed to length"},
+    {LineCode::kFeedReturn, "feed and return"},
+    {LineCode::kFeedSensor, "feed to sensor"},
+    {LineCode::kFeedSensorReturn, "feed to sensor and return"},
+    {LineCode::kWaitTime, "wait time"},
+    {LineCode::kWaitInput, "wait input"},
+    {LineCode::kGoTo, "go to"},
+    {LineCode::kRepeat, "repeat"},
+    {LineCode::kEndRepeat, "end repeat"},
+    {LineCode::kSetOutput, "set output"},
+    {LineCode::kIfInput, "if input"},
+    {LineCode::kEmpty, "empty"},
+    {LineCode::kSeekHome, "seek home"},
+    {LineCode::kComment, "comment"},
+    {LineCode::kPrompt, "prompt"},
+    {LineCode::kFeedPosition, "feed to position"},
+    {LineCode::kMotorPower, "motor off or on"},
+    {LineCode::kSetPosition, "set position"},
+    {LineCode::kFollowKnob, "follow knob"},
+    {LineCode::kMotorCurrent, "motor current"},
+    {LineCode::kIfInputs, "if inputs"},
+    {LineCode::kFeedOutput, "feed with output"},
+    {LineCode::kFeedChange, "feed with change of speed"},
+    {LineCode::kWaitInputs, "wait inputs"},
+    {LineCode::kFeedSafety, "feed to sensor with safety distance"},
+    {LineCode::kResetLoop, "reset loop"},
+    {LineCode::kMenu, "menu"},
+    {LineCode::kLearnPosition, "learn position"},
+    {LineCode::kCall, "call"},
+    {LineCode::kReturn, "return"},
+    {LineCode::kIfMoving, "if moving"},
+    {LineCode::kStartStop, "start or stop motion"},
+}};
+
+constexpr bool InCodeOrder() {
+  for (std::size_t i = 0; i < kKinds.size(); ++i) {
+    if (static_cast<std::size_t>(kKinds[i].code) != i) return false;
+  }
+  return true;
+}
+static_assert(InCodeOrder(), "the table is indexed by the code");
+
+constexpr std::string_view kHexDigits = "0123456789abcdef";
+constexpr std::size_t kRowBytes = 16;
+constexpr std::size_t kOffsetWidth = 4;
+
+void AppendHex(std::string& text, std::uint8_t byte) {
+  text += kHexDigits[byte >> 4];
+  text += kHexDigits[byte & 0xF];
+}
+
+void AppendPadded(std::string& text, std::size_t number) {
+  const std::string digits = std::to_string(number);
+  text.append(digits.size() < kOffsetWidth ? kOffsetWidth - digits.size() : 0, ' ');
+  text += digits;
+}
+
+bool IsLetter(std::uint8_t byte) {
+  return (byte >= 0x20 && byte < 0x7F) || byte >= 0xA0;
+}
+
+/// A feed to length has the code 0 too, but never with a speed and an acceleration of 0.
+bool IsBlank(Slot slot) {
+  return std::ranges::all_of(slot, [](std::uint8_t byte) { return byte == 0; });
+}
+
+std::string AtLine(std::string words, std::string_view joint, std::optional<int> line) {
+  if (line) words += std::string(joint) + "line " + std::to_string(*line + 1);
+  return words;
+}
+
+}  // namespace
+
+std::string StateWords(HubState state, std::optional<int> line) {
+  switch (state) {
+    case HubState::kIdle: return "idle";
+    case HubState::kDownloading: return "downloading";
+    case HubState::kPassthrough: return "passthrough to the drives";
+    case HubState::kRunning: return AtLine("running", " ", line);
+    case HubState::kPaused: return AtLine("paused", " in ", line);
+    case HubState::kEnded: return "ended";
+    case HubState::kHalted: return "halted";
+  }
+  return {};
+}
+
+std::string LineWords(Slot slot, std::uint8_t firmware) {
+  if (IsBlank(slot)) return "nothing";
+  const std::size_t code = slot[0] & kCodeMask;
+  if (code >= kKinds.size()) return "no known line";
+  std::string words(kKinds[code].words);
+  if (const auto axis = AxisOf(ReadStatement(slot, firmware))) {
+    words += ", axis " + std::to_string(*axis + 1);
+  }
+  return words;
+}
+
+std::span<const std::uint8_t> LineBytes(Slot slot, std::uint8_t firmware) {
+  if (IsBlank(slot)) return {};
+  std::size_t size = 1;
+  while (size < slot.size() && !LineComplete(slot.first(size), firmware)) ++size;
+  return slot.first(size);
+}
+
+std::string HexWords(std::span<const std::uint8_t> bytes) {
+  std::string text;
+  for (const std::uint8_t byte : bytes) {
+    if (!text.empty()) text += ' ';
+    AppendHex(text, byte);
+  }
+  return text;
+}
+
+std::string SettingsText(MemoryView memory) {
+  std::string text;
+  for (std::size_t axis = 0; axis < kAxisCount; ++axis) {
+    const auto block = memory.subspan(kSystemOffset + axis * kAxisBlockSize, kAxisBlockSize);
+    if (axis > 0) text += '\n';
+    text += "Axis " + std::to_string(axis + 1);
+    for (std::size_t at = 0; at < block.size(); at += kRowBytes) {
+      text += at == 0 ? "  " : "\n        ";
+      text += HexWords(block.subspan(at, kRowBytes));
+    }
+  }
+  return text;
+}
+
+std::string PoolText(MemoryView memory) {
+  const auto pool = memory.subspan(kPoolOffset, kPoolSize);
+  std::string text;
+  bool fresh = true;
+  for (std::size_t at = 0; at < pool.size() && pool[at] != 0; ++at) {
+    if (fresh) {
+      if (at > 0) text += '\n';
+      AppendPadded(text, at);
+      text += "  ";
+    }
+    fresh = pool[at] == kTextEnd;
+    if (fresh) continue;
+    if (IsLetter(pool[at])) {
+      text += static_cast<char>(pool[at]);
+    } else {
+      text += "\\x";
+      AppendHex(text, pool[at]);
+    }
+  }
+  return text;
+}
+
+}  // namespace tavlo::hubsim

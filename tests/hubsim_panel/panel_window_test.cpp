@@ -1,0 +1,237 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+
+#include "hubsim/panel/panel_window.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QSignalSpy>
+#include <QSpinBox>
+#include <QTest>
+
+#include "hubsim_panel/panel_bench.h"
+
+namespace tavlo::hubsim {
+namespace {
+
+TEST(PanelWindow, ItsTitleNamesTheLink) {
+  const PanelBench panel;
+  EXPECT_EQ(panel.window.windowTitle(), QStringLiteral("Simulated hub - /run/comm1"));
+}
+
+TEST(PanelWindow, AClickTurnsTheHubsInputOnAndOffAgain) {
+  PanelBench panel;
+  EXPECT_EQ(panel.NameOf("axis 3 input 2:"), "axis 3 input 2: off");
+  panel.Click("axis 3 input 2:");
+  EXPECT_EQ(panel.bench.hub.Axis(2).inputs, 0xFF & ~2);
+  EXPECT_EQ(panel.NameOf("axis 3 input 2:"), "axis 3 input 2: on");
+  panel.Click("axis 3 input 2:");
+  EXPECT_EQ(panel.bench.hub.Axis(2).inputs, 0xFF);
+  panel.Click("axis 8 input X7:");
+  EXPECT_EQ(panel.bench.hub.Axis(7).x_inputs, 0x7F);
+}
+
+TEST(PanelWindow, AnInputThatTheConsoleSetsIsShown) {
+  PanelBench panel;
+  ASSERT_TRUE(panel.bench.hub.SetInput(0, 8, false, panel.bench.now));
+  panel.window.Refresh();
+  EXPECT_EQ(panel.NameOf("axis 1 input X0:"), "axis 1 input X0: on");
+}
+
+TEST(PanelWindow, OutputsAreNamedAndPaintedByTheirState) {
+  PanelBench panel;
+  QWidget* lamp = panel.Named("axis 1 output 1:");
+  const QImage off = lamp->grab().toImage();
+  panel.bench.Download({SetOutput(0, 0, 1), SetOutput(0, 4, 1)});
+  panel.bench.Run(0.1);
+  panel.window.Refresh();
+  EXPECT_EQ(panel.bench.hub.Axis(0).outputs & 1, 0);
+  EXPECT_EQ(panel.NameOf("axis 1 output 1:"), "axis 1 output 1: on");
+  EXPECT_EQ(panel.NameOf("axis 1 output 2:"), "axis 1 output 2: off");
+  EXPECT_TRUE(off != lamp->grab().toImage());
+}
+
+TEST(PanelWindow, EveryLampOfAnOctoIsNamed) {
+  const PanelBench panel;
+  for (int axis = 1; axis <= 8; ++axis) {
+    for (const char* lamp :
+         {"input 1", "input 8", "input X0", "input X7", "output 4", "output Y1", "output Y3"}) {
+      EXPECT_NE(panel.Named(QStringLiteral("axis %1 %2:").arg(axis).arg(QLatin1String(lamp))), nullptr);
+    }
+  }
+}
+
+TEST(PanelWindow, AQuadHasFourAxesAndTheHubsOwnBlock) {
+  HubOptions options;
+  options.model = HubModel::kQuad;
+  PanelBench panel(options);
+  EXPECT_NE(panel.window.findChild<QWidget*>(QStringLiteral("limit3")), nullptr);
+  EXPECT_EQ(panel.window.findChild<QWidget*>(QStringLiteral("limit4")), nullptr);
+  panel.Click("hub input 4:");
+  EXPECT_EQ(panel.bench.hub.Axis(4).inputs, 0xFF & ~8);
+  EXPECT_EQ(panel.NameOf("hub input 4:"), "hub input 4: on");
+}
+
+TEST(PanelWindow, PositionAndSpeedMoveWithTheAxis) {
+  PanelBench panel;
+  panel.bench.Download({FeedLength({.axis = 0, .distance = 200000})});
+  panel.bench.Run(1);
+  panel.window.Refresh();
+  const AxisView view = panel.bench.hub.Axis(0);
+  ASSERT_GT(view.position_steps, 0);
+  EXPECT_EQ(panel.Described("position of axis 1 in steps"),
+            std::to_string(std::llround(view.position_steps)));
+  EXPECT_EQ(panel.Described("speed of axis 1 in revolutions a second"), "3.00");
+  EXPECT_EQ(panel.Described("motor of axis 1"), "on");
+}
+
+TEST(PanelWindow, TheLimitButtonHaltsARunningProgram) {
+  PanelBench panel;
+  panel.Click("limit of axis 2");
+  EXPECT_EQ(panel.LabelText("note"),
+            "The limit had no effect: no program runs, or the axis does not use its limit switches.");
+  panel.bench.Download({WaitTime(1000)});
+  panel.bench.Run(0.1);
+  panel.Click("limit of axis 2");
+  EXPECT_EQ(panel.bench.hub.State(), HubState::kHalted);
+  EXPECT_EQ(panel.LabelText("state"), "halted");
+  EXPECT_EQ(panel.LabelText("note"), "");
+  EXPECT_EQ(HubBench::Count(panel.bench.Collect(), 252), 1);
+}
+
+TEST(PanelWindow, TheStopButtonStopsARunningProgram) {
+  PanelBench panel;
+  panel.ClickObject("btnStop");
+  EXPECT_EQ(panel.LabelText("note"), "Stop had no effect: no program runs.");
+  panel.bench.Download({WaitTime(1000)});
+  panel.bench.Run(0.1);
+  panel.window.Refresh();
+  EXPECT_EQ(panel.LabelText("state"), "running line 1");
+  panel.ClickObject("btnStop");
+  EXPECT_EQ(panel.LabelText("state"), "halted");
+  EXPECT_EQ(HubBench::Count(panel.bench.Collect(), 251), 1);
+}
+
+TEST(PanelWindow, TheFaultDialogReportsWhatIsChecked) {
+  PanelBench panel;
+  panel.Click("fault of axis 2");
+  auto* dialog = panel.window.findChild<QDialog*>(QStringLiteral("FaultDialog"));
+  ASSERT_NE(dialog, nullptr);
+  for (const char* box : {"fault0", "fault13"})
+    dialog->findChild<QCheckBox*>(QLatin1String(box))->setChecked(true);
+  dialog->accept();
+  const auto messages = panel.bench.Collect();
+  ASSERT_EQ(messages.size(), 1U);
+  EXPECT_TRUE((messages[0] == Message{211, 1, 8193 / 128, 8193 % 128, 0})) << messages[0];
+  EXPECT_EQ(panel.LabelText("state"), "halted");
+}
+
+TEST(PanelWindow, ACancelledFaultDialogDoesNothing) {
+  PanelBench panel;
+  panel.Click("fault of axis 2");
+  panel.window.findChild<QDialog*>(QStringLiteral("FaultDialog"))->reject();
+  EXPECT_TRUE(panel.bench.Collect().empty());
+  EXPECT_EQ(panel.bench.hub.State(), HubState::kIdle);
+}
+
+TEST(PanelWindow, ThePowerButtonMakesTheHubGreet) {
+  PanelBench panel;
+  panel.ClickObject("btnPower");
+  EXPECT_EQ(HubBench::Count(panel.bench.Collect(), 255), 1);
+}
+
+TEST(PanelWindow, TheCableComesOffAndIsPutBack) {
+  PanelBench panel;
+  panel.ClickObject("btnCable");
+  EXPECT_TRUE(panel.bench.hub.Unplugged());
+  const auto* button = panel.window.findChild<QAbstractButton*>(QStringLiteral("btnCable"));
+  EXPECT_EQ(button->text(), QStringLiteral("&Replug cable"));
+  panel.ClickObject("btnCable");
+  EXPECT_FALSE(panel.bench.hub.Unplugged());
+  EXPECT_EQ(button->text(), QStringLiteral("&Unplug cable"));
+}
+
+TEST(PanelWindow, AFailureIsChosenByModeAndNumber) {
+  PanelBench panel;
+  auto* mode = panel.window.findChild<QComboBox*>(QStringLiteral("failure"));
+  auto* number = panel.window.findChild<QSpinBox*>(QStringLiteral("failureNumber"));
+  ASSERT_EQ(mode->count(), static_cast<int>(kFailures.size()));
+  EXPECT_FALSE(number->isEnabled());
+  const int line = mode->findText(QStringLiteral("silent-line"));
+  mode->setCurrentIndex(line);
+  emit mode->activated(line);
+  EXPECT_TRUE(number->isEnabled());
+  number->setValue(7);
+  EXPECT_EQ(panel.bench.hub.Options().failure.mode, Failure::kSilentLine);
+  EXPECT_EQ(panel.bench.hub.Options().failure.at, 7);
+  EXPECT_EQ(panel.LabelText("failureMeaning"), "no answer to line N (1..200) of a download");
+  panel.bench.hub.SetFailure({});
+  panel.window.Refresh();
+  EXPECT_EQ(mode->currentText(), QStringLiteral("none"));
+  EXPECT_FALSE(number->isEnabled());
+}
+
+TEST(PanelWindow, WhatIsDoneToTheHubIsServedAtOnce) {
+  PanelBench panel;
+  const int before = panel.served;
+  panel.Click("axis 1 input 1:");
+  EXPECT_EQ(panel.served, before + 1);
+}
+
+TEST(PanelWindow, ItLooksAtTheHubOnlyWhileItIsSeen) {
+  PanelBench panel;
+  panel.window.show();
+  const int before = panel.served;
+  EXPECT_TRUE(QTest::qWaitFor([&] { return panel.served > before + 1; }));
+  panel.window.hide();
+  const int hidden = panel.served;
+  QTest::qWait(150);
+  EXPECT_EQ(panel.served, hidden);
+}
+
+TEST(PanelWindow, ClosingItIsTold) {
+  PanelBench panel;
+  panel.window.show();
+  QSignalSpy closed(&panel.window, &PanelWindow::Closed);
+  panel.window.close();
+  EXPECT_EQ(closed.count(), 1);
+}
+
+TEST(PanelWindow, TheArrowKeysGoFromInputToInput) {
+  PanelBench panel;
+  panel.window.show();
+  panel.window.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&panel.window));
+  QWidget* first = panel.Named("axis 1 input 1:");
+  first->setFocus();
+  const auto press = [&](Qt::Key key) { QTest::keyClick(panel.window.focusWidget(), key); };
+  press(Qt::Key_Right);
+  EXPECT_EQ(panel.window.focusWidget(), panel.Named("axis 1 input 2:"));
+  press(Qt::Key_End);
+  press(Qt::Key_Space);
+  EXPECT_EQ(panel.bench.hub.Axis(0).x_inputs, 0x7F);
+  press(Qt::Key_Right);
+  EXPECT_EQ(panel.window.focusWidget(), panel.Named("axis 1 input X7:"));
+  press(Qt::Key_Home);
+  press(Qt::Key_Left);
+  EXPECT_EQ(panel.window.focusWidget(), first);
+  press(Qt::Key_Tab);
+  EXPECT_EQ(panel.window.focusWidget(), panel.Named("limit of axis 1"));
+}
+
+TEST(PanelWindow, ItFitsBesideTheComposer) {
+  const PanelBench panel;
+  EXPECT_LE(panel.window.minimumSizeHint().width(), 900);
+  EXPECT_LE(panel.window.minimumSizeHint().height(), 620);
+}
+
+TEST(PanelWindow, TheOperatorsDisplayHasFourRows) {
+  PanelBench panel;
+  panel.window.Refresh();
+  const std::string display = panel.LabelText("display");
+  EXPECT_EQ(std::count(display.begin(), display.end(), '\n'), 3);
+}
+
+}  // namespace
+}  // namespace tavlo::hubsim
