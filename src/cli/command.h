@@ -31,7 +31,11 @@ class Command {
 [[nodiscard]] std::unique_ptr<Command> MakeCompileCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeCheckCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeDownloadCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeUploadCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeDecodeCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeVerifyCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeRunCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeTerminalCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeIdentifyCommand();
 [[nodiscard]] std::unique_ptr<Command> MakePortsCommand();
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
 
@@ -17,11 +16,6 @@
 
 namespace tavlo::cli {
 namespace {
-
-int LinesInUse(const Program& program) {
-  return static_cast<int>(std::count_if(program.Prog.begin(), program.Prog.begin() + kLines,
-                                        [](const Instruction& line) { return line.Type != NO; }));
-}
 
 /// A device such as /dev/null cannot be replaced by a file.
 std::optional<std::string> WriteImage(const std::string& path, const std::string& image) {

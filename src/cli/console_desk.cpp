@@ -2,25 +2,37 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "cli/console_desk.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fstream>
 
 #include "desk/main_window.h"
 #include "link/com_port.h"
+#include "platform/number_format.h"
 
 namespace tavlo::cli {
 namespace {
 
-/// Why a file could not be opened, in the system's words; empty when it can be by now.
+/// Tells what is in the program and will not be in its file.
+void TellUnsaved(const Program& program, Console& console) {
+  for (int line = 0; line < kLines; ++line) {
+    const Instruction& record = program.Prog[line];
+    if ((record.Type != III && record.Type != WII) || record.DrvMask == 0) continue;
+    console.Note(
+        "line " + Joined(line + 1) +
+        " tests inputs of the drive itself (X), which a program file does not hold: enter them again");
+  }
+}
+
+}  // namespace
+
 std::string ReasonOf(const std::string& path) {
   errno = 0;
   std::ifstream file(path);
   if (file) file.get();
   return errno == 0 ? "" : std::strerror(errno);
 }
-
-}  // namespace
 
 ConsoleDesk::ConsoleDesk(Source& source, Console& console, HubLine& line, AnswerBy by, ProgramView& view,
                          RunView& run)
@@ -43,6 +55,27 @@ bool LoadProgram(Source& source, Console& console, const std::string& path) {
   return false;
 }
 
+bool SaveProgram(Source& source, Console& console, const std::string& path) {
+  // A file without a port reads as a damaged one; which port it names moves nothing.
+  if (!source.OptCom) source.OptCom = 0;
+  NoLine line;
+  NoProgramView view;
+  NoRunView run;
+  ConsoleDesk files(source, console, line, AnswerBy::No, view, run);
+  const auto error = SaveFile(files.desk, path);
+  if (error) {
+    console.Note("cannot write " + path + ": " + *error);
+    return false;
+  }
+  TellUnsaved(source.program, console);
+  return true;
+}
+
+int LinesInUse(const Program& program) {
+  return static_cast<int>(std::count_if(program.Prog.begin(), program.Prog.begin() + kLines,
+                                        [](const Instruction& line) { return line.Type != NO; }));
+}
+
 std::unique_ptr<HubLine> OpenLine(Environment& environment, Console& console, const PortName& port) {
   std::unique_ptr<HubLine> line = environment.make_line(port);
   SerialPort& serial = line->Port();
@@ -55,6 +88,13 @@ std::unique_ptr<HubLine> OpenLine(Environment& environment, Console& console, co
   serial.RThreshold(1);
   serial.ParityReplace("");
   return line;
+}
+
+bool IsKnownHub(Console& console, std::string_view identity) {
+  const int code = static_cast<unsigned char>(identity[1]);
+  if (std::ranges::any_of(kHubModels, [=](const HubModelRow& row) { return row.code == code; })) return true;
+  console.Note("the device answers as model " + Joined(code) + ", which is no known hub");
+  return false;
 }
 
 ExitCode HubFailure(Console& console, HubLine& line) {

@@ -34,12 +34,24 @@ class ConsoleDesk {
   Desk desk;
 };
 
+/// Why a file could not be read, in the system's words; empty when it can be by now.
+[[nodiscard]] std::string ReasonOf(const std::string& path);
+
 /// Reads a program file. False after its message.
 [[nodiscard]] bool LoadProgram(Source& source, Console& console, const std::string& path);
+
+/// Writes the program to a file, which is replaced whole or not at all, and tells what the file does not
+/// hold. False after the message of a failure.
+[[nodiscard]] bool SaveProgram(Source& source, Console& console, const std::string& path);
+
+[[nodiscard]] int LinesInUse(const Program& program);
 
 /// Makes and opens the line of the port. Nothing after the message of a failure.
 [[nodiscard]] std::unique_ptr<HubLine> OpenLine(Environment& environment, Console& console,
                                                 const PortName& port);
+
+/// The model that a hub's identity names is one that there is. False after its message.
+[[nodiscard]] bool IsKnownHub(Console& console, std::string_view identity);
 
 /// The end of an exchange that went wrong: by the line if that has gone, which it tells, else by the hub.
 [[nodiscard]] ExitCode HubFailure(Console& console, HubLine& line);

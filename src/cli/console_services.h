@@ -98,7 +98,7 @@ class NoLine : public HubLine, private SerialPort, private Clock, private EventL
   [[nodiscard]] SerialPort& Port() override { return *this; }
   [[nodiscard]] Clock& Time() override { return *this; }
   [[nodiscard]] EventLoop& Loop() override { return *this; }
-  void Wait(double) override {}
+  void Wait(double, const Feed*) override {}
   [[nodiscard]] bool IsInterrupted() const override { return false; }
 
  private:

@@ -17,6 +17,17 @@ namespace tavlo::cli {
 /// Thrown out of a polled wait, a yield or a question when the operator has interrupted the command.
 struct Interrupted {};
 
+/// Where commands read what they are fed: a terminal at which the operator types, a pipe or a file.
+class Feed {
+ public:
+  virtual ~Feed() = default;
+  [[nodiscard]] virtual bool IsTerminal() const = 0;
+  /// Readable as soon as Read() gives something new.
+  [[nodiscard]] virtual int Descriptor() const = 0;
+  /// What has come since the last call, without waiting for more; nothing once it has come to its end.
+  [[nodiscard]] virtual std::optional<std::string> Read() = 0;
+};
+
 /// What `--port` names: one of the eight Comms, or a device.
 struct PortName {
   /// 1..8, or 0 for a device.
@@ -34,9 +45,10 @@ class HubLine {
   [[nodiscard]] virtual SerialPort& Port() = 0;
   [[nodiscard]] virtual Clock& Time() = 0;
   [[nodiscard]] virtual EventLoop& Loop() = 0;
-  /// Sleeps until bytes are there, the device has gone, the operator interrupts or `seconds` have
-  /// passed, whichever is first. Handles no byte by itself and does not throw.
-  virtual void Wait(double seconds) = 0;
+  /// Sleeps until bytes are there, the device has gone, the operator interrupts, `feed` can be read or
+  /// `seconds` have passed, whichever is first. Handles no byte by itself and does not throw.
+  virtual void Wait(double seconds, const Feed* feed) = 0;
+  void Wait(double seconds) { Wait(seconds, nullptr); }
   [[nodiscard]] virtual bool IsInterrupted() const = 0;
   /// Every byte both ways: `out` for what goes to the hub.
   std::function<void(bool out, std::string_view bytes)> OnTraffic;
@@ -53,6 +65,8 @@ struct Environment {
   std::function<std::optional<std::string>()> read_line;
   /// Makes the line of a port, not opened.
   std::function<std::unique_ptr<HubLine>(const PortName&)> make_line;
+  /// Standard input for a command that takes it; nothing if there is none.
+  Feed* feed = nullptr;
 };
 
 }  // namespace tavlo::cli

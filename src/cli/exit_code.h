@@ -34,7 +34,7 @@ inline constexpr std::array<ExitCodeRow, 10> kExitCodes = {{
     {ExitCode::File, "a file cannot be read or written"},
     {ExitCode::Port, "the port cannot be opened, or has gone"},
     {ExitCode::Hub, "the hub is silent or answers wrongly"},
-    {ExitCode::Differs, "the sum differs"},
+    {ExitCode::Differs, "the sum differs, or the hub holds another program"},
     {ExitCode::Halted, "the hub reported a halt, a fault or a restart"},
     {ExitCode::Interrupted, "interrupted"},
 }};

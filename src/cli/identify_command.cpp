@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <array>
 
 #include "cli/command.h"
@@ -32,10 +31,6 @@ struct HubReport {
 std::string Padded(std::string text, std::size_t width) {
   if (text.size() < width) text.resize(width, ' ');
   return text;
-}
-
-bool IsKnown(int model_code) {
-  return std::ranges::any_of(kHubModels, [=](const HubModelRow& row) { return row.code == model_code; });
 }
 
 class IdentifyCommand : public Command {
@@ -73,13 +68,9 @@ class IdentifyCommand : public Command {
  private:
   static std::optional<HubReport> AskHub(Desk& desk, Console& console) {
     const std::string identity = CheckDrive(desk);
-    if (identity.empty()) return std::nullopt;
+    if (identity.empty() || !IsKnownHub(console, identity)) return std::nullopt;
     HubReport report;
     report.model_code = static_cast<unsigned char>(identity[1]);
-    if (!IsKnown(report.model_code)) {
-      console.Note("the device answers as model " + Joined(report.model_code) + ", which is no known hub");
-      return std::nullopt;
-    }
     report.model = kHubModels[desk.program().HubIndex].name;
     report.firmware = VersionOfByte(static_cast<unsigned char>(identity[0]));
     report.axes = HubAxes(desk.program());

@@ -13,6 +13,7 @@
 #include "cli/descriptor_stream.h"
 #include "cli/interrupts.h"
 #include "cli/qt_line.h"
+#include "cli/standard_input.h"
 #include "cli/tavlo.h"
 
 namespace {
@@ -50,8 +51,9 @@ int main(int argc, char** argv) {
   DescriptorBuffer err_buffer(STDERR_FILENO);
   std::ostream out(&out_buffer);
   std::ostream err(&err_buffer);
-  Environment environment{out, err, isatty(STDERR_FILENO) == 1, nullptr, tavlo::cli::MakeQtLine};
-  if (isatty(STDIN_FILENO) == 1) environment.read_line = ReadLine;
+  tavlo::cli::StandardInput input;
+  Environment environment{out, err, isatty(STDERR_FILENO) == 1, nullptr, tavlo::cli::MakeQtLine, &input};
+  if (input.IsTerminal()) environment.read_line = ReadLine;
   const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
   return static_cast<int>(tavlo::cli::RunTavlo(arguments, environment));
 }

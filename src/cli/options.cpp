@@ -30,12 +30,30 @@ std::optional<int> ParseFirmware(std::string_view text) {
   return static_cast<int>(hundredths - kLowest);
 }
 
+bool IsProgramName(std::string_view path) {
+  constexpr std::string_view kExtension = ".tvh";
+  if (path.size() < kExtension.size()) return false;
+  return std::ranges::equal(path.substr(path.size() - kExtension.size()), kExtension,
+                            [](char c, char low) { return (c >= 'A' && c <= 'Z' ? c | 0x20 : c) == low; });
+}
+
 PortName LineOptions::Name() const {
   return ParsePort(port).value_or(PortName{0, port});
 }
 
 void AddFile(CLI::App& app, std::string& path, bool required) {
   app.add_option("FILE", path, "Program file (.TVH)")->required(required)->type_name("");
+}
+
+void AddNewFile(CLI::App& app, const std::string& option, std::string& path) {
+  app.add_option(option, path, "Program file (.TVH) to write; a file that is there is replaced")
+      ->required()
+      ->type_name(option == "FILE" ? "" : "FILE")
+      ->check(CLI::Validator(
+          [](const std::string& text) {
+            return IsProgramName(text) ? "" : "'" + text + "' does not end in .TVH";
+          },
+          ""));
 }
 
 void AddJson(CLI::App& app, bool& json) {
@@ -57,6 +75,20 @@ void AddLineOptions(CLI::App& app, LineOptions& options) {
 void AddAnswerOptions(CLI::App& app, AnswerOptions& options) {
   CLI::Option* yes = app.add_flag("--yes", options.yes, "Answer every question with Yes or OK");
   app.add_flag("--no", options.no, "Answer every question with No or Cancel")->excludes(yes);
+}
+
+void AddSeconds(CLI::App& app, const std::string& option, std::optional<double>& seconds,
+                const std::string& description) {
+  app.add_option(option, seconds, description)
+      ->type_name("SECONDS")
+      ->check(CLI::Validator(
+          [](const std::string& text) {
+            constexpr double kLongest = 1e9;
+            const auto number = ParseNumber(text);
+            const bool fits = number && *number >= 0 && *number <= kLongest;
+            return fits ? "" : "'" + text + "' is no number of seconds";
+          },
+          ""));
 }
 
 void AddFirmware(CLI::App& app, int& revision_byte) {

@@ -18,6 +18,8 @@ namespace tavlo::cli {
 // Options that several commands share, each added to a command by its function.
 
 void AddFile(CLI::App& app, std::string& path, bool required);
+/// A program file that the command writes. Its name must be that of one, or it would be read as an old file.
+void AddNewFile(CLI::App& app, const std::string& option, std::string& path);
 void AddJson(CLI::App& app, bool& json);
 
 /// `--port` and `--trace`.
@@ -41,11 +43,17 @@ struct AnswerOptions {
 };
 void AddAnswerOptions(CLI::App& app, AnswerOptions& options);
 
+/// A duration: 0 or more.
+void AddSeconds(CLI::App& app, const std::string& option, std::optional<double>& seconds,
+                const std::string& description);
+
 /// `--firmware`, as its revision byte: hundredths above 1.00.
 void AddFirmware(CLI::App& app, int& revision_byte);
 
 /// 1 to 8, or anything that can be a device; nothing for another number and the empty text.
 [[nodiscard]] std::optional<PortName> ParsePort(std::string_view text);
+/// The name ends as that of a program file, in capitals or not.
+[[nodiscard]] bool IsProgramName(std::string_view path);
 /// "1.00" to "3.55" to its revision byte.
 [[nodiscard]] std::optional<int> ParseFirmware(std::string_view text);
 

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
 
 #include "cli/interrupts.h"
 #include "qt/comm_devices.h"
@@ -57,11 +58,16 @@ class QtLine : public HubLine {
   [[nodiscard]] EventLoop& Loop() override { return loop_; }
   [[nodiscard]] bool IsInterrupted() const override { return Interrupts::Pending(); }
 
-  void Wait(double seconds) override {
+  void Wait(double seconds, const Feed* feed) override {
     if (IsInterrupted() || !port_.PortOpen() || port_.InBufferCount() > 0) return;
     QEventLoop waiting;
     QSocketNotifier interrupted(Interrupts::Descriptor(), QSocketNotifier::Read);
     QObject::connect(&interrupted, &QSocketNotifier::activated, &waiting, &QEventLoop::quit);
+    std::optional<QSocketNotifier> fed;
+    if (feed != nullptr) {
+      fed.emplace(feed->Descriptor(), QSocketNotifier::Read);
+      QObject::connect(&*fed, &QSocketNotifier::activated, &waiting, &QEventLoop::quit);
+    }
     QTimer limit;
     limit.setTimerType(Qt::PreciseTimer);
     QObject::connect(&limit, &QTimer::timeout, &waiting, &QEventLoop::quit);

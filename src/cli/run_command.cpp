@@ -6,12 +6,12 @@
 
 #include "cli/command.h"
 #include "cli/console_desk.h"
+#include "cli/key_terminal.h"
 #include "cli/options.h"
 #include "cli/run_session.h"
 #include "cli/trace.h"
 #include "desk/main_window.h"
 #include "link/execution.h"
-#include "platform/number_format.h"
 
 namespace tavlo::cli {
 namespace {
@@ -20,15 +20,10 @@ namespace {
 /// did not answer.
 constexpr std::array<std::string_view, 3> kDriveRefusals = {"Old Firmware", "Missing drive", "Wrong drive"};
 
-bool IsDuration(const std::string& text) {
-  constexpr double kLongest = 1e9;
-  const auto seconds = ParseNumber(text);
-  return seconds && *seconds >= 0 && *seconds <= kLongest;
-}
-
 ExitCode ExitOf(RunEnd end, Console& console) {
   switch (end) {
     case RunEnd::Interrupted: return ExitCode::Interrupted;
+    case RunEnd::Stopped:
     case RunEnd::TimeOver: return ExitCode::Done;
     case RunEnd::Halted: return ExitCode::Halted;
     case RunEnd::Restarted:
@@ -52,19 +47,22 @@ class RunCommand : public Command {
   void AddOptions(CLI::App& app) override {
     AddFile(app, path_, false);
     AddLineOptions(app, line_options_);
-    app.add_option("--for", seconds_, "Stop the program after SECONDS")
-        ->type_name("SECONDS")
-        ->check(CLI::Validator(
-            [](const std::string& text) {
-              return IsDuration(text) ? "" : "'" + text + "' is no number of seconds";
-            },
-            ""));
+    AddSeconds(app, "--for", seconds_, "Stop the program after SECONDS");
+    app.add_flag("--no-status", no_status_, "Print no inputs and outputs");
     AddAnswerOptions(app, answers_);
     AddJson(app, json_);
   }
 
   [[nodiscard]] ExitCode Execute(Environment& environment) override {
-    Console console(environment);
+    KeyTerminal keys(environment.feed);
+    Environment asking = environment;
+    if (environment.read_line) {
+      asking.read_line = [&] {
+        const LineTerminal lines(keys);
+        return environment.read_line();
+      };
+    }
+    Console console(asking);
     Source source;
     InitSession(source);
     if (!path_.empty() && !LoadProgram(source, console, path_)) return ExitCode::File;
@@ -73,7 +71,8 @@ class RunCommand : public Command {
     std::optional<Trace> trace;
     if (line_options_.trace) trace.emplace(*line, environment.err);
     RunReporter reporter(console, line->Time(), source, !path_.empty(), json_);
-    RunSession session(console, *line, reporter, seconds_);
+    RunInput input(console, environment.feed, keys, line->Time());
+    RunSession session(console, *line, reporter, input, {seconds_, !no_status_, !path_.empty()});
     ConsoleDesk desk(source, console, *line, answers_.By(), session.View(), session);
     session.Attach(desk.desk);
     const ExecuteResult result = tavlo::Execute(desk.desk);
@@ -103,6 +102,7 @@ class RunCommand : public Command {
   LineOptions line_options_;
   AnswerOptions answers_;
   std::optional<double> seconds_;
+  bool no_status_ = false;
   bool json_ = false;
 };
 

@@ -3,6 +3,7 @@
 #include "cli/run_reporter.h"
 
 #include <cmath>
+#include <utility>
 
 #include "cli/encoding.h"
 #include "cli/json_text.h"
@@ -29,6 +30,7 @@ std::string_view ReasonOf(RunEnd end) {
   switch (end) {
     case RunEnd::None: return "none";
     case RunEnd::Interrupted: return "interrupted";
+    case RunEnd::Stopped: return "stopped";
     case RunEnd::TimeOver: return "timeOver";
     case RunEnd::Halted: return "halted";
     case RunEnd::Restarted: return "restarted";
@@ -71,6 +73,37 @@ void RunReporter::Display(int row, std::string_view text) {
     return;
   }
   console_.Result("display\t" + Joined(row) + '\t' + ShownText(text));
+}
+
+void RunReporter::Status() {
+  for (int axis = 0; axis < kAxes; ++axis) {
+    if (!std::exchange(status_changed_[axis], false)) continue;
+    const AxisStatus status(source_, axis);
+    if (status == std::exchange(status_[axis], status)) continue;
+    if (json_) {
+      Json json = {{"event", "status"}, {"seconds", Rounded(watch_.Seconds())}, {"axis", axis + 1}};
+      status.AddTo(json);
+      console_.Result(JsonLine(json));
+    } else {
+      const bool is_hub = source_.program.HubIndex == HubQuad && axis == kHubQuadIO;
+      const std::string name = is_hub ? "hub" : "axis " + Joined(axis + 1);
+      console_.Result("status\t" + name + '\t' + status.Text());
+    }
+  }
+}
+
+void RunReporter::Fault(const ServoFaultPanel& panel) {
+  if (!json_) return;
+  Json alarms = Json::array();
+  for (std::size_t bit = 0; bit < panel.Label1.size(); ++bit) {
+    if ((panel.code >> bit & 1) != 0) alarms.push_back(panel.Label1[bit]);
+  }
+  console_.Result(JsonLine({{"event", "fault"},
+                            {"seconds", Rounded(watch_.Seconds())},
+                            {"axis", panel.axis},
+                            {"code", panel.code},
+                            {"message", panel.FaultMessage},
+                            {"alarms", alarms}}));
 }
 
 void RunReporter::End(RunEnd end) {

@@ -2,10 +2,12 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "cli/axis_status.h"
 #include "cli/console.h"
 #include "cli/stopwatch.h"
 #include "desk/desk.h"
@@ -16,6 +18,7 @@ namespace tavlo::cli {
 enum class RunEnd {
   None,  ///< it has not, or it never began
   Interrupted,
+  Stopped,  ///< the operator ordered it
   TimeOver,
   Halted,     ///< the hub reported a halt or a fault
   Restarted,  ///< the hub has been switched off and on
@@ -38,6 +41,12 @@ class RunReporter {
   void Line(LineEvent event, int line);
   /// A row of the operator terminal, 1..4.
   void Display(int row, std::string_view text);
+  /// Prints what is on at the axes, 0..7, that have changed since it was printed last. At the start nothing
+  /// is on.
+  void Status();
+  void StatusChanged(int axis) { status_changed_[axis] = true; }
+  /// A fault of a drive; as JSON only, for in words it is a message.
+  void Fault(const ServoFaultPanel& panel);
   void End(RunEnd end);
 
  private:
@@ -46,6 +55,8 @@ class RunReporter {
   const Source& source_;
   bool texts_known_;
   bool json_;
+  std::array<bool, kAxes> status_changed_{};
+  std::array<AxisStatus, kAxes> status_;
 };
 
 }  // namespace tavlo::cli

@@ -3,6 +3,7 @@
 #include "cli/run_session.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "link/execution.h"
 #include "link/receive.h"
@@ -12,37 +13,63 @@ namespace {
 
 /// Display text comes a character at a time; it is printed once it rests for so long.
 constexpr double kDisplayRest = 0.05;
+/// The lights of an axis come in up to three messages; what has changed is printed so much later. They may
+/// never rest while the program is paused.
+constexpr double kStatusDelay = 0.05;
+/// Clocks and waits are not exact to the last bit.
+constexpr double kShortestWait = 0.001;
+
+/// Zero for what is over but for that.
+double WaitOf(double seconds) {
+  return seconds < kShortestWait / 2 ? 0 : std::max(seconds, kShortestWait);
+}
 /// Well below the time after which a stopwatch loses count.
 constexpr double kLongestWait = 3600;
 
 }  // namespace
 
-void RunSession::Rows::AllRowsChanged() {
-  running_.fill(false);
-}
-
 void RunSession::RowChanged(int line) {
   bool& running = rows_.running_[line];
+  const auto print = [&](LineEvent event) {
+    PrintChanges();
+    reporter_.Line(event, line);
+  };
   switch (desk_->source.rows[line].state) {
     case RowState::Executing:
-      PrintDisplay();
+      input_.LineStarted(line, IsPrompt(line));
       running = true;
-      reporter_.Line(LineEvent::Started, line);
+      print(LineEvent::Started);
       break;
     case RowState::WentOn:
-      PrintDisplay();
+      input_.LineOver(line);
       running = true;
-      reporter_.Line(LineEvent::WentOn, line);
+      print(LineEvent::WentOn);
       break;
     case RowState::Normal:
     case RowState::LimitTarget:
     case RowState::Picked:
-      if (!running) break;
-      PrintDisplay();
-      running = false;
-      reporter_.Line(LineEvent::Finished, line);
+      input_.LineOver(line);
+      if (std::exchange(running, false)) print(LineEvent::Finished);
       break;
   }
+}
+
+/// Known to wait for the operator, whatever it shows.
+bool RunSession::IsPrompt(int line) const {
+  const Instruction& instruction = desk_->program().Prog[line];
+  return options_.program_known && instruction.Type == MMI && instruction.SubType != DisplayOnly;
+}
+
+void RunSession::StatusChanged(int axis) {
+  if (!options_.status || !options_.program_known) return;
+  reporter_.StatusChanged(axis);
+  if (!std::exchange(status_changed_, true)) since_status_.Restart();
+}
+
+void RunSession::TextLinesChanged() {
+  display_changed_ = true;
+  since_text_.Restart();
+  input_.TextCame();
 }
 
 void RunSession::ShowModal(RunWindow window) {
@@ -50,13 +77,15 @@ void RunSession::ShowModal(RunWindow window) {
   console_.Note("the program runs; Ctrl-C stops it");
   watch_.Restart();
   reporter_.Start();
+  input_.Begin(*desk_, window);
   StartRun(*desk_, window);
   end_ = WatchUntilInterrupted();
-  const bool hub_runs_on =
-      end_ == RunEnd::Interrupted || end_ == RunEnd::TimeOver || end_ == RunEnd::OutputLost;
+  input_.End();
+  const bool hub_runs_on = end_ == RunEnd::Interrupted || end_ == RunEnd::Stopped ||
+                           end_ == RunEnd::TimeOver || end_ == RunEnd::OutputLost;
   if (hub_runs_on) StopRun(*desk_, window);
   active_ = RunWindow::None;
-  PrintDisplay();
+  PrintChanges();
   reporter_.End(end_);
 }
 
@@ -73,26 +102,44 @@ RunEnd RunSession::Watch() {
     if (line_.IsInterrupted()) return RunEnd::Interrupted;
     if (!console_.ResultsArrive()) return RunEnd::OutputLost;
     if (TimeIsOver()) return RunEnd::TimeOver;
+    if (!input_.Work()) return RunEnd::Stopped;
     WaitForHub();
     if (desk_->Comm1.InBufferCount() > 0) {
       NewOnComm(*desk_);
     } else if (!desk_->Comm1.PortOpen()) {
       return RunEnd::PortLost;
-    } else {
-      PrintDisplay();
     }
+    if (TimeToDisplay() <= 0) PrintDisplay();
+    if (TimeToStatus() <= 0) PrintStatus();
   }
   return desk_->source.Halted ? RunEnd::Halted : RunEnd::Restarted;
 }
 
 bool RunSession::TimeIsOver() {
-  return limit_ && watch_.Seconds() >= *limit_;
+  return options_.seconds && watch_.Seconds() >= *options_.seconds;
+}
+
+double RunSession::TimeToDisplay() {
+  return display_changed_ ? WaitOf(kDisplayRest - since_text_.Seconds()) : kLongestWait;
+}
+
+double RunSession::TimeToStatus() {
+  return status_changed_ ? WaitOf(kStatusDelay - since_status_.Seconds()) : kLongestWait;
 }
 
 void RunSession::WaitForHub() {
-  double seconds = display_changed_ ? kDisplayRest : kLongestWait;
-  if (limit_) seconds = std::min(seconds, std::max(*limit_ - watch_.Seconds(), 0.0));
-  line_.Wait(seconds);
+  double seconds = std::min({TimeToDisplay(), TimeToStatus(), input_.DueIn().value_or(kLongestWait)});
+  if (options_.seconds) seconds = std::min(seconds, std::max(*options_.seconds - watch_.Seconds(), 0.0));
+  line_.Wait(seconds, input_.Awaited());
+}
+
+void RunSession::PrintChanges() {
+  PrintDisplay();
+  PrintStatus();
+}
+
+void RunSession::PrintStatus() {
+  if (std::exchange(status_changed_, false)) reporter_.Status();
 }
 
 void RunSession::PrintDisplay() {
@@ -107,6 +154,7 @@ void RunSession::PrintDisplay() {
 }
 
 void RunSession::ShowServoFault(const ServoFaultPanel& panel) {
+  reporter_.Fault(panel);
   console_.Message(panel.caption + ": " + panel.FaultMessage);
   for (std::size_t bit = 0; bit < panel.Label1.size(); ++bit) {
     if ((panel.code >> bit & 1) != 0) console_.Message("  " + panel.Label1[bit]);

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "cli/console_services.h"
+#include "cli/run_input.h"
 #include "cli/run_reporter.h"
 #include "desk/desk.h"
 
@@ -21,7 +22,6 @@ class RunSession : public NoRunView {
    public:
     explicit Rows(RunSession& session) : session_(session) {}
     void RowChanged(int line) override { session_.RowChanged(line); }
-    void AllRowsChanged() override;
 
    private:
     friend class RunSession;
@@ -29,9 +29,23 @@ class RunSession : public NoRunView {
     std::array<bool, kLines> running_{};
   };
 
-  /// Without `seconds` the run has no time limit.
-  RunSession(Console& console, HubLine& line, RunReporter& reporter, std::optional<double> seconds)
-      : console_(console), line_(line), reporter_(reporter), watch_(line.Time()), limit_(seconds) {}
+  struct Options {
+    /// Without it the run has no time limit.
+    std::optional<double> seconds;
+    /// Inputs and outputs are printed. Only where the models of the drives are known can they be named.
+    bool status = false;
+    /// The source holds the program that the hub runs.
+    bool program_known = false;
+  };
+  RunSession(Console& console, HubLine& line, RunReporter& reporter, RunInput& input, Options options)
+      : console_(console),
+        line_(line),
+        reporter_(reporter),
+        input_(input),
+        options_(options),
+        watch_(line.Time()),
+        since_text_(line.Time()),
+        since_status_(line.Time()) {}
 
   /// The desk whose run this is; before anything else.
   void Attach(Desk& desk) { desk_ = &desk; }
@@ -41,28 +55,40 @@ class RunSession : public NoRunView {
   [[nodiscard]] RunWindow Active() const override { return active_; }
   void ShowModal(RunWindow window) override;
   void Hide() override { active_ = RunWindow::None; }
-  void TextLinesChanged() override { display_changed_ = true; }
+  void StatusChanged(int axis) override;
+  void TextLinesChanged() override;
   void ShowServoFault(const ServoFaultPanel& panel) override;
 
  private:
   void RowChanged(int line);
+  [[nodiscard]] bool IsPrompt(int line) const;
   [[nodiscard]] RunEnd Watch();
   [[nodiscard]] RunEnd WatchUntilInterrupted();
   [[nodiscard]] bool TimeIsOver();
+  /// Seconds until what has changed is printed; long if nothing has.
+  [[nodiscard]] double TimeToDisplay();
+  [[nodiscard]] double TimeToStatus();
   void WaitForHub();
+  void PrintChanges();
   void PrintDisplay();
+  void PrintStatus();
 
   Console& console_;
   HubLine& line_;
   RunReporter& reporter_;
+  RunInput& input_;
+  Options options_;
   Stopwatch watch_;
-  std::optional<double> limit_;
   Desk* desk_ = nullptr;
   Rows rows_{*this};
   RunWindow active_ = RunWindow::None;
   RunEnd end_ = RunEnd::None;
   std::array<std::string, 4> shown_lines_;
   bool display_changed_ = false;
+  bool status_changed_ = false;
+  /// Since the last character of the display, and since the first change of a light that is not printed.
+  Stopwatch since_text_;
+  Stopwatch since_status_;
 };
 
 }  // namespace tavlo::cli

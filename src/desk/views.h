@@ -40,6 +40,8 @@ struct ServoFaultPanel {
   /// Labels by bit of the code.
   std::array<std::string, 14> Label1;
   int code = 0;
+  /// Of the drive, from 1.
+  int axis = 0;
 };
 
 /// The windows of a run.

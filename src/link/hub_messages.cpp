@@ -243,6 +243,7 @@ void ServoError(Desk& desk, int axis, int code) {
   panel.FaultMessage = "We are experiencing a " + std::string(stepper ? "" : "servo ") + "fault on axis " +
                        Joined(axis) + ". The program has been halted.";
   panel.code = code;
+  panel.axis = axis;
   EndRun(desk);
   ClearAnimation(desk);
   desk.run.ShowServoFault(panel);

@@ -59,10 +59,9 @@ void ShowUploaded(Desk& desk) {
   DrawArrows(desk);
 }
 
-UploadResult Failed(Desk& desk, UploadResult result, std::string_view text) {
+void TellFailure(Desk& desk, std::string_view text) {
   MsgBox(desk, text);
   desk.upbox.Hide();
-  return result;
 }
 
 constexpr std::string_view kNotCorrect =
@@ -71,32 +70,41 @@ constexpr std::string_view kNotCorrect =
 
 }  // namespace
 
-UploadResult UploadProg(Desk& desk, float rev) {
-  EventsOff events(desk.Comm1);
-  events.RestoreTo(1);
+ImageReading ReadImage(Desk& desk) {
   static_cast<void>(desk.Comm1.Input());
   desk.upbox.Gauge(kGaugeStart);
   desk.upbox.Show();
   desk.Comm1.Output("U");
   const Receipt receipt = AwaitImage(desk, desk.clock.Timer());
-  const std::string bytes = receipt.complete ? desk.Comm1.Input() : std::string();
+  std::string bytes = receipt.complete ? desk.Comm1.Input() : std::string();
   if (bytes.size() < kUploadBytes) {
-    return Failed(desk, UploadResult::Stopped,
-                  "The Tavlo Hub stopped responding after " + Joined(receipt.count) +
-                      " chars.  Is it connected to the right port and turned on?");
+    TellFailure(desk, "The Tavlo Hub stopped responding after " + Joined(receipt.count) +
+                          " chars.  Is it connected to the right port and turned on?");
+    return {UploadResult::Stopped, {}};
   }
   if (!SumAgrees(bytes)) {
-    // What may still come of a garbled answer is kept from the handler of events.
-    events.RestoreTo(0);
-    return Failed(desk, UploadResult::WrongSum, kNotCorrect);
+    TellFailure(desk, kNotCorrect);
+    return {UploadResult::WrongSum, {}};
   }
+  bytes.resize(kImageBytes);
+  return {UploadResult::Done, std::move(bytes)};
+}
+
+UploadResult UploadProg(Desk& desk, float rev) {
+  EventsOff events(desk.Comm1);
+  events.RestoreTo(1);
+  const ImageReading reading = ReadImage(desk);
+  // What may still come of a garbled answer is kept from the handler of events.
+  if (reading.result == UploadResult::WrongSum) events.RestoreTo(0);
+  if (reading.result != UploadResult::Done) return reading.result;
   try {
     Program read = desk.program();
     read.HubVersion = rev;
-    DecodeImage(read, bytes);
+    DecodeImage(read, reading.image);
     desk.program() = std::move(read);
   } catch (const DecodeError&) {
-    return Failed(desk, UploadResult::CannotDecode, kNotCorrect);
+    TellFailure(desk, kNotCorrect);
+    return UploadResult::CannotDecode;
   }
   ShowUploaded(desk);
   desk.upbox.Hide();

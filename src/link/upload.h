@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 
 #include "desk/desk.h"
 
@@ -20,6 +21,18 @@ enum class UploadResult {
   WrongSum,      ///< receive events stay off until the next command sets them
   CannotDecode,  ///< the sum agrees, but a line's bytes cannot be read
 };
+
+/// What a reading of the hub's memory gave.
+struct ImageReading {
+  /// Done, Stopped or WrongSum.
+  UploadResult result = UploadResult::Stopped;
+  /// The 8192 bytes, proven by their sum; empty unless Done.
+  std::string image;
+};
+
+/// Reads the hub's memory and touches nothing else. `upbox` stands from the start on; a failure has been told
+/// and hides it again, after Done it is the caller's to hide. Receive events must be off.
+[[nodiscard]] ImageReading ReadImage(Desk& desk);
 
 /// Reads the hub's memory and puts its lines and settings in the place of the program's, and shows them. What
 /// the memory does not carry stays as it was. `rev` is the hub's firmware.

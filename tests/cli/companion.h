@@ -45,10 +45,15 @@ class Companion : public ::testing::Test {
   Outcome Tavlo(const std::vector<std::string>& arguments) {
     std::ostringstream out;
     std::ostringstream err;
-    cli::Environment environment{out, err, err_is_terminal, read_line, [this](const cli::PortName& name) {
+    cli::Environment environment{out,
+                                 err,
+                                 err_is_terminal,
+                                 read_line,
+                                 [this](const cli::PortName& name) {
                                    hub.name = name;
                                    return hub.Line();
-                                 }};
+                                 },
+                                 feed};
     const cli::ExitCode code = cli::RunTavlo(arguments, environment);
     return {static_cast<int>(code), out.str(), err.str()};
   }
@@ -64,6 +69,7 @@ class Companion : public ::testing::Test {
   SimHub hub;
   bool err_is_terminal = false;
   std::function<std::optional<std::string>()> read_line;
+  cli::Feed* feed = nullptr;
 };
 
 }  // namespace tavlo::testing

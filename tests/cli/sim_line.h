@@ -92,7 +92,7 @@ class SimHub {
     [[nodiscard]] SerialPort& Port() override { return sim_.port; }
     [[nodiscard]] Clock& Time() override { return sim_.clock; }
     [[nodiscard]] EventLoop& Loop() override { return loop_; }
-    void Wait(double seconds) override {
+    void Wait(double seconds, const cli::Feed*) override {
       if (!sim_.interrupted && sim_.port.PortOpen() && sim_.port.InBufferCount() == 0) sim_.Pass(seconds);
     }
     [[nodiscard]] bool IsInterrupted() const override { return sim_.interrupted; }

@@ -16,7 +16,8 @@ TEST_F(Usage, HelpNamesEveryCommandAndEveryExitCode) {
   const Outcome outcome = Tavlo({"--help"});
   EXPECT_EQ(outcome.code, 0);
   EXPECT_EQ(outcome.err, "");
-  for (const char* word : {"show", "compile", "download", "run", "identify", "ports", "130"}) {
+  for (const char* word : {"show", "check", "compile", "decode", "download", "upload", "verify", "run",
+                           "terminal", "identify", "ports", "130"}) {
     EXPECT_NE(outcome.out.find(word), std::string::npos) << word;
   }
   for (const auto& row : cli::kExitCodes) {
@@ -47,6 +48,15 @@ TEST_F(Usage, ACommandLineThatIsNotUnderstoodEndsWithTwoAndSaysWhy) {
       {{"run", "--port", "1", "--yes", "--no"}, "--yes excludes --no"},
       {{"run", "--port", "1", "--for", "-1"}, "--for: '-1' is no number of seconds"},
       {{"run", "--port", "1", "--for", "nan"}, "--for: 'nan' is no number of seconds"},
+      {{"upload", "--port", "1"}, "FILE is required"},
+      {{"upload", "x.OSK", "--port", "1"}, "FILE: 'x.OSK' does not end in .TVH"},
+      {{"upload", "x.TVH"}, "--port is required"},
+      {{"decode", "image"}, "--output is required"},
+      {{"decode", "-o", "x.TVH"}, "IMAGE is required"},
+      {{"decode", "image", "-o", "TVH"}, "--output: 'TVH' does not end in .TVH"},
+      {{"verify", "x.TVH"}, "--port is required"},
+      {{"terminal"}, "--port is required"},
+      {{"terminal", "--port", "1", "--wait", "soon"}, "--wait: 'soon' is no number of seconds"},
       {{"ports", "--port", "1"}, "The following arguments were not expected: 1 --port"},
   };
   for (const Row& row : rows) {
@@ -69,6 +79,14 @@ TEST(PortOption, OneToEightIsACommAndEverythingThatIsNoNumberADevice) {
     EXPECT_EQ(port->Label(), device);
   }
   for (const char* wrong : {"", "0", "9", "01", "10"}) EXPECT_FALSE(cli::ParsePort(wrong)) << wrong;
+}
+
+TEST(NewFile, HasTheNameOfAProgramFile) {
+  for (const char* name : {"x.TVH", "x.tvh", "/a/b.tVh", ".TVH"})
+    EXPECT_TRUE(cli::IsProgramName(name)) << name;
+  for (const char* name : {"", "x", "TVH", "x.OSK", "x.TVH ", "x.TVH/"}) {
+    EXPECT_FALSE(cli::IsProgramName(name)) << name;
+  }
 }
 
 TEST(FirmwareOption, GivesTheRevisionByteThatTheHubWouldSend) {

@@ -7,6 +7,7 @@
 #include "codegen/compile.h"
 #include "codegen/encodings.h"
 #include "link/execution.h"
+#include "link/polled.h"
 #include "support/bytes.h"
 #include "support/fake_desk.h"
 
@@ -95,6 +96,33 @@ void ExpectUntouched(const UploadDesk& d, const Program& before) {
   EXPECT_EQ(program.LimitList, before.LimitList);
   EXPECT_EQ(program.LimitBranch, before.LimitBranch);
   EXPECT_EQ(program.HubVersion, before.HubVersion);
+}
+
+TEST(ReadImage, GivesTheProvenBytesAndTouchesNothing) {
+  UploadDesk d;
+  d.source.Changed = true;
+  const Program before = d.source.program;
+  const EventsOff events(d.port);
+  const ImageReading reading = ReadImage(d.desk);
+  EXPECT_EQ(reading.result, UploadResult::Done);
+  EXPECT_TRUE(reading.image == Image());
+  EXPECT_EQ(d.port.AllSent(), "U");
+  EXPECT_TRUE(d.boxes.shown.empty());
+  ExpectUntouched(d, before);
+  EXPECT_TRUE(d.source.Changed);
+}
+
+TEST(ReadImage, GivesNoByteThatIsNotProven) {
+  for (const std::size_t count : {std::size_t{0}, std::size_t{8193}, std::size_t{8194}}) {
+    UploadDesk d;
+    d.answer = (Image() + "no").substr(0, count);
+    const EventsOff events(d.port);
+    const ImageReading reading = ReadImage(d.desk);
+    EXPECT_EQ(reading.result, count == 8194 ? UploadResult::WrongSum : UploadResult::Stopped);
+    EXPECT_EQ(reading.image.size(), 0U);
+    EXPECT_EQ(d.boxes.shown.size(), 1U);
+    EXPECT_FALSE(d.upbox.visible);
+  }
 }
 
 TEST(UploadProg, SendsOneCommandAndTakesLinesAndSettings) {

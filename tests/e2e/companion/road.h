@@ -58,8 +58,9 @@ inline std::string NameOfMode(const ::testing::TestParamInfo<FailureCase>& test)
 /// The real companion as a process of its own.
 class TavloProcess {
  public:
-  explicit TavloProcess(const QStringList& arguments) {
-    process_.setStandardInputFile(QProcess::nullDevice());
+  /// Without `input`, a file, standard input is empty.
+  explicit TavloProcess(const QStringList& arguments, const QString& input = QProcess::nullDevice()) {
+    process_.setStandardInputFile(input);
     process_.start(QStringLiteral(TAVLO_CLI), arguments);
     process_.waitForStarted();
   }

@@ -218,6 +218,126 @@ TEST_F(RunRoad, AWaitingRunTakesNoProcessorTime) {
   EXPECT_LT(tavlo.ProcessorSeconds(), 0.1);
 }
 
+/// Questions of four kinds, as an operator meets them.
+class PromptRoad : public RunRoad {
+ protected:
+  void Prompts() {
+    Line(1).Type = MMI;
+    Line(1).SubType = WaitEnter;
+    Line(1).Text = "Load the part";
+    Line(2).Type = MMI;
+    Line(2).SubType = GetCount;
+    Line(2).Text = "How many?";
+    Line(2).DistVar = kFirstCount;
+    Line(2).LowerInt = 1;
+    Line(2).UpperInt = 10;
+    Line(3).Type = WT;
+    Line(3).Time = 30;
+    Line(4).Type = MMI;
+    Line(4).SubType = Menu;
+    Line(4).Text = "1 cut  2 drill";
+    Line(4).MenuKey[2] = true;
+    Line(4).MenuLine[2] = 4;
+    Line(5).Type = MMI;
+    Line(5).SubType = BranchYesNo;
+    Line(5).Text = "Once more?";
+    Line(5).LineNum = 0;
+    Line(6).Type = MMI;
+    Line(6).SubType = DisplayOnly;
+    Line(6).Text = "Done";
+    StartHubWithProgram();
+  }
+  QString Script(const QByteArray& lines) {
+    const QString path = folder_.filePath("script");
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(lines);
+    return path;
+  }
+  static constexpr std::int16_t kFirstCount = 35;
+};
+
+TEST_F(PromptRoad, AScriptAnswersEachPromptInItsTurn) {
+  Prompts();
+  TavloProcess tavlo(RunArguments({"--for", "6", "--no-status"}),
+                     Script("\n99\n5\nkey 2\nyes\nenter\n3\nkey 2\nno\n"));
+  const Ended ended = tavlo.Wait();
+  EXPECT_EQ(ended.code, 0);
+  EXPECT_EQ(ended.err, kRuns);
+  EXPECT_TRUE(ended.out.ends_with("display\t1\tDone\n") || ended.out.ends_with("6\tfinished\n")) << ended.out;
+  EXPECT_NE(ended.out.find("display\t4\t1 to 10\n"), std::string::npos) << ended.out;
+  EXPECT_TRUE(HubGotLast("SCDREMI\rI99\r5\rII2I+I\rI3\rII2I-IS")) << Received().constData();
+}
+
+TEST_F(PromptRoad, AnOperatorAnswersThemOnTheTerminalAndPausesStepsAndStops) {
+  Prompts();
+  TerminalProcess tavlo({TAVLO_CLI, "run", "--port", hub->Link().toStdString()});
+  ASSERT_TRUE(tavlo.Shows("keys: 0-9"));
+  ASSERT_TRUE(tavlo.Shows("Load the part"));
+  tavlo.Type("\r");
+  ASSERT_TRUE(tavlo.Shows("How many?"));
+  tavlo.Type(
+      "3\x7f"
+      "4\r");
+  ASSERT_TRUE(tavlo.Shows("1 cut  2 drill"));
+  tavlo.Type("2");
+  ASSERT_TRUE(tavlo.Shows("Once more?"));
+  tavlo.Type("p");
+  ASSERT_TRUE(tavlo.Shows("paused"));
+  ASSERT_TRUE(HubGotLast("P"));
+  tavlo.Type("s");
+  EXPECT_EQ(tavlo.Wait(), 0);
+  EXPECT_TRUE(HubGotLast("SCDREMI\rI3\b4\rII2IPS")) << Received().constData();
+  EXPECT_EQ(tavlo.Shown().find("44"), std::string::npos) << "keys are not echoed";
+}
+
+TEST_F(PromptRoad, StepsOfAPausedProgramOnTheTerminal) {
+  for (const int line : {1, 2, 3, 4, 5, 6, 7}) {
+    Line(line).Type = WT;
+    Line(line).Time = 100;
+  }
+  StartHubWithProgram();
+  TerminalProcess tavlo({TAVLO_CLI, "run", "--port", hub->Link().toStdString()});
+  ASSERT_TRUE(tavlo.Shows("1\tstarted"));
+  tavlo.Type("p");
+  ASSERT_TRUE(tavlo.Shows("1\tfinished"));
+  for (int step = 2; step <= 6; ++step) {
+    tavlo.Type("t");
+    ASSERT_TRUE(tavlo.Shows(std::to_string(step) + "\tfinished")) << tavlo.Shown();
+    QThread::msleep(50);
+  }
+  tavlo.Type("r");
+  ASSERT_TRUE(tavlo.Shows("7\tfinished"));
+  tavlo.Type("\x03");
+  EXPECT_EQ(tavlo.Wait(), 130);
+  EXPECT_TRUE(HubGotLast("SCDREXIPTITITITITIrIS")) << Received().constData();
+}
+
+TEST_F(PromptRoad, TheTerminalIsAsBeforeAfterwards) {
+  LongMove();
+  StartHubWithProgram();
+  const std::string run = std::string(TAVLO_CLI) + " run --port " + hub->Link().toStdString();
+  for (const std::string& command : {run + " --for 0.3", "timeout --foreground -s TERM 1 " + run,
+                                     "timeout --foreground -s HUP 1 " + run}) {
+    TerminalProcess shell(
+        {"/bin/sh", "-c",
+         "before=$(stty -g); " + command + "; [ \"$before\" = \"$(stty -g)\" ] && echo unchanged"});
+    EXPECT_TRUE(shell.Shows("unchanged")) << command << shell.Shown();
+    EXPECT_EQ(shell.Wait(), 0);
+    EXPECT_NE(shell.Shown().find("keys: p pause"), std::string::npos);
+    EXPECT_TRUE(HubGotLast("S"));
+  }
+}
+
+TEST_F(PromptRoad, ARunInTheBackgroundOfATerminalIsNotHeldUpByIt) {
+  LongMove();
+  StartHubWithProgram();
+  const std::string run = std::string(TAVLO_CLI) + " run --for 0.5 --port " + hub->Link().toStdString();
+  TerminalProcess shell({"/bin/bash", "-c", "set -m; " + run + " & wait $!; echo ended $?"});
+  EXPECT_TRUE(shell.Shows("ended 0")) << shell.Shown();
+  EXPECT_EQ(shell.Wait(), 0);
+}
+
 class RunFailure : public RunRoad, public ::testing::WithParamInterface<FailureCase> {};
 
 TEST_P(RunFailure, IsToldInItsWordsAndByItsExitCode) {

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include <CLI/CLI.hpp>
+#include <filesystem>
+
+#include "cli/command.h"
+#include "cli/console_desk.h"
+#include "cli/json_text.h"
+#include "cli/options.h"
+#include "codegen/compile.h"
+#include "codegen/decode.h"
+#include "desk/main_window.h"
+#include "link/drive_check.h"
+#include "platform/number_format.h"
+
+namespace tavlo::cli {
+namespace {
+
+/// No more is read of what is no image anyway; a device may have no end.
+constexpr std::size_t kReadLimit = 1 << 20;
+
+/// Reads a hub's memory. Nothing after the message of a failure.
+std::optional<std::string> ReadImageFile(Console& console, const std::string& path) {
+  std::error_code error;
+  if (std::filesystem::is_directory(path, error)) {
+    console.Note("cannot read " + path + ": Is a directory");
+    return std::nullopt;
+  }
+  auto image = QtFileStore().Read(path, kReadLimit);
+  if (!image) {
+    const std::string reason = ReasonOf(path);
+    console.Note("cannot read " + path + (reason.empty() ? "" : ": " + reason));
+    return std::nullopt;
+  }
+  if (image->size() == kImageBytes) return image;
+  const std::string size =
+      (image->size() < kReadLimit ? "" : "at least ") + Joined(static_cast<int>(image->size()));
+  console.Note(path + ": has " + size + (image->size() == 1 ? " byte" : " bytes") +
+               "; an image of the hub's memory has " + Joined(kImageBytes));
+  return std::nullopt;
+}
+
+class DecodeCommand : public Command {
+ public:
+  [[nodiscard]] std::string_view Name() const override { return "decode"; }
+  [[nodiscard]] std::string_view Description() const override {
+    return "Turn an image of the hub's memory back into a program file";
+  }
+  void AddOptions(CLI::App& app) override {
+    app.add_option("IMAGE", image_path_, "The 8192 bytes of a hub's memory")->required()->type_name("");
+    AddNewFile(app, "-o,--output", path_);
+    AddFirmware(app, revision_byte_);
+    AddJson(app, json_);
+  }
+
+  [[nodiscard]] ExitCode Execute(Environment& environment) override {
+    Console console(environment);
+    const auto image = ReadImageFile(console, image_path_);
+    if (!image) return ExitCode::File;
+    Source source;
+    InitSession(source);
+    source.program.HubVersion = RevisionOf(static_cast<unsigned char>(revision_byte_));
+    try {
+      DecodeImage(source.program, *image);
+    } catch (const DecodeError& error) {
+      console.Message(error.what());
+      return ExitCode::File;
+    }
+    if (!SaveProgram(source, console, path_)) return ExitCode::File;
+    if (json_) {
+      console.Result(JsonLine({{"firmware", VersionOfByte(revision_byte_)},
+                               {"lines", LinesInUse(source.program)},
+                               {"file", path_}}));
+    }
+    return ExitCode::Done;
+  }
+
+ private:
+  std::string image_path_;
+  std::string path_;
+  int revision_byte_ = 38;
+  bool json_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> MakeDecodeCommand() {
+  return std::make_unique<DecodeCommand>();
+}
+
+}  // namespace tavlo::cli

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include <CLI/CLI.hpp>
+
+#include "cli/command.h"
+#include "cli/console_desk.h"
+#include "cli/options.h"
+#include "cli/terminal_session.h"
+#include "cli/trace.h"
+#include "desk/main_window.h"
+#include "link/drive_check.h"
+#include "link/drive_terminal.h"
+
+namespace tavlo::cli {
+namespace {
+
+/// The drives answer within a few hundredths of a second.
+constexpr double kWaitSeconds = 0.5;
+
+ExitCode ExitOf(TerminalEnd end, Console& console) {
+  switch (end) {
+    // Either is how a terminal is closed.
+    case TerminalEnd::EndOfInput:
+    case TerminalEnd::Interrupted: return ExitCode::Done;
+    case TerminalEnd::PortLost: console.Note("the port has gone; check the cable"); return ExitCode::Port;
+    case TerminalEnd::OutputLost: return ExitCode::Other;
+  }
+  return ExitCode::Other;
+}
+
+class TerminalCommand : public Command {
+ public:
+  [[nodiscard]] std::string_view Name() const override { return "terminal"; }
+  [[nodiscard]] std::string_view Description() const override {
+    return "Pass text commands to the drives behind the hub and print what they answer";
+  }
+  void AddOptions(CLI::App& app) override {
+    AddLineOptions(app, line_options_);
+    AddSeconds(app, "--wait", wait_seconds_,
+               "How long a command from a file or a pipe has for its answer; 0.5 unless told");
+    AddJson(app, json_);
+  }
+
+  [[nodiscard]] ExitCode Execute(Environment& environment) override {
+    Console console(environment);
+    const auto line = OpenLine(environment, console, line_options_.Name());
+    if (!line) return ExitCode::Port;
+    std::optional<Trace> trace;
+    if (line_options_.trace) trace.emplace(*line, environment.err);
+    Source source;
+    InitSession(source);
+    NoProgramView view;
+    NoRunView run;
+    ConsoleDesk desk(source, console, *line, AnswerBy::No, view, run);
+    const std::string identity = CheckDrive(desk.desk);
+    if (identity.empty() || !IsKnownHub(console, identity)) return HubFailure(console, *line);
+    if (!TerminalAllowed(source)) {
+      console.Note("the drive terminal needs a hub of firmware 1.19 or later; this one has " +
+                   source.DriveVersion);
+      return ExitCode::Refused;
+    }
+    TerminalSession session(environment, *line, desk.desk, {wait_seconds_.value_or(kWaitSeconds), json_});
+    desk.desk.terminal = &session;
+    console.Note("the drive terminal is open; the end of input or Ctrl-C closes it");
+    return ExitOf(session.Run(), console);
+  }
+
+ private:
+  LineOptions line_options_;
+  std::optional<double> wait_seconds_;
+  bool json_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> MakeTerminalCommand() {
+  return std::make_unique<TerminalCommand>();
+}
+
+}  // namespace tavlo::cli

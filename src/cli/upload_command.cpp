@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include <CLI/CLI.hpp>
+#include <cmath>
+
+#include "cli/command.h"
+#include "cli/console_desk.h"
+#include "cli/encoding.h"
+#include "cli/json_text.h"
+#include "cli/options.h"
+#include "cli/trace.h"
+#include "desk/main_window.h"
+#include "link/drive_check.h"
+#include "link/upload.h"
+#include "platform/number_format.h"
+
+namespace tavlo::cli {
+namespace {
+
+ExitCode ExitOf(UploadResult result) {
+  switch (result) {
+    case UploadResult::Done: return ExitCode::Done;
+    case UploadResult::Stopped:
+    case UploadResult::CannotDecode: return ExitCode::Hub;
+    case UploadResult::WrongSum: return ExitCode::Differs;
+  }
+  return ExitCode::Other;
+}
+
+class UploadCommand : public Command {
+ public:
+  [[nodiscard]] std::string_view Name() const override { return "upload"; }
+  [[nodiscard]] std::string_view Description() const override {
+    return "Read the program back from the hub and write it to a program file";
+  }
+  void AddOptions(CLI::App& app) override {
+    AddNewFile(app, "FILE", path_);
+    AddLineOptions(app, line_options_);
+    AddJson(app, json_);
+  }
+
+  [[nodiscard]] ExitCode Execute(Environment& environment) override {
+    Console console(environment);
+    const PortName port = line_options_.Name();
+    const auto line = OpenLine(environment, console, port);
+    if (!line) return ExitCode::Port;
+    std::optional<Trace> trace;
+    if (line_options_.trace) trace.emplace(*line, environment.err);
+    Source source;
+    InitSession(source);
+    if (port.comm != 0) source.OptCom = port.comm - 1;
+    NoProgramView view;
+    NoRunView run;
+    ConsoleDesk desk(source, console, *line, AnswerBy::No, view, run);
+    const auto result = Upload(desk.desk);
+    const ExitCode code = result ? ExitOf(*result) : ExitCode::Hub;
+    if (code == ExitCode::Hub) return HubFailure(console, *line);
+    if (code != ExitCode::Done) return code;
+    const double seconds = desk.progress.Seconds();
+    if (!SaveProgram(source, console, path_)) return ExitCode::File;
+    PrintProof(console, source.program, seconds);
+    return ExitCode::Done;
+  }
+
+ private:
+  void PrintProof(Console& console, const Program& program, double seconds) const {
+    const std::string firmware = VersionText(program.HubVersion);
+    const std::string_view model = kHubModels[program.HubIndex].name;
+    const int lines = LinesInUse(program);
+    if (json_) {
+      console.Result(JsonLine({{"firmware", Val(firmware)},
+                               {"model", model},
+                               {"lines", lines},
+                               {"file", path_},
+                               {"seconds", std::round(seconds * 1000) / 1000}}));
+      return;
+    }
+    console.Result("Uploaded " + Joined(lines) + (lines == 1 ? " line" : " lines") + " from the " +
+                   std::string(model) + ", firmware " + firmware + ", to " + ShownMessage(path_));
+  }
+
+  std::string path_;
+  LineOptions line_options_;
+  bool json_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> MakeUploadCommand() {
+  return std::make_unique<UploadCommand>();
+}
+
+}  // namespace tavlo::cli
