@@ -16,6 +16,10 @@ if(TAVLO_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
+if(TAVLO_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 # tavlo_layer(<name> LINKS <layers...> SOURCES <files...>)
 # One folder of src/ as a static library tavlo_<name>. LINKS is its permission: what it may include.
 function(tavlo_layer name)

@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+// Makes the corpus of each target from the examples and from runs of the simulated hub: `make-corpus
+// fuzz/corpus`.
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+
+#include "codegen/compile.h"
+#include "hubsim/hub.h"
+#include "programs.h"
+
+namespace tavlo {
+namespace {
+
+constexpr std::size_t kPiece = 120;
+constexpr std::size_t kMostTraffic = 2000;
+
+std::filesystem::path root;
+
+void Write(const std::string& target, const std::string& name, const std::string& bytes) {
+  const auto folder = root / target;
+  std::filesystem::create_directories(folder);
+  std::ofstream(folder / name, std::ios::binary) << bytes;
+}
+
+/// Only the slots that hold something, as records over an empty memory.
+std::string Records(const std::string& image) {
+  std::string records;
+  for (std::size_t slot = 0; slot < image.size() / kSlotBytes; ++slot) {
+    const std::string bytes = image.substr(slot * kSlotBytes, kSlotBytes);
+    const bool empty = slot < kLines ? bytes[0] == 11 : bytes == std::string(kSlotBytes, '\0');
+    if (!empty) records += static_cast<char>(slot) + bytes;
+  }
+  return records;
+}
+
+/// What the hub says while this program runs and is acknowledged.
+std::string Traffic(const CompiledProgram& compiled, char start) {
+  hubsim::Hub hub({});
+  std::string sent = "F";
+  for (const std::string& line : compiled.lines) sent += line;
+  hub.Receive(sent + compiled.system + compiled.pool, 0);
+  static_cast<void>(hub.TakeOutput());
+  hub.Receive({&start, 1}, 1);
+  std::string traffic;
+  for (int step = 0; step < 400 && traffic.size() < kMostTraffic; ++step) {
+    hub.Receive("I", 1 + step * 0.1);
+    if (step == 200) hub.HitLimit(0, 1 + step * 0.1);
+    if (step == 300) hub.Fail(1, 33, 1 + step * 0.1);
+    traffic += hub.TakeOutput();
+  }
+  return traffic.substr(0, kMostTraffic);
+}
+
+std::string Pieces(const std::string& traffic) {
+  std::string pieces;
+  for (std::size_t at = 0; at < traffic.size(); at += kPiece) {
+    const std::string piece = traffic.substr(at, kPiece);
+    pieces += static_cast<char>(piece.size()) + piece;
+  }
+  return pieces;
+}
+
+void MakeAll() {
+  for (const auto& example : examples::ExamplePrograms()) {
+    Program program = example.program;
+    program.HubVersion = 1.38F;
+    const CompiledProgram compiled = CompileProgram(program);
+    const std::string image = ImageOf(compiled);
+    const std::string name = std::filesystem::path(example.file_name).stem().string();
+    const std::string hub = {38, static_cast<char>(program.HubIndex)};
+    Write("decoder", name, hub + '\1' + Records(image));
+    Write("upload", name, std::string("\x26\x26\x26\0\0\0\0", 7) + '\1' + Records(image));
+    Write("receive", name + "-status", "\x81" + Pieces(Traffic(compiled, 'X')));
+    Write("receive", name + "-terminal", "\x86" + Pieces(Traffic(compiled, 'M')));
+    if (name == "menu") Write("decoder", name + "-whole", hub + '\0' + image);
+  }
+  const std::string greeting = {'\xFF', 38, 8, 0};
+  Write("receive", "greeting-and-faults",
+        "\x81\x10" + greeting + std::string("\xFC\x01\0\0\xD3\x02\x01\x05\xEF\x7F\0\0", 12));
+  Write("receive", "escapes", "\x86\x12\x1BYE\x1BY# text\b\n\x1BKmore");
+  Write("terminal", "answers", "\x0C*OK\r\n12345\r\n" + std::string("\x83\x05") + "1PR1\r" + "\x81\x80");
+  Write("terminal", "greeting", std::string("\x08") + "ab" + greeting + "cd" + "\x82\x80");
+  Write("terminal", "long-command",
+        "\x83\xC8" + std::string(200, 'x') + "\x84\x60" + "\x7F" + std::string(127, 7));
+}
+
+}  // namespace
+}  // namespace tavlo
+
+int main(int argc, char** argv) {
+  if (argc != 2) {
+    std::cerr << "usage: make-corpus FOLDER\n";
+    return 2;
+  }
+  tavlo::root = argv[1];
+  tavlo::MakeAll();
+  return 0;
+}
