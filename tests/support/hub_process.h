@@ -34,6 +34,18 @@ class HubProcess {
     process_.write(line + '\n');
     process_.waitForBytesWritten(1000);
   }
+  /// The hub as its line of JSON tells it.
+  [[nodiscard]] QByteArray State() {
+    process_.readAllStandardOutput();
+    Command("state");
+    QElapsedTimer waited;
+    waited.start();
+    QByteArray line;
+    while (waited.elapsed() < 5000 && !line.startsWith('{')) {
+      if (process_.canReadLine() || process_.waitForReadyRead(100)) line = process_.readLine();
+    }
+    return line;
+  }
   void Kill() {
     process_.kill();
     process_.waitForFinished(5000);

@@ -5,6 +5,7 @@
 #include <QGroupBox>
 #include <QPlainTextEdit>
 
+#include "support/whenever.h"
 #include "windows/run_session.h"
 
 namespace tavlo::testing {
@@ -14,7 +15,11 @@ struct TerminalSession : RunSession {
   TerminalSession() { Session().DriveVersion = "1.38"; }
   /// Opens the terminal by its key and does this while it stands.
   void InTerminal(const std::function<void()>& meanwhile) {
-    QTimer::singleShot(0, &Main(), meanwhile);
+    const auto open = [this] {
+      const auto* terminal = Main().findChild<QWidget*>(QStringLiteral("VOXterm"));
+      return terminal != nullptr && terminal->isVisible();
+    };
+    const Whenever when_open(open, meanwhile);
     QTest::keyClick(&Main(), Qt::Key_T, Qt::ControlModifier);
   }
   [[nodiscard]] QPlainTextEdit& Command() { return Find<QPlainTextEdit>("VOXterm", "CommandText"); }
