@@ -5,7 +5,7 @@
 downloads and runs a program, and ended in each way there is.
 
 usage: panel_under_x.py HUBSIM TAVLO EXAMPLES_FOLDER [PICTURES_FOLDER]
-Needs Xvfb, openbox, xdotool and ImageMagick's import. With a folder it leaves pictures of each step there.
+With a folder it leaves pictures of each step there.
 """
 import json
 import os
@@ -13,63 +13,12 @@ import signal
 import subprocess
 import sys
 import tempfile
-import time
+
+sys.path.append(os.path.join(os.path.dirname(__file__), "../support"))
+from x_screen import Screen, until  # noqa: E402
 
 RUNNING_LINE = "#FFFF80"
 LAMP_ON = "#00823C"
-
-
-def until(what, condition, seconds=15):
-    deadline = time.monotonic() + seconds
-    while time.monotonic() < deadline:
-        result = condition()
-        if result:
-            return result
-        time.sleep(0.05)
-    raise AssertionError(f"{what} did not come within {seconds} s")
-
-
-class Screen:
-    """An X server of our own with a window manager."""
-
-    def __init__(self, pictures):
-        self.pictures = pictures
-        read, write = os.pipe()
-        self.server = subprocess.Popen(["Xvfb", "-noreset", "-displayfd", str(write), "-screen", "0", "1024x768x24"],
-                                       pass_fds=[write], stderr=subprocess.DEVNULL)
-        os.close(write)
-        with os.fdopen(read) as numbers:
-            os.environ["DISPLAY"] = ":" + numbers.readline().strip()
-        self.manager = subprocess.Popen(["openbox"], stderr=subprocess.DEVNULL)
-
-    def wait_manager(self):
-        """A window that comes while the manager comes up may be lost between the two."""
-        until("the window manager", lambda: subprocess.run(
-            ["xdotool", "get_num_desktops"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode == 0)
-
-    def close(self):
-        for process in (self.manager, self.server):
-            process.terminate()
-            process.wait()
-
-    def window(self, title):
-        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", title],
-                               capture_output=True, text=True).stdout.split()
-        return found[0] if found else None
-
-    def key(self, window, *keys):
-        subprocess.run(["xdotool", "windowactivate", "--sync", window, "key", *keys], check=True,
-                       stderr=subprocess.DEVNULL)
-
-    def shot(self, name):
-        if self.pictures:
-            subprocess.run(["import", "-window", "root", os.path.join(self.pictures, name + ".png")], check=True)
-
-    def pixels(self, colour):
-        text = subprocess.run(
-            ["convert", "x:root", "-fill", "black", "+opaque", colour, "-fill", "white", "-opaque", colour,
-             "-format", "%[fx:mean*w*h]", "info:"], capture_output=True, text=True).stdout
-        return float(text or 0)
 
 
 class HubProcess:
@@ -146,10 +95,9 @@ def report_a_fault(screen, hub, window):
 
 
 def under_x(hubsim, tavlo, examples, scratch, pictures):
-    screen = Screen(pictures)
+    screen = Screen(pictures, "1024x768")
     hub = None
     try:
-        screen.wait_manager()
         hub = HubProcess(hubsim, scratch, "--panel")
         window = play(screen, hub, tavlo, os.path.join(examples, "cut-to-length.TVH"))
         hub.type("greet")

@@ -10,9 +10,11 @@ With a folder it leaves pictures of each step there.
 import os
 import sys
 
-from under_x import session, until
+from under_x import session
+from x_screen import until
 
 EXECUTING = "#FFFF80"
+ROW_PIXELS = 1500
 
 
 def main():
@@ -26,11 +28,11 @@ def main():
 
         program.press("alt+e")
         run_window = screen.wait_window("^Execute$")
-        until("a yellow line", lambda: screen.shows(EXECUTING))
+        until("a yellow line", lambda: screen.pixels(EXECUTING) > ROW_PIXELS)
         screen.shot("running")
         screen.key(run_window, "alt+s")
         until("the run window to go", lambda: not screen.window("^Execute$"))
-        until("the yellow to go", lambda: not screen.shows(EXECUTING))
+        until("the yellow to go", lambda: screen.pixels(EXECUTING) == 0)
         screen.shot("stopped")
 
         program.press("alt+q")

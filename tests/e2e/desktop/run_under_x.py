@@ -12,7 +12,8 @@ import os
 import sys
 import time
 
-from under_x import session, until
+from under_x import session
+from x_screen import until
 
 STEP_DONE = b"\xfd"
 PROGRAM_BYTES = 8192

@@ -1,67 +1,17 @@
 # SPDX-License-Identifier: MIT
 # Copyright (c) 2026 The Tavlo Composer authors
-"""A screen of our own, a simulated hub to command and the Composer beside it, worked by keys as an operator
-would. Needs Xvfb, openbox, xdotool and ImageMagick."""
+"""A simulated hub to command and the Composer beside it on a screen of their own, worked by keys as an operator
+would."""
 import contextlib
 import json
 import os
 import subprocess
+import sys
 import tempfile
 import time
 
-def until(what, condition, seconds=15):
-    deadline = time.monotonic() + seconds
-    while time.monotonic() < deadline:
-        result = condition()
-        if result:
-            return result
-        time.sleep(0.05)
-    raise AssertionError(f"{what} did not come within {seconds} s")
-
-
-class Screen:
-    """An X server of our own with a window manager, and what an operator does there."""
-
-    def __init__(self, pictures):
-        self.pictures = pictures
-        read, write = os.pipe()
-        self.server = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x900x24", "-noreset"],
-                                       pass_fds=[write], stderr=subprocess.DEVNULL)
-        os.close(write)
-        with os.fdopen(read) as numbers:
-            os.environ["DISPLAY"] = ":" + numbers.readline().strip()
-        self.manager = subprocess.Popen(["openbox"], stderr=subprocess.DEVNULL)
-
-    def close(self):
-        for process in (self.manager, self.server):
-            process.terminate()
-            process.wait()
-
-    def window(self, title):
-        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", title],
-                               capture_output=True, text=True).stdout.split()
-        return found[0] if found else None
-
-    def wait_window(self, title):
-        return until(f"the window {title}", lambda: self.window(title))
-
-    def key(self, window, *keys):
-        subprocess.run(["xdotool", "windowactivate", "--sync", window, "key", *keys], check=True,
-                       stderr=subprocess.DEVNULL)
-
-    def type(self, text):
-        subprocess.run(["xdotool", "type", "--delay", "5", text], check=True)
-
-    def shot(self, name):
-        if self.pictures:
-            subprocess.run(["import", "-window", "root", os.path.join(self.pictures, name + ".png")], check=True)
-
-    def shows(self, colour):
-        """Pixels of one colour on the screen, as a share of a row's size."""
-        text = subprocess.run(
-            ["convert", "x:root", "-fill", "black", "+opaque", colour, "-fill", "white", "-opaque", colour,
-             "-format", "%[fx:mean*w*h]", "info:"], capture_output=True, text=True).stdout
-        return float(text or 0) > 1500
+sys.path.append(os.path.join(os.path.dirname(__file__), "../../support"))
+from x_screen import Screen, until  # noqa: E402
 
 
 class Hub:
