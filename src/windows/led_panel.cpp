@@ -59,7 +59,7 @@ QPolygonF Diamond(const QRectF& face) {
 
 }  // namespace
 
-LedLight::LedLight(QWidget* parent) : QWidget(parent) {
+LedLight::LedLight(QWidget* parent) : QLabel(parent) {
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 

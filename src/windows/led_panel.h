@@ -12,8 +12,9 @@
 namespace tavlo {
 
 /// One light. Round ones are inputs and outputs, diamonds are limit switches; on is filled, off is hollow, a
-/// question mark is what the drive does not report. So it can be read without its colour.
-class LedLight : public QWidget {
+/// question mark is what the drive does not report. So it can be read without its colour. To a screen reader
+/// it is a text, its name.
+class LedLight : public QLabel {
   Q_OBJECT
 
  public:

@@ -23,9 +23,9 @@ constexpr QRgb kQuiet = qRgb(192, 192, 192);
 }  // namespace
 
 /// An indicator: red with a mark in it, or grey.
-class ServoFaultForm::RedSquare : public QWidget {
+class ServoFaultForm::RedSquare : public QLabel {
  public:
-  explicit RedSquare(QWidget* parent) : QWidget(parent) { setFixedSize(kSquareSize, kSquareSize); }
+  explicit RedSquare(QWidget* parent) : QLabel(parent) { setFixedSize(kSquareSize, kSquareSize); }
 
   void Show(bool alarm, const QString& label) {
     alarm_ = alarm;

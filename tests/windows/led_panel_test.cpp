@@ -2,6 +2,8 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "windows/led_panel.h"
 
+#include <QAccessible>
+
 #include "windows/run_session.h"
 
 namespace tavlo::testing {
@@ -94,6 +96,19 @@ TEST(LedPanel, LightsAreToldApartByShapeAsWellAsByColour) {
       EXPECT_GT(different, 20) << a << " and " << b;
     }
   }
+}
+
+TEST(LedPanel, AScreenReaderFindsEachLightAsATextOfItsName) {
+  RunSession session;
+  session.WhileRunning(RunWindow::ExecStatus, [&] {
+    LedLight* light = Panel(session, "ExecStatus").Light(LedRow::INlo, 2, 1);
+    session.fakes.port.Receive(Status(243, 0xfd, 0x0f));
+    QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(light);
+    ASSERT_NE(spoken, nullptr);
+    EXPECT_EQ(spoken->role(), QAccessible::StaticText);
+    EXPECT_EQ(spoken->text(QAccessible::Name), "axis 3 input 2: on");
+    session.Click("ExecStatus", "btnStop");
+  });
 }
 
 TEST(LedPanel, AStatusWithoutAWindowPaintsNothing) {
