@@ -4,10 +4,9 @@
 #include <cmath>
 
 #include "cli/command.h"
-#include "cli/console_desk.h"
+#include "cli/desk_on_line.h"
 #include "cli/json_text.h"
 #include "cli/options.h"
-#include "cli/trace.h"
 #include "codegen/compile.h"
 #include "link/download.h"
 #include "link/drive_check.h"
@@ -48,26 +47,21 @@ class DownloadCommand : public Command {
     Console console(environment);
     Source source;
     if (!LoadProgram(source, console, path_)) return ExitCode::File;
-    const auto line = OpenLine(environment, console, line_options_.Name());
-    if (!line) return ExitCode::Port;
-    std::optional<Trace> trace;
-    if (line_options_.trace) trace.emplace(*line, environment.err);
-    NoProgramView view;
-    NoRunView run;
-    ConsoleDesk desk(source, console, *line, answers_.By(), view, run);
-    return Transfer(console, *line, desk);
+    const auto on = DeskOnLine::Open(environment, console, line_options_, source, answers_.By());
+    if (!on) return ExitCode::Port;
+    return Transfer(console, *on);
   }
 
  private:
-  [[nodiscard]] ExitCode Transfer(Console& console, HubLine& line, ConsoleDesk& desk) const {
+  [[nodiscard]] ExitCode Transfer(Console& console, DeskOnLine& on) const {
     try {
-      const auto result = Download(desk.desk);
+      const auto result = Download(on.desk);
       const ExitCode code = result ? ExitOf(*result) : ExitCode::Hub;
-      if (code == ExitCode::Hub) return HubFailure(console, line);
-      if (code == ExitCode::Done) PrintProof(console, desk);
+      if (code == ExitCode::Hub) return HubFailure(console, on.line);
+      if (code == ExitCode::Done) PrintProof(console, on.own);
       return code;
     } catch (const Interrupted&) {
-      if (desk.progress.Started()) {
+      if (on.own.progress.Started()) {
         console.Note("the program in the hub is not whole; download it again before you run it");
       }
       throw;

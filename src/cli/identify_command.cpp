@@ -4,10 +4,9 @@
 #include <array>
 
 #include "cli/command.h"
-#include "cli/console_desk.h"
+#include "cli/desk_on_line.h"
 #include "cli/json_text.h"
 #include "cli/options.h"
-#include "cli/trace.h"
 #include "desk/main_window.h"
 #include "link/drive_check.h"
 #include "link/polled.h"
@@ -46,17 +45,12 @@ class IdentifyCommand : public Command {
 
   [[nodiscard]] ExitCode Execute(Environment& environment) override {
     Console console(environment);
-    const auto line = OpenLine(environment, console, line_options_.Name());
-    if (!line) return ExitCode::Port;
-    std::optional<Trace> trace;
-    if (line_options_.trace) trace.emplace(*line, environment.err);
     Source source;
     InitSession(source);
-    NoProgramView view;
-    NoRunView run;
-    ConsoleDesk desk(source, console, *line, AnswerBy::No, view, run);
-    const auto report = AskHub(desk.desk, console);
-    if (!report) return HubFailure(console, *line);
+    const auto on = DeskOnLine::Open(environment, console, line_options_, source, AnswerBy::No);
+    if (!on) return ExitCode::Port;
+    const auto report = AskHub(on->desk, console);
+    if (!report) return HubFailure(console, on->line);
     if (json_) {
       console.Result(JsonLine(AsJson(*report)));
     } else {

@@ -3,10 +3,9 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/command.h"
-#include "cli/console_desk.h"
+#include "cli/desk_on_line.h"
 #include "cli/options.h"
 #include "cli/terminal_session.h"
-#include "cli/trace.h"
 #include "desk/main_window.h"
 #include "link/drive_check.h"
 #include "link/drive_terminal.h"
@@ -43,24 +42,19 @@ class TerminalCommand : public Command {
 
   [[nodiscard]] ExitCode Execute(Environment& environment) override {
     Console console(environment);
-    const auto line = OpenLine(environment, console, line_options_.Name());
-    if (!line) return ExitCode::Port;
-    std::optional<Trace> trace;
-    if (line_options_.trace) trace.emplace(*line, environment.err);
     Source source;
     InitSession(source);
-    NoProgramView view;
-    NoRunView run;
-    ConsoleDesk desk(source, console, *line, AnswerBy::No, view, run);
-    const std::string identity = CheckDrive(desk.desk);
-    if (identity.empty() || !IsKnownHub(console, identity)) return HubFailure(console, *line);
+    const auto on = DeskOnLine::Open(environment, console, line_options_, source, AnswerBy::No);
+    if (!on) return ExitCode::Port;
+    const std::string identity = CheckDrive(on->desk);
+    if (identity.empty() || !IsKnownHub(console, identity)) return HubFailure(console, on->line);
     if (!TerminalAllowed(source)) {
       console.Note("the drive terminal needs a hub of firmware 1.19 or later; this one has " +
                    source.DriveVersion);
       return ExitCode::Refused;
     }
-    TerminalSession session(environment, *line, desk.desk, {wait_seconds_.value_or(kWaitSeconds), json_});
-    desk.desk.terminal = &session;
+    TerminalSession session(environment, on->line, on->desk, {wait_seconds_.value_or(kWaitSeconds), json_});
+    on->desk.terminal = &session;
     console.Note("the drive terminal is open; the end of input or Ctrl-C closes it");
     return ExitOf(session.Run(), console);
   }

@@ -4,11 +4,10 @@
 #include <cmath>
 
 #include "cli/command.h"
-#include "cli/console_desk.h"
+#include "cli/desk_on_line.h"
 #include "cli/encoding.h"
 #include "cli/json_text.h"
 #include "cli/options.h"
-#include "cli/trace.h"
 #include "desk/main_window.h"
 #include "link/drive_check.h"
 #include "link/upload.h"
@@ -42,21 +41,16 @@ class UploadCommand : public Command {
   [[nodiscard]] ExitCode Execute(Environment& environment) override {
     Console console(environment);
     const PortName port = line_options_.Name();
-    const auto line = OpenLine(environment, console, port);
-    if (!line) return ExitCode::Port;
-    std::optional<Trace> trace;
-    if (line_options_.trace) trace.emplace(*line, environment.err);
     Source source;
     InitSession(source);
     if (port.comm != 0) source.OptCom = port.comm - 1;
-    NoProgramView view;
-    NoRunView run;
-    ConsoleDesk desk(source, console, *line, AnswerBy::No, view, run);
-    const auto result = Upload(desk.desk);
+    const auto on = DeskOnLine::Open(environment, console, line_options_, source, AnswerBy::No);
+    if (!on) return ExitCode::Port;
+    const auto result = Upload(on->desk);
     const ExitCode code = result ? ExitOf(*result) : ExitCode::Hub;
-    if (code == ExitCode::Hub) return HubFailure(console, *line);
+    if (code == ExitCode::Hub) return HubFailure(console, on->line);
     if (code != ExitCode::Done) return code;
-    const double seconds = desk.progress.Seconds();
+    const double seconds = on->own.progress.Seconds();
     if (!SaveProgram(source, console, path_)) return ExitCode::File;
     PrintProof(console, source.program, seconds);
     return ExitCode::Done;

@@ -5,11 +5,10 @@
 #include "checks/scans.h"
 #include "cli/command.h"
 #include "cli/comparison.h"
-#include "cli/console_desk.h"
+#include "cli/desk_on_line.h"
 #include "cli/encoding.h"
 #include "cli/json_text.h"
 #include "cli/options.h"
-#include "cli/trace.h"
 #include "link/drive_check.h"
 #include "link/polled.h"
 #include "link/upload.h"
@@ -51,16 +50,11 @@ class VerifyCommand : public Command {
     Console console(environment);
     Source source;
     if (!LoadProgram(source, console, path_)) return ExitCode::File;
-    const auto line = OpenLine(environment, console, line_options_.Name());
-    if (!line) return ExitCode::Port;
-    std::optional<Trace> trace;
-    if (line_options_.trace) trace.emplace(*line, environment.err);
-    NoProgramView view;
-    NoRunView run;
-    ConsoleDesk desk(source, console, *line, AnswerBy::No, view, run);
-    const ImageReading hub = ReadHub(desk.desk);
+    const auto on = DeskOnLine::Open(environment, console, line_options_, source, AnswerBy::No);
+    if (!on) return ExitCode::Port;
+    const ImageReading hub = ReadHub(on->desk);
     if (hub.result == UploadResult::WrongSum) return ExitCode::Differs;
-    if (hub.result != UploadResult::Done) return HubFailure(console, *line);
+    if (hub.result != UploadResult::Done) return HubFailure(console, on->line);
     Program& program = source.program;
     try {
       const CompiledProgram compiled = CompileAsDownloaded(program);
