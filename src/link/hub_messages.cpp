@@ -108,7 +108,11 @@ void DriveLost(Desk& desk, const Message& m) {
 
 void MoveProgCounter(Desk& desk, const Message& m) {
   const int line = m.b3 * 16 + m.b4;
-  desk.view.ProgCounter(m.b2 == 1 && line < kLines ? std::optional(line) : std::nullopt);
+  if (m.b2 != 1) {
+    desk.view.ProgCounter(std::nullopt);
+  } else if (line < kLines) {
+    desk.view.ProgCounter(line);
+  }
 }
 
 void Greet(Desk& desk, const Message& m) {

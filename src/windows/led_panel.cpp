@@ -145,7 +145,10 @@ void LedPanel::Arrange(const Program& program) {
       bool some_axis = false;
       for (int axis = 0; axis < kAxes; ++axis) {
         const bool shown = ShowsLed(program, row, axis, bit);
-        Light(row, axis, bit)->setVisible(shown);
+        LedLight* light = Light(row, axis, bit);
+        light->setVisible(shown);
+        // The fifth column is an axis or the hub, so that its lights are named afresh.
+        light->setAccessibleName({});
         some_axis = some_axis || shown;
       }
       captions_[Index(row)][bit]->setVisible(some_axis);

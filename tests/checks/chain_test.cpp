@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "support/fake_desk.h"
 
 namespace tavlo::testing {
@@ -282,26 +284,60 @@ TEST_F(Chain, RepeatsAndEndRepeatsMustPairAndTheseFailuresTakeTheProgramForUncha
         "End Repeat goes at End", Buttons::OK, Icon::Exclamation}});
 }
 
+struct OrderCase {
+  /// Mends what the checks before this one stumble over.
+  std::function<void(Program&)> mend;
+  /// A part of the text of the first box.
+  const char* told;
+};
+
 TEST_F(Chain, TheChecksComeInTheirOrder) {
-  Set(0, IM);
-  Set(1, SO).IONum = 3;
-  Set(2, CL);
-  Set(3, RP);
-  d.source.program.Axis.DriveModel[0] = 0;
-  d.source.program.HubVersion = 1.0F;
-  Run();
-  EXPECT_EQ(d.boxes.shown.back().title, "Old Firmware");
-  d.source.program.HubVersion = 1.38F;
-  Run();
-  EXPECT_EQ(d.boxes.shown.back().title, "Can't download");
-  d.Line(1).IONum = 0;
-  Run();
-  EXPECT_EQ(d.boxes.shown.back().title, "No drive found");
-  d.source.program.Axis.DriveModel[0] = 1;
-  Run();
-  EXPECT_EQ(d.boxes.shown.back().title, "Call without Return");
-  Set(2, NO);
-  EXPECT_EQ(Run(), CheckResult::StoppedClean);
+  Program& program = d.source.program;
+  program.HubIndex = HubQuad;
+  program.HubVersion = 1.0F;
+  program.Axis.DriveModel.fill(1);
+  program.Axis.DriveModel[2] = 0;
+  program.Axis.StepsPerUnit.fill(1);
+  Set(0, IM, 5);
+  Set(1, SS);
+  Set(2, WI, 4).IONum = 4;
+  Set(3, II, 6);
+  Set(4, SO).IONum = 3;
+  Set(5, FL).DistIsMMI = true;
+  d.Line(5).DistVar = 7;
+  Set(6, MMI).SubType = GetSpeed;
+  Set(7, ED, 2);
+  Set(8, CL);
+  Set(10, FL, 1).Proceed = true;
+  Set(11, FL, 1);
+  Set(12, ER);
+  const OrderCase kCases[] = {
+      {[](Program&) {}, "If Moving"},
+      {[](Program& p) { p.HubVersion = 1.05F; }, "Start/Stop"},
+      {[](Program& p) { p.HubVersion = 1.06F; }, "On line 1 you have"},
+      {[](Program& p) { p.Prog[0].Drive = 0; }, "uses input 5"},
+      {[](Program& p) { p.Prog[2].IONum = 0; }, "On line 4 you have"},
+      {[](Program& p) { p.Prog[3].Drive = 0; }, "Output 4"},
+      {[](Program& p) { p.Prog[4].IONum = 0; }, "in program line 6.  But there is no MMI Prompt"},
+      {[](Program& p) { p.Prog[6].DistVar = 7; }, "to enter a speed for Axis 1"},
+      {[](Program& p) { p.Axis.StepsPerUnit.fill(10000); }, "Warning: "},
+      {[](Program& p) { p.Prog[6].SubType = GetDistance; }, "uses drive 3"},
+      {[](Program& p) { p.Axis.DriveModel[2] = 1; }, "no Return"},
+      {[](Program& p) { p.Prog[8].Type = RT; }, "no subroutine Calls"},
+      {[](Program& p) { p.Prog[8].Type = NO; }, "2 moves"},
+      {[](Program& p) { p.Prog[10].Proceed = false; }, "more End Repeats"},
+      {[](Program& p) { p.Prog[13].Type = RP; }, "You have and End Repeat"}};
+  for (const OrderCase& row : kCases) {
+    row.mend(program);
+    d.boxes.shown.clear();
+    d.boxes.setNextAnswer(Answer::Cancel);
+    EXPECT_NE(Run(), CheckResult::Passed) << row.told;
+    ASSERT_EQ(d.boxes.shown.size(), 1U) << row.told << '\n' << Told();
+    EXPECT_NE(d.boxes.shown[0].text.find(row.told), std::string::npos) << Told();
+  }
+  program.Prog[12].Type = RP;
+  program.Prog[13].Type = ER;
+  EXPECT_EQ(Run(), CheckResult::Passed) << Told();
 }
 
 }  // namespace

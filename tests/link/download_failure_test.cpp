@@ -291,6 +291,47 @@ TEST(Download, ASecondClickDoesNothing) {
   EXPECT_TRUE(d.source.Changed);
 }
 
+TEST(Download, AProgramThatTheChecksStopIsNotSentAndOnlyOneWhoseRepeatsDoNotPairIsTakenAsSaved) {
+  struct Case {
+    std::vector<std::int16_t> types;
+    bool changed;
+  };
+  // The last is two lines the wrong way about: its loops must have been numbered for that to be seen.
+  for (const Case& c :
+       {Case{{CL}, true}, Case{{RT}, true}, Case{{RP}, false}, Case{{ER}, false}, Case{{ER, RP}, false}}) {
+    HubDesk d;
+    d.source.Changed = true;
+    for (std::size_t i = 0; i < c.types.size(); ++i) d.Line(static_cast<int>(i) + 5).Type = c.types[i];
+    EXPECT_EQ(Download(d.desk), DownloadResult::Refused);
+    EXPECT_EQ(d.port.AllSent(), "SC");
+    EXPECT_EQ(d.boxes.shown.size(), 1u);
+    EXPECT_EQ(d.source.Changed, c.changed) << c.types[0];
+    EXPECT_FALSE(d.source.Busy);
+  }
+}
+
+TEST(Download, IsBusyWhileACheckAsksAndCancelLeavesTheChanges) {
+  for (const Answer answer : {Answer::Cancel, Answer::OK}) {
+    HubDesk d;
+    d.source.Changed = true;
+    d.Line(3).Type = FL;
+    d.Line(3).DistIsMMI = true;
+    d.Line(4).Type = MMI;
+    d.Line(4).SubType = GetCount;
+    d.boxes.setNextAnswer(answer);
+    bool busy = false;
+    d.boxes.on_box = [&](const ShownBox&) {
+      busy = d.source.Busy;
+      EXPECT_EQ(Download(d.desk), std::nullopt) << "a second click";
+    };
+    EXPECT_EQ(Download(d.desk), answer == Answer::OK ? DownloadResult::Done : DownloadResult::Refused);
+    EXPECT_TRUE(busy);
+    EXPECT_EQ(d.boxes.shown.size(), 1u);
+    EXPECT_EQ(d.source.Changed, answer == Answer::Cancel);
+    EXPECT_FALSE(d.source.Busy);
+  }
+}
+
 TEST(Download, AHubThatDoesNotSayWhoItIsEndsItWithTheChangesTakenAsSaved) {
   HubDesk d;
   d.source.Changed = true;

@@ -177,11 +177,13 @@ TEST(ProgramCounter, IsShownBesideTheLineByAOneAndHiddenByAnythingElse) {
   EXPECT_TRUE(d.port.sent.empty());
 }
 
-TEST(ProgramCounter, OfALineThatThereIsNotPointsAtNoLine) {
+TEST(ProgramCounter, OfALineThatThereIsNotIsIgnored) {
   FakeDesk d;
   Handle(d, 235, 1, 12, 8);
   Handle(d, 235, 1, 127, 127);
-  for (const std::optional<int>& line : d.view.counters) EXPECT_EQ(line, std::nullopt);
+  EXPECT_TRUE(d.view.counters.empty()) << "it stays where it was";
+  Handle(d, 235, 0, 127, 127);
+  EXPECT_EQ(d.view.counters, std::vector<std::optional<int>>{std::nullopt});
 }
 
 TEST(OldFirmware, NamesDriveAndRevision) {

@@ -154,6 +154,19 @@ TEST(UploadProg, WhatTheHubHoldsCompilesToWhatItHolds) {
   EXPECT_TRUE(ImageOf(CompileProgram(program)) == Image());
 }
 
+TEST(UploadProg, ThePoolComesOverAsItStandsInTheHubBehindItsEndToo) {
+  UploadDesk d;
+  std::string image = Image();
+  const std::string pool("\0behind\xff", 8);
+  image.replace(6656, pool.size(), pool);
+  image.replace(20 * 32, 5, Bytes({MMI, DisplayOnly, 0, 1, 0}));
+  d.answer = WithSum(image);
+  const EventsOff events(d.port);
+  EXPECT_TRUE(ReadImage(d.desk).image == image);
+  EXPECT_EQ(UploadProg(d.desk, 1.38F), UploadResult::Done);
+  EXPECT_EQ(d.Line(20).Text, "behind");
+}
+
 TEST(UploadProg, ClearsNoRecordFirst) {
   UploadDesk d;
   d.Line(199).Text = "held";

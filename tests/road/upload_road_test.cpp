@@ -88,20 +88,6 @@ TEST(UploadRoad, EveryExampleComesBackFromTheHubThatItWasSentTo) {
   }
 }
 
-TEST(UploadRoad, ThePoolComesOverAsItStandsInTheHubBehindItsEndToo) {
-  Program longer = Fresh();
-  longer.Prog[0].Type = MMI;
-  longer.Prog[0].Text = "a text that stays behind";
-  UploadRoad d(longer);
-  Program shorter = Fresh();
-  shorter.HubVersion = 1.38F;
-  d.source.program = shorter;
-  EXPECT_EQ(DownloadProg(d.road, 1.38F), DownloadResult::Done);
-  EXPECT_EQ(d.ImageInHub()[6656], '\0');
-  EXPECT_EQ(Upload(d.road), UploadResult::Done);
-  EXPECT_TRUE(d.boxes.shown.empty());
-}
-
 struct FailureCase {
   const char* mode;
   UploadResult result;

@@ -25,6 +25,7 @@ TEST(LedPanel, PaintsAndNamesWhatTheHubTellsInBothWindows) {
     RunSession session;
     session.WhileRunning(window, [&] {
       LedPanel& panel = Panel(session, form);
+      EXPECT_EQ(panel.title(), "Input/Output Status");
       EXPECT_EQ(panel.Light(LedRow::INlo, 2, 1)->accessibleName(), "axis 3 input 2: off");
       EXPECT_EQ(panel.Light(LedRow::INlo, 2, 6)->accessibleName(), "axis 3 input 7 (limit): off");
       session.fakes.port.Receive(Status(243, 0xbd, 0x0e));
@@ -73,6 +74,18 @@ TEST(LedPanel, TheFifthColumnOfAHubQuadIsTheHubsOwn) {
     EXPECT_EQ(panel.Light(LedRow::INlo, 4, 0)->accessibleName(), "hub input 1: on");
     session.Click("ExecStatus", "btnStop");
   });
+}
+
+TEST(LedPanel, TheFifthColumnIsNamedByTheHubOfThisRun) {
+  RunSession session;
+  for (const HubModel hub : {HubOcto, HubQuad, HubOcto}) {
+    session.Lines().HubIndex = hub;
+    session.WhileRunning(RunWindow::ExecStatus, [&] {
+      EXPECT_EQ(Panel(session, "ExecStatus").Light(LedRow::INlo, 4, 0)->accessibleName(),
+                hub == HubQuad ? "hub input 1: off" : "axis 5 input 1: off");
+      session.Click("ExecStatus", "btnStop");
+    });
+  }
 }
 
 TEST(LedPanel, LightsAreToldApartByShapeAsWellAsByColour) {

@@ -76,6 +76,16 @@ TEST(ServoFault, ACodeWithMoreBitsShowsTheFourteenThatAreKnown) {
   }
 }
 
+TEST(ServoFault, SaysWhatTheSquaresMeanAndHowTheErrorIsReset) {
+  QWidget parent;
+  const ServoFaultForm form(&parent);
+  EXPECT_EQ(form.windowTitle(), "Servo Error") << "until a fault gives it another";
+  QStringList texts;
+  for (const QLabel* label : form.findChildren<QLabel*>()) texts += label->text();
+  EXPECT_TRUE(texts.contains("You must cycle power to reset this error."));
+  EXPECT_TRUE(texts.contains("indicates an alarm."));
+}
+
 TEST(ServoFault, ASecondFaultRepaintsThePanelThatStands) {
   FaultSession session;
   session.Lines().Axis.DriveModel[4] = 36;
