@@ -4,7 +4,29 @@
 
 #include <unistd.h>
 
+#include <atomic>
+#include <cerrno>
+
 namespace tavlo::cli {
+namespace {
+
+// What the handler of SIGCONT puts back.
+std::atomic<int> g_descriptor = -1;
+struct termios g_keys {};
+
+bool IsForeground(int descriptor) {
+  const pid_t group = tcgetpgrp(descriptor);
+  return group < 0 || group == getpgrp();
+}
+
+void OnContinue(int) {
+  const int saved_errno = errno;
+  const int descriptor = g_descriptor;
+  if (descriptor >= 0 && IsForeground(descriptor)) tcsetattr(descriptor, TCSANOW, &g_keys);
+  errno = saved_errno;
+}
+
+}  // namespace
 
 void KeyTerminal::On() {
   if (on_ || descriptor_ < 0 || !InForeground() || tcgetattr(descriptor_, &before_) != 0) return;
@@ -13,18 +35,27 @@ void KeyTerminal::On() {
   keys.c_cc[VMIN] = 1;
   keys.c_cc[VTIME] = 0;
   on_ = tcsetattr(descriptor_, TCSAFLUSH, &keys) == 0;
+  if (!on_) return;
+  g_keys = keys;
+  g_descriptor = descriptor_;
+  struct sigaction action {};
+  action.sa_handler = OnContinue;
+  action.sa_flags = SA_RESTART;
+  sigemptyset(&action.sa_mask);
+  sigaction(SIGCONT, &action, &before_continue_);
 }
 
 void KeyTerminal::Off() {
   if (!on_) return;
   on_ = false;
+  g_descriptor = -1;
+  sigaction(SIGCONT, &before_continue_, nullptr);
   // A shell that has put this process into the background has taken the terminal back already.
   if (InForeground()) tcsetattr(descriptor_, TCSADRAIN, &before_);
 }
 
 bool KeyTerminal::InForeground() const {
-  const pid_t group = tcgetpgrp(descriptor_);
-  return group < 0 || group == getpgrp();
+  return IsForeground(descriptor_);
 }
 
 }  // namespace tavlo::cli

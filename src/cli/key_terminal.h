@@ -4,12 +4,15 @@
 
 #include <termios.h>
 
+#include <csignal>
+
 #include "cli/environment.h"
 
 namespace tavlo::cli {
 
 /// The operator's terminal while a program runs: it gives each key as it is pressed and shows none. Ctrl-C
-/// stays what it is. Put back when this goes, whatever happens.
+/// stays what it is. Put back when this goes, whatever happens. A shell that halted this process and lets it
+/// go on has put its own settings back meanwhile; they are changed anew. At most one is on at a time.
 class KeyTerminal {
  public:
   /// Of a feed that is no terminal, and of none at all, nothing changes.
@@ -31,6 +34,7 @@ class KeyTerminal {
   int descriptor_;
   bool on_ = false;
   struct termios before_ {};
+  struct sigaction before_continue_ {};
 };
 
 /// Gives the terminal its lines and its echo back for as long as it lives, for a question.

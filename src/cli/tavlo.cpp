@@ -59,7 +59,8 @@ ExitCode ExecuteGuarded(Command& command, Environment& environment) {
 ExitCode RunTavlo(const std::vector<std::string>& arguments, Environment& environment) {
   CLI::App app("The command line companion of the Tavlo Composer", "tavlo");
   app.set_version_flag("--version", "tavlo " + VersionTextOf(kVersion));
-  app.require_subcommand(1);
+  // None at all is told below, so that a wrong one is told by its name.
+  app.require_subcommand(0, 1);
   app.footer(ExitCodeText());
   const Commands commands = AllCommands();
   Command* chosen = nullptr;
@@ -71,7 +72,8 @@ ExitCode RunTavlo(const std::vector<std::string>& arguments, Environment& enviro
   ExitCode code = ExitCode::Done;
   try {
     app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
-    if (chosen != nullptr) code = ExecuteGuarded(*chosen, environment);
+    if (chosen == nullptr) throw CLI::RequiredError::Subcommand(1);
+    code = ExecuteGuarded(*chosen, environment);
   } catch (const CLI::ParseError& error) {
     code = ExitParser(app, error, environment);
   }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
 #include <utility>
 
 #include "cli/json_text.h"
@@ -17,6 +18,12 @@ namespace {
 constexpr double kLongestWait = 3600;
 /// What the window's entry box holds.
 constexpr std::size_t kLongestCommand = 2000;
+constexpr unsigned char kDelete = 127;
+
+std::string ThreeDigits(unsigned char code) {
+  const std::string digits = std::to_string(code);
+  return std::string(3 - digits.size(), '0') + digits;
+}
 
 /// The passthrough, for as long as it lives: a hub that stayed in it would take the next command for a
 /// drive's.
@@ -153,10 +160,16 @@ void TerminalSession::HistoryGrew(std::string_view added) {
   }
 }
 
-/// As the log reads, its line ends those of this system.
+/// As the log reads, its line ends those of this system. It spells what drives send, not what goes to them.
 void TerminalSession::PrintReceived(std::string_view text) {
   for (const char c : text) {
-    if (c != '\r') environment_.out << c;
+    if (c == '\r') continue;
+    const auto code = static_cast<unsigned char>(c);
+    if (c != '\n' && (code < ' ' || code == kDelete)) {
+      environment_.out << '[' << ThreeDigits(code) << ']';
+    } else {
+      environment_.out << c;
+    }
   }
   environment_.out << std::flush;
 }

@@ -27,7 +27,11 @@ class LinePacer {
   /// The next that has arrived by `now`, in order.
   [[nodiscard]] std::optional<Arrival> Take(double now);
   [[nodiscard]] bool Empty() const { return under_way_.empty(); }
-  void Clear() { under_way_.clear(); }
+  /// What is under way is lost, and the line is free at once.
+  void Clear() {
+    under_way_.clear();
+    line_free_at_ = 0;
+  }
 
  private:
   bool paced_;

@@ -23,6 +23,9 @@ namespace {
 constexpr std::size_t kMostUnsent = 64 * 1024;
 constexpr double kStale = 2;
 constexpr std::size_t kLongestCommand = 4096;
+/// How long the console is left alone after more than that came without a line's end: nobody types that, and
+/// what feeds it, a device that never ends, would keep a processor busy.
+constexpr double kConsoleRest = 0.1;
 /// How long a cable that comes off waits for the PC to read what was sent before.
 constexpr double kCutGrace = 0.25;
 constexpr double kCutPoll = 0.005;
@@ -35,6 +38,14 @@ volatile sig_atomic_t stop_requested = 0;
 
 void RequestStop(int /*signal*/) {
   stop_requested = 1;
+}
+
+/// A wait that finds something to read at once lets no signal through, so that a PC or a console that never
+/// rests would keep it away for good.
+bool StopPending() {
+  sigset_t pending;
+  if (::sigpending(&pending) != 0) return false;
+  return std::ranges::any_of(kStopSignals, [&](int signal) { return sigismember(&pending, signal) == 1; });
 }
 
 /// Blocks the signals that end the hub but for the time inside the wait, so that none can fall between the
@@ -100,14 +111,14 @@ void Server::Announce() const {
 }
 
 void Server::Run() {
-  while (stop_requested == 0 && !console_.Quitting()) {
+  while (stop_requested == 0 && !StopPending() && !console_.Quitting()) {
     DoRound();
     Wait();
   }
 }
 
 void Server::Serve() {
-  pollfd console{stdin_open_ ? STDIN_FILENO : -1, POLLIN, 0};
+  pollfd console{ReadsConsole() ? STDIN_FILENO : -1, POLLIN, 0};
   stdin_ready_ = ::poll(&console, 1, 0) > 0;
   DoRound();
 }
@@ -129,6 +140,7 @@ std::optional<double> Server::NextEvent() const {
   Consider(next, to_pc_.NextArrival());
   if (!unsent_.empty()) Consider(next, Now() + kLagPoll);
   if (cut_by_) Consider(next, Now() + kCutPoll);
+  Consider(next, console_rests_until_);
   return next;
 }
 
@@ -137,7 +149,7 @@ void Server::Wait() {
   std::array<pollfd, 2> fds{};
   fds[0].fd = pty_ ? pty_->Fd() : -1;
   fds[0].events = POLLIN;
-  fds[1].fd = stdin_open_ ? STDIN_FILENO : -1;
+  fds[1].fd = ReadsConsole() ? STDIN_FILENO : -1;
   fds[1].events = POLLIN;
   const auto next = NextEvent();
   const timespec timeout = ToTimespec(next ? *next - Now() : 0);
@@ -196,6 +208,7 @@ void Server::ServeCable(double now) {
 }
 
 void Server::ServeConsole(double now) {
+  if (console_rests_until_ && now >= *console_rests_until_) console_rests_until_.reset();
   if (!stdin_ready_) return;
   std::array<char, 4096> buffer{};
   const ssize_t count = ::read(STDIN_FILENO, buffer.data(), buffer.size());
@@ -210,7 +223,9 @@ void Server::ServeConsole(double now) {
     std::cout << console_.Execute(std::string_view(typed_).substr(0, end), now) << std::flush;
     typed_.erase(0, end + 1);
   }
-  if (typed_.size() > kLongestCommand) typed_.clear();
+  if (typed_.size() <= kLongestCommand) return;
+  typed_.clear();
+  console_rests_until_ = now + kConsoleRest;
 }
 
 }  // namespace tavlo::hubsim

@@ -52,8 +52,8 @@ class Server {
   [[nodiscard]] std::optional<double> NextEvent() const;
   /// -1 while the cable is off.
   [[nodiscard]] int PtyFd() const { return pty_ ? pty_->Fd() : -1; }
-  /// Standard input has not come to its end.
-  [[nodiscard]] bool ReadsConsole() const { return stdin_open_; }
+  /// Standard input has not come to its end and is not left alone for a while.
+  [[nodiscard]] bool ReadsConsole() const { return stdin_open_ && !console_rests_until_; }
   /// `quit` was given.
   [[nodiscard]] bool Quitting() const { return console_.Quitting(); }
   /// Seconds on the clock that the hub lives by, CLOCK_MONOTONIC.
@@ -82,6 +82,7 @@ class Server {
   std::string typed_;
   bool stdin_open_ = true;
   bool stdin_ready_ = false;
+  std::optional<double> console_rests_until_;
   std::optional<double> cut_by_;  ///< the cable comes off, at the latest then
 };
 

@@ -23,7 +23,8 @@ std::string Beginning(const std::string& text, int width, const QFontMetrics& fo
   return text;
 }
 
-/// Line ends and other controls of a text have no place in one line.
+}  // namespace
+
 QString InOneLine(std::string_view text) {
   QString shown = FromText(text);
   for (QChar& c : shown) {
@@ -31,8 +32,6 @@ QString InOneLine(std::string_view text) {
   }
   return shown;
 }
-
-}  // namespace
 
 const QString& RowTexts::Shown(const Source& source, int line, int label_width, const QFontMetrics& font) {
   const std::string& desc = source.rows[line].desc;

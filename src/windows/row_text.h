@@ -6,10 +6,14 @@
 #include <QString>
 #include <array>
 #include <string>
+#include <string_view>
 
 #include "desk/desk.h"
 
 namespace tavlo {
+
+/// Line ends and other controls of a text have no place in one line: blanks stand for them.
+[[nodiscard]] QString InOneLine(std::string_view text);
 
 /// The texts of the rows as they are drawn, worked out again only when something of it has changed.
 class RowTexts {

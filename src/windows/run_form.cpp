@@ -82,7 +82,9 @@ void RunForm::ShowModal() {
 void RunForm::PlaceOverMain() {
   adjustSize();
   const QRect main = parentWidget()->frameGeometry();
-  const QRect room = parentWidget()->screen()->availableGeometry();
+  QRect room = parentWidget()->screen()->availableGeometry();
+  // The frame comes with the first showing; it will be like the main window's.
+  room.adjust(0, 0, parentWidget()->width() - main.width(), parentWidget()->height() - main.height());
   const QPoint wanted(main.right() - width() - kPadding, main.top() + 5 * kPadding);
   move(std::clamp(wanted.x(), room.left(), std::max(room.left(), room.right() - width())),
        std::clamp(wanted.y(), room.top(), std::max(room.top(), room.bottom() - height())));

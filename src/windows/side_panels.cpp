@@ -18,6 +18,7 @@
 #include "desk/main_window.h"
 #include "link/com_port.h"
 #include "qt/gui/shown_text.h"
+#include "windows/row_text.h"
 
 namespace tavlo {
 namespace {
@@ -97,7 +98,7 @@ DriveLabel::DriveLabel(int axis, QWidget* parent) : QLabel(parent) {
 }
 
 void DriveLabel::Show(const DriveDesc& desc) {
-  columns_ = {FromText(desc.name), FromText(desc.model), FromText(desc.current)};
+  columns_ = {InOneLine(desc.name), FromText(desc.model), FromText(desc.current)};
   const QString whole =
       QStringList{columns_.name, columns_.model, columns_.current}.join(QStringLiteral("  ")).trimmed();
   setText(whole);

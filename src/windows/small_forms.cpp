@@ -35,9 +35,13 @@ void ShowInTheMiddle(QFrame& pane) {
 
 }  // namespace
 
-GaugeForm::GaugeForm(const QString& name, const QString& title, std::function<void(bool)> hold,
-                     QWidget* parent)
-    : QFrame(parent), hold_(std::move(hold)), phase_(new QLabel(this)), gauge_(new QProgressBar(this)) {
+GaugeForm::GaugeForm(const QString& name, const QString& title, const QString& doing,
+                     std::function<void(bool)> hold, QWidget* parent)
+    : QFrame(parent),
+      doing_(doing),
+      hold_(std::move(hold)),
+      phase_(new QLabel(this)),
+      gauge_(new QProgressBar(this)) {
   MakePane(*this, name);
   auto* heading = new QLabel(title, this);
   phase_->setTextFormat(Qt::PlainText);
@@ -69,7 +73,7 @@ void GaugeForm::Gauge(double value) {
 }
 
 void GaugeForm::Phase(std::string_view name, int, int) {
-  const QString text = QStringLiteral("Sending ") + FromText(name);
+  const QString text = doing_ + QLatin1Char(' ') + FromText(name);
   if (text == phase_->text()) return;
   phase_->setText(text);
   phase_->repaint();

@@ -20,14 +20,16 @@ class GaugeForm : public QFrame, public ProgressForm {
   Q_OBJECT
 
  public:
-  /// `hold` is told when the form comes and goes.
-  GaugeForm(const QString& name, const QString& title, std::function<void(bool)> hold, QWidget* parent);
+  /// `doing` stands in front of a phase. `hold` is told when the form comes and goes.
+  GaugeForm(const QString& name, const QString& title, const QString& doing, std::function<void(bool)> hold,
+            QWidget* parent);
   void Show() override;
   void Hide() override;
   void Gauge(double value) override;
   void Phase(std::string_view name, int bytes_done, int bytes_total) override;
 
  private:
+  QString doing_;
   std::function<void(bool)> hold_;
   QLabel* phase_;
   QProgressBar* gauge_;

@@ -136,8 +136,9 @@ bool VoxTerm::eventFilter(QObject* watched, QEvent* event) {
 
 void VoxTerm::Enter() {
   QString text = command_->toPlainText();
-  // The key may have been pressed in another window.
-  if (!text.endsWith(QLatin1Char('\n'))) return;
+  // The key may have been pressed in another window. Pressed here, it has left a line end where the caret
+  // stood.
+  if (!text.contains(QLatin1Char('\n'))) return;
   text.replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
   SendCommandText(desk_, ToText(text));
   command_->clear();

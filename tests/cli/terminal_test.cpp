@@ -70,6 +70,12 @@ TEST_F(Terminal, UnprintableBytesShowAsTheirCode) {
   EXPECT_EQ(Talk().out, "$9$\n[007][027][2J[128] ok[000]\n");
 }
 
+TEST_F(Terminal, ControlCharactersOfACommandGoOutAsTheyAreAndShowAsTheirCode) {
+  input.pieces = {"9\x1b[2J\x7f\n"};
+  EXPECT_EQ(Talk().out, "$9[027][2J[127]$\n");
+  EXPECT_EQ(hub.port.sent, "CH9\x1b[2J\x7f\r\n0HM\r");
+}
+
 TEST_F(Terminal, ACommandFromAPipeHasItsTimeForAnAnswer) {
   const auto seconds_of = [this](const std::vector<std::string>& more) {
     input.pieces = {"9A\n9B\n"};

@@ -32,7 +32,7 @@ TEST_F(Usage, ACommandLineThatIsNotUnderstoodEndsWithTwoAndSaysWhy) {
   };
   const std::vector<Row> rows = {
       {{}, "A subcommand is required"},
-      {{"frobnicate"}, "A subcommand is required"},
+      {{"frobnicate"}, "The following argument was not expected: frobnicate"},
       {{"show"}, "FILE is required"},
       {{"compile"}, "FILE is required"},
       {{"download", "--port", "1"}, "FILE is required"},

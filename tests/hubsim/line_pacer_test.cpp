@@ -39,6 +39,15 @@ TEST(LinePacer, APacedLineIsBusyWithWhatWasSentBefore) {
   EXPECT_NEAR(line.Take(30)->at, 20 + kByte, 1e-12);
 }
 
+TEST(LinePacer, WhatWasClearedKeepsTheLineBusyNoLonger) {
+  LinePacer line(true, 0);
+  line.Send(std::string(8194, 'x'), 10);
+  line.Clear();
+  EXPECT_TRUE(line.Empty());
+  line.Send("a", 11);
+  EXPECT_NEAR(line.Take(20)->at, 11 + kByte, 1e-12);
+}
+
 TEST(LinePacer, NineteenHundredAndTwentyBytesTakeASecond) {
   LinePacer line(true, 0);
   line.Send(std::string(1920, 'x'), 0);

@@ -12,10 +12,12 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
+#include <thread>
 
 #include "hubsim/device_link.h"
 #include "hubsim/wire_lines.h"
@@ -118,6 +120,29 @@ class HubProcess : public ::testing::Test {
     ::waitpid(pid_, &status, 0);
     pid_ = -1;
     return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+  }
+
+  /// SIGTERM ends it in order and within patience; whatever happens, it is gone afterwards.
+  bool EndsSoon() {
+    ::kill(pid_, SIGTERM);
+    const auto deadline = Clock::now() + std::chrono::milliseconds(kPatienceMs);
+    int status = -1;
+    while (::waitpid(pid_, &status, WNOHANG) == 0) {
+      if (Clock::now() > deadline) return End(SIGKILL) == 0;
+      ::usleep(10000);
+    }
+    pid_ = -1;
+    return status == 0;
+  }
+
+  /// Hundredths of a second that it has used so far.
+  long ProcessorTime() const {
+    std::ifstream stat("/proc/" + std::to_string(pid_) + "/stat");
+    std::string field;
+    for (int i = 0; i < 14; ++i) stat >> field;
+    const long user = std::stol(field);
+    stat >> field;
+    return user + std::stol(field);
   }
 
   std::string folder_;
@@ -256,12 +281,38 @@ TEST_F(HubProcess, ThePaceIsThatOfTheWire) {
 TEST_F(HubProcess, AnIdleHubUsesNoProcessorTime) {
   Start({"--link", link_});
   ::usleep(500000);
-  std::ifstream stat("/proc/" + std::to_string(pid_) + "/stat");
-  std::string field;
-  for (int i = 0; i < 14; ++i) stat >> field;
-  const long user = std::stol(field);
-  stat >> field;
-  EXPECT_LE(user + std::stol(field), 5) << "hundredths of a second in half a second";
+  EXPECT_LE(ProcessorTime(), 5) << "hundredths of a second in half a second";
+}
+
+TEST_F(HubProcess, AConsoleThatNeverEndsALineNeitherHoldsTheProcessorNorTheHub) {
+  ::signal(SIGPIPE, SIG_IGN);
+  Start({"--link", link_});
+  std::thread flood([this] {
+    const std::string zeros(4096, '\0');
+    while (::write(stdin_.Get(), zeros.data(), zeros.size()) > 0) {
+    }
+  });
+  ::usleep(500000);
+  EXPECT_LE(ProcessorTime(), 10) << "hundredths of a second in half a second";
+  Open();
+  EXPECT_EQ(Ask("C", 2), Bytes({38, 8}));
+  EXPECT_TRUE(EndsSoon());
+  flood.join();
+  EXPECT_TRUE(fs::is_empty(folder_));
+}
+
+TEST_F(HubProcess, ALineThatNeverRestsDoesNotKeepTheSignalsAway) {
+  Start({"--link", link_});
+  Open();
+  std::atomic<bool> over = false;
+  std::thread flood([&] {
+    const std::string events(1024, 'I');
+    while (!over) (void)!::write(line_, events.data(), events.size());
+  });
+  ::usleep(100000);
+  EXPECT_TRUE(EndsSoon());
+  over = true;
+  flood.join();
 }
 
 TEST_F(HubProcess, TheJournalHoldsEveryByteBothWays) {

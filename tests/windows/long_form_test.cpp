@@ -10,6 +10,7 @@
 #include <QRadioButton>
 #include <QSignalSpy>
 #include <QToolButton>
+#include <algorithm>
 #include <set>
 
 #include "desk/grid.h"
@@ -207,6 +208,14 @@ TEST(LongForm, ChoosingTheModelChangesTheAxisRows) {
   EXPECT_EQ(session.Find<QLabel>("LblDriveDesc7")->text(), QStringLiteral("Axis 8  none"));
 }
 
+TEST(LongForm, ControlCharactersOfAnAxisNameShowAsBlanks) {
+  RunningSession session;
+  session.Lines().Axis.AxisName[7] = std::string("A\0B\n", 4);
+  session.Find<QComboBox>("ModelList")->setCurrentIndex(1);
+  session.Find<QComboBox>("ModelList")->setCurrentIndex(0);
+  EXPECT_EQ(session.Find<QLabel>("LblDriveDesc7")->text(), QStringLiteral("A B   none"));
+}
+
 TEST(LongForm, TheLimitBranchIsOpenOnlyForTheBranchAndColoursItsLine) {
   RunningSession session;
   auto* actions = session.Find<QComboBox>("LimitList");
@@ -379,6 +388,13 @@ TEST(LongForm, TheDownloadGaugeStandsInTheWindowAndIsPaintedAtOnce) {
   session.Handlers().downbox.Show();
   session.Handlers().downbox.Gauge(100);
   session.Handlers().downbox.Phase("Program lines", 1, 2);
+  session.Handlers().upbox.Phase("Program lines", 1, 2);
+  const auto says = [](const QWidget* pane, const char* text) {
+    const auto labels = pane->findChildren<QLabel*>();
+    return std::ranges::any_of(labels, [&](const QLabel* l) { return l->text() == QLatin1String(text); });
+  };
+  EXPECT_TRUE(says(form, "Sending Program lines"));
+  EXPECT_TRUE(says(session.Find<QWidget>("upbox"), "Reading Program lines"));
   EXPECT_TRUE(form->isVisible());
   EXPECT_FALSE(form->isModal());
   EXPECT_FALSE(session.Find<QWidget>("OptCom1")->isEnabled());

@@ -68,6 +68,18 @@ TEST(VoxTerm, AnEnterThatWasPressedElsewhereSendsNothing) {
   });
 }
 
+TEST(VoxTerm, EnterInTheMiddleOfTheTextSendsAllOfItAsItStands) {
+  TerminalSession session;
+  session.InTerminal([&] {
+    QTest::keyClicks(&session.Command(), "1RV");
+    QTest::keyClick(&session.Command(), Qt::Key_Left);
+    QTest::keyClick(&session.Command(), Qt::Key_Return);
+    EXPECT_EQ(session.fakes.port.AllSent(), "H1R\r\nV");
+    EXPECT_EQ(session.Command().toPlainText(), "");
+    session.Close();
+  });
+}
+
 TEST(VoxTerm, AnotherWindowEndsThePassthroughAndComingBackStartsIt) {
   TerminalSession session;
   session.InTerminal([&] {

@@ -66,7 +66,7 @@ void HubLoop::Serve() {
 }
 
 void HubLoop::Rearm() {
-  if (!server_.ReadsConsole()) on_console_->setEnabled(false);
+  on_console_->setEnabled(server_.ReadsConsole());
   const int pty = server_.PtyFd();
   if (on_pty_ && pty != on_pty_->socket()) {
     on_pty_->setEnabled(false);
