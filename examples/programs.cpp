@@ -210,7 +210,7 @@ Program MenuDriven() {
   w.Jump(GT, menu);
   w.GoTo(39);
   w.Prompt(BranchYesNo, "Clamp closed?").LineNum = 42;
-  w.Prompt(DisplayOnly, "Close the clamp first");
+  w.Prompt(WaitEnter, "Close the clamp and press ENTER");
   w.Jump(GT, menu);
   Instruction& loop = w.Times(1);
   loop.CountIsMMI = true;

@@ -61,7 +61,7 @@ bool RunSession::IsPrompt(int line) const {
 }
 
 void RunSession::StatusChanged(int axis) {
-  if (!options_.status || !options_.program_known) return;
+  if (!options_.status) return;
   reporter_.StatusChanged(axis);
   if (!std::exchange(status_changed_, true)) since_status_.Restart();
 }
@@ -74,6 +74,8 @@ void RunSession::TextLinesChanged() {
 
 void RunSession::ShowModal(RunWindow window) {
   active_ = window;
+  // Without its file the hub's program is known by its drives alone.
+  if (!options_.program_known) desk_->program().Axis.DriveModel = desk_->source.HubDrives;
   console_.Note("the program runs; Ctrl-C stops it");
   watch_.Restart();
   reporter_.Start();

@@ -46,7 +46,7 @@ class UploadCommand : public Command {
     if (port.comm != 0) source.OptCom = port.comm - 1;
     const auto on = DeskOnLine::Open(environment, console, line_options_, source, AnswerBy::No);
     if (!on) return ExitCode::Port;
-    const auto result = Upload(on->desk);
+    const auto result = Read(console, on->desk);
     const ExitCode code = result ? ExitOf(*result) : ExitCode::Hub;
     if (code == ExitCode::Hub) return HubFailure(console, on->line);
     if (code != ExitCode::Done) return code;
@@ -57,6 +57,16 @@ class UploadCommand : public Command {
   }
 
  private:
+  /// The hub cannot be told to stop sending.
+  static std::optional<UploadResult> Read(Console& console, Desk& desk) {
+    try {
+      return Upload(desk);
+    } catch (const Interrupted&) {
+      console.Note("the hub sends on to the end of its memory; leave it alone for five seconds");
+      throw;
+    }
+  }
+
   void PrintProof(Console& console, const Program& program, double seconds) const {
     const std::string firmware = VersionText(program.HubVersion);
     const std::string_view model = kHubModels[program.HubIndex].name;

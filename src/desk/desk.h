@@ -71,6 +71,8 @@ struct Source {
   std::int16_t CurRow = 0;
   /// What the run window shows.
   RunPanel panel{};
+  /// The drive models that the hub's own program expects, as last asked.
+  AxisConfig::Axes<std::int16_t> HubDrives{};
   /// Firmware of each drive, as last read.
   std::array<float, kAxisSlots> DriveRev{};
 

@@ -54,6 +54,7 @@ void Clear(Desk& desk) {
   desk.source.Changed = false;
   desk.source.file_name = kUntitled;
   desk.view.CaptionChanged();
+  desk.view.AutoScroll(0);
 }
 
 void SelectModel(Desk& desk, int index) {
@@ -157,6 +158,7 @@ void ShowLoaded(Desk& desk, std::string_view name) {
   desk.view.HubChanged();
   desk.view.LimitChanged();
   desk.view.CaptionChanged();
+  desk.view.AutoScroll(0);
 }
 
 void TellDamaged(Desk& desk, const std::string& path) {

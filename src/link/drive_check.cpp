@@ -187,6 +187,7 @@ bool AllDrivesOK(Desk& desk) {
   events.RestoreTo(1);
   const auto drives = ReadDriveList(desk);
   if (!drives) return false;
+  std::ranges::copy(drives->expected, desk.source.HubDrives.begin());
   ScanDrivesRV(desk, desk.source.DriveRev);
   return FirmwareOK(desk) && NoneMissing(desk, *drives) && WrongOnesAccepted(desk, *drives);
 }

@@ -57,6 +57,7 @@ void ShowUploaded(Desk& desk) {
   }
   ShowDrive(desk);
   DrawArrows(desk);
+  desk.view.AutoScroll(0);
 }
 
 void TellFailure(Desk& desk, std::string_view text) {

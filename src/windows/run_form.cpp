@@ -7,9 +7,12 @@
 #include <QEventLoop>
 #include <QHBoxLayout>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 
 #include "link/execution.h"
 #include "windows/led_panel.h"
@@ -23,11 +26,13 @@ constexpr int kPadding = 12;
 struct FormName {
   const char* name;
   const char* caption;
+  /// From the left and the top of the main window.
+  QPoint offset;
 };
 
 FormName NameOf(RunWindow window) {
-  if (window == RunWindow::fakeMMI) return {"fakeMMI", "MMI emulator"};
-  return {"ExecStatus", "Execute"};
+  if (window == RunWindow::fakeMMI) return {"fakeMMI", "MMI emulator", {4, 70}};
+  return {"ExecStatus", "Execute", {0, 0}};
 }
 
 }  // namespace
@@ -38,12 +43,18 @@ RunForm::RunForm(Desk& desk, RunWindow window, QWidget* main_window, std::functi
       window_(window),
       hold_(std::move(hold)),
       body_(new QHBoxLayout),
-      leds_(new LedPanel(this)),
+      lights_(new QScrollArea(this)),
+      leds_(new LedPanel(lights_)),
       controls_(new RunControls(this)) {
   setObjectName(QLatin1String(NameOf(window).name));
   setWindowTitle(QLatin1String(NameOf(window).caption));
   body_->setSpacing(kPadding);
-  body_->addWidget(leds_);
+  lights_->setWidget(leds_);
+  lights_->setWidgetResizable(true);
+  lights_->setFrameShape(QFrame::NoFrame);
+  lights_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  lights_->setFocusPolicy(Qt::NoFocus);
+  body_->addWidget(lights_, 0, Qt::AlignTop);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
   column->setSpacing(kPadding);
@@ -78,16 +89,35 @@ void RunForm::ShowModal() {
   hold_(false);
 }
 
-/// At the right edge of the main window, where it leaves the numbers and icons of the grid in sight.
+/// Where the main window begins, the first time; from then on it comes up where the operator left it.
 void RunForm::PlaceOverMain() {
+  FitLights();
   adjustSize();
+  if (std::exchange(placed_, true)) return;
   const QRect main = parentWidget()->frameGeometry();
-  QRect room = parentWidget()->screen()->availableGeometry();
-  // The frame comes with the first showing; it will be like the main window's.
-  room.adjust(0, 0, parentWidget()->width() - main.width(), parentWidget()->height() - main.height());
-  const QPoint wanted(main.right() - width() - kPadding, main.top() + 5 * kPadding);
+  const QRect room = Room();
+  const QPoint wanted = main.topLeft() + NameOf(window_).offset;
   move(std::clamp(wanted.x(), room.left(), std::max(room.left(), room.right() - width())),
        std::clamp(wanted.y(), room.top(), std::max(room.top(), room.bottom() - height())));
+}
+
+/// What the screen has for the window without its frame, which comes with the first showing and will be like
+/// the main window's.
+QRect RunForm::Room() const {
+  QRect room = parentWidget()->screen()->availableGeometry();
+  const QSize frame = parentWidget()->frameGeometry().size() - parentWidget()->size();
+  return room.adjusted(0, 0, -frame.width(), -frame.height());
+}
+
+/// On a low screen the lights are scrolled, so that the controls stay in sight.
+void RunForm::FitLights() {
+  const QSize wanted = leds_->sizeHint();
+  const int others = controls_->sizeHint().height() + 3 * kPadding;
+  const bool scrolled = wanted.height() > Room().height() - others;
+  const int bar = scrolled ? lights_->verticalScrollBar()->sizeHint().width() : 0;
+  lights_->setVerticalScrollBarPolicy(scrolled ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+  lights_->setFixedSize(wanted.width() + bar,
+                        std::min(wanted.height(), std::max(Room().height() - others, 1)));
 }
 
 void RunForm::ShowAxis(int axis) {

@@ -9,6 +9,7 @@
 
 class QEventLoop;
 class QHBoxLayout;
+class QScrollArea;
 
 namespace tavlo {
 
@@ -42,15 +43,19 @@ class RunForm : public QWidget {
  private:
   void ConnectControls();
   void PlaceOverMain();
+  void FitLights();
+  [[nodiscard]] QRect Room() const;
   void Stop();
 
   Desk& desk_;
   RunWindow window_;
   std::function<void(bool)> hold_;
   QHBoxLayout* body_;
+  QScrollArea* lights_;
   LedPanel* leds_;
   RunControls* controls_;
   QEventLoop* loop_ = nullptr;
+  bool placed_ = false;
 };
 
 }  // namespace tavlo

@@ -11,6 +11,7 @@
 #include <QKeyEvent>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QShortcut>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -86,6 +87,7 @@ void VoxTerm::LayOut() {
   auto* quit = new QPushButton(QStringLiteral("&Close"), this);
   quit->setObjectName(QStringLiteral("Quit"));
   connect(quit, &QPushButton::clicked, this, &QWidget::close);
+  connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
   auto* buttons = new QHBoxLayout;
   buttons->addStretch(1);
   buttons->addWidget(help);
@@ -127,18 +129,20 @@ void VoxTerm::closeEvent(QCloseEvent* event) {
 }
 
 bool VoxTerm::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == command_ && event->type() == QEvent::KeyRelease) {
+  const bool pressed = event->type() == QEvent::KeyPress;
+  if (watched == command_ && (pressed || event->type() == QEvent::KeyRelease)) {
     const auto& key = *static_cast<QKeyEvent*>(event);
-    if (IsEnter(key) && !key.isAutoRepeat()) Enter();
+    // Pressed, it ends the text, wherever the caret stands: a command is never torn in two.
+    if (IsEnter(key) && pressed) CaretToEnd(*command_);
+    if (IsEnter(key) && !pressed && !key.isAutoRepeat()) Enter();
   }
   return QWidget::eventFilter(watched, event);
 }
 
 void VoxTerm::Enter() {
   QString text = command_->toPlainText();
-  // The key may have been pressed in another window. Pressed here, it has left a line end where the caret
-  // stood.
-  if (!text.contains(QLatin1Char('\n'))) return;
+  // The key may have been pressed in another window.
+  if (!text.endsWith(QLatin1Char('\n'))) return;
   text.replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
   SendCommandText(desk_, ToText(text));
   command_->clear();

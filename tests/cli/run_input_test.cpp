@@ -358,12 +358,21 @@ TEST_F(RunStatus, JsonGivesTheNumbersOfEachKind) {
       "\"yOutputs\":[2]}\n");
 }
 
-TEST_F(RunStatus, NoStatusLeavesItOutAndSoDoesAProgramThatIsNotKnown) {
+TEST_F(RunStatus, NoStatusLeavesItOut) {
   Start();
   SayIn(1, Bytes({241, 13, 15, 11}));
   EXPECT_EQ(StatusOf({"--no-status"}), "");
+}
+
+TEST_F(RunStatus, AProgramWithoutItsFileIsKnownByTheDrivesThatTheHubExpects) {
+  Start();
   SayIn(1, Bytes({241, 13, 15, 11}));
-  EXPECT_EQ(RunFor("2", {"--yes"}).out.find("status"), std::string::npos);
+  SayIn(1.5, Bytes({243, 14, 15, 15}));
+  SayIn(2, Bytes({242, 0, 0, 0}));
+  const std::string out = RunFor("3", {"--yes"}).out;
+  EXPECT_NE(out.find("status\taxis 1\tin 2\tout 3\n"), std::string::npos) << out;
+  EXPECT_NE(out.find("status\taxis 3\tin 1"), std::string::npos) << out;
+  EXPECT_EQ(out.find("axis 2\tin 1"), std::string::npos) << "there is no drive: " << out;
 }
 
 TEST_F(RunStatus, AFaultIsAnEventOfJson) {

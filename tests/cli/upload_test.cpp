@@ -143,7 +143,9 @@ TEST_F(UploadCommand, AnInterruptionWritesNothing) {
   PutIntoHub();
   hub.port.hub.SetFailure({Failure::kSilentU, 1});
   hub.InterruptIn(0.3);
-  EXPECT_EQ(Upload(), (Outcome{130, "", "tavlo: interrupted\n"}));
+  EXPECT_EQ(Upload(), (Outcome{130, "",
+                               "tavlo: the hub sends on to the end of its memory; leave it alone for five "
+                               "seconds\ntavlo: interrupted\n"}));
   EXPECT_FALSE(std::filesystem::exists(Copy()));
 }
 

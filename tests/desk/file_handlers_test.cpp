@@ -173,6 +173,7 @@ TEST(Load, AGoodFileIsShownWhole) {
     EXPECT_EQ(LimitBranchText(program), "3");
     EXPECT_EQ(fake.source.OptCom, 6) << "a file never moves the port";
     EXPECT_GT(fake.view.drives, drives);
+    EXPECT_EQ(fake.view.scrolls, std::vector{0}) << "wherever the last program was left";
     EXPECT_FALSE(fake.source.Changed);
     EXPECT_EQ(Caption(fake.source), "Tavlo Composer  V1.29.1 - " + name);
   }

@@ -76,6 +76,7 @@ TEST(Clear, OnOKTheProgramIsEmptyAndUntitled) {
   DrawArrows(fake.desk);
   MarkChains(fake.desk);
   Clear(fake.desk);
+  EXPECT_EQ(fake.view.scrolls, std::vector{0});
   EXPECT_EQ(LinesInProg(fake.source.program), 1);
   EXPECT_EQ(fake.source.program.HubVersion, 0);
   EXPECT_EQ(fake.Line(5).Drive, 3) << "Drive survives";

@@ -189,6 +189,7 @@ TEST(UploadProg, ShowsTheLinesTheAxesAndTheLimits) {
   EXPECT_GE(d.view.drives, 1);
   EXPECT_GE(d.view.limit, 1);
   EXPECT_GE(d.view.arrows, 1);
+  EXPECT_EQ(d.view.scrolls, std::vector{0});
 }
 
 TEST(UploadProg, TheGaugeFollowsTheBytesAndThenTheLines) {

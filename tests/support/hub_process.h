@@ -2,10 +2,13 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #pragma once
 
+#include <sys/prctl.h>
+
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <csignal>
 #include <string>
 
 namespace tavlo::testing {
@@ -14,6 +17,8 @@ namespace tavlo::testing {
 class HubProcess {
  public:
   explicit HubProcess(const QStringList& options = {}) {
+    // A test that is killed takes its hub with it.
+    process_.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
     process_.start(QStringLiteral(TAVLO_HUBSIM), QStringList{"--link", Link()} + options);
     QElapsedTimer waited;
     waited.start();

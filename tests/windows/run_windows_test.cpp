@@ -97,6 +97,24 @@ TEST(RunWindows, TheControlsPauseStepResumeAndReset) {
   }
 }
 
+TEST(RunWindows, ComeUpWhereTheMainWindowBeginsAndThenWhereTheOperatorLeftThem) {
+  for (const WindowCase& c : kWindows) {
+    RunSession session;
+    session.Main().move(40, 30);
+    const QPoint corner = session.Main().frameGeometry().topLeft();
+    session.WhileRunning(c.window, [&] {
+      EXPECT_EQ(session.Form(c.name).pos(),
+                corner + (c.window == RunWindow::fakeMMI ? QPoint(4, 70) : QPoint()));
+      session.Form(c.name).move(90, 60);
+      session.Click(c.name, "btnStop");
+    });
+    session.WhileRunning(c.window, [&] {
+      EXPECT_EQ(session.Form(c.name).pos(), QPoint(90, 60));
+      session.Click(c.name, "btnStop");
+    });
+  }
+}
+
 TEST(RunWindows, ASecondRunStartsAfreshInTheSameWindow) {
   RunSession session;
   for (int run = 0; run < 2; ++run) {

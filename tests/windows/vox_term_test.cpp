@@ -68,13 +68,13 @@ TEST(VoxTerm, AnEnterThatWasPressedElsewhereSendsNothing) {
   });
 }
 
-TEST(VoxTerm, EnterInTheMiddleOfTheTextSendsAllOfItAsItStands) {
+TEST(VoxTerm, EnterInTheMiddleOfACommandDoesNotTearIt) {
   TerminalSession session;
   session.InTerminal([&] {
     QTest::keyClicks(&session.Command(), "1RV");
     QTest::keyClick(&session.Command(), Qt::Key_Left);
     QTest::keyClick(&session.Command(), Qt::Key_Return);
-    EXPECT_EQ(session.fakes.port.AllSent(), "H1R\r\nV");
+    EXPECT_EQ(session.fakes.port.AllSent(), "H1RV\r\n");
     EXPECT_EQ(session.Command().toPlainText(), "");
     session.Close();
   });
@@ -115,6 +115,15 @@ TEST(VoxTerm, DoesNotOpenWhileAProgramRunsOrIsSent) {
   session.Session().Busy = true;
   QTest::keyClick(&session.Main(), Qt::Key_T, Qt::ControlModifier);
   EXPECT_EQ(session.fakes.port.AllSent(), "");
+}
+
+TEST(VoxTerm, EscapeClosesIt) {
+  TerminalSession session;
+  session.InTerminal([&] {
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &session.Form("VOXterm"); }));
+    QTest::keyClick(&session.Form("VOXterm"), Qt::Key_Escape);
+  });
+  EXPECT_EQ(session.fakes.port.AllSent(), "H0HM\r");
 }
 
 TEST(VoxTerm, EachOpeningBeginsEmpty) {

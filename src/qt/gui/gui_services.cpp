@@ -5,7 +5,9 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGridLayout>
 #include <QMessageBox>
+#include <QSpacerItem>
 #include <QStringList>
 #include <utility>
 
@@ -15,6 +17,8 @@ namespace tavlo {
 namespace {
 
 constexpr std::size_t kBoxesKept = 100;
+/// What a title bar has beside its text.
+constexpr int kTitleButtons = 120;
 
 QMessageBox::Icon IconOf(Icon icon) {
   switch (icon) {
@@ -55,6 +59,14 @@ QWidget* Owner() {
   return nullptr;
 }
 
+/// A box is as wide as its text wants it, which may be less than its title needs.
+void MakeRoomForTitle(QMessageBox& box) {
+  const int wanted = box.fontMetrics().horizontalAdvance(box.windowTitle()) + kTitleButtons;
+  auto* grid = qobject_cast<QGridLayout*>(box.layout());
+  if (grid == nullptr) return;
+  grid->addItem(new QSpacerItem(wanted, 0), grid->rowCount(), 0, 1, grid->columnCount());
+}
+
 QString FilterOf(const FileFilter& filter) {
   return FromText(filter.name) + " (" + FromText(filter.pattern) + ")";
 }
@@ -77,6 +89,7 @@ Answer GuiMessageBoxes::MsgBox(std::string_view text, std::string_view title, Bu
   box.setIcon(IconOf(icon));
   box.setStandardButtons(ButtonsOf(buttons));
   if (buttons == Buttons::YesNo) box.setEscapeButton(QMessageBox::No);
+  MakeRoomForTitle(box);
   return AnswerOf(box.exec(), buttons);
 }
 
