@@ -133,10 +133,10 @@ QWidget* MmiForm::MakeDisplay() {
   const QFontMetrics metrics(fixed);
   const QMargins edge = lines->contentsMargins();
   const int frame_width = 2 * scroll->frameWidth();
-  scroll->setFixedSize(metrics.horizontalAdvance(QString(kDisplayColumns + 1, QLatin1Char('M'))) +
-                           edge.left() + edge.right() + frame_width,
-                       metrics.lineSpacing() * static_cast<int>(textline_.size()) + edge.top() +
-                           edge.bottom() + frame_width + scroll->horizontalScrollBar()->sizeHint().height());
+  scroll->setMinimumWidth(metrics.horizontalAdvance(QString(kDisplayColumns + 1, QLatin1Char('M'))) +
+                          edge.left() + edge.right() + frame_width);
+  scroll->setFixedHeight(metrics.lineSpacing() * static_cast<int>(textline_.size()) + edge.top() +
+                         edge.bottom() + frame_width + scroll->horizontalScrollBar()->sizeHint().height());
   auto* column = new QVBoxLayout(frame);
   column->addWidget(scroll);
   return frame;

@@ -54,7 +54,7 @@ RunForm::RunForm(Desk& desk, RunWindow window, QWidget* main_window, std::functi
   lights_->setFrameShape(QFrame::NoFrame);
   lights_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   lights_->setFocusPolicy(Qt::NoFocus);
-  body_->addWidget(lights_, 0, Qt::AlignTop);
+  body_->addWidget(lights_);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
   column->setSpacing(kPadding);
@@ -116,8 +116,7 @@ void RunForm::FitLights() {
   const bool scrolled = wanted.height() > Room().height() - others;
   const int bar = scrolled ? lights_->verticalScrollBar()->sizeHint().width() : 0;
   lights_->setVerticalScrollBarPolicy(scrolled ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
-  lights_->setFixedSize(wanted.width() + bar,
-                        std::min(wanted.height(), std::max(Room().height() - others, 1)));
+  lights_->setMinimumSize(wanted.width() + bar, std::clamp(Room().height() - others, 1, wanted.height()));
 }
 
 void RunForm::ShowAxis(int axis) {
