@@ -110,6 +110,7 @@ void VoxTerm::Run() {
   QEventLoop loop;
   loop_ = &loop;
   loop.exec();
+  loop_ = nullptr;
 }
 
 bool VoxTerm::event(QEvent* event) {
