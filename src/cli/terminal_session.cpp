@@ -10,6 +10,7 @@
 #include "cli/json_text.h"
 #include "link/drive_terminal.h"
 #include "link/receive.h"
+#include "platform/number_format.h"
 
 namespace tavlo::cli {
 namespace {
@@ -19,11 +20,6 @@ constexpr double kLongestWait = 3600;
 /// What the window's entry box holds.
 constexpr std::size_t kLongestCommand = 2000;
 constexpr unsigned char kDelete = 127;
-
-std::string ThreeDigits(unsigned char code) {
-  const std::string digits = std::to_string(code);
-  return std::string(3 - digits.size(), '0') + digits;
-}
 
 /// The passthrough, for as long as it lives: a hub that stayed in it would take the next command for a
 /// drive's.
@@ -166,7 +162,7 @@ void TerminalSession::PrintReceived(std::string_view text) {
     if (c == '\r') continue;
     const auto code = static_cast<unsigned char>(c);
     if (c != '\n' && (code < ' ' || code == kDelete)) {
-      environment_.out << '[' << ThreeDigits(code) << ']';
+      environment_.out << '[' << Format(code, "000") << ']';
     } else {
       environment_.out << c;
     }

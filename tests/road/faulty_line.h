@@ -14,7 +14,7 @@
 
 #include "hubsim/hub.h"
 #include "link/receive.h"
-#include "support/fake_desk.h"
+#include "support/waiting_port.h"
 
 namespace tavlo::testing {
 
@@ -41,13 +41,10 @@ struct FaultPlan {
 
 /// The simulated hub in memory behind a line on which one byte suffers. Time passes only in waits. Short
 /// answers come at once, a long one at the pace of the line, its last bytes one by one.
-class FaultyLine : public SerialPort {
+class FaultyLine : public WaitingPort {
  public:
-  explicit FaultyLine(FakeClock& clock) : clock_(clock) { hub_.emplace(hubsim::HubOptions{}); }
+  explicit FaultyLine(FakeClock& clock) : WaitingPort(clock) { hub_.emplace(hubsim::HubOptions{}); }
 
-  void CommPort(int value) override { number_ = value; }
-  [[nodiscard]] int CommPort() const override { return number_; }
-  void Settings(std::string_view) override {}
   [[nodiscard]] std::optional<std::string> PortOpen(bool open) override {
     if (open) gone_ = false;
     is_open_ = open;
@@ -58,16 +55,9 @@ class FaultyLine : public SerialPort {
     return std::nullopt;
   }
   [[nodiscard]] bool PortOpen() const override { return is_open_ && !gone_; }
-  void RThreshold(int bytes) override { threshold_ = bytes; }
-  [[nodiscard]] int RThreshold() const override { return threshold_; }
-  void ParityReplace(std::string_view) override {}
-  [[nodiscard]] int InBufferCount() override {
-    Move();
-    return static_cast<int>(buffer_.size());
-  }
   [[nodiscard]] std::string Input() override {
-    Move();
-    if (own_read_ == 0) return std::exchange(buffer_, {});
+    if (own_read_ == 0) return WaitingPort::Input();
+    Collect();
     std::string first = buffer_.substr(0, own_read_);
     buffer_.erase(0, own_read_);
     own_read_ = 0;
@@ -80,28 +70,8 @@ class FaultyLine : public SerialPort {
       buffer_ += std::exchange(echo_, {});
     }
     Send(Way::ToHub, std::string(bytes));
-    Move();
+    Collect();
   }
-  void WaitForInput(double seconds) override {
-    const double limit = clock_.now + seconds;
-    const std::size_t before = buffer_.size();
-    while (PortOpen() && buffer_.size() == before && PassUntil(limit)) {
-    }
-  }
-  [[nodiscard]] int CommEvent() const override { return kCommEventReceive; }
-
-  /// Lets so much time pass in the event loop, which hands over what comes.
-  void RunEventLoop(double seconds) {
-    const double limit = clock_.now + seconds;
-    do {
-      DeliverEvents();
-    } while (PassUntil(limit));
-    DeliverEvents();
-  }
-  void DeliverEvents() {
-    for (Move(); threshold_ > 0 && !buffer_.empty() && OnComm; Move()) OnComm();
-  }
-
   /// Counts bytes from here on, and lets one of them suffer.
   void Start(const std::optional<FaultPlan>& plan, double delay = 0) {
     plan_ = plan;
@@ -203,7 +173,7 @@ class FaultyLine : public SerialPort {
   }
 
   /// Hands over what is due.
-  void Move() {
+  void Collect() override {
     for (;;) {
       if (!to_hub_.empty() && to_hub_.front().when <= clock_.now) {
         const std::string bytes = std::move(to_hub_.front().bytes);
@@ -227,8 +197,7 @@ class FaultyLine : public SerialPort {
     }
   }
 
-  /// Goes to the next thing that happens, or to the limit; false once it is there.
-  bool PassUntil(double limit) {
+  bool PassUntil(double limit) override {
     if (clock_.now >= limit) return false;
     double next = limit;
     // Nothing changes it but bytes and its own events.
@@ -238,11 +207,10 @@ class FaultyLine : public SerialPort {
     if (!from_hub_.empty()) next = std::min(next, from_hub_.front().when);
     clock_.now = std::max(clock_.now, next);
     if (hub_event_ && *hub_event_ <= clock_.now) TheHub().Advance(clock_.now);
-    Move();
+    Collect();
     return true;
   }
 
-  FakeClock& clock_;
   std::optional<hubsim::Hub> hub_;
   /// The hub's next event has been asked for since anything reached it.
   bool asked_hub_ = false;
@@ -251,7 +219,6 @@ class FaultyLine : public SerialPort {
   bool hub_spoke_ = false;
   std::deque<Lot> to_hub_;
   std::deque<Lot> from_hub_;
-  std::string buffer_;
   /// So many bytes at the head of the buffer are a read of their own.
   std::size_t own_read_ = 0;
   std::string echo_;
@@ -261,8 +228,6 @@ class FaultyLine : public SerialPort {
   std::array<std::size_t, 2> carried_{};
   bool going_ = false;
   bool gone_ = false;
-  int number_ = 1;
-  int threshold_ = 1;
   bool is_open_ = true;
 };
 
