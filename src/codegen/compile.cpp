@@ -159,8 +159,9 @@ class LineCompiler {
     AddByte(mask, "the key mask");
   }
 
+  /// An older file may bring a longer one.
   void AddComment() {
-    bytes_ += line_.Text;
+    bytes_ += line_.Text.substr(0, kLongestComment);
     if (line_.Text.size() < kLongestComment) bytes_ += kEndMark;
   }
 
@@ -193,7 +194,6 @@ class LineCompiler {
 void RefuseUnboundedText(const Instruction& line) {
   const bool in_pool = line.Type == MMI || line.Type == MMImenu;
   const bool knob_text = line.Type == FE && line.CountIsMMI;
-  if (line.Type == CM && line.Text.size() > kLongestComment) throw EncodeError("its text is too long");
   if ((line.Type == CM || knob_text) && line.Text.find(kEndMark) != std::string::npos) {
     throw EncodeError("its text holds the character 255");
   }

@@ -248,6 +248,18 @@ TEST(CompileFlow, ACommentOf26CharactersTakes28BytesOneOf27AsWell) {
   EXPECT_EQ(one.Compiled().size(), 28U);
 }
 
+TEST(CompileFlow, ACommentThatIsTooLongIsSentAsItsFirst27Characters) {
+  const std::string text = "abcdefghijklmnopqrstuvwxyz0123456789";
+  for (const std::size_t length : {28U, 32U, 36U}) {
+    OneLine one(CM);
+    one.line().Text = text.substr(0, length);
+    EXPECT_EQ(one.Compiled(),
+              "\x0d"
+              "abcdefghijklmnopqrstuvwxyz0")
+        << length;
+  }
+}
+
 TEST(CompileFlow, LinesWithoutAPromptLeaveThePoolAlone) {
   for (int type = 0; type < kTypes; ++type) {
     if (type == MMI || type == MMImenu) continue;

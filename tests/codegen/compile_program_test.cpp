@@ -103,7 +103,8 @@ TEST(CompileProgram, ATextWhoseEndTheHubWouldMistakeIsRefused) {
     std::string text;
     bool refused;
   } const cases[] = {{CM, "a\xff", true},
-                     {CM, std::string(28, 'c'), true},
+                     {CM, std::string(28, 'c'), false},
+                     {CM, std::string(27, 'c') + '\xff', true},
                      {CM, std::string(27, 'c'), false},
                      {CM, std::string(1, '\0'), false},
                      {FE, "\xff", true},
