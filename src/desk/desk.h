@@ -52,6 +52,10 @@ struct Source {
   std::int16_t ComNum = 0;
   /// Index 0..7 of the `OptCom` that is on; none after no port could be opened.
   std::optional<int> OptCom;
+  /// The port has gone in the middle of an operation, which tells it at its end.
+  bool PortLost = false;
+  /// What has come from the hub and has not been looked at, in the order in which it came.
+  std::string received;
   /// A hub message is being collected, and what has been collected of it.
   bool InMsg = false;
   std::string MsgBuf;
@@ -78,8 +82,10 @@ struct Source {
 
   /// The hub has reported a halt or a fault since the last run began.
   bool Halted = false;
-  /// The operator has stopped the last run: what the hub still says of it is not answered any more.
+  /// The last run has been stopped: what the hub still says of it is neither shown nor answered.
   bool Stopped = false;
+  /// The hub was told to run its program, and nothing has been seen to end that.
+  bool HubRuns = false;
 
   /// "?" until a hub's firmware is known, then as "1.38".
   std::string DriveVersion = "?";

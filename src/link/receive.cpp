@@ -56,7 +56,7 @@ void TakeCharacter(Desk& desk, char c) {
   } else {
     source.MsgBuf += c;
     if (source.MsgBuf.size() < kMessageBytes) return;
-    // Taken out before it is handled: a box in there lets newer bytes in here.
+    // Taken out before it is handled: a box in there brings the receive event in again.
     const std::string message = source.MsgBuf;
     source.MsgBuf.clear();
     source.InMsg = false;
@@ -110,8 +110,15 @@ void NewOnComm(Desk& desk) {
     ToTerminal(desk);
     return;
   }
-  const std::string bytes = desk.Comm1.Input();
-  for (const char c : bytes) TakeCharacter(desk, c);
+  // One queue: an event inside a box goes on where the message that brought the box up has stopped, and what
+  // it takes is gone when the box is answered.
+  std::string& queue = desk.source.received;
+  queue += desk.Comm1.Input();
+  while (!queue.empty()) {
+    const char c = queue.front();
+    queue.erase(0, 1);
+    TakeCharacter(desk, c);
+  }
 }
 
 void Char2MMI(Desk& desk, char c) {

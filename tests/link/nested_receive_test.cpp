@@ -41,13 +41,39 @@ TEST(ReceiveInsideABox, NewerMessagesAreHandledWhileTheBoxIsUp) {
   EXPECT_EQ(d.port.AllSent(), "II");
 }
 
-TEST(ReceiveInsideABox, TheRestOfTheReadThatBroughtTheBoxWaitsAndIsNotLost) {
+TEST(ReceiveInsideABox, TheRestOfTheReadThatBroughtTheBoxComesBeforeWhatIsNewer) {
   NestingDesk d;
   d.DuringBox({LineStarted(5)});
   d.port.Receive(LineStarted(1) + kOldFirmware + LineStarted(2) + LineStarted(3));
-  EXPECT_EQ(d.started_when_box_closed, (std::vector<int>{1, 5}));
-  EXPECT_EQ(d.view.scrolls, (std::vector<int>{1, 5, 2, 3}));
+  EXPECT_EQ(d.started_when_box_closed, (std::vector<int>{1, 2, 3, 5}));
+  EXPECT_EQ(d.view.scrolls, (std::vector<int>{1, 2, 3, 5}));
   EXPECT_EQ(d.port.AllSent(), "IIII");
+}
+
+TEST(ReceiveInsideABox, TheRestWaitsForTheBoxIfNothingNewComes) {
+  NestingDesk d;
+  d.DuringBox({});
+  d.port.Receive(kOldFirmware + LineStarted(2) + LineStarted(3));
+  EXPECT_EQ(d.started_when_box_closed, std::vector<int>{});
+  EXPECT_EQ(d.view.scrolls, (std::vector<int>{2, 3}));
+}
+
+TEST(ReceiveInsideABox, AMessageWhoseBeginningCameBeforeTheBoxIsWhole) {
+  for (std::size_t cut = 1; cut < 4; ++cut) {
+    NestingDesk d;
+    const std::string message = LineStarted(77);
+    d.DuringBox({message.substr(cut) + LineStarted(78)});
+    d.port.Receive(kOldFirmware + message.substr(0, cut));
+    EXPECT_EQ(d.view.scrolls, (std::vector<int>{77, 78})) << cut;
+  }
+}
+
+TEST(ReceiveInsideABox, TextBehindTheMessageStandsInFrontOfNewerText) {
+  NestingDesk d;
+  d.source.MMIActive = true;
+  d.DuringBox({"ef"});
+  d.port.Receive("ab" + kOldFirmware + "cd");
+  EXPECT_EQ(d.source.textline[0], "abcdef");
 }
 
 TEST(ReceiveInsideABox, AMessageThatEndsAfterTheBoxWasClosedIsDelivered) {

@@ -70,6 +70,13 @@ TEST(NewOnComm, AHeaderInsideAMessageStartsANewOne) {
 }
 
 TEST(NewOnComm, ABrokenMessageDisappearsWithoutAWord) {
+  // The same bytes with headers that would light lines: only the second does, the first is never heard of.
+  ListeningDesk lines;
+  lines.port.Receive(Bytes({236, 4, 254, 1, 2, 3}));
+  EXPECT_EQ(lines.view.scrolls, std::vector<int>{18});
+  EXPECT_EQ(lines.source.rows[18].state, RowState::Executing);
+  EXPECT_EQ(lines.port.AllSent(), "I");
+
   ListeningDesk d;
   d.source.MMIActive = true;
   d.port.Receive(Bytes({200, 65, 201, 1, 2, 3}));
