@@ -90,6 +90,7 @@ class RunCommand : public Command {
         }
         return HubFailure(console, line);
       case ExecuteResult::HubSilent:
+      case ExecuteResult::UnknownHub:
       case ExecuteResult::NoAnswer: return HubFailure(console, line);
       case ExecuteResult::Declined: return ExitCode::Refused;
       case ExecuteResult::Busy:

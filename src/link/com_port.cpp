@@ -2,6 +2,8 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "link/com_port.h"
 
+#include <utility>
+
 #include "platform/number_format.h"
 
 namespace tavlo {
@@ -11,6 +13,8 @@ constexpr std::string_view kSettingsApplication = "Tavlo Hub Composer";
 constexpr std::string_view kSettingsSection = "Startup";
 constexpr std::string_view kSettingsKey = "ComPort";
 constexpr int kStartThreshold = 3;
+constexpr std::string_view kMayMove =
+    "A program was running: the machine may still be moving, and its own stop is the only one left.  ";
 
 std::optional<std::string> OpenPort(SerialPort& port, int number) {
   port.CommPort(number);
@@ -89,20 +93,25 @@ void RememberPort(Desk& desk) {
 }
 
 void TellPortLost(Desk& desk) {
-  const int number = desk.Comm1.CommPort();
-  desk.source.ComNum = 0;
-  desk.source.MMIActive = false;
-  desk.source.InMsg = false;
-  desk.source.MsgBuf.clear();
+  Source& source = desk.source;
+  // A run is an operation too, but one that nothing else tells of and that cannot wait.
+  if (source.Busy && desk.run.Active() == RunWindow::None) {
+    source.PortLost = true;
+    return;
+  }
+  const bool ran = std::exchange(source.HubRuns, false);
+  source.ComNum = 0;
+  source.MMIActive = false;
+  source.received.clear();
+  source.InMsg = false;
+  source.MsgBuf.clear();
   SelectOptCom(desk, std::nullopt);
   // Nothing more will come of a run.
   desk.run.Hide();
-  MsgBox(desk,
-         "Comm " + Joined(number) +
-             " has gone.  Check the cable, then choose a comm port again.  Your program is still here and "
-             "can be "
-             "edited and saved.",
-         Icon::Exclamation, "Communication Error");
+  CommError(desk,
+            "Comm " + Joined(desk.Comm1.CommPort()) + " has gone.  " + std::string(ran ? kMayMove : "") +
+                "Check the cable, then choose a comm port again.  Your program is still here and can be "
+                "edited and saved.");
 }
 
 }  // namespace tavlo

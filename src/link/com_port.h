@@ -16,7 +16,8 @@ void StartComm(Desk& desk);
 void ClickOptCom(Desk& desk, int index);
 /// Writes the port's number to the settings store.
 void RememberPort(Desk& desk);
-/// The port has vanished: says so once and frees the choice of port. The program stays as it is.
+/// The port has vanished: says so once and frees the choice of port. The program stays as it is. In the
+/// middle of an operation this only takes note; the operation tells it at its end.
 void TellPortLost(Desk& desk);
 
 }  // namespace tavlo

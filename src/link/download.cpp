@@ -5,6 +5,7 @@
 #include "checks/chain.h"
 #include "codegen/compile.h"
 #include "link/drive_check.h"
+#include "link/operation.h"
 #include "link/polled.h"
 #include "platform/number_format.h"
 
@@ -24,7 +25,7 @@ class Transfer {
   }
 
   bool Start() {
-    static_cast<void>(desk_.Comm1.Input());
+    DropInput(desk_);
     desk_.downbox.Gauge(10);
     desk_.downbox.Show();
     desk_.Comm1.Output("F");
@@ -107,14 +108,14 @@ class Transfer {
 
 /// A time-out in the middle: nothing more is sent, the hub gives the transfer up by itself.
 DownloadResult Stopped(Desk& desk, DownloadResult result, const std::string& text) {
-  MsgBox(desk, text, Icon::Question);
+  TellFailedExchange(desk, text, Icon::Question);
   desk.downbox.Hide();
   desk.source.Busy = false;
   return result;
 }
 
 DownloadResult Refused(Desk& desk, DownloadResult result, std::string_view text) {
-  MsgBox(desk, text);
+  TellFailedExchange(desk, text);
   desk.downbox.Hide();
   return result;
 }
@@ -157,12 +158,49 @@ DownloadResult Send(Desk& desk, const CompiledProgram& compiled, float rev) {
   return DownloadResult::Done;
 }
 
+/// How a download ended that goes through its checks. What these put right in the lines stays only if the
+/// program can be sent.
+DownloadResult CheckAndSend(Desk& desk) {
+  Source& source = desk.source;
+  const auto lines = source.program.Prog;
+  ScanLoops(source.program);
+  const CheckResult checked = CheckProgram(desk);
+  if (checked != CheckResult::Passed) {
+    source.program.Prog = lines;
+    // A program whose Repeats do not pair is taken for unchanged all the same.
+    if (checked == CheckResult::StoppedClean) source.Changed = false;
+    return DownloadResult::Refused;
+  }
+  const DownloadResult result = DownloadProg(desk, source.program.HubVersion);
+  if (result == DownloadResult::CannotCompile) {
+    // Nothing has left the program: it is as it was, and as unsaved.
+    source.program.Prog = lines;
+  } else {
+    source.Changed = false;
+  }
+  return result;
+}
+
+std::optional<DownloadResult> DownloadWhileBusy(Desk& desk) {
+  StopHub(desk);
+  const std::string identity = CheckDrive(desk);
+  if (identity.empty()) {
+    desk.source.Changed = false;
+    return std::nullopt;
+  }
+  if (!IsHub(desk, identity)) return std::nullopt;
+  return CheckAndSend(desk);
+}
+
 }  // namespace
 
 DownloadResult DownloadProg(Desk& desk, float rev) {
   CompiledProgram compiled;
   try {
-    compiled = CompileProgram(desk.program());
+    // What compiling changes is the program's only if all of it can be compiled.
+    Program program = desk.program();
+    compiled = CompileProgram(program);
+    desk.program() = std::move(program);
   } catch (const EncodeError& error) {
     MsgBox(desk, error.what());
     return DownloadResult::CannotCompile;
@@ -173,28 +211,8 @@ DownloadResult DownloadProg(Desk& desk, float rev) {
 }
 
 std::optional<DownloadResult> Download(Desk& desk) {
-  Source& source = desk.source;
-  if (source.Busy) return std::nullopt;
-  source.Busy = true;
-  desk.Comm1.Output("S");
-  if (CheckDrive(desk).empty()) {
-    source.Busy = false;
-    source.Changed = false;
-    return std::nullopt;
-  }
-  ScanLoops(desk.program());
-  const CheckResult checked = CheckProgram(desk);
-  if (checked != CheckResult::Passed) {
-    source.Busy = false;
-    // A program whose Repeats do not pair is taken for unchanged all the same.
-    if (checked == CheckResult::StoppedClean) source.Changed = false;
-    return DownloadResult::Refused;
-  }
-  const DownloadResult result = DownloadProg(desk, desk.program().HubVersion);
-  source.Busy = false;
-  // Nothing has left the program when a line could not be compiled: it is as unsaved as it was.
-  if (result != DownloadResult::CannotCompile) source.Changed = false;
-  return result;
+  if (desk.source.Busy) return std::nullopt;
+  return WhileBusy(desk, [&desk] { return DownloadWhileBusy(desk); });
 }
 
 }  // namespace tavlo

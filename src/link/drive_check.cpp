@@ -31,7 +31,7 @@ bool ReadUpTo(Desk& desk, std::string& reply, std::size_t count) {
 std::string CompleteReply(Desk& desk, std::string reply) {
   if (reply.size() >= 2) return reply;
   if (ReadUpTo(desk, reply, 2)) return reply;
-  MsgBox(desk, kOneCharacter, Icon::Exclamation);
+  TellFailedExchange(desk, kOneCharacter, Icon::Exclamation);
   return {};
 }
 
@@ -115,16 +115,27 @@ std::string CheckDrive(Desk& desk) {
     return reply.size() >= 2;
   });
   if (!answered) {
-    MsgBox(desk,
-           "The Tavlo Hub is not communicating.  Is it connected to the right port and turned on?  Do you "
-           "have the "
-           "right comm port selected?  Perhaps cycling power will help.",
-           Icon::Question, kErrorTitle);
+    TellFailedExchange(
+        desk,
+        "The Tavlo Hub is not communicating.  Is it connected to the right port and turned on?  Do you have "
+        "the right comm port selected?  Perhaps cycling power will help.",
+        Icon::Question, kErrorTitle);
     return {};
   }
   desk.program().HubVersion = RevisionOf(static_cast<unsigned char>(reply[0]));
   ShowHub(desk, Code(reply[1]));
   return reply;
+}
+
+bool IsHub(Desk& desk, std::string_view identity) {
+  const int code = Code(identity[1]);
+  if (std::ranges::any_of(kHubModels, [=](const HubModelRow& row) { return row.code == code; })) return true;
+  TellUnknownDevice(desk);
+  return false;
+}
+
+void TellUnknownDevice(Desk& desk) {
+  MsgBox(desk, "Unknown device detected on comm port.", Icon::None, "Unknown device");
 }
 
 std::string SilentCheckDrive(Desk& desk) {
@@ -136,11 +147,11 @@ std::string SilentCheckDrive(Desk& desk) {
     return !reply.empty();
   });
   if (!answered) {
-    MsgBox(desk,
-           "The Tavlo Hub is not communicating.  Is it connected to the right port and turned on?  Perhaps "
-           "cycling "
-           "power will help.",
-           Icon::Question, kErrorTitle);
+    TellFailedExchange(
+        desk,
+        "The Tavlo Hub is not communicating.  Is it connected to the right port and turned on?  Perhaps "
+        "cycling power will help.",
+        Icon::Question, kErrorTitle);
     return {};
   }
   return CompleteReply(desk, std::move(reply));
@@ -152,8 +163,9 @@ void ScanDrivesRV(Desk& desk, std::array<float, kAxisSlots>& revisions) {
   const int axes = HubAxes(desk.program());
   const double start = SendCommand(desk, "R");
   if (!AwaitUntil(desk, start, kReplyLimit, [&] { return desk.Comm1.InBufferCount() >= 3 * axes; })) {
-    MsgBox(desk, "The Tavlo Hub is not responding (R).  Is it connected to the right port and turned on?",
-           Icon::Question);
+    TellFailedExchange(
+        desk, "The Tavlo Hub is not responding (R).  Is it connected to the right port and turned on?",
+        Icon::Question);
     return;
   }
   const std::string reply = desk.Comm1.Input();
@@ -167,7 +179,7 @@ std::optional<DriveList> ReadDriveList(Desk& desk) {
   const int axes = HubAxes(desk.program());
   const double start = SendCommand(desk, "D");
   if (!AwaitUntil(desk, start, kReplyLimit, [&] { return desk.Comm1.InBufferCount() >= 2 * axes; })) {
-    MsgBox(
+    TellFailedExchange(
         desk,
         "The Tavlo Hub is not responding to the D command.  Is it connected to the right port and turned on?",
         Icon::Question);
@@ -208,7 +220,7 @@ void ConfigDSPdrives(Desk& desk) {
     }
   }
   desk.Comm1.Output("0HM\r");
-  static_cast<void>(desk.Comm1.Input());
+  DropInput(desk);
 }
 
 }  // namespace tavlo

@@ -5,6 +5,7 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "desk/desk.h"
 
@@ -18,7 +19,11 @@ namespace tavlo {
 /// Asks the hub who it is, and shows firmware and model. The raw reply: revision byte, model byte;
 /// empty after the operator has been told of a failure.
 [[nodiscard]] std::string CheckDrive(Desk& desk);
-/// The same without showing anything.
+/// A reply of that question names a model that a hub has. Otherwise the operator is told of an unknown
+/// device, with which nothing is begun.
+[[nodiscard]] bool IsHub(Desk& desk, std::string_view identity);
+void TellUnknownDevice(Desk& desk);
+/// The same as CheckDrive() without showing anything.
 [[nodiscard]] std::string SilentCheckDrive(Desk& desk);
 
 /// Model codes of the drives, by axis: what the program in the hub expects and what is plugged in.

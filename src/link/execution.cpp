@@ -4,6 +4,7 @@
 
 #include "desk/grid.h"
 #include "link/drive_check.h"
+#include "link/operation.h"
 #include "link/polled.h"
 
 namespace tavlo {
@@ -49,13 +50,14 @@ RunWindow AskRunWindow(Desk& desk, const std::string& identity) {
 }
 
 ExecuteResult ExecuteWhileBusy(Desk& desk) {
-  desk.Comm1.Output("S");
+  StopHub(desk);
   const std::string identity = CheckDrive(desk);
   if (identity.empty()) return ExecuteResult::HubSilent;
+  if (!IsHub(desk, identity)) return ExecuteResult::UnknownHub;
   if (!AllDrivesOK(desk)) return ExecuteResult::DrivesNotOK;
   const RunWindow window = AskRunWindow(desk, identity);
   if (window == RunWindow::None) {
-    MsgBox(
+    TellFailedExchange(
         desk,
         "The Tavlo Hub is not responding to the execute (E) command.  Is it connected to the right port and "
         "turned on?",
@@ -79,14 +81,14 @@ ExecuteResult Execute(Desk& desk) {
                Icon::None, kApplicationTitle, Buttons::YesNo);
     if (answer != Answer::Yes) return ExecuteResult::Declined;
   }
-  desk.source.Busy = true;
-  const ExecuteResult result = ExecuteWhileBusy(desk);
-  desk.source.Busy = false;
-  return result;
+  return WhileBusy(desk, [&desk] { return ExecuteWhileBusy(desk); });
 }
 
 void StartRun(Desk& desk, RunWindow window) {
   desk.source.Stopped = false;
+  desk.source.HubRuns = true;
+  // Half a message of an earlier run would take the first bytes of this one for its own.
+  DropInput(desk);
   MakeLimitsRed(desk.source.panel, desk.program());
   ShowRunning(desk, window);
   for (int axis = 0; axis < kAxes; ++axis) desk.run.StatusChanged(axis);
@@ -104,8 +106,7 @@ void StartRun(Desk& desk, RunWindow window) {
 }
 
 void StopRun(Desk& desk, RunWindow window) {
-  desk.Comm1.Output("S");
-  desk.source.Stopped = true;
+  SayStop(desk);
   if (window == RunWindow::fakeMMI) {
     desk.Comm1.RThreshold(1);
     desk.source.MMIActive = false;
@@ -119,8 +120,7 @@ void StopRun(Desk& desk, RunWindow window) {
 void CloseRun(Desk& desk, RunWindow window) {
   // Only the status window stops the hub when it is closed by its frame; the emulator sends nothing.
   if (window != RunWindow::ExecStatus) return;
-  desk.Comm1.Output("S");
-  desk.source.Stopped = true;
+  SayStop(desk);
 }
 
 void LeaveRun(Desk& desk) {
@@ -204,7 +204,7 @@ void ResetDrive(Desk& desk) {
   for (int pass = 0; pass < kResets; ++pass) {
     desk.Comm1.Output("R");
     if (AwaitExactly(desk, "Y", start, kResetLimit)) continue;
-    MsgBox(
+    TellFailedExchange(
         desk,
         "I sent the reset command to the drive, but it did not respond.  Please reset the drive manually by "
         "turning it off.",

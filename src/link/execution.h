@@ -8,10 +8,11 @@ namespace tavlo {
 
 /// How the Execute button came to its end.
 enum class ExecuteResult {
-  Ran,        ///< a run window was shown and has been hidden again
-  Busy,       ///< another operation with the hub is under way
-  Declined,   ///< the operator does not run a changed program
-  HubSilent,  ///< the hub did not say who it is
+  Ran,         ///< a run window was shown and has been hidden again
+  Busy,        ///< another operation with the hub is under way
+  Declined,    ///< the operator does not run a changed program
+  HubSilent,   ///< the hub did not say who it is
+  UnknownHub,  ///< what answers is no hub that is known
   DrivesNotOK,
   NoAnswer,  ///< to the command to execute
 };

@@ -34,14 +34,15 @@ bool IsAxis(int axis) {
   return axis >= 0 && axis < kAxes;
 }
 
-/// An "I" lets the machine go on to its next line, so none goes out after Stop.
+/// Lets the machine go on to its next line.
 void Acknowledge(Desk& desk) {
-  if (!desk.source.Stopped) desk.Comm1.Output("I");
+  desk.Comm1.Output("I");
 }
 
 /// A halt ends the run: its window goes first, so that the question stands alone.
 void EndRun(Desk& desk) {
   desk.source.Halted = true;
+  desk.source.HubRuns = false;
   desk.source.MMIActive = false;
   desk.run.Hide();
 }
@@ -133,6 +134,7 @@ void PassLine(Desk& desk, const Message& m) {
 enum class Condition {
   Always,
   AxisExists,  ///< the first payload byte is an axis
+  NotStopped,  ///< a line of a run that was stopped is neither shown nor answered
   RunShown,    ///< status is for the run windows alone
 };
 
@@ -146,7 +148,7 @@ struct MessageRow {
 
 constexpr std::array kMessages = {
     MessageRow{HubHeader::Greeting, 1, Condition::Always, Greet},
-    MessageRow{HubHeader::LineStarted, 1, Condition::Always, StartLine},
+    MessageRow{HubHeader::LineStarted, 1, Condition::NotStopped, StartLine},
     MessageRow{HubHeader::StepDone, 1, Condition::RunShown,
                [](Desk& desk, const Message&) { StepDone(desk); }},
     MessageRow{HubHeader::LimitHit, 1, Condition::AxisExists, LimitHit},
@@ -158,10 +160,10 @@ constexpr std::array kMessages = {
     MessageRow{HubHeader::DriveLost, 1, Condition::AxisExists, DriveLost},
     MessageRow{HubHeader::StackOverflow, 1, Condition::Always, StackOverflow},
     MessageRow{HubHeader::StackUnderflow, 1, Condition::Always, StackUnderflow},
-    MessageRow{HubHeader::LineFinished, 1, Condition::Always,
+    MessageRow{HubHeader::LineFinished, 1, Condition::NotStopped,
                [](Desk& desk, const Message& m) { HideYelLine(desk, m.Line()); }},
-    MessageRow{HubHeader::LineConcurrent, 1, Condition::Always, PassLine},
-    MessageRow{HubHeader::ProgramCounter, 1, Condition::Always, MoveProgCounter},
+    MessageRow{HubHeader::LineConcurrent, 1, Condition::NotStopped, PassLine},
+    MessageRow{HubHeader::ProgramCounter, 1, Condition::NotStopped, MoveProgCounter},
     MessageRow{HubHeader::ExtendedOutputs, kAxes, Condition::RunShown,
                [](Desk& desk, const Message& m) { ShowOutStatus(desk, m.axis, m.b2); }},
     MessageRow{HubHeader::ExtendedInputs, kAxes, Condition::RunShown,
@@ -177,6 +179,7 @@ bool Counts(const Desk& desk, Condition condition, const Message& m) {
   switch (condition) {
     case Condition::Always: return true;
     case Condition::AxisExists: return IsAxis(m.b2);
+    case Condition::NotStopped: return !desk.source.Stopped;
     case Condition::RunShown: return desk.run.Active() != RunWindow::None;
   }
   return false;
@@ -197,6 +200,9 @@ void HandleMsg(Desk& desk, std::string_view message) {
 
 void DispDrive(Desk& desk, int revision, int hub_code) {
   desk.Comm1.RThreshold(1);
+  // A hub that comes up has forgotten what it was doing.
+  desk.source.Stopped = false;
+  desk.source.HubRuns = false;
   desk.program().HubVersion = RevisionOf(static_cast<unsigned char>(revision));
   const bool known = hub_code == kHubModels[HubOcto].code || hub_code == kHubModels[HubQuad].code;
   if (known) {
@@ -204,7 +210,7 @@ void DispDrive(Desk& desk, int revision, int hub_code) {
     desk.beeper.Beep();
     ShowHub(desk, hub_code);
   } else {
-    MsgBox(desk, "Unknown device detected on comm port.", Icon::None, "Unknown device");
+    TellUnknownDevice(desk);
   }
   desk.run.Hide();
   desk.source.MMIActive = false;

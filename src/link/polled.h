@@ -42,8 +42,25 @@ template <class Done>
   }
 }
 
-/// Throws away what waits and sends the command. Gives the time from which its reply is awaited.
+/// Throws away everything that has come from the hub, half a message too.
+void DropInput(Desk& desk);
+
+/// Sends the command to stop. What the hub still says of its run counts no more.
+void SayStop(Desk& desk);
+/// Stops what the hub is doing and waits until it has said its last: what is still on its way would be taken
+/// for the answer to the next question. Then throws it away. Takes 25 ms if nothing comes; else it lasts
+/// until the line has been silent for 50 ms, half a second at most. Never yields.
+void StopHub(Desk& desk);
+
+/// Throws away what waits and sends the command. Returns the time from which its reply is awaited.
 [[nodiscard]] double SendCommand(Desk& desk, std::string_view command);
+
+/// The port has gone and nobody has told it yet.
+[[nodiscard]] bool PortHasGone(const Desk& desk);
+/// Tells that an exchange has failed. Shows nothing when the port has gone: that is the one cause, and it is
+/// told by itself.
+void TellFailedExchange(Desk& desk, std::string_view text, Icon icon = Icon::None,
+                        std::string_view title = kApplicationTitle);
 
 /// Waits until one read gives exactly this; any other read is thrown away.
 [[nodiscard]] bool AwaitExactly(Desk& desk, std::string_view reply, double start, double limit = kReplyLimit);

@@ -9,6 +9,7 @@
 #include "codegen/encodings.h"
 #include "desk/grid.h"
 #include "link/drive_check.h"
+#include "link/operation.h"
 #include "link/polled.h"
 #include "platform/number_format.h"
 
@@ -61,8 +62,19 @@ void ShowUploaded(Desk& desk) {
 }
 
 void TellFailure(Desk& desk, std::string_view text) {
-  MsgBox(desk, text);
+  TellFailedExchange(desk, text);
   desk.upbox.Hide();
+}
+
+std::optional<UploadResult> UploadWhileBusy(Desk& desk) {
+  StopHub(desk);
+  if (SilentCheckDrive(desk).empty()) return std::nullopt;
+  const std::string identity = CheckDrive(desk);
+  if (identity.empty() || !IsHub(desk, identity)) return std::nullopt;
+  const UploadResult result = UploadProg(desk, desk.program().HubVersion);
+  MarkChains(desk);
+  static_cast<void>(CheckDrive(desk));
+  return result;
 }
 
 constexpr std::string_view kNotCorrect =
@@ -72,7 +84,7 @@ constexpr std::string_view kNotCorrect =
 }  // namespace
 
 ImageReading ReadImage(Desk& desk) {
-  static_cast<void>(desk.Comm1.Input());
+  DropInput(desk);
   desk.upbox.Gauge(kGaugeStart);
   desk.upbox.Show();
   desk.Comm1.Output("U");
@@ -114,21 +126,8 @@ UploadResult UploadProg(Desk& desk, float rev) {
 }
 
 std::optional<UploadResult> Upload(Desk& desk) {
-  Source& source = desk.source;
-  if (source.Busy) return std::nullopt;
-  source.Busy = true;
-  desk.Comm1.Output("S");
-  std::optional<UploadResult> result;
-  if (!SilentCheckDrive(desk).empty() && !CheckDrive(desk).empty()) {
-    // Shown for a hub of any model, where the check itself shows it for the models that there are.
-    source.DriveVersion = VersionText(desk.program().HubVersion);
-    desk.view.HubChanged();
-    result = UploadProg(desk, desk.program().HubVersion);
-    MarkChains(desk);
-    static_cast<void>(CheckDrive(desk));
-  }
-  source.Busy = false;
-  return result;
+  if (desk.source.Busy) return std::nullopt;
+  return WhileBusy(desk, [&desk] { return UploadWhileBusy(desk); });
 }
 
 }  // namespace tavlo

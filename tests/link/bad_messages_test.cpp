@@ -38,8 +38,8 @@ bool ShowsBox(int header, int b2, int b3) {
   }
 }
 
-int RowsPainted(int header, int b2, int b3) {
-  const bool paints = header == 254 || header == 236 || header == 237;
+int RowsPainted(int header, int b2, int b3, bool stopped) {
+  const bool paints = (header == 254 || header == 236 || header == 237) && !stopped;
   return paints && b2 * 16 + b3 < kLines ? 1 : 0;
 }
 
@@ -101,7 +101,8 @@ std::string Complaint(WatchedDesk& d, const Situation& situation, const std::arr
   if (d.OutOfRange()) return "painted out of range";
   if (acknowledged != (acknowledges ? 1 : 0)) return "acknowledged wrongly";
   if (d.boxes.shown.size() != (ShowsBox(m[0], m[1], m[2]) ? 1U : 0U)) return "a box too many or too few";
-  if (static_cast<int>(d.view.rows.size()) != RowsPainted(m[0], m[1], m[2])) return "rows painted wrongly";
+  if (static_cast<int>(d.view.rows.size()) != RowsPainted(m[0], m[1], m[2], situation.stopped))
+    return "rows painted wrongly";
   if (static_cast<int>(d.run.statuses.size()) != AxesPainted(m[0], situation.window))
     return "lights painted wrongly";
   const bool faulted = m[0] == 211 && m[1] < kAxes;

@@ -149,6 +149,7 @@ TEST(CheckDrive, AWaitAcrossMidnightLastsUntilTheReplyComes) {
 TEST(CheckDrive, WithNoPortOpenTheHubIsNotCommunicating) {
   HubDesk d;
   d.port.is_open = false;
+  d.source.ComNum = 0;
   EXPECT_EQ(CheckDrive(d.desk), "");
   EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{kNoHubBox});
 }

@@ -162,7 +162,7 @@ TEST(DownloadFailure, ThePortThatVanishesEndsTheTransferAtOnce) {
     const double start = d.clock.now;
     EXPECT_EQ(DownloadProg(d.desk, 1.38F), c.result) << c.place;
     EXPECT_LE(d.clock.now - start, 1.1) << c.place;
-    EXPECT_EQ(d.boxes.shown.size(), 1u) << c.place;
+    EXPECT_TRUE(d.boxes.shown.empty()) << c.place << ": what has gone is told once, as the port";
     EXPECT_FALSE(d.downbox.visible) << c.place;
   }
 }
@@ -170,6 +170,7 @@ TEST(DownloadFailure, ThePortThatVanishesEndsTheTransferAtOnce) {
 TEST(DownloadFailure, WithNoPortOpenTheHubIsNotResponding) {
   HubDesk d;
   d.port.is_open = false;
+  d.source.ComNum = 0;
   EXPECT_EQ(DownloadProg(d.desk, 1.38F), DownloadResult::NoAnswer);
   ASSERT_EQ(d.boxes.shown.size(), 1u);
   EXPECT_EQ(d.boxes.shown[0].text, kNoAnswer);
@@ -252,12 +253,76 @@ TEST(DownloadFailure, TheFirstLineWithoutBytesIsTheOneThatIsTold) {
 }
 
 TEST(Download, ALineWithoutBytesLetsOnlyStopAndTheQuestionWhoGoOut) {
+  for (const bool changed : {false, true}) {
+    HubDesk d;
+    d.source.Changed = changed;
+    d.Line(5).Type = FL;
+    d.Line(5).Dist = -1;
+    EXPECT_EQ(Download(d.desk), DownloadResult::CannotCompile);
+    EXPECT_EQ(d.port.AllSent(), "SC");
+    EXPECT_FALSE(d.source.Busy);
+    EXPECT_EQ(d.source.Changed, changed);
+  }
+}
+
+/// A program with everything that a check or the compiler puts right on its way: a pulse that is too long, an
+/// idle current, a Repeat that has not been numbered, and masks of inputs that a Hub Quad does not have.
+void WriteWhatIsPutRight(Program& program) {
+  program.HubIndex = HubQuad;
+  program.Prog[10].Type = FLSO;
+  program.Prog[10].Time = 900;
+  program.Prog[11].Type = WII;
+  program.Prog[11].Drive = 4;
+  program.Prog[11].InMask = 0xFF;
+  program.Prog[11].InState = 0xF0;
+  program.Prog[12].Type = RP;
+  program.Prog[12].LoopIndex = 44;
+  program.Prog[13].Type = ER;
+  program.Axis.DriveModel[0] = 36;
+  program.Axis.DriveCurrent[0] = 1;
+  program.Axis.PeakCurrent[0] = 1.75F;
+}
+
+TEST(Download, ThatIsRefusedLeavesEveryFieldAsItWas) {
+  struct Case {
+    const char* name;
+    std::function<void(Program&)> spoil;
+    DownloadResult result;
+  };
+  for (const Case& c :
+       {Case{"a check", [](Program& program) { program.Prog[20].Type = CL; }, DownloadResult::Refused},
+        Case{"a check of Repeats", [](Program& program) { program.Prog[20].Type = RP; },
+             DownloadResult::Refused},
+        Case{"the last line's bytes",
+             [](Program& program) {
+               program.Prog[199].Type = FL;
+               program.Prog[199].Dist = -1;
+             },
+             DownloadResult::CannotCompile},
+        Case{"a name of the settings", [](Program& program) { program.Axis.AxisName[7] = "much too long"; },
+             DownloadResult::CannotCompile}}) {
+    HubDesk d;
+    d.hub.model = 24;
+    WriteWhatIsPutRight(d.source.program);
+    c.spoil(d.source.program);
+    const auto lines = d.source.program.Prog;
+    const auto peaks = d.source.program.Axis.PeakCurrent;
+    EXPECT_EQ(Download(d.desk), c.result) << c.name;
+    EXPECT_EQ(d.source.program.Prog, lines) << c.name;
+    EXPECT_EQ(d.source.program.Axis.PeakCurrent, peaks) << c.name;
+  }
+}
+
+TEST(Download, ThatIsSentTakesOverWhatWasPutRight) {
   HubDesk d;
-  d.Line(5).Type = FL;
-  d.Line(5).Dist = -1;
-  EXPECT_EQ(Download(d.desk), DownloadResult::CannotCompile);
-  EXPECT_EQ(d.port.AllSent(), "SC");
-  EXPECT_FALSE(d.source.Busy);
+  d.hub.model = 24;
+  WriteWhatIsPutRight(d.source.program);
+  EXPECT_EQ(Download(d.desk), DownloadResult::Done);
+  EXPECT_EQ(d.source.program.Prog[10].Time, 255);
+  EXPECT_EQ(d.source.program.Prog[11].InMask, 0x0F);
+  EXPECT_EQ(d.source.program.Prog[11].InState, 0);
+  EXPECT_EQ(d.source.program.Prog[12].LoopIndex, 0);
+  EXPECT_EQ(d.source.program.Axis.PeakCurrent[0], 0.5F);
 }
 
 TEST(Download, StopsTheHubAsksWhoItIsAndTransfers) {

@@ -370,6 +370,37 @@ TEST(Stop, NotOneMoreByteGoesOutAfterIt) {
   }
 }
 
+TEST(Stop, NothingThatIsStillSaidOfTheRunIsPainted) {
+  for (const RunWindow window : kWindows) {
+    for (const int header : {254, 236, 237, 235}) {
+      RunningDesk d(window);
+      ShowLine(d.desk, 40);
+      d.Forget();
+      // The window is still there while the hub takes the command in.
+      d.loop.on_wait = [&] {
+        d.port.Receive(header == 235 ? Bytes({235, 1, 2, 8}) : LineEventOf(header, 40));
+        d.port.Receive(LineEventOf(header, 41));
+      };
+      StopRun(d.desk, window);
+      EXPECT_TRUE(d.view.rows.empty()) << header;
+      EXPECT_TRUE(d.view.scrolls.empty()) << header;
+      EXPECT_EQ(d.view.counters, std::vector<std::optional<int>>{std::nullopt}) << header;
+      EXPECT_EQ(d.source.rows[40].state, RowState::Executing) << header;
+      EXPECT_EQ(d.source.rows[41].state, RowState::Normal) << header;
+    }
+  }
+}
+
+TEST(Stop, AHubThatIsSwitchedOnAfterItIsHeardAgain) {
+  RunningDesk d(RunWindow::ExecStatus);
+  StopRun(d.desk, RunWindow::ExecStatus);
+  d.port.Receive(Bytes({255, 38, 8, 0}));
+  d.Forget();
+  d.port.Receive(LineEventOf(254, 3));
+  EXPECT_EQ(d.view.scrolls, std::vector<int>{3});
+  EXPECT_EQ(d.port.AllSent(), "I");
+}
+
 TEST(Stop, NotOneMoreByteGoesOutDuringItsWaitEither) {
   for (const RunWindow window : kWindows) {
     WaitingDesk d(window);

@@ -308,7 +308,8 @@ TEST(UploadProg, APortThatVanishesEndsTheWaitAtOnce) {
   d.loop.on_yield = [&] { d.port.is_open = false; };
   const double start = d.clock.now;
   EXPECT_EQ(UploadProg(d.desk, 1.38F), UploadResult::Stopped);
-  ExpectOneBox(d, StoppedAfter(500));
+  EXPECT_TRUE(d.boxes.shown.empty()) << "what has gone is told once, as the port";
+  EXPECT_FALSE(d.upbox.visible);
   ExpectUntouched(d, before);
   EXPECT_EQ(d.clock.now, start);
 }
