@@ -76,6 +76,8 @@ void LoadTerminal(Desk& desk) {
 
 void ActivateTerminal(Desk& desk) {
   if (desk.source.TermActive) return;
+  // An upload that failed has left the line deaf.
+  desk.Comm1.RThreshold(1);
   desk.Comm1.Output(kPassthrough);
   desk.source.TermActive = true;
 }

@@ -26,6 +26,17 @@ struct VoxDesk : FakeDesk {
   FakeTerminal terminal;
 };
 
+TEST(DriveTerminal, HearsTheDrivesOnALineThatAnUploadHasLeftDeaf) {
+  for (const int before : {0, 1, 3}) {
+    VoxDesk d;
+    d.port.threshold = before;
+    ActivateTerminal(d.desk);
+    EXPECT_EQ(d.port.RThreshold(), 1) << before;
+    d.port.Receive("*1\r");
+    EXPECT_EQ(d.History(), "*1\r\n") << before;
+  }
+}
+
 /// The terminal is up and its passthrough on.
 struct OpenVoxDesk : VoxDesk {
   OpenVoxDesk() {
