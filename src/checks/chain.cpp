@@ -19,8 +19,8 @@ std::string Number(int line) {
   return Joined(line + 1);
 }
 
-CheckResult Stop(Desk& desk, const std::string& text, std::string_view title) {
-  MsgBox(desk, text, Icon::None, title);
+CheckResult Stop(Desk& desk, const std::string& text, const std::string& title) {
+  MsgBox(desk, {.text = text, .title = title});
   return CheckResult::Stopped;
 }
 
@@ -45,8 +45,8 @@ CheckResult FirmwareFits(Desk& desk) {
 
 /// One box for each line that a scan found.
 template <class Text>
-CheckResult TellEach(Desk& desk, const std::vector<int>& lines, std::string_view title, Text text) {
-  for (const int line : lines) MsgBox(desk, text(line), Icon::None, title);
+CheckResult TellEach(Desk& desk, const std::vector<int>& lines, const std::string& title, Text text) {
+  for (const int line : lines) MsgBox(desk, {.text = text(line), .title = title});
   return lines.empty() ? CheckResult::Passed : CheckResult::Stopped;
 }
 
@@ -133,7 +133,8 @@ CheckResult PromptsFit(Desk& desk) {
                            " in program line " + Number(wrong->line) + std::string(UseText(program, *wrong)) +
                            Number(wrong->prompt_line) + " puts " +
                            std::string(MMIVarKind(wrong->prompt_kind)) + " data into that variable.";
-  const Answer answer = MsgBox(desk, text, Icon::Question, "Warning", Buttons::OKCancel);
+  const Answer answer =
+      MsgBox(desk, {.text = text, .title = "Warning", .buttons = Buttons::OKCancel, .icon = Icon::Question});
   return answer == Answer::OK ? CheckResult::Passed : CheckResult::Stopped;
 }
 
@@ -172,8 +173,9 @@ CheckResult MovesApart(Desk& desk) {
               "Two moves on same axis");
 }
 
-CheckResult StopClean(Desk& desk, std::string_view text, std::string_view title = kApplicationTitle) {
-  MsgBox(desk, text, Icon::Exclamation, title);
+CheckResult StopClean(Desk& desk, const std::string& text,
+                      const std::string& title = std::string(kApplicationTitle)) {
+  MsgBox(desk, {.text = text, .title = title, .icon = Icon::Exclamation});
   return CheckResult::StoppedClean;
 }
 

@@ -18,6 +18,7 @@ std::string_view NameOf(Buttons buttons) {
     case Buttons::OK: return "OK";
     case Buttons::OKCancel: return "OKCancel";
     case Buttons::YesNo: return "YesNo";
+    case Buttons::OKWithoutPort: return "OKWithoutPort";
   }
   return "";
 }
@@ -32,9 +33,9 @@ std::string_view NameOf(Icon icon) {
   return "";
 }
 
-Json AsJson(const std::vector<ConsoleBoxes::Box>& shown, bool passed) {
+Json AsJson(const std::vector<Box>& shown, bool passed) {
   Json boxes = Json::array();
-  for (const ConsoleBoxes::Box& box : shown) {
+  for (const Box& box : shown) {
     boxes.push_back({{"text", Utf8FromLatin1(box.text)},
                      {"title", Utf8FromLatin1(box.title)},
                      {"buttons", NameOf(box.buttons)},

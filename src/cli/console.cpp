@@ -55,7 +55,7 @@ void Console::Beep() {
 }
 
 Answer Console::Ask(std::string_view question, Buttons buttons, AnswerBy by) {
-  if (buttons == Buttons::OK) {
+  if (HarmlessAnswer(buttons) == Answer::OK) {
     Message(question);
     return Answer::OK;
   }

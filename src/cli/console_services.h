@@ -17,18 +17,14 @@ namespace tavlo::cli {
 class ConsoleBoxes : public MessageBoxes {
  public:
   ConsoleBoxes(Console& console, AnswerBy by) : console_(console), by_(by) {}
-  Answer MsgBox(std::string_view text, std::string_view title, Buttons buttons, Icon icon) override;
 
-  struct Box {
-    std::string text;
-    std::string title;
-    Buttons buttons = Buttons::OK;
-    Icon icon = Icon::None;
-  };
   /// The boxes so far, oldest first.
   [[nodiscard]] const std::vector<Box>& Shown() const { return shown_; }
   /// Title of the last box; empty before the first.
   [[nodiscard]] std::string LastTitle() const { return shown_.empty() ? std::string() : shown_.back().title; }
+
+ protected:
+  Answer Show(const Box& box) override;
 
  private:
   Console& console_;

@@ -2,10 +2,12 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "desk/desk.h"
 
+#include <utility>
+
 namespace tavlo {
 
-Answer MsgBox(Desk& desk, std::string_view text, Icon icon, std::string_view title, Buttons buttons) {
-  return desk.boxes.MsgBox(text, title, buttons, icon);
+Answer MsgBox(Desk& desk, Box box) {
+  return desk.boxes.MsgBox(std::move(box));
 }
 
 void WaitSecs(Desk& desk, double seconds) {

@@ -18,7 +18,6 @@
 
 namespace tavlo {
 
-inline constexpr std::string_view kApplicationTitle = "Tavlo Composer";
 inline constexpr std::string_view kUntitled = "untitled";
 
 /// What the drive terminal holds.
@@ -121,9 +120,8 @@ struct Desk {
   [[nodiscard]] Program& program() const { return source.program; }
 };
 
-/// A message box; the title is the application's and OK the only button unless told.
-Answer MsgBox(Desk& desk, std::string_view text, Icon icon = Icon::None,
-              std::string_view title = kApplicationTitle, Buttons buttons = Buttons::OK);
+/// Shows the box and returns the operator's answer.
+Answer MsgBox(Desk& desk, Box box);
 
 /// Yields to the event loop until the time has passed.
 void WaitSecs(Desk& desk, double seconds);

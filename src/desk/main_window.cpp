@@ -46,8 +46,9 @@ void InitSession(Source& source) {
 }
 
 void Clear(Desk& desk) {
-  const Answer answer = MsgBox(desk, "Do you want to clear your entire program?", Icon::None, "Erase Program",
-                               Buttons::OKCancel);
+  const Answer answer = MsgBox(desk, {.text = "Do you want to clear your entire program?",
+                                      .title = "Erase Program",
+                                      .buttons = Buttons::OKCancel});
   if (answer != Answer::OK) return;
   InitProg(desk.program());
   Refresh(desk);
@@ -88,7 +89,7 @@ void CopyInst(Desk& desk, int source_line, int target_line) {
   Program& program = desk.program();
   const Instruction& from = program.Prog[source_line];
   if (from.Type == MMI && StringsTooLong(program, from.Text.size(), target_line)) {
-    MsgBox(desk, "Strings too long", Icon::Exclamation);
+    MsgBox(desk, {.text = "Strings too long", .icon = Icon::Exclamation});
     return;
   }
   program.Prog[target_line] = from;
@@ -122,7 +123,9 @@ void DropIcon(Desk& desk, int source_line, int target_line, bool shift) {
   if (desk.program().Prog[target_line].Type != NO) {
     const std::string question = "Do you want to copy program line " + Joined(source_line + 1) + " to line " +
                                  Joined(target_line + 1) + "?";
-    if (MsgBox(desk, question, Icon::None, "Copy Program Line", Buttons::OKCancel) != Answer::OK) return;
+    const Answer answer =
+        MsgBox(desk, {.text = question, .title = "Copy Program Line", .buttons = Buttons::OKCancel});
+    if (answer != Answer::OK) return;
     CopyInst(desk, source_line, target_line);
     return;
   }
@@ -132,8 +135,10 @@ void DropIcon(Desk& desk, int source_line, int target_line, bool shift) {
 
 bool MayQuit(Desk& desk) {
   if (!desk.source.Changed) return true;
-  return MsgBox(desk, "You have made changes without Saving or Downloading.  Do you really want to quit?",
-                Icon::None, "Quit", Buttons::OKCancel) == Answer::OK;
+  return MsgBox(desk,
+                {.text = "You have made changes without Saving or Downloading.  Do you really want to quit?",
+                 .title = "Quit",
+                 .buttons = Buttons::OKCancel}) == Answer::OK;
 }
 
 namespace {
@@ -162,7 +167,7 @@ void ShowLoaded(Desk& desk, std::string_view name) {
 }
 
 void TellDamaged(Desk& desk, const std::string& path) {
-  MsgBox(desk, "Can't read file " + path + ".  File may be damaged.", Icon::None, "");
+  MsgBox(desk, {.text = "Can't read file " + path + ".  File may be damaged.", .title = ""});
   // After an old file the hardware keeps what was read of it.
   if (IsHubProg(path)) InitHardware(desk.program().Axis);
   for (int line = 0; line < kLines; ++line) desk.program().Prog[line].Type = NO;
@@ -189,14 +194,16 @@ std::optional<std::string> SaveFile(Desk& desk, const std::string& path) {
 void Save(Desk& desk) {
   const auto path = desk.dialogs.SaveFileName({{{"Tavlo Files", "*.TVH"}}, "tvh"});
   if (!path || path->empty()) return;
-  if (const auto error = SaveFile(desk, *path)) MsgBox(desk, "Error saving file: " + *error, Icon::None, "");
+  if (const auto error = SaveFile(desk, *path)) {
+    MsgBox(desk, {.text = "Error saving file: " + *error, .title = ""});
+  }
 }
 
 bool LoadFile(Desk& desk, const std::string& path) {
   desk.loading.Show();
   const auto text = desk.files.Read(path, kLargestProgramFile);
   if (!text) {
-    MsgBox(desk, "Error: could not open file.", Icon::None, "");
+    MsgBox(desk, {.text = "Error: could not open file.", .title = ""});
     desk.loading.Hide();
     return false;
   }
@@ -217,11 +224,11 @@ bool LoadFile(Desk& desk, const std::string& path) {
 
 void Load(Desk& desk) {
   if (desk.source.Changed) {
-    const Answer answer =
-        MsgBox(desk,
-               "You have made changes without Saving or Downloading.  Do you really want to open "
-               "a file and replace your program?",
-               Icon::Question, "Open", Buttons::OKCancel);
+    const Answer answer = MsgBox(desk, {.text = "You have made changes without Saving or Downloading.  Do "
+                                                "you really want to open a file and replace your program?",
+                                        .title = "Open",
+                                        .buttons = Buttons::OKCancel,
+                                        .icon = Icon::Question});
     if (answer != Answer::OK) return;
   }
   const auto path =

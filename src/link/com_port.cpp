@@ -29,7 +29,7 @@ int StoredPort(Desk& desk) {
 }
 
 void CommError(Desk& desk, const std::string& text) {
-  MsgBox(desk, text, Icon::Exclamation, "Communication Error");
+  MsgBox(desk, {.text = text, .title = "Communication Error", .icon = Icon::Exclamation});
 }
 
 void SelectOptCom(Desk& desk, std::optional<int> index) {
@@ -54,11 +54,9 @@ void StartComm(Desk& desk) {
                           Joined(candidate + 1) + ".");
       ++candidate;
     } else {
-      MsgBox(desk,
-             "Could not find an open comm port.  You can still edit and save programs, but drive "
-             "communication is "
-             "not possible at this time.",
-             Icon::None, "No open port");
+      MsgBox(desk, {.text = "Could not find an open comm port.  You can still edit and save programs, but "
+                            "drive communication is not possible at this time.",
+                    .title = "No open port"});
       SelectOptCom(desk, std::nullopt);
       return;
     }
@@ -78,7 +76,9 @@ void ClickOptCom(Desk& desk, int index) {
   SelectOptCom(desk, index);
   if (desk.Comm1.PortOpen()) static_cast<void>(desk.Comm1.PortOpen(false));
   if (!OpenPort(desk.Comm1, source.ComNum)) return;
-  MsgBox(desk, "COM port " + Joined(source.ComNum) + " is not available.", Icon::Exclamation, "COM Error");
+  MsgBox(desk, {.text = "COM port " + Joined(source.ComNum) + " is not available.",
+                .title = "COM Error",
+                .icon = Icon::Exclamation});
   source.ComNum = old;
   if (old == 0) {
     SelectOptCom(desk, std::nullopt);

@@ -108,14 +108,14 @@ class Transfer {
 
 /// A time-out in the middle: nothing more is sent, the hub gives the transfer up by itself.
 DownloadResult Stopped(Desk& desk, DownloadResult result, const std::string& text) {
-  TellFailedExchange(desk, text, Icon::Question);
+  TellFailedExchange(desk, {.text = text, .icon = Icon::Question});
   desk.downbox.Hide();
   desk.source.Busy = false;
   return result;
 }
 
-DownloadResult Refused(Desk& desk, DownloadResult result, std::string_view text) {
-  TellFailedExchange(desk, text);
+DownloadResult Refused(Desk& desk, DownloadResult result, const std::string& text) {
+  TellFailedExchange(desk, {.text = text});
   desk.downbox.Hide();
   return result;
 }
@@ -202,7 +202,7 @@ DownloadResult DownloadProg(Desk& desk, float rev) {
     compiled = CompileProgram(program);
     desk.program() = std::move(program);
   } catch (const EncodeError& error) {
-    MsgBox(desk, error.what());
+    MsgBox(desk, {.text = error.what()});
     return DownloadResult::CannotCompile;
   }
   EventsOff events(desk.Comm1);

@@ -10,8 +10,8 @@
 namespace tavlo {
 namespace {
 
-constexpr std::string_view kErrorTitle = "Communication Error";
-constexpr std::string_view kOneCharacter =
+constexpr const char* kErrorTitle = "Communication Error";
+constexpr const char* kOneCharacter =
     "The Tavlo Hub is responding to the CheckDrive command with only one character.";
 
 int Code(char c) {
@@ -31,7 +31,7 @@ bool ReadUpTo(Desk& desk, std::string& reply, std::size_t count) {
 std::string CompleteReply(Desk& desk, std::string reply) {
   if (reply.size() >= 2) return reply;
   if (ReadUpTo(desk, reply, 2)) return reply;
-  TellFailedExchange(desk, kOneCharacter, Icon::Exclamation);
+  TellFailedExchange(desk, {.text = kOneCharacter, .icon = Icon::Exclamation});
   return {};
 }
 
@@ -45,11 +45,11 @@ bool FirmwareOK(Desk& desk) {
   for (int axis = 0; axis < HubAxes(program); ++axis) {
     const float needed = CSrevision(program, axis);
     if (desk.source.DriveRev[axis] >= needed || !ProgHasCS(program, axis)) continue;
-    MsgBox(desk,
-           "Your program uses a Start/Stop Change Speed instruction on " + AxisNameOf(program, axis) +
-               ". This instruction requires drive firmware version " + Format(needed, "##0.00") +
-               " or later. Your drive has version " + Joined(desk.source.DriveRev[axis]) + ".",
-           Icon::None, "Old Firmware");
+    MsgBox(desk, {.text = "Your program uses a Start/Stop Change Speed instruction on " +
+                          AxisNameOf(program, axis) + ". This instruction requires drive firmware version " +
+                          Format(needed, "##0.00") + " or later. Your drive has version " +
+                          Joined(desk.source.DriveRev[axis]) + ".",
+                  .title = "Old Firmware"});
     return false;
   }
   return true;
@@ -60,11 +60,12 @@ bool NoneMissing(Desk& desk, const DriveList& drives) {
     if (drives.expected[axis] == 0 || drives.actual[axis] != 0) continue;
     const std::string n = Joined(axis + 1);
     MsgBox(desk,
-           axis == 0 ? "The drive connected to port 1 is not responding.  You must have a drive on port 1."
-                     : "The drive connected to port " + n +
-                           " is not responding.  If you don't plan to use a drive on port " + n +
-                           " then change the model of drive " + n + " to \"none\", and download.",
-           Icon::None, "Missing drive");
+           {.text = axis == 0
+                        ? "The drive connected to port 1 is not responding.  You must have a drive on port 1."
+                        : "The drive connected to port " + n +
+                              " is not responding.  If you don't plan to use a drive on port " + n +
+                              " then change the model of drive " + n + " to \"none\", and download.",
+            .title = "Missing drive"});
     return false;
   }
   return true;
@@ -81,7 +82,8 @@ bool WrongOnesAccepted(Desk& desk, const DriveList& drives) {
                                  std::string(ModelName(actual)) + ".  Your program expects drive " + n +
                                  " to be a " + std::string(ModelName(expected)) +
                                  ".  Do you want to run anyway?";
-    if (MsgBox(desk, question, Icon::None, "Wrong drive", Buttons::YesNo) != Answer::Yes) return false;
+    const Answer answer = MsgBox(desk, {.text = question, .title = "Wrong drive", .buttons = Buttons::YesNo});
+    if (answer != Answer::Yes) return false;
   }
   return true;
 }
@@ -116,10 +118,10 @@ std::string CheckDrive(Desk& desk) {
   });
   if (!answered) {
     TellFailedExchange(
-        desk,
-        "The Tavlo Hub is not communicating.  Is it connected to the right port and turned on?  Do you have "
-        "the right comm port selected?  Perhaps cycling power will help.",
-        Icon::Question, kErrorTitle);
+        desk, {.text = "The Tavlo Hub is not communicating.  Is it connected to the right port and turned "
+                       "on?  Do you have the right comm port selected?  Perhaps cycling power will help.",
+               .title = kErrorTitle,
+               .icon = Icon::Question});
     return {};
   }
   desk.program().HubVersion = RevisionOf(static_cast<unsigned char>(reply[0]));
@@ -135,7 +137,7 @@ bool IsHub(Desk& desk, std::string_view identity) {
 }
 
 void TellUnknownDevice(Desk& desk) {
-  MsgBox(desk, "Unknown device detected on comm port.", Icon::None, "Unknown device");
+  MsgBox(desk, {.text = "Unknown device detected on comm port.", .title = "Unknown device"});
 }
 
 std::string SilentCheckDrive(Desk& desk) {
@@ -148,10 +150,10 @@ std::string SilentCheckDrive(Desk& desk) {
   });
   if (!answered) {
     TellFailedExchange(
-        desk,
-        "The Tavlo Hub is not communicating.  Is it connected to the right port and turned on?  Perhaps "
-        "cycling power will help.",
-        Icon::Question, kErrorTitle);
+        desk, {.text = "The Tavlo Hub is not communicating.  Is it connected to the right port and turned "
+                       "on?  Perhaps cycling power will help.",
+               .title = kErrorTitle,
+               .icon = Icon::Question});
     return {};
   }
   return CompleteReply(desk, std::move(reply));
@@ -164,8 +166,9 @@ void ScanDrivesRV(Desk& desk, std::array<float, kAxisSlots>& revisions) {
   const double start = SendCommand(desk, "R");
   if (!AwaitUntil(desk, start, kReplyLimit, [&] { return desk.Comm1.InBufferCount() >= 3 * axes; })) {
     TellFailedExchange(
-        desk, "The Tavlo Hub is not responding (R).  Is it connected to the right port and turned on?",
-        Icon::Question);
+        desk,
+        {.text = "The Tavlo Hub is not responding (R).  Is it connected to the right port and turned on?",
+         .icon = Icon::Question});
     return;
   }
   const std::string reply = desk.Comm1.Input();
@@ -180,9 +183,9 @@ std::optional<DriveList> ReadDriveList(Desk& desk) {
   const double start = SendCommand(desk, "D");
   if (!AwaitUntil(desk, start, kReplyLimit, [&] { return desk.Comm1.InBufferCount() >= 2 * axes; })) {
     TellFailedExchange(
-        desk,
-        "The Tavlo Hub is not responding to the D command.  Is it connected to the right port and turned on?",
-        Icon::Question);
+        desk, {.text = "The Tavlo Hub is not responding to the D command.  Is it connected to the right "
+                       "port and turned on?",
+               .icon = Icon::Question});
     return std::nullopt;
   }
   const std::string reply = desk.Comm1.Input();

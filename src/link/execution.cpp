@@ -58,10 +58,9 @@ ExecuteResult ExecuteWhileBusy(Desk& desk) {
   const RunWindow window = AskRunWindow(desk, identity);
   if (window == RunWindow::None) {
     TellFailedExchange(
-        desk,
-        "The Tavlo Hub is not responding to the execute (E) command.  Is it connected to the right port and "
-        "turned on?",
-        Icon::Question);
+        desk, {.text = "The Tavlo Hub is not responding to the execute (E) command.  Is it connected to "
+                       "the right port and turned on?",
+               .icon = Icon::Question});
     return ExecuteResult::NoAnswer;
   }
   desk.source.Halted = false;
@@ -74,11 +73,9 @@ ExecuteResult ExecuteWhileBusy(Desk& desk) {
 ExecuteResult Execute(Desk& desk) {
   if (desk.source.Busy) return ExecuteResult::Busy;
   if (desk.source.Changed) {
-    const Answer answer =
-        MsgBox(desk,
-               "You have changed your program since the last time you downloaded it.  Do you want "
-               "to execute anyway?",
-               Icon::None, kApplicationTitle, Buttons::YesNo);
+    const Answer answer = MsgBox(desk, {.text = "You have changed your program since the last time you "
+                                                "downloaded it.  Do you want to execute anyway?",
+                                        .buttons = Buttons::YesNo});
     if (answer != Answer::Yes) return ExecuteResult::Declined;
   }
   return WhileBusy(desk, [&desk] { return ExecuteWhileBusy(desk); });
@@ -205,10 +202,10 @@ void ResetDrive(Desk& desk) {
     desk.Comm1.Output("R");
     if (AwaitExactly(desk, "Y", start, kResetLimit)) continue;
     TellFailedExchange(
-        desk,
-        "I sent the reset command to the drive, but it did not respond.  Please reset the drive manually by "
-        "turning it off.",
-        Icon::Exclamation, "Can't reset");
+        desk, {.text = "I sent the reset command to the drive, but it did not respond.  Please reset the "
+                       "drive manually by turning it off.",
+               .title = "Can't reset",
+               .icon = Icon::Exclamation});
     return;
   }
 }

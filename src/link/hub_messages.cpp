@@ -47,8 +47,10 @@ void EndRun(Desk& desk) {
   desk.run.Hide();
 }
 
-void AskForReset(Desk& desk, std::string_view title, const std::string& text) {
-  if (MsgBox(desk, text, Icon::Exclamation, title, Buttons::YesNo) == Answer::Yes) ResetDrive(desk);
+void AskForReset(Desk& desk, const std::string& title, const std::string& text) {
+  const Answer answer =
+      MsgBox(desk, {.text = text, .title = title, .buttons = Buttons::YesNo, .icon = Icon::Exclamation});
+  if (answer == Answer::Yes) ResetDrive(desk);
 }
 
 void LimitHit(Desk& desk, const Message& m) {
@@ -89,22 +91,22 @@ void StackUnderflow(Desk& desk, const Message& m) {
 }
 
 void OldFirmware(Desk& desk, const Message& m) {
-  MsgBox(desk,
-         "The firmware in drive " + Joined(m.b2 + 1) + " (rev " +
-             Joined(RevisionOf(static_cast<unsigned char>(m.b3))) +
-             ") is too old to run this program.  Please change drives or call about a firmware upgrade.)",
-         Icon::None, "Old firmware");
+  MsgBox(
+      desk,
+      {.text = "The firmware in drive " + Joined(m.b2 + 1) + " (rev " +
+               Joined(RevisionOf(static_cast<unsigned char>(m.b3))) +
+               ") is too old to run this program.  Please change drives or call about a firmware upgrade.)",
+       .title = "Old firmware"});
 }
 
 void WrongDrive(Desk& desk, const Message& m) {
-  MsgBox(desk,
-         "Drive " + Joined(m.b2 + 1) + " is supposed to be a " + std::string(ModelName(m.b4)) +
-             ", but is really a " + std::string(ModelName(m.b3)),
-         Icon::None, "Wrong drive");
+  MsgBox(desk, {.text = "Drive " + Joined(m.b2 + 1) + " is supposed to be a " + std::string(ModelName(m.b4)) +
+                        ", but is really a " + std::string(ModelName(m.b3)),
+                .title = "Wrong drive"});
 }
 
 void DriveLost(Desk& desk, const Message& m) {
-  MsgBox(desk, "Drive " + Joined(m.b2 + 1) + " is not responding.", Icon::None, "Drive not found");
+  MsgBox(desk, {.text = "Drive " + Joined(m.b2 + 1) + " is not responding.", .title = "Drive not found"});
 }
 
 void MoveProgCounter(Desk& desk, const Message& m) {
@@ -218,15 +220,13 @@ void DispDrive(Desk& desk, int revision, int hub_code) {
 
 void ServoNotOn(Desk& desk, int axis) {
   MsgBox(desk,
-         "Your program is attempting to execute a move on axis " + Joined(axis) +
-             " but the drive is disabled.  This error can occur if a Change Current instruction in your "
-             "program has "
-             "turned the current off.  Otherwise, you should connect the drive to Servo Trim (for Zenu servo "
-             "drives) "
-             "or Setup Desk (for Dresk drives) and make sure it is programmed for use with the Hub.  You "
-             "must cycle "
-             "power to reset this error.",
-         Icon::Stop, "Drive Error");
+         {.text = "Your program is attempting to execute a move on axis " + Joined(axis) +
+                  " but the drive is disabled.  This error can occur if a Change Current instruction in your "
+                  "program has turned the current off.  Otherwise, you should connect the drive to Servo "
+                  "Trim (for Zenu servo drives) or Setup Desk (for Dresk drives) and make sure it is "
+                  "programmed for use with the Hub.  You must cycle power to reset this error.",
+          .title = "Drive Error",
+          .icon = Icon::Stop});
   EndRun(desk);
   ClearAnimation(desk);
 }

@@ -2,6 +2,8 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "link/polled.h"
 
+#include <utility>
+
 namespace tavlo {
 namespace {
 
@@ -63,8 +65,8 @@ bool PortHasGone(const Desk& desk) {
   return desk.source.ComNum != 0 && !desk.Comm1.PortOpen();
 }
 
-void TellFailedExchange(Desk& desk, std::string_view text, Icon icon, std::string_view title) {
-  if (!PortHasGone(desk)) MsgBox(desk, text, icon, title);
+void TellFailedExchange(Desk& desk, Box box) {
+  if (!PortHasGone(desk)) MsgBox(desk, std::move(box));
 }
 
 bool AwaitExactly(Desk& desk, std::string_view reply, double start, double limit) {

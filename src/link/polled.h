@@ -59,8 +59,7 @@ void StopHub(Desk& desk);
 [[nodiscard]] bool PortHasGone(const Desk& desk);
 /// Tells that an exchange has failed. Shows nothing when the port has gone: that is the one cause, and it is
 /// told by itself.
-void TellFailedExchange(Desk& desk, std::string_view text, Icon icon = Icon::None,
-                        std::string_view title = kApplicationTitle);
+void TellFailedExchange(Desk& desk, Box box);
 
 /// Waits until one read gives exactly this; any other read is thrown away.
 [[nodiscard]] bool AwaitExactly(Desk& desk, std::string_view reply, double start, double limit = kReplyLimit);

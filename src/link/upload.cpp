@@ -61,8 +61,8 @@ void ShowUploaded(Desk& desk) {
   desk.view.AutoScroll(0);
 }
 
-void TellFailure(Desk& desk, std::string_view text) {
-  TellFailedExchange(desk, text);
+void TellFailure(Desk& desk, const std::string& text) {
+  TellFailedExchange(desk, {.text = text});
   desk.upbox.Hide();
 }
 
@@ -77,7 +77,7 @@ std::optional<UploadResult> UploadWhileBusy(Desk& desk) {
   return result;
 }
 
-constexpr std::string_view kNotCorrect =
+constexpr const char* kNotCorrect =
     "Your program did not upload correctly.  Make sure the cable connections are secure and that you are not "
     "working around electrical noise, such as a welder, a high powered motor or big relays.";
 

@@ -9,16 +9,59 @@
 
 namespace tavlo {
 
-enum class Buttons { OK, OKCancel, YesNo };
+/// The title of a box that is given none of its own.
+inline constexpr std::string_view kApplicationTitle = "Tavlo Composer";
+
+/// `OKWithoutPort` is an OK that goes on looking for a port, beside "Without a port" that gives the search
+/// up.
+enum class Buttons { OK, OKCancel, YesNo, OKWithoutPort };
 enum class Icon { None, Stop, Question, Exclamation };
-enum class Answer { OK, Cancel, Yes, No };
+enum class Answer { OK, Cancel, Yes, No, WithoutPort };
+
+/// The answer that costs no work and moves no machine: what Enter, Escape and the box's frame give.
+[[nodiscard]] Answer HarmlessAnswer(Buttons buttons);
+
+/// A message box.
+struct Box {
+  std::string text;
+  std::string title{kApplicationTitle};
+  Buttons buttons = Buttons::OK;
+  Icon icon = Icon::None;
+  /// It follows on nothing that the operator did, who may be in the middle of typing something else.
+  bool by_itself = false;
+  bool operator==(const Box&) const = default;
+};
 
 /// The modal message boxes. A box runs a nested event loop, so receive events may be delivered while
 /// it is up.
 class MessageBoxes {
  public:
   virtual ~MessageBoxes() = default;
-  virtual Answer MsgBox(std::string_view text, std::string_view title, Buttons buttons, Icon icon) = 0;
+  /// Shows the box and returns the operator's answer. A box whose text and title are those of one that still
+  /// stands is not shown a second time: its harmless answer is returned at once.
+  Answer MsgBox(Box box);
+
+ protected:
+  virtual Answer Show(const Box& box) = 0;
+
+ private:
+  friend class ComeByThemselves;
+
+  std::vector<Box> standing_;
+  int by_themselves_ = 0;
+};
+
+/// For as long as it lives, boxes come by themselves. Stands around what handles bytes of the hub or a port
+/// that is lost.
+class ComeByThemselves {
+ public:
+  explicit ComeByThemselves(MessageBoxes& boxes) : boxes_(boxes) { ++boxes_.by_themselves_; }
+  ~ComeByThemselves() { --boxes_.by_themselves_; }
+  ComeByThemselves(const ComeByThemselves&) = delete;
+  ComeByThemselves& operator=(const ComeByThemselves&) = delete;
+
+ private:
+  MessageBoxes& boxes_;
 };
 
 /// One entry of a file dialog's filter list, such as {"Tavlo Files", "*.TVH"}.

@@ -28,7 +28,7 @@ class ConsoleQuestions : public ::testing::Test {
       };
     }
     cli::Console console(environment);
-    return cli::ConsoleBoxes(console, by).MsgBox("Go?", "Title", buttons, Icon::None);
+    return cli::ConsoleBoxes(console, by).MsgBox({.text = "Go?", .title = "Title", .buttons = buttons});
   }
 
   std::ostringstream out;
@@ -79,9 +79,9 @@ TEST(ConsoleBoxes, TheTitleStandsInFrontUnlessItIsTheApplicationsOrEmpty) {
   cli::Environment environment{out, err, false, nullptr, nullptr};
   cli::Console console(environment);
   cli::ConsoleBoxes boxes(console, AnswerBy::No);
-  boxes.MsgBox("one", "Tavlo Composer", Buttons::OK, Icon::None);
-  boxes.MsgBox("two", "", Buttons::OK, Icon::None);
-  boxes.MsgBox("three", "Missing drive", Buttons::OK, Icon::None);
+  boxes.MsgBox({.text = "one"});
+  boxes.MsgBox({.text = "two", .title = ""});
+  boxes.MsgBox({.text = "three", .title = "Missing drive"});
   EXPECT_EQ(err.str(), "one\ntwo\nMissing drive: three\n");
   EXPECT_EQ(boxes.LastTitle(), "Missing drive");
 }

@@ -197,7 +197,7 @@ TEST(Quit, ChangesAreAskedAbout) {
 
 TEST(Boxes, ABoxWhoseTitleIsNotToldBearsTheApplicationsAndOKAlone) {
   FakeDesk fake;
-  MsgBox(fake.desk, "text");
+  MsgBox(fake.desk, {.text = "text"});
   ASSERT_EQ(fake.boxes.shown.size(), 1U);
   EXPECT_EQ(fake.boxes.shown[0], (ShownBox{"text", "Tavlo Composer", Buttons::OK, Icon::None}));
 }

@@ -108,32 +108,28 @@ class FakePort : public SerialPort {
   std::string buffer_;
 };
 
-struct ShownBox {
-  std::string text;
-  std::string title;
-  Buttons buttons = Buttons::OK;
-  Icon icon = Icon::None;
-  bool operator==(const ShownBox&) const = default;
-};
+using ShownBox = Box;
 
 /// Records every box and answers by what was set beforehand; without that the first button.
 class FakeBoxes : public MessageBoxes {
  public:
-  Answer MsgBox(std::string_view text, std::string_view title, Buttons buttons, Icon icon) override {
-    shown.push_back({std::string(text), std::string(title), buttons, icon});
-    if (on_box) on_box(shown.back());
-    if (!answers.empty()) {
-      const Answer answer = answers.front();
-      answers.pop_front();
-      return answer;
-    }
-    return buttons == Buttons::YesNo ? Answer::Yes : Answer::OK;
-  }
   void setNextAnswer(Answer answer) { answers.push_back(answer); }
 
   std::vector<ShownBox> shown;
   std::deque<Answer> answers;
   std::function<void(const ShownBox&)> on_box;
+
+ protected:
+  Answer Show(const Box& box) override {
+    shown.push_back(box);
+    if (on_box) on_box(box);
+    if (!answers.empty()) {
+      const Answer answer = answers.front();
+      answers.pop_front();
+      return answer;
+    }
+    return box.buttons == Buttons::YesNo ? Answer::Yes : Answer::OK;
+  }
 };
 
 class FakeLoop : public EventLoop {

@@ -8,6 +8,7 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTest>
 #include <QTimer>
 #include <functional>
 
@@ -57,15 +58,46 @@ TEST(GuiMessageBoxes, ShowTextTitleButtonsAndIconExactly) {
           EXPECT_EQ(box.icon(), row.shown_icon);
         },
         row.press);
-    EXPECT_EQ(boxes.MsgBox("Is <b>this</b> & that\nright?", "Title", row.buttons, row.icon), row.answer);
+    EXPECT_EQ(boxes.MsgBox({"Is <b>this</b> & that\nright?", "Title", row.buttons, row.icon}), row.answer);
   }
   EXPECT_EQ(boxes.Shown().size(), cases.size());
+}
+
+TEST(GuiMessageBoxes, HaveTheAnswerThatDoesNoHarmAsTheirDefaultAndForEscape) {
+  struct Case {
+    Buttons buttons;
+    QString button;
+  };
+  GuiMessageBoxes boxes;
+  for (const Case& row :
+       {Case{Buttons::OK, QStringLiteral("OK")}, Case{Buttons::OKCancel, QStringLiteral("Cancel")},
+        Case{Buttons::YesNo, QStringLiteral("No")}, Case{Buttons::OKWithoutPort, QStringLiteral("OK")}}) {
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape}) {
+      QTimer::singleShot(0, qApp, [&row, key] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        EXPECT_EQ(box->defaultButton()->text().remove(QLatin1Char('&')), row.button);
+        QTest::keyClick(box, key);
+      });
+      EXPECT_EQ(boxes.MsgBox({.text = "x", .buttons = row.buttons}), HarmlessAnswer(row.buttons));
+    }
+  }
+}
+
+TEST(GuiMessageBoxes, OfAPortThatDoesNotOpenOfferToGoOnWithoutOne) {
+  GuiMessageBoxes boxes;
+  QTimer::singleShot(0, qApp, [] {
+    for (QAbstractButton* button : QApplication::activeModalWidget()->findChildren<QAbstractButton*>()) {
+      if (button->text() == QStringLiteral("&Without a port")) button->click();
+    }
+  });
+  EXPECT_EQ(boxes.MsgBox({.text = "x", .buttons = Buttons::OKWithoutPort}), Answer::WithoutPort);
 }
 
 TEST(GuiMessageBoxes, AnEmptyTitleStaysEmptyOnTheScreen) {
   GuiMessageBoxes boxes;
   WhenABoxComes([](QMessageBox& box) { EXPECT_EQ(box.windowTitle().trimmed(), QString()); }, QMessageBox::Ok);
-  EXPECT_EQ(boxes.MsgBox("x", "", Buttons::OK, Icon::None), Answer::OK);
+  EXPECT_EQ(boxes.MsgBox({.text = "x", .title = ""}), Answer::OK);
   EXPECT_EQ(boxes.Shown().back().title, "");
 }
 
@@ -75,21 +107,22 @@ TEST(GuiMessageBoxes, EscapeAnswersTheCautiousWay) {
     QTimer::singleShot(0, qApp, [] { static_cast<QDialog*>(QApplication::activeModalWidget())->reject(); });
   };
   escape();
-  EXPECT_EQ(boxes.MsgBox("x", "t", Buttons::OKCancel, Icon::None), Answer::Cancel);
+  EXPECT_EQ(boxes.MsgBox({.text = "x", .title = "t", .buttons = Buttons::OKCancel}), Answer::Cancel);
   escape();
-  EXPECT_EQ(boxes.MsgBox("x", "t", Buttons::YesNo, Icon::None), Answer::No);
+  EXPECT_EQ(boxes.MsgBox({.text = "x", .title = "t", .buttons = Buttons::YesNo}), Answer::No);
   escape();
-  EXPECT_EQ(boxes.MsgBox("x", "t", Buttons::OK, Icon::None), Answer::OK);
+  EXPECT_EQ(boxes.MsgBox({.text = "x", .title = "t"}), Answer::OK);
 }
 
 TEST(GuiMessageBoxes, AnswersSetBeforehandAreGivenInTurnWithoutABox) {
   GuiMessageBoxes boxes;
   boxes.setNextAnswer(Answer::No);
   boxes.setNextAnswer(Answer::Cancel);
-  EXPECT_EQ(boxes.MsgBox("one", "a", Buttons::YesNo, Icon::Stop), Answer::No);
-  EXPECT_EQ(boxes.MsgBox("two", "b", Buttons::OKCancel, Icon::None), Answer::Cancel);
+  EXPECT_EQ(boxes.MsgBox({.text = "one", .title = "a", .buttons = Buttons::YesNo, .icon = Icon::Stop}),
+            Answer::No);
+  EXPECT_EQ(boxes.MsgBox({.text = "two", .title = "b", .buttons = Buttons::OKCancel}), Answer::Cancel);
   ASSERT_EQ(boxes.Shown().size(), 2u);
-  EXPECT_EQ(boxes.Shown()[0], (GuiMessageBoxes::Box{"one", "a", Buttons::YesNo, Icon::Stop}));
+  EXPECT_EQ(boxes.Shown()[0], (Box{"one", "a", Buttons::YesNo, Icon::Stop}));
 }
 
 TEST(GuiMessageBoxes, OneBoxMayStandOnAnother) {
@@ -97,10 +130,10 @@ TEST(GuiMessageBoxes, OneBoxMayStandOnAnother) {
   QTimer::singleShot(0, qApp, [&] {
     auto* outer = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
     WhenABoxComes([](QMessageBox& box) { EXPECT_EQ(box.text(), QStringLiteral("inner")); }, QMessageBox::Ok);
-    boxes.MsgBox("inner", "t", Buttons::OK, Icon::None);
+    boxes.MsgBox({.text = "inner", .title = "t"});
     outer->button(QMessageBox::Yes)->click();
   });
-  EXPECT_EQ(boxes.MsgBox("outer", "t", Buttons::YesNo, Icon::None), Answer::Yes);
+  EXPECT_EQ(boxes.MsgBox({.text = "outer", .title = "t", .buttons = Buttons::YesNo}), Answer::Yes);
 }
 
 TEST(GuiFileDialogs, OfferTheFiltersInTheirOrderAndGiveNothingWhenCancelled) {

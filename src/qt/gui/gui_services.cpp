@@ -7,8 +7,12 @@
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QSpacerItem>
 #include <QStringList>
+#include <array>
+#include <map>
+#include <span>
 #include <utility>
 
 #include "qt/gui/shown_text.h"
@@ -30,23 +34,47 @@ QMessageBox::Icon IconOf(Icon icon) {
   return QMessageBox::NoIcon;
 }
 
-QMessageBox::StandardButtons ButtonsOf(Buttons buttons) {
+/// The answers that a box offers, in the order of their buttons.
+std::span<const Answer> AnswersOf(Buttons buttons) {
+  static constexpr std::array kOK = {Answer::OK};
+  static constexpr std::array kOKCancel = {Answer::OK, Answer::Cancel};
+  static constexpr std::array kYesNo = {Answer::Yes, Answer::No};
+  static constexpr std::array kOKWithoutPort = {Answer::OK, Answer::WithoutPort};
   switch (buttons) {
-    case Buttons::OK: return QMessageBox::Ok;
-    case Buttons::OKCancel: return QMessageBox::Ok | QMessageBox::Cancel;
-    case Buttons::YesNo: return QMessageBox::Yes | QMessageBox::No;
+    case Buttons::OK: return kOK;
+    case Buttons::OKCancel: return kOKCancel;
+    case Buttons::YesNo: return kYesNo;
+    case Buttons::OKWithoutPort: return kOKWithoutPort;
   }
-  return QMessageBox::Ok;
+  return kOK;
 }
 
-/// A box that is closed by its frame or by Escape answers as its last button; with OK alone that is OK.
-Answer AnswerOf(int button, Buttons buttons) {
-  switch (buttons) {
-    case Buttons::OK: return Answer::OK;
-    case Buttons::OKCancel: return button == QMessageBox::Ok ? Answer::OK : Answer::Cancel;
-    case Buttons::YesNo: return button == QMessageBox::Yes ? Answer::Yes : Answer::No;
+QPushButton* AddButton(QMessageBox& box, Answer answer) {
+  switch (answer) {
+    case Answer::OK: return box.addButton(QMessageBox::Ok);
+    case Answer::Cancel: return box.addButton(QMessageBox::Cancel);
+    case Answer::Yes: return box.addButton(QMessageBox::Yes);
+    case Answer::No: return box.addButton(QMessageBox::No);
+    case Answer::WithoutPort:
+      return box.addButton(QStringLiteral("&Without a port"), QMessageBox::RejectRole);
   }
-  return Answer::OK;
+  return nullptr;
+}
+
+/// Shows the box until it is answered. Enter, Escape and the frame answer without harm.
+Answer Run(QMessageBox& box, Buttons buttons) {
+  const Answer harmless = HarmlessAnswer(buttons);
+  std::map<QAbstractButton*, Answer> answers;
+  for (const Answer answer : AnswersOf(buttons)) {
+    QPushButton* button = AddButton(box, answer);
+    answers[button] = answer;
+    if (answer != harmless) continue;
+    box.setDefaultButton(button);
+    box.setEscapeButton(button);
+  }
+  box.exec();
+  const auto clicked = answers.find(box.clickedButton());
+  return clicked == answers.end() ? harmless : clicked->second;
 }
 
 /// The window that a box or dialog belongs to. Before the first activation that is the one that can be seen.
@@ -73,24 +101,22 @@ QString FilterOf(const FileFilter& filter) {
 
 }  // namespace
 
-Answer GuiMessageBoxes::MsgBox(std::string_view text, std::string_view title, Buttons buttons, Icon icon) {
-  shown_.push_back({std::string(text), std::string(title), buttons, icon});
+Answer GuiMessageBoxes::Show(const Box& box) {
+  shown_.push_back(box);
   if (shown_.size() > kBoxesKept) shown_.pop_front();
   if (!answers_.empty()) {
     const Answer answer = answers_.front();
     answers_.pop_front();
     return answer;
   }
-  QMessageBox box(Owner());
+  QMessageBox window(Owner());
   // A window manager is told the program's file name where a title is empty: a blank keeps it empty.
-  box.setWindowTitle(title.empty() ? QStringLiteral(" ") : FromMessage(title));
-  box.setTextFormat(Qt::PlainText);
-  box.setText(FromMessage(text));
-  box.setIcon(IconOf(icon));
-  box.setStandardButtons(ButtonsOf(buttons));
-  if (buttons == Buttons::YesNo) box.setEscapeButton(QMessageBox::No);
-  MakeRoomForTitle(box);
-  return AnswerOf(box.exec(), buttons);
+  window.setWindowTitle(box.title.empty() ? QStringLiteral(" ") : FromMessage(box.title));
+  window.setTextFormat(Qt::PlainText);
+  window.setText(FromMessage(box.text));
+  window.setIcon(IconOf(box.icon));
+  MakeRoomForTitle(window);
+  return Run(window, box.buttons);
 }
 
 std::optional<std::string> GuiFileDialogs::SaveFileName(const FileDialogSetup& setup) {

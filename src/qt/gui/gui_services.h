@@ -17,20 +17,13 @@ namespace tavlo {
 /// The message boxes on QMessageBox, their texts plain.
 class GuiMessageBoxes : public MessageBoxes {
  public:
-  struct Box {
-    std::string text;
-    std::string title;
-    Buttons buttons = Buttons::OK;
-    Icon icon = Icon::None;
-    bool operator==(const Box&) const = default;
-  };
-
-  Answer MsgBox(std::string_view text, std::string_view title, Buttons buttons, Icon icon) override;
-
   /// Answers the next box, or the next but one if called twice, in place of the operator.
   void setNextAnswer(Answer answer) { answers_.push_back(answer); }
   /// The latest boxes, oldest first, answered by whomever.
   [[nodiscard]] const std::deque<Box>& Shown() const { return shown_; }
+
+ protected:
+  Answer Show(const Box& box) override;
 
  private:
   std::deque<Answer> answers_;
