@@ -18,7 +18,7 @@ void AwaitSilence(Desk& desk) {
   const double start = desk.clock.Timer();
   double last = start;
   double quiet = kQuiet;
-  int seen = desk.Comm1.InBufferCount();
+  int seen = 0;
   while (desk.Comm1.PortOpen()) {
     const double now = desk.clock.Timer();
     const double left = std::min(last + quiet, start + kLongestSettling) - now;
@@ -50,6 +50,7 @@ void SayStop(Desk& desk) {
 
 void StopHub(Desk& desk) {
   const EventsOff events(desk.Comm1);
+  DropInput(desk);
   SayStop(desk);
   AwaitSilence(desk);
   DropInput(desk);

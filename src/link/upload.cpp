@@ -70,7 +70,11 @@ std::optional<UploadResult> UploadWhileBusy(Desk& desk) {
   StopHub(desk);
   if (SilentCheckDrive(desk).empty()) return std::nullopt;
   const std::string identity = CheckDrive(desk);
-  if (identity.empty() || !IsHub(desk, identity)) return std::nullopt;
+  if (identity.empty()) return std::nullopt;
+  // Shown for a device of any model, where the check itself shows it for the models that there are.
+  desk.source.DriveVersion = VersionText(desk.program().HubVersion);
+  desk.view.HubChanged();
+  if (!IsHub(desk, identity)) return std::nullopt;
   const UploadResult result = UploadProg(desk, desk.program().HubVersion);
   MarkChains(desk);
   static_cast<void>(CheckDrive(desk));

@@ -234,10 +234,16 @@ TEST(StopRun, TheTerminalsTextEndsBeforeTheWait) {
   d.source.MMIActive = true;
   d.port.threshold = 3;
   d.run.active = RunWindow::fakeMMI;
-  d.port.on_output = [&](const std::string&) { EXPECT_TRUE(d.loop.waits.empty()); };
+  d.port.OnComm = [&d] { NewOnComm(d.desk); };
+  d.port.Receive("before ");
+  d.loop.on_wait = [&] {
+    EXPECT_FALSE(d.source.MMIActive);
+    EXPECT_EQ(d.port.RThreshold(), 1);
+    d.port.Receive("after");
+  };
   StopRun(d.desk, RunWindow::fakeMMI);
-  EXPECT_FALSE(d.source.MMIActive);
-  EXPECT_EQ(d.port.RThreshold(), 1);
+  EXPECT_EQ(d.loop.waits.size(), 1u);
+  EXPECT_EQ(d.source.textline[0], "before ");
 }
 
 TEST(StopRun, LinesInExecutionStayPaintedUntilTheWindowIsLeft) {
@@ -246,6 +252,8 @@ TEST(StopRun, LinesInExecutionStayPaintedUntilTheWindowIsLeft) {
   ShowLine(d.desk, 5);
   ShowRedLine(d.desk, 6);
   StopRun(d.desk, RunWindow::ExecStatus);
+  EXPECT_EQ(d.source.rows[5].state, RowState::Executing);
+  EXPECT_EQ(d.source.rows[6].state, RowState::WentOn);
   LeaveRun(d.desk);
   for (const Row& row : d.source.rows) EXPECT_EQ(row.state, RowState::Normal);
 }

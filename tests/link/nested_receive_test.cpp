@@ -107,7 +107,8 @@ TEST(ReceiveInsideABox, BoxesMayStandInsideBoxes) {
   NestingDesk d;
   int depth = 0;
   d.boxes.on_box = [&](const ShownBox&) {
-    if (++depth < 20) d.port.Receive(LineStarted(depth) + kOldFirmware);
+    // Each with a revision of its own: equal boxes stand only once.
+    if (++depth < 20) d.port.Receive(LineStarted(depth) + Bytes({250, 0, 38 + depth, 0}));
   };
   d.port.Receive(kOldFirmware + LineStarted(100));
   EXPECT_EQ(d.boxes.shown.size(), 20u);

@@ -92,8 +92,8 @@ TEST(ServoFault, AnotherFaultWhileThePanelIsUpReachesItWithItsOwnCode) {
   d.port.Receive(Fault(0, 1) + Fault(2, 4));
   ASSERT_EQ(nesting.faults.size(), 3u);
   EXPECT_EQ(nesting.faults[0].code, 1);
-  EXPECT_EQ(nesting.faults[1].code, 2);
-  EXPECT_EQ(nesting.faults[2].code, 4) << "the rest of the read that brought the panel up is not lost";
+  EXPECT_EQ(nesting.faults[1].code, 4) << "what stood behind it in the same read came before the newer one";
+  EXPECT_EQ(nesting.faults[2].code, 2);
 }
 
 }  // namespace

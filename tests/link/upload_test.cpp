@@ -400,10 +400,11 @@ TEST(Upload, AHubThatFallsSilentBeforeItIsAskedAgainEndsIt) {
   EXPECT_FALSE(d.source.Busy);
 }
 
-TEST(Upload, ShowsTheVersionOfAHubOfUnknownModelToo) {
+TEST(Upload, ShowsTheVersionOfADeviceOfUnknownModelAndAsksNothingMoreOfIt) {
   UploadDesk d;
   d.identity = Bytes({5, 99});
-  EXPECT_EQ(Upload(d.desk), UploadResult::Done);
+  EXPECT_EQ(Upload(d.desk), std::nullopt);
+  EXPECT_EQ(d.port.AllSent(), "SCC");
   EXPECT_EQ(d.source.DriveVersion, "1.05");
   EXPECT_EQ(d.source.program.HubIndex, HubOcto) << "as it was";
 }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "codegen/compile.h"
+#include "link/com_port.h"
 #include "link/download.h"
 #include "link/drive_check.h"
 #include "model/program_file.h"
@@ -173,7 +174,11 @@ TEST(DownloadRoad, ACableThatIsPulledEndsTheDownloadAtOnceWithItsMessage) {
     const Program before = desk.source.program;
     const double start = desk.clock.now;
     EXPECT_NE(Download(desk.road), DownloadResult::Done);
-    EXPECT_EQ(desk.boxes.shown.size(), 1u);
+    // The event loop's next turn.
+    TellPortLost(desk.road);
+    ASSERT_EQ(desk.boxes.shown.size(), 1u);
+    EXPECT_TRUE(desk.boxes.shown[0].text.starts_with("Comm 1 has gone.  Check the cable"))
+        << desk.boxes.shown[0].text;
     EXPECT_LT(desk.clock.now - start, 2.5);
     EXPECT_EQ(desk.source.program.Prog, before.Prog);
     EXPECT_FALSE(desk.source.Busy);

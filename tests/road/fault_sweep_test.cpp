@@ -9,8 +9,10 @@
 
 #include "codegen/compile.h"
 #include "codegen/generated_program.h"
+#include "link/com_port.h"
 #include "link/download.h"
 #include "link/drive_check.h"
+#include "link/polled.h"
 #include "link/upload.h"
 #include "model/program_queries.h"
 #include "programs.h"
@@ -214,7 +216,11 @@ class FaultSweep : public ::testing::TestWithParam<Sweep> {
 
   void JudgeFailure(const FaultPlan& plan) {
     ++told_;
+    const bool gone = PortHasGone(d_.road);
+    // What the event loop tells at its next turn.
+    if (gone) TellPortLost(d_.road);
     if (d_.boxes.shown.empty()) Complain(plan, "failed without a word");
+    if (gone && d_.boxes.shown.size() != 1) Complain(plan, "a port that has gone was told twice");
     if (!Uploads()) return;
     const bool same = Same(d_.source.program, before_);
     as_before_ = same && d_.source.program.HubIndex == before_.HubIndex;
@@ -225,6 +231,7 @@ class FaultSweep : public ::testing::TestWithParam<Sweep> {
     d_.line.Start(std::nullopt);
     d_.Forget();
     if (!d_.line.PortOpen()) static_cast<void>(d_.line.PortOpen(true));
+    d_.source.ComNum = 1;
     d_.line.RunEventLoop(Delay() + kQuietSeconds);
     if (d_.source.Busy || d_.downbox.visible || d_.upbox.visible) Complain(plan, "still busy");
     d_.line.Output("S");

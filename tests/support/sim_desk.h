@@ -7,16 +7,28 @@
 #include <utility>
 
 #include "hubsim/hub.h"
+#include "hubsim/line_pacer.h"
 #include "link/receive.h"
 #include "support/fake_desk.h"
 #include "support/waiting_port.h"
 
 namespace tavlo::testing {
 
-/// The simulated hub in memory, at the other end of a line without a pace. Time passes only in waits.
+/// How a line carries its bytes: each in its time on the wire or at once, and what the hub says so much
+/// later.
+struct LineTiming {
+  bool paced = false;
+  double latency_s = 0;
+};
+
+/// The simulated hub in memory, at the other end of a line. Time passes only in waits.
 class SimPort : public WaitingPort {
  public:
-  SimPort(FakeClock& clock, hubsim::HubOptions options) : WaitingPort(clock), hub(std::move(options)) {}
+  SimPort(FakeClock& clock, hubsim::HubOptions options, LineTiming timing = {})
+      : WaitingPort(clock),
+        hub(std::move(options)),
+        to_hub_(timing.paced, 0),
+        from_hub_(timing.paced, timing.latency_s) {}
 
   [[nodiscard]] std::optional<std::string> PortOpen(bool open) override {
     is_open_ = open;
@@ -26,28 +38,42 @@ class SimPort : public WaitingPort {
   void Output(std::string_view bytes) override {
     if (!PortOpen()) return;
     sent += bytes;
-    hub.Receive(bytes, clock_.now);
+    to_hub_.Send(bytes, clock_.now);
+    Collect();
   }
 
   hubsim::Hub hub;
   std::string sent;
 
  private:
-  void Collect() override { buffer_ += hub.TakeOutput(); }
+  void Collect() override {
+    while (const auto arrival = to_hub_.Take(clock_.now)) {
+      hub.Receive(arrival->bytes, arrival->at);
+      from_hub_.Send(hub.TakeOutput(), arrival->at);
+    }
+    from_hub_.Send(hub.TakeOutput(), clock_.now);
+    while (const auto arrival = from_hub_.Take(clock_.now)) buffer_ += arrival->bytes;
+  }
   bool PassUntil(double limit) override {
     if (clock_.now >= limit) return false;
-    const auto next = hub.NextEvent();
-    clock_.now = next && *next < limit ? std::max(clock_.now, *next) : limit;
+    double next = limit;
+    for (const auto& when : {hub.NextEvent(), to_hub_.NextArrival(), from_hub_.NextArrival()}) {
+      if (when) next = std::min(next, *when);
+    }
+    clock_.now = std::max(clock_.now, next);
     hub.Advance(clock_.now);
     return true;
   }
 
+  hubsim::LinePacer to_hub_;
+  hubsim::LinePacer from_hub_;
   bool is_open_ = true;
 };
 
 /// A session whose hub is simulated in memory. `road` is the Desk to work with.
 struct SimDesk : FakeDesk {
-  explicit SimDesk(hubsim::HubOptions options = {}) : sim(clock, std::move(options)) {
+  explicit SimDesk(hubsim::HubOptions options = {}, LineTiming timing = {})
+      : sim(clock, std::move(options), timing) {
     sim.OnComm = [this] { NewOnComm(road); };
     loop.on_yield = [this] { sim.DeliverEvents(); };
   }
