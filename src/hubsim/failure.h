@@ -48,6 +48,9 @@ enum class Failure : std::uint8_t {
   kShortU,
   kWrongU,
   kSilentRun,
+  kCutRun,
+  kStallRun,
+  kHasty,
   kDropByte,
   kFlipByte,
   kUnplug,
@@ -89,6 +92,8 @@ enum class Spoil : std::uint8_t {
 };
 
 inline constexpr double kLateSeconds = 1.3;
+/// How long a hub stalls that stalls: shorter than the silence that tells a PC that a hub has stopped.
+inline constexpr double kStallSeconds = 0.02;
 
 enum class Parameter : std::uint8_t { kNone, kCount };
 
@@ -101,7 +106,7 @@ struct FailureRow {
   std::string_view meaning;
 };
 
-inline constexpr std::array<FailureRow, 39> kFailures{{
+inline constexpr std::array<FailureRow, 42> kFailures{{
     {Failure::kNone, "none", Parameter::kNone, Reply::kNone, Spoil::kNothing, "nothing fails"},
     {Failure::kSilentF, "silent-f", Parameter::kNone, Reply::kStart, Spoil::kSilence,
      "no answer to the start of a download"},
@@ -170,6 +175,12 @@ inline constexpr std::array<FailureRow, 39> kFailures{{
      "the sum behind an upload is wrong by one bit"},
     {Failure::kSilentRun, "silent-run", Parameter::kCount, Reply::kNone, Spoil::kNothing,
      "a running program falls silent after N messages"},
+    {Failure::kCutRun, "cut-run", Parameter::kCount, Reply::kNone, Spoil::kNothing,
+     "a running program falls silent behind byte N of what it tells"},
+    {Failure::kStallRun, "stall-run", Parameter::kCount, Reply::kNone, Spoil::kNothing,
+     "the hub stalls for 20 ms behind byte N of what a running program tells"},
+    {Failure::kHasty, "hasty", Parameter::kCount, Reply::kNone, Spoil::kNothing,
+     "a running program goes on without its acknowledgements, every N ms at most"},
     {Failure::kDropByte, "drop", Parameter::kCount, Reply::kNone, Spoil::kNothing,
      "byte N from the PC is lost on the way"},
     {Failure::kFlipByte, "flip", Parameter::kCount, Reply::kNone, Spoil::kNothing,

@@ -15,6 +15,7 @@ namespace {
 
 constexpr double kDownloadSilence = 0.9;
 constexpr double kStatusPeriod = 0.1;
+constexpr double kMillisecond = 0.001;
 /// A reset asks ten times and wants ten answers, though the first one did it.
 constexpr int kResetRequests = 10;
 constexpr std::size_t kPassthroughLine = 256;
@@ -86,6 +87,7 @@ std::optional<double> Hub::NextEvent() const {
   const auto consider = [&next](double when) { next = next ? std::min(*next, when) : when; };
   if (download_) consider(last_byte_ + kDownloadSilence);
   if (runner_.Paused()) consider(next_status_);
+  if (GoesOnUnasked()) consider(next_unasked_);
   if (const auto when = runner_.NextEvent()) consider(clock_.ToWall(*when));
   return next;
 }
@@ -95,7 +97,10 @@ void Hub::Advance(double now) {
   const double until = now_;
   for (int event = 0; event < kMostEvents; ++event) {
     const auto next = NextEvent();
-    if (!next || *next > until) break;
+    if (!next || *next > until) {
+      Pass(until);
+      break;
+    }
     RunDue(*next);
   }
   CheckCable();
@@ -104,14 +109,28 @@ void Hub::Advance(double now) {
 /// Does what is due at `when`, which is what `NextEvent` gave. The program is handed its own event's time,
 /// for a time that went through the wall clock and back may miss it by a rounding.
 void Hub::RunDue(double when) {
-  outbox_.Advance(when);
+  Pass(when);
   if (download_ && last_byte_ + kDownloadSilence <= when) download_.reset();
   if (runner_.Paused() && next_status_ <= when) {
     next_status_ = std::max(next_status_ + kStatusPeriod, now_ - kStatusPeriod);
     runner_.ReportAllStatus();
   }
+  if (GoesOnUnasked() && next_unasked_ <= when) {
+    next_unasked_ = when + options_.failure.at * kMillisecond;
+    runner_.Acknowledge(clock_.ToProgram(when));
+  }
   const auto program_event = runner_.NextEvent();
   if (program_event && clock_.ToWall(*program_event) <= when) runner_.Advance(*program_event);
+}
+
+/// A line that begins to wait for its acknowledgement after `when` cannot have gone on before.
+void Hub::Pass(double when) {
+  outbox_.Advance(when);
+  if (!GoesOnUnasked()) next_unasked_ = std::max(next_unasked_, when);
+}
+
+bool Hub::GoesOnUnasked() const {
+  return options_.failure.mode == Failure::kHasty && runner_.Waits() == WaitsFor::kAcknowledge;
 }
 
 std::string Hub::TakeOutput() {

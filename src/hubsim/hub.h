@@ -110,6 +110,8 @@ class Hub {
   void SetTime(double now);
   [[nodiscard]] double ProgramNow() const;
   void RunDue(double when);
+  void Pass(double when);
+  [[nodiscard]] bool GoesOnUnasked() const;
   void TakeByte(std::uint8_t byte);
   void TakeCommand(char command);
   void TakeRunCommand(char command);
@@ -147,6 +149,7 @@ class Hub {
   std::size_t zeros_taken_ = 2;  ///< of the terminal's answer to a greeting
   int resets_left_ = 0;
   double next_status_ = 0;
+  double next_unasked_ = 0;
 };
 
 }  // namespace tavlo::hubsim

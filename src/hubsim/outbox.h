@@ -15,6 +15,8 @@ namespace tavlo::hubsim {
 class Outbox {
  public:
   void Put(std::string_view bytes);
+  /// Holds back what is put in from here on, for so long from the time of the last `Advance`.
+  void Stall(double seconds) { stalled_until_ = now_ + seconds; }
   /// Puts `bytes` in when `Advance` reaches `when`.
   void PutAt(std::string bytes, double when);
   [[nodiscard]] std::optional<double> NextEvent() const;
@@ -35,8 +37,13 @@ class Outbox {
     std::string bytes;
   };
 
+  void LetOut(std::string_view bytes);
+
+  double now_ = 0;
   std::string ready_;
   std::vector<Late> late_;
+  std::optional<double> stalled_until_;
+  std::vector<std::string> stalled_;
   std::optional<std::int64_t> room_;
 };
 

@@ -42,11 +42,26 @@ void Reporter::Send(int header, int b2, int b3, int b4) {
   const std::array<char, 4> message{static_cast<char>(header), static_cast<char>(b2 & kLargestPayload),
                                     static_cast<char>(b3 & kLargestPayload),
                                     static_cast<char>(b4 & kLargestPayload)};
-  outbox_.Put(std::string_view(message.data(), message.size()));
+  Tell(std::string_view(message.data(), message.size()));
 }
 
 void Reporter::Text(std::string_view bytes) {
-  if (!Silent()) outbox_.Put(bytes);
+  if (!Silent()) Tell(bytes);
+}
+
+/// Some failures come in the middle of a message.
+void Reporter::Tell(std::string_view bytes) {
+  const FailurePlan& plan = options_.failure;
+  const auto size = static_cast<std::int64_t>(bytes.size());
+  const std::int64_t before = std::clamp<std::int64_t>(plan.at - told_bytes_, 0, size);
+  const bool here = told_bytes_ < plan.at && plan.at <= told_bytes_ + size;
+  told_bytes_ += size;
+  const auto split = static_cast<std::size_t>(before);
+  if (plan.mode == Failure::kCutRun) return outbox_.Put(bytes.substr(0, split));
+  if (plan.mode != Failure::kStallRun || !here) return outbox_.Put(bytes);
+  outbox_.Put(bytes.substr(0, split));
+  outbox_.Stall(kStallSeconds);
+  outbox_.Put(bytes.substr(split));
 }
 
 void Reporter::Greeting() {

@@ -19,8 +19,8 @@ class Reporter {
  public:
   Reporter(Outbox& outbox, const HubOptions& options) : outbox_(outbox), options_(options) {}
 
-  /// The number of a failure that lets only so many messages through starts again.
-  void CountAnew() { sent_ = 0; }
+  /// The number of a failure that counts what is told starts again.
+  void CountAnew() { sent_ = told_bytes_ = 0; }
 
   void Greeting();
   void LineStarted(int line);
@@ -40,10 +40,12 @@ class Reporter {
  private:
   [[nodiscard]] bool Silent() const;
   void Send(int header, int b2 = 0, int b3 = 0, int b4 = 0);
+  void Tell(std::string_view bytes);
 
   Outbox& outbox_;
   const HubOptions& options_;
   std::int64_t sent_ = 0;
+  std::int64_t told_bytes_ = 0;
 };
 
 }  // namespace tavlo::hubsim

@@ -8,6 +8,7 @@
 #include <set>
 
 #include "hubsim/hub_bench.h"
+#include "hubsim/wire_prompts.h"
 
 namespace tavlo::hubsim {
 namespace {
@@ -222,6 +223,74 @@ TEST(HubFailure, ARunFallsSilentAfterItsMessages) {
   bench.Download({WaitTime(1), WaitTime(1), GoTo(0)});
   bench.hub.SetFailure(*ParseFailure("silent-run:5"));
   EXPECT_EQ(bench.Run(10).size(), 5U);
+}
+
+/// A program whose lines begin with 254 and the status of the first axis: 8 bytes for the first of them.
+const std::vector<std::string> kTalkative{WaitInput(0, 0, 2)};
+const std::string kFirstLine = Bytes({254, 0, 0, 0, 241, 15, 15, 127});
+
+TEST(HubFailure, ARunIsCutInTheMiddleOfAMessage) {
+  for (const std::size_t bytes : {2U, 3U, 5U}) {
+    HubBench bench;
+    bench.Download(kTalkative);
+    bench.hub.SetFailure(*ParseFailure("cut-run:" + std::to_string(bytes)));
+    EXPECT_EQ(bench.Ask("X"), kFirstLine.substr(0, bytes));
+    bench.Wait(10);
+    EXPECT_EQ(bench.Ask("IP"), "") << "the program falls silent";
+    EXPECT_EQ(bench.Ask("SC"), Bytes({38, 8})) << "the hub does not";
+  }
+}
+
+TEST(HubFailure, AHubStallsInTheMiddleOfAMessage) {
+  for (const std::size_t bytes : {2U, 3U, 4U, 5U}) {
+    HubBench bench;
+    bench.Download(kTalkative);
+    bench.hub.SetFailure(*ParseFailure("stall-run:" + std::to_string(bytes)));
+    EXPECT_EQ(bench.Ask("X"), kFirstLine.substr(0, bytes));
+    bench.Wait(0.015);
+    EXPECT_EQ(bench.Ask("SC"), "") << "nothing overtakes what is held back";
+    bench.Wait(0.006);
+    EXPECT_EQ(bench.hub.TakeOutput(), kFirstLine.substr(bytes) + Bytes({38, 8}));
+    EXPECT_EQ(bench.Ask("C"), Bytes({38, 8})) << "it stalls once";
+  }
+}
+
+TEST(HubFailure, APromptIsCutAndStallsLikeAnyMessage) {
+  const std::string cleared = "\x1B" + std::string("E");
+  const std::string next = Bytes({237, 0, 0, 0, 254, 0, 1, 0, 241, 15, 15, 127});
+  for (const auto& [mode, later] : {std::pair{"cut-run:5", std::string()}, {"stall-run:5", "mpt" + next}}) {
+    HubBench bench;
+    bench.Download({Display(0), WaitInput(0, 0, 2)}, TerminalSystem(), PoolOf("prompt"));
+    EXPECT_EQ(bench.Ask("M"), cleared + Bytes({254, 0, 0, 0}));
+    bench.hub.SetFailure(*ParseFailure(mode));
+    EXPECT_EQ(bench.Ask("I"), cleared + "pro") << mode;
+    bench.Wait(1);
+    EXPECT_EQ(bench.hub.TakeOutput(), later) << mode;
+  }
+}
+
+TEST(HubFailure, AHastyRunTakesUpALineInSoManyMilliseconds) {
+  HubBench bench(Failing("hasty:20"));
+  bench.acknowledging = false;
+  bench.Download({GoTo(1), GoTo(0)});
+  const auto messages = bench.Run(1);
+  EXPECT_NEAR(HubBench::Count(messages, 254), 51, 1);
+  EXPECT_NEAR(HubBench::Count(messages, 237), 50, 1);
+  EXPECT_NEAR(HubBench::TimeOf(messages, 254, 1), 0, 1e-9) << "the first line has not to wait";
+  EXPECT_NEAR(messages.back().at, 1, 0.021);
+  bench.Send("S");
+  EXPECT_TRUE(bench.Go(1).empty());
+}
+
+TEST(HubFailure, AHastyRunWaitsForAllThatIsNoAcknowledgement) {
+  HubBench bench(Failing("hasty"));
+  bench.acknowledging = false;
+  bench.Download({WaitTime(100), WaitInput(0, 2, 1), GoTo(0)});
+  EXPECT_EQ(HubBench::LineEvents(bench.Run(10)), "+0 -0 +1");
+  bench.Wait(100);
+  ASSERT_TRUE(bench.hub.SetInput(0, 2, false, bench.now));
+  const auto messages = bench.Go(0.5);
+  EXPECT_EQ(HubBench::LineEvents(messages), "-1 +2 -2 +0");
 }
 
 }  // namespace
