@@ -315,7 +315,8 @@ Statement Read(Slot slot, std::uint8_t firmware) {
     case LineCode::kSetPosition: return SetPosition(slot);
     case LineCode::kFollowKnob: return FollowKnob(slot);
     case LineCode::kMotorCurrent: return MotorCurrentStatement{slot[3], slot[1] + slot[2] / 100.0};
-    case LineCode::kIfInputs: return IfInputsStatement{Pattern(slot, 4, firmware), slot[3]};
+    case LineCode::kIfInputs:
+      return IfInputsStatement{Pattern(slot, 4, firmware), slot[3], WaitsForMoves(slot)};
     case LineCode::kFeedOutput: return FeedOutput(slot);
     case LineCode::kFeedChange: return FeedChange(slot);
     case LineCode::kWaitInputs: return WaitInputsStatement{Pattern(slot, 3, firmware)};

@@ -110,6 +110,7 @@ struct IfInputStatement {
 struct IfInputsStatement {
   InputPattern pattern;
   int line = 0;
+  bool wait_for_moves = true;
 };
 struct IfMovingStatement {
   int axis = 0;

@@ -58,13 +58,58 @@ TEST(RunFlow, WaitTimesAreHundredths) {
   EXPECT_NEAR(HubBench::TimeOf(bench.Run(5), 237, 0), 2.5, 1e-6);
 }
 
-TEST(RunFlow, AGoToWaitsForAllMovesUnlessItProceeds) {
-  HubBench waits;
-  waits.Download({FeedLength({.wait = kProceed}), GoTo(3), Empty(), WaitTime(1)});
-  EXPECT_EQ(HubBench::LineEvents(waits.Run(1)), "+0 ~0 +1 -0 -1 +3 -3");
-  HubBench proceeds;
-  proceeds.Download({FeedLength({.wait = kProceed}), GoTo(3, kProceed), Empty(), WaitTime(1)});
-  EXPECT_EQ(HubBench::LineEvents(proceeds.Run(1)), "+0 ~0 +1 -1 +3 -3 -0");
+struct GateCase {
+  const char* what;
+  std::string line;
+};
+
+/// When the second of two lines is over; the first is a move of 1.7 s that goes on beside it.
+double EndBesideAMove(std::string line, int wait) {
+  line[0] = static_cast<char>(line[0] | wait);
+  HubBench bench;
+  bench.Download({FeedLength({.distance = 100000, .wait = kProceed}), line, WaitTime(1)});
+  return HubBench::TimeOf(bench.Run(10), 237, 1);
+}
+
+TEST(RunFlow, ABranchAndALoopWaitForAllMovesUnlessTheyProceed) {
+  const GateCase cases[] = {
+      {"go to", GoTo(2)},
+      {"if input, taken", IfInput(0, 0, 0, 2)},
+      {"if input, not taken", IfInput(0, 0, 1, 2)},
+      {"if inputs, all of them", IfInputs(0, 0x01, 0x01, 2, 1)},
+      {"if inputs, not all of them", IfInputs(0, 0x01, 0x01, 2, 0)},
+      {"if inputs with the drive's own", IfInputs(0, 0, 0, 2, 3, 0x01, 0x01)},
+      {"repeat", Repeat(0, 1)},
+      {"end repeat", EndRepeat(0, 0)},
+  };
+  for (const GateCase& one : cases) {
+    SCOPED_TRACE(one.what);
+    EXPECT_GT(EndBesideAMove(one.line, 0), 1.6);
+    EXPECT_GT(EndBesideAMove(one.line, kWaitThis), 1.6) << "bit 7 says nothing here";
+    EXPECT_EQ(EndBesideAMove(one.line, kProceed), 0);
+    EXPECT_EQ(EndBesideAMove(one.line, kProceed | kWaitThis), 0);
+  }
+}
+
+TEST(RunFlow, NoOtherLineWaitsForMoves) {
+  const GateCase cases[] = {
+      {"wait time", WaitTime(10)},
+      {"wait input", WaitInput(0, 0, 0)},
+      {"wait inputs", WaitInputs(0, 0x01, 0x01, 1)},
+      {"if moving", IfMoving(1, 2)},
+      {"reset loop", ResetLoop(0, 0)},
+      {"call", Call(2)},
+      {"set output", SetOutput(0, 0, 1)},
+      {"set position of another axis", SetPosition(1, 0, 5)},
+      {"learn position", LearnPosition(0, 3)},
+      {"motor current", MotorCurrent(1, 1, 0)},
+      {"motor power", MotorPower(1, true)},
+      {"start another axis", StartStop(3, 1)},
+  };
+  for (const GateCase& one : cases) {
+    SCOPED_TRACE(one.what);
+    for (const int wait : {0, kWaitThis, kProceed}) EXPECT_NEAR(EndBesideAMove(one.line, wait), 0.05, 0.051);
+  }
 }
 
 TEST(RunFlow, ALoopRunsAsOftenAsItsRepeatSays) {
