@@ -80,6 +80,7 @@ AxisSettings ReadAxisSettings(AxisBlock block) {
   settings.model = block[kModelAt];
   settings.steps_per_rev = StepsPerRev(block);
   settings.steps_per_unit = Read3(block, kStepsPerUnitAt);
+  settings.speed_factor = Read3(block, kSpeedFactorAt);
   settings.current_amps = block[kCurrentAt] + block[kCurrentAt + 1] / 100.0;
   settings.limits_used = block[kLimitKindAt] != kLimitsNotUsed;
   return settings;

@@ -14,6 +14,7 @@ struct AxisSettings {
   int model = 0;
   double steps_per_rev = 0;
   double steps_per_unit = 0;
+  double speed_factor = 0;  ///< 1/40 rev/s in one unit a second, rounded by the PC
   double current_amps = 0;
   bool limits_used = true;
 };

@@ -23,12 +23,12 @@ constexpr double kSpeedUnitsPerRev = 40;
 /// What a variable counts for one of the units that the operator types.
 double HubUnits(const ValueStatement& prompt, const Machine& machine) {
   const bool known = prompt.units_axis < kAxisCount;
-  const double per_unit = known ? machine.Settings(prompt.units_axis).steps_per_unit : 0;
+  const AxisSettings settings = known ? machine.Settings(prompt.units_axis) : AxisSettings{};
+  const bool has_units = settings.steps_per_unit > 0;
   switch (prompt.kind) {
-    case ValueKind::kDistance: return per_unit > 0 ? per_unit : 1;
-    case ValueKind::kSpeed:
-      if (per_unit <= 0) return kSpeedUnitsPerRev;
-      return per_unit * kSpeedUnitsPerRev / std::max(machine.Settings(prompt.units_axis).steps_per_rev, 1.0);
+    case ValueKind::kDistance: return has_units ? settings.steps_per_unit : 1;
+    // The factor is rounded on the PC, so the quotient that it comes from would give other speeds.
+    case ValueKind::kSpeed: return has_units ? settings.speed_factor : kSpeedUnitsPerRev;
     case ValueKind::kCount: break;
   }
   return 1;
@@ -85,7 +85,9 @@ class ValueWait : public Interaction {
   }
 
   /// In the hub's whole numbers, so that a value which was entered as a limit still fits after its rounding.
+  /// Where a factor of 0 turns every entry into 0, what is kept cannot be told in the operator's units.
   [[nodiscard]] bool KeptValueFits() const {
+    if (hub_units_ == 0) return false;
     const int kept = machine_.Variable(prompt_.variable);
     const double magnitude = std::abs(static_cast<double>(kept));
     if (kept < 0 && !RulesOf(prompt_).sign) return false;
@@ -93,12 +95,13 @@ class ValueWait : public Interaction {
   }
 
   [[nodiscard]] Fixed4 KeptValue() const {
-    return std::llround(machine_.Variable(prompt_.variable) / hub_units_ * kFixed4One);
+    return std::llround(machine_.Variable(prompt_.variable) * static_cast<double>(kFixed4One) / hub_units_);
   }
 
   [[nodiscard]] int ToHub(Fixed4 value) const {
     constexpr double kHighest = std::numeric_limits<int>::max();
-    const double exact = static_cast<double>(value) / kFixed4One * hub_units_;
+    // Multiplied before it is divided: a ten-thousandth has no exact double, and a half must be seen as one.
+    const double exact = static_cast<double>(value) * hub_units_ / kFixed4One;
     return static_cast<int>(std::clamp(std::nearbyint(exact), -kHighest, kHighest));
   }
 

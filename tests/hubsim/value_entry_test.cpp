@@ -109,6 +109,64 @@ TEST(ValuePrompt, WhatIsEnteredIsStoredInTheHubsUnits) {
   }
 }
 
+/// Units of the first axis, as its block holds them.
+struct UnitsCase {
+  const char* what;
+  int steps_per_unit;
+  int factor;
+  Value value;
+  std::string_view keys;
+  int stored;
+};
+
+TEST(ValuePrompt, AnEntryIsMultipliedByWhatTheAxisBlockHolds) {
+  const UnitsCase cases[] = {
+      {"the factor as it stands, not the quotient it was rounded from", 1900, 2, {.sub_type = 1}, "20\r", 40},
+      {"a factor of its own", 20000, 7, {.sub_type = 1}, "3\r", 21},
+      {"a fraction, and a half to even", 20000, 1, {.sub_type = 1}, "2.5\r", 2},
+      {"a half to even, upwards", 20000, 1, {.sub_type = 1}, "3.5\r", 4},
+      {"just above a half", 20000, 1, {.sub_type = 1}, "2.5001\r", 3},
+      {"a factor that was rounded to nothing", 100, 0, {.sub_type = 1}, "20\r", 0},
+      {"no units: rev/s", 0, 0, {.sub_type = 1}, "20\r", 800},
+      {"a distance", 1900, 2, {.sub_type = 0}, "20\r", 38000},
+      {"a distance with a fraction", 1900, 2, {.sub_type = 0}, "1.5005\r", 2851},
+      {"a distance on a half", 5000, 10, {.sub_type = 0, .lower = 0}, ".0003\r", 2},
+      {"a distance on a half, to even", 5000, 10, {.sub_type = 0, .lower = 0}, ".0005\r", 2},
+      {"no units: steps", 0, 0, {.sub_type = 0}, "20\r", 20},
+      {"a position", 1900, 2, {.sub_type = 0, .variable = 15}, "20-\r", -38000},
+      {"a count", 1900, 2, {.sub_type = 2}, "20\r", 20},
+  };
+  for (const UnitsCase& one : cases) {
+    SCOPED_TRACE(one.what);
+    HubBench bench;
+    std::string system = TerminalSystem();
+    system.replace(8, 3, Big3(one.steps_per_unit)).replace(24, 3, Big3(one.factor));
+    bench.Download({AskFor(one.value), WaitTime(60000)}, system, PoolOf("How much?"));
+    bench.RunWithTerminal(0.1);
+    bench.Send(one.keys);
+    EXPECT_EQ(bench.hub.RunningLine(), 1);
+    EXPECT_EQ(bench.hub.Variable(one.value.variable), one.stored);
+  }
+}
+
+TEST(ValuePrompt, AKeptSpeedIsShownByTheSameFactor) {
+  const auto shown = [](int factor, std::string_view keys) {
+    HubBench bench;
+    std::string system = TerminalSystem();
+    system.replace(24, 3, Big3(factor));
+    const std::string ask = AskFor({.sub_type = 1, .variable = 25});
+    bench.Download({ask, ask}, system, PoolOf("How fast?"));
+    bench.RunWithTerminal(0.1);
+    bench.Send(keys);
+    bench.Go(0.1);
+    EXPECT_EQ(bench.hub.RunningLine(), 1);
+    return bench.hub.Display()[3];
+  };
+  EXPECT_EQ(shown(2, "20\r"), "20");
+  EXPECT_EQ(shown(3, "1.3333\r"), "1.3333");
+  EXPECT_EQ(shown(0, "20\r"), "") << "every speed is 0, which is none of the operator's";
+}
+
 TEST(ValuePrompt, AVariableThatDoesNotExistIsEnteredAndForgotten) {
   AskBench bench({.sub_type = 2, .variable = 200});
   bench.Send("7\r");
