@@ -69,6 +69,8 @@ std::optional<int> CountsOf(std::string_view word) {
 
 const std::string kOk = "ok\n";
 const std::string kNoAxis = "The axis is a number from 1 to 8.\n";
+constexpr std::string_view kNoLimit =
+    "Nothing happens: no program runs, nothing moves, or the axis has no drive that uses its limit switches.";
 
 std::string Line(std::string_view text) {
   return std::string(text) + '\n';
@@ -123,17 +125,17 @@ std::string Console::Limit(const Words& words, double now) {
   const auto axis = AxisOf(words[1]);
   if (!axis) return kNoAxis;
   if (hub_.HitLimit(*axis, now)) return kOk;
-  return Line("Nothing happens: no program runs, or the axis does not use its limit switches.");
+  return Line(kNoLimit);
 }
 
 std::string Console::Fault(const Words& words, double now) {
   const auto axis = AxisOf(words[1]);
   if (!axis) return kNoAxis;
   const auto code = FaultCodeOf(words[2]);
-  if (!code || !hub_.Fail(*axis, *code, now)) {
+  if (!code || *code >= kFaultCodes) {
     return Line("The code is a number from 0 to 16383, or the name of a fault.");
   }
-  return kOk;
+  return hub_.Fail(*axis, *code, now) ? kOk : Line("Nothing happens: there is no drive on this axis.");
 }
 
 std::string Console::Knob(const Words& words, double now) {
@@ -146,7 +148,7 @@ std::string Console::Knob(const Words& words, double now) {
 }
 
 std::string Console::Stop(const Words& /*words*/, double now) {
-  return hub_.PressStop(now) ? kOk : Line("Nothing happens: no program runs.");
+  return hub_.PressStop(now) ? kOk : Line("Nothing happens: no program runs, and nothing moves.");
 }
 
 std::string Console::Greet(const Words& /*words*/, double now) {
@@ -155,13 +157,11 @@ std::string Console::Greet(const Words& /*words*/, double now) {
 }
 
 std::string Console::Unplug(const Words& /*words*/, double /*now*/) {
-  hub_.Unplug();
-  return kOk;
+  return hub_.Unplug() ? kOk : Line("Nothing happens: the cable is off.");
 }
 
 std::string Console::Replug(const Words& /*words*/, double /*now*/) {
-  hub_.Replug();
-  return kOk;
+  return hub_.Replug() ? kOk : Line("Nothing happens: the cable is on.");
 }
 
 std::string Console::Say(const Words& words, double /*now*/) {
@@ -169,8 +169,7 @@ std::string Console::Say(const Words& words, double /*now*/) {
   for (std::size_t i = 1; i < words.size(); ++i) text += words[i];
   const auto bytes = ParseHex(text);
   if (!bytes) return Line("The bytes are pairs of hexadecimal digits.");
-  hub_.Say(*bytes);
-  return kOk;
+  return hub_.Say(*bytes) ? kOk : Line("Nothing happens: the cable is off.");
 }
 
 std::string Console::SetFailure(const Words& words, double /*now*/) {

@@ -141,17 +141,27 @@ void Hub::CheckCable() {
   if (outbox_.Exhausted()) Unplug();
 }
 
-void Hub::Unplug() {
+bool Hub::Unplug() {
+  if (unplugged_) return false;
   unplugged_ = true;
   outbox_.LimitTo(0);
+  return true;
 }
 
-void Hub::Replug() {
+bool Hub::Replug() {
+  if (!unplugged_) return false;
   const Failure mode = options_.failure.mode;
   unplugged_ = false;
   outbox_.Clear();
   outbox_.Unlimit();
   if (mode == Failure::kUnplug || mode == Failure::kUnplugTx) SetFailure({});
+  return true;
+}
+
+bool Hub::Say(std::string_view bytes) {
+  if (unplugged_) return false;
+  outbox_.Put(bytes);
+  return true;
 }
 
 void Hub::TakeByte(std::uint8_t byte) {
@@ -301,8 +311,7 @@ bool Hub::HitLimit(int axis, double now) {
 bool Hub::Fail(int axis, int code, double now) {
   if (!IsAxis(axis) || code < 0 || code >= kFaultCodes) return false;
   Advance(now);
-  runner_.Fail(axis, code, ProgramNow());
-  return true;
+  return runner_.Fail(axis, code, ProgramNow());
 }
 
 bool Hub::PressStop(double now) {

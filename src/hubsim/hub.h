@@ -71,20 +71,22 @@ class Hub {
   /// A hand wheel at an axis is turned by so many counts, at most
   /// `kMostKnobCounts` at once. False unless a line follows it.
   bool TurnKnob(int axis, int counts, double now);
-  /// False unless a program runs and the axis uses its limit switches.
+  /// False if nothing comes of it: no drive on the axis, its limit switches not used, no program that runs or
+  /// has anything moving behind its end, nothing to brake where the program continues behind a limit.
   bool HitLimit(int axis, double now);
-  /// `code` is 0..16383, one bit a fault.
+  /// `code` is 0..16383, one bit a fault. False too if the axis has no drive.
   bool Fail(int axis, int code, double now);
-  /// The stop button on a drive. False unless a program runs.
+  /// The stop button on a drive. False unless a program runs or has anything moving behind its end.
   bool PressStop(double now);
   /// Power off and on: the memory stays, everything else is new, the greeting goes out.
   void PowerUp(double now);
-  /// The cable comes off; the program runs on.
-  void Unplug();
-  void Replug();
+  /// The cable comes off; the program runs on. False if it is off already.
+  bool Unplug();
+  /// False if the cable is on.
+  bool Replug();
   [[nodiscard]] bool Unplugged() const { return unplugged_; }
-  /// Sends bytes of the caller's choice as if they were the hub's own.
-  void Say(std::string_view bytes) { outbox_.Put(bytes); }
+  /// Sends bytes of the caller's choice as if they were the hub's own. False if the cable is off.
+  bool Say(std::string_view bytes);
   /// Replaces the failure mode; numbers count from here on.
   void SetFailure(const FailurePlan& plan);
 

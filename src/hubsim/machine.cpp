@@ -72,6 +72,10 @@ bool Machine::AllMovesDone() const {
   return std::ranges::all_of(axes_, [](const Axis& axis) { return axis.Idle() || axis.Endless(); });
 }
 
+bool Machine::AnythingMoves() const {
+  return !std::ranges::all_of(axes_, &Axis::Idle);
+}
+
 bool Machine::Matches(const InputPattern& pattern) const {
   const int main = (io_.MainInputs(pattern.axis) ^ pattern.states) & pattern.mask;
   const int drive = (io_.XInputs(pattern.axis) ^ pattern.drive_states) & pattern.drive_mask;

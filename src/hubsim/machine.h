@@ -64,6 +64,7 @@ class Machine {
   void CutAll(double now);
   /// No axis is under way, but for those that turn with no end.
   [[nodiscard]] bool AllMovesDone() const;
+  [[nodiscard]] bool AnythingMoves() const;
   [[nodiscard]] bool Matches(const InputPattern& pattern) const;
 
   [[nodiscard]] std::optional<double> NextEvent() const;

@@ -119,10 +119,13 @@ void Runner::Acknowledge(double now) {
 }
 
 bool Runner::HitLimit(int axis, double now) {
-  if (!Active() || !machine_.Settings(axis).limits_used) return false;
+  if (!UnderWay() || bay_.PluggedModel(axis) == 0 || !machine_.Settings(axis).limits_used) return false;
   switch (settings_.limit_action) {
     case LimitAction::kHalt: HaltProgram({HaltKind::kLimit, axis, 0}, now); break;
-    case LimitAction::kContinue: machine_.At(axis).Stop(now); break;
+    case LimitAction::kContinue:
+      if (machine_.At(axis).Idle()) return false;
+      machine_.At(axis).Stop(now);
+      break;
     case LimitAction::kBranch:
       Release(axis);
       machine_.At(axis).Stop(now);
@@ -135,14 +138,16 @@ bool Runner::HitLimit(int axis, double now) {
 }
 
 bool Runner::PressStop(double now) {
-  if (!Active()) return false;
+  if (!UnderWay()) return false;
   HaltProgram({HaltKind::kStopButton, 0, 0}, now);
   return true;
 }
 
-void Runner::Fail(int axis, int code, double now) {
+bool Runner::Fail(int axis, int code, double now) {
+  if (bay_.PluggedModel(axis) == 0) return false;
   machine_.At(axis).Cut(now);
   HaltProgram({HaltKind::kFault, axis, code}, now);
+  return true;
 }
 
 void Runner::SetInput(int axis, int input, bool high, double now) {

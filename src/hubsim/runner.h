@@ -51,11 +51,13 @@ class Runner {
   /// Everything but the levels of the inputs as it is after power-up.
   void PowerUp(double now);
 
-  /// True if something becomes of it: a program runs and the axis uses its limit switches.
+  /// True if something becomes of it: the axis has a drive that uses its limit switches, and a program runs,
+  /// or has ended while something moves; where the program continues behind a limit, the axis moves.
   bool HitLimit(int axis, double now);
-  /// True if a program runs.
+  /// True if a program runs, or has ended while something moves.
   bool PressStop(double now);
-  void Fail(int axis, int code, double now);
+  /// True if the axis has a drive.
+  bool Fail(int axis, int code, double now);
   void SetInput(int axis, int input, bool high, double now);
   /// A key of the operator terminal. Ignored unless a line waits for it.
   void PressKey(char key, double now);
@@ -105,6 +107,9 @@ class Runner {
   void HideMarker();
   void Forget();
   [[nodiscard]] bool Active() const { return state_ == RunState::kRunning || state_ == RunState::kEnded; }
+  [[nodiscard]] bool UnderWay() const {
+    return state_ == RunState::kRunning || (state_ == RunState::kEnded && machine_.AnythingMoves());
+  }
   [[nodiscard]] bool LineUnderWay() const { return phase_ != Phase::kBetween && phase_ != Phase::kHeld; }
   [[nodiscard]] LineContext Context(double now);
 

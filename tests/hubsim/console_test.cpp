@@ -19,6 +19,10 @@ struct CommandCase {
   const char* answer;
 };
 
+constexpr const char* kNoLimit =
+    "Nothing happens: no program runs, nothing moves, or the axis has no drive that uses its limit "
+    "switches.\n";
+
 TEST(HubConsole, WrongCommandsGetAClearLine) {
   HubBench bench;
   Console console(bench.hub);
@@ -36,8 +40,10 @@ TEST(HubConsole, WrongCommandsGetAClearLine) {
       {"input 1 X8 low", "The input is a number from 1 to 8, or X0 to X7.\n"},
       {"input 1 X low", "The input is a number from 1 to 8, or X0 to X7.\n"},
       {"input 1 3 off", "The level is high or low.\n"},
-      {"limit 2", "Nothing happens: no program runs, or the axis does not use its limit switches.\n"},
-      {"stop", "Nothing happens: no program runs.\n"},
+      {"limit 2", kNoLimit},
+      {"stop", "Nothing happens: no program runs, and nothing moves.\n"},
+      {"fault 1 1", "Nothing happens: there is no drive on this axis.\n"},
+      {"replug", "Nothing happens: the cable is on.\n"},
       {"fault 1 16384", "The code is a number from 0 to 16383, or the name of a fault.\n"},
       {"fault 1 x", "The code is a number from 0 to 16383, or the name of a fault.\n"},
       {"fault 1 -1", "The code is a number from 0 to 16383, or the name of a fault.\n"},
@@ -90,6 +96,23 @@ TEST(HubConsole, FailuresComeAndGo) {
   EXPECT_TRUE(bench.hub.Unplugged());
   EXPECT_EQ(console.Execute("replug", bench.now), "ok\n");
   EXPECT_FALSE(bench.hub.Unplugged());
+}
+
+TEST(HubConsole, WhatCannotHappenIsNotSaidToHaveHappened) {
+  HubBench bench;
+  Console console(bench.hub);
+  const auto say = [&](const char* line) { return console.Execute(line, bench.now); };
+  bench.Download({FeedLength({.distance = 100000, .wait = kProceed})});
+  bench.Run(10);
+  EXPECT_EQ(say("limit 1"), kNoLimit) << "the program has ended and its move too";
+  EXPECT_EQ(say("stop"), "Nothing happens: no program runs, and nothing moves.\n");
+  EXPECT_EQ(say("unplug"), "ok\n");
+  EXPECT_EQ(say("unplug"), "Nothing happens: the cable is off.\n");
+  EXPECT_EQ(say("say 41"), "Nothing happens: the cable is off.\n");
+  EXPECT_EQ(say("replug"), "ok\n");
+  EXPECT_EQ(say("say 41"), "ok\n");
+  EXPECT_EQ(say("replug"), "Nothing happens: the cable is on.\n");
+  EXPECT_EQ(bench.hub.TakeOutput(), "A") << "what was on its way is not lost";
 }
 
 TEST(HubConsole, EachOfTheFourteenFaultsHasABitAndAName) {

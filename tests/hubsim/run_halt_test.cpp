@@ -73,6 +73,56 @@ TEST(RunHalt, ALimitOrAStopButtonWithoutARunIsNotSeen) {
   EXPECT_EQ(bench.hub.TakeOutput(), "");
 }
 
+TEST(RunHalt, BehindItsEndAProgramIsHaltedOnlyWhileSomethingMoves) {
+  const auto limit = [](HubBench& bench) { return bench.hub.HitLimit(0, bench.now); };
+  const auto stop = [](HubBench& bench) { return bench.hub.PressStop(bench.now); };
+  const auto expect = [](auto&& act, int header) {
+    HubBench bench;
+    bench.Download({FeedLength({.distance = 100000, .wait = kProceed})});
+    bench.Run(1);
+    ASSERT_EQ(bench.hub.State(), HubState::kEnded);
+    EXPECT_TRUE(act(bench));
+    EXPECT_EQ(HubBench::Count(bench.Go(5), header), 1);
+    bench.Run(10);
+    ASSERT_EQ(bench.hub.State(), HubState::kEnded);
+    EXPECT_FALSE(act(bench));
+    EXPECT_EQ(bench.hub.TakeOutput(), "");
+    EXPECT_EQ(bench.hub.State(), HubState::kEnded);
+  };
+  expect(limit, 252);
+  expect(stop, 251);
+}
+
+TEST(RunHalt, AnAxisThatTurnsWithNoEndMovesToo) {
+  HubBench bench;
+  bench.Download({StartStop(3, 1)});
+  bench.Run(10);
+  ASSERT_EQ(bench.hub.State(), HubState::kEnded);
+  EXPECT_TRUE(bench.hub.HitLimit(1, bench.now));
+  EXPECT_EQ(bench.hub.TakeOutput(), Bytes({252, 1, 0, 0}));
+}
+
+TEST(RunHalt, ALimitThatAProgramContinuesBehindIsSeenOnlyByAnAxisThatMoves) {
+  HubBench bench;
+  bench.Download({FeedLength({.distance = 400000})}, SystemWithLimits(kContinue, 0));
+  bench.Run(1);
+  EXPECT_FALSE(bench.hub.HitLimit(1, bench.now));
+  EXPECT_TRUE(bench.hub.HitLimit(0, bench.now));
+}
+
+TEST(RunHalt, WhereNoDriveIsNothingRunsOntoALimitOrReportsAFault) {
+  HubOptions options;
+  options.drives = std::array<int, kAxisCount>{1};
+  HubBench bench(options);
+  bench.Download({WaitTime(100)});
+  bench.Run(0.1);
+  EXPECT_FALSE(bench.hub.HitLimit(1, bench.now));
+  EXPECT_FALSE(bench.hub.Fail(1, 1, bench.now));
+  EXPECT_EQ(bench.hub.TakeOutput(), "");
+  EXPECT_EQ(bench.hub.State(), HubState::kRunning);
+  EXPECT_TRUE(bench.hub.Fail(0, 1, bench.now));
+}
+
 TEST(RunHalt, TheStopButtonHaltsTheProgram) {
   HubBench bench;
   bench.Download({WaitTime(100)});

@@ -90,7 +90,8 @@ TEST(PanelWindow, TheLimitButtonHaltsARunningProgram) {
   PanelBench panel;
   panel.Click("limit of axis 2");
   EXPECT_EQ(panel.LabelText("note"),
-            "The limit had no effect: no program runs, or the axis does not use its limit switches.");
+            "The limit had no effect: no program runs, nothing moves, or the axis has no drive that uses its "
+            "limit switches.");
   panel.bench.Download({WaitTime(1000)});
   panel.bench.Run(0.1);
   panel.Click("limit of axis 2");
@@ -103,7 +104,7 @@ TEST(PanelWindow, TheLimitButtonHaltsARunningProgram) {
 TEST(PanelWindow, TheStopButtonStopsARunningProgram) {
   PanelBench panel;
   panel.ClickObject("btnStop");
-  EXPECT_EQ(panel.LabelText("note"), "Stop had no effect: no program runs.");
+  EXPECT_EQ(panel.LabelText("note"), "Stop had no effect: no program runs, and nothing moves.");
   panel.bench.Download({WaitTime(1000)});
   panel.bench.Run(0.1);
   panel.window.Refresh();
@@ -113,8 +114,17 @@ TEST(PanelWindow, TheStopButtonStopsARunningProgram) {
   EXPECT_EQ(HubBench::Count(panel.bench.Collect(), 251), 1);
 }
 
+TEST(PanelWindow, AFaultWithoutADriveIsSaidToHaveNoEffect) {
+  PanelBench panel;
+  panel.Click("fault of axis 2");
+  panel.window.findChild<QDialog*>(QStringLiteral("FaultDialog"))->accept();
+  EXPECT_EQ(panel.LabelText("note"), "The fault had no effect: there is no drive on the axis.");
+  EXPECT_TRUE(panel.bench.Collect().empty());
+}
+
 TEST(PanelWindow, TheFaultDialogReportsWhatIsChecked) {
   PanelBench panel;
+  panel.bench.Download({});
   panel.Click("fault of axis 2");
   auto* dialog = panel.window.findChild<QDialog*>(QStringLiteral("FaultDialog"));
   ASSERT_NE(dialog, nullptr);

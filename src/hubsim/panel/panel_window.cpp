@@ -23,7 +23,8 @@ constexpr QSize kSize(880, 620);
 
 QString LimitNote() {
   return QStringLiteral(
-      "The limit had no effect: no program runs, or the axis does not use its limit switches.");
+      "The limit had no effect: no program runs, nothing moves, or the axis has no drive that uses its limit "
+      "switches.");
 }
 
 }  // namespace
@@ -69,7 +70,8 @@ void PanelWindow::ConnectControls() {
           [this](int axis) { Acted(hub_.HitLimit(axis, now_()) ? QString() : LimitNote()); });
   connect(axes_, &AxisTable::FaultClicked, this, &PanelWindow::AskFault);
   connect(controls_, &HubControls::StopClicked, this, [this] {
-    Acted(hub_.PressStop(now_()) ? QString() : QStringLiteral("Stop had no effect: no program runs."));
+    Acted(hub_.PressStop(now_()) ? QString()
+                                 : QStringLiteral("Stop had no effect: no program runs, and nothing moves."));
   });
   connect(controls_, &HubControls::PowerClicked, this, [this] {
     hub_.PowerUp(now_());
@@ -94,8 +96,8 @@ void PanelWindow::AskFault(int axis) {
   auto* dialog = new FaultDialog(axis, this);
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   connect(dialog, &QDialog::accepted, this, [this, axis, dialog] {
-    hub_.Fail(axis, dialog->Code(), now_());
-    Acted();
+    const bool failed = hub_.Fail(axis, dialog->Code(), now_());
+    Acted(failed ? QString() : QStringLiteral("The fault had no effect: there is no drive on the axis."));
   });
   dialog->open();
 }
