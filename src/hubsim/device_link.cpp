@@ -21,6 +21,7 @@ namespace tavlo::hubsim {
 namespace {
 
 constexpr std::string_view kPseudoTerminals = "/dev/pts/";
+constexpr int kCommCount = 8;
 
 [[noreturn]] void Fail(const std::string& what, int error) {
   throw std::runtime_error(what + ": " + std::generic_category().message(error));
@@ -74,6 +75,13 @@ std::string RuntimeFolder() {
 
 std::string CommLink(int number) {
   return RuntimeFolder() + "/comm" + std::to_string(number);
+}
+
+std::optional<int> CommOf(const std::string& link) {
+  for (int number = 1; number <= kCommCount; ++number) {
+    if (link == FolderPath() + "/comm" + std::to_string(number)) return number;
+  }
+  return std::nullopt;
 }
 
 DeviceLink::DeviceLink(std::string path) : path_(std::move(path)), lock_path_(path_ + ".lock") {

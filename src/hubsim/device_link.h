@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "hubsim/unique_fd.h"
@@ -16,6 +17,8 @@ namespace tavlo::hubsim {
 
 /// `{RuntimeFolder()}/comm{number}`.
 [[nodiscard]] std::string CommLink(int number);
+/// The number of the Comm whose link that is; empty for any other path.
+[[nodiscard]] std::optional<int> CommOf(const std::string& link);
 
 /// A symbolic link under a fixed name to wherever the hub's terminal is. While the object lives the name is
 /// reserved by a locked file beside it, so that a link left by a killed hub is told from a living one's.

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "hubsim/device_link.h"
 #include "hubsim/line_codes.h"
 #include "hubsim/wire_lines.h"
 
@@ -17,6 +18,15 @@ std::array<std::uint8_t, kSlotSize> SlotOf(const std::string& line) {
   std::array<std::uint8_t, kSlotSize> slot{};
   std::copy(line.begin(), line.end(), slot.begin());
   return slot;
+}
+
+TEST(HubWords, TheTitleNamesTheCommOrElseTheLink) {
+  const std::string folder = RuntimeFolder();
+  EXPECT_EQ(TitleWords(folder + "/comm1"), "Simulated hub on Comm 1");
+  EXPECT_EQ(TitleWords(CommLink(8)), "Simulated hub on Comm 8");
+  for (const std::string& path : {folder + "/comm0", folder + "/comm9", std::string("/tmp/comm1")}) {
+    EXPECT_EQ(TitleWords(path), "Simulated hub on " + path);
+  }
 }
 
 TEST(HubWords, EachStateHasItsWord) {

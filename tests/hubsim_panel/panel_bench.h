@@ -19,7 +19,7 @@ class PanelBench {
   explicit PanelBench(const HubOptions& options = {})
       : bench(options),
         window(
-            bench.hub, QStringLiteral("/run/comm1"), [this] { return bench.now; },
+            bench.hub, QStringLiteral("Simulated hub on Comm 1"), [this] { return bench.now; },
             [this] {
               ++served;
               bench.hub.Advance(bench.now);

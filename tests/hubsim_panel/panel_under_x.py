@@ -51,7 +51,7 @@ class HubProcess:
 def play(screen, hub, tavlo, program):
     window = until("the window", lambda: screen.window("Simulated hub"))
     title = subprocess.run(["xdotool", "getwindowname", window], capture_output=True, text=True).stdout.strip()
-    assert title == f"Simulated hub - {hub.link}", title
+    assert title == f"Simulated hub on {hub.link}", title
     screen.shot("panel-idle")
 
     subprocess.run([tavlo, "download", program, "--port", hub.link, "--yes"], check=True, capture_output=True,

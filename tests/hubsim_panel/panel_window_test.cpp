@@ -15,9 +15,9 @@
 namespace tavlo::hubsim {
 namespace {
 
-TEST(PanelWindow, ItsTitleNamesTheLink) {
+TEST(PanelWindow, ItsTitleSaysWhatItServes) {
   const PanelBench panel;
-  EXPECT_EQ(panel.window.windowTitle(), QStringLiteral("Simulated hub - /run/comm1"));
+  EXPECT_EQ(panel.window.windowTitle(), QStringLiteral("Simulated hub on Comm 1"));
 }
 
 TEST(PanelWindow, AClickTurnsTheHubsInputOnAndOffAgain) {

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 
+#include "hubsim/device_link.h"
 #include "hubsim/line_codes.h"
 #include "hubsim/statement.h"
 
@@ -90,6 +91,17 @@ std::string AtLine(std::string words, std::string_view joint, std::optional<int>
 }
 
 }  // namespace
+
+std::string TitleWords(const std::string& link) {
+  const auto comm = CommOf(link);
+  return "Simulated hub on " + (comm ? "Comm " + std::to_string(*comm) : link);
+}
+
+std::string FailureWords(const FailureRow& row) {
+  std::string words(row.meaning);
+  if (words[0] >= 'a' && words[0] <= 'z') words[0] = static_cast<char>(words[0] - 'a' + 'A');
+  return words;
+}
 
 std::string StateWords(HubState state, std::optional<int> line) {
   switch (state) {

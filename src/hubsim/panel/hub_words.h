@@ -17,6 +17,10 @@ namespace tavlo::hubsim {
 // What the panel says of the hub. Texts are single bytes; lines and axes count from 0 here and from 1 in the
 // texts.
 
+/// "Simulated hub on Comm 1" for the link of a Comm, else "Simulated hub on " and the link's path.
+[[nodiscard]] std::string TitleWords(const std::string& link);
+/// The meaning of a failure mode as a sentence of its own.
+[[nodiscard]] std::string FailureWords(const FailureRow& row);
 /// "idle", "running line 12", "halted".
 [[nodiscard]] std::string StateWords(HubState state, std::optional<int> line);
 /// "feed to length, axis 3"; "nothing" for a slot that was never filled.

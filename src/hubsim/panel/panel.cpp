@@ -10,6 +10,7 @@
 
 #include "hubsim/hub.h"
 #include "hubsim/panel/hub_loop.h"
+#include "hubsim/panel/hub_words.h"
 #include "hubsim/panel/panel_window.h"
 
 namespace tavlo::hubsim {
@@ -49,7 +50,7 @@ int RunPanel(int& argc, char** argv, const HubOptions& hub_options, const Server
   Hub hub(hub_options);
   Server server(hub, server_options);
   HubLoop loop(server, stop_signals);
-  PanelWindow window(hub, QString::fromLocal8Bit(server_options.link.c_str()), Server::Now,
+  PanelWindow window(hub, QString::fromLocal8Bit(TitleWords(server_options.link).c_str()), Server::Now,
                      [&loop] { loop.Serve(); });
   QObject::connect(&loop, &HubLoop::Ended, [] { QCoreApplication::exit(0); });
   QObject::connect(&window, &PanelWindow::Closed, [] { QCoreApplication::exit(0); });

@@ -29,7 +29,7 @@ QString LimitNote() {
 
 }  // namespace
 
-PanelWindow::PanelWindow(Hub& hub, const QString& link, std::function<double()> now,
+PanelWindow::PanelWindow(Hub& hub, const QString& title, std::function<double()> now,
                          std::function<void()> serve)
     : hub_(hub),
       now_(std::move(now)),
@@ -39,7 +39,7 @@ PanelWindow::PanelWindow(Hub& hub, const QString& link, std::function<double()> 
       memory_(new MemoryTabs(this)),
       note_(new QLabel(this)) {
   setObjectName(QStringLiteral("HubPanel"));
-  setWindowTitle(QStringLiteral("Simulated hub - ") + link);
+  setWindowTitle(title);
   note_->setObjectName(QStringLiteral("note"));
   note_->setTextFormat(Qt::PlainText);
   auto* rule = new QFrame(this);

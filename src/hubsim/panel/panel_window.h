@@ -24,7 +24,7 @@ class PanelWindow : public QWidget {
  public:
   /// `now` is the hub's clock. `serve` lets the hub do what is due and sends what it says; it is called in
   /// front of every look at the hub and behind everything done to it.
-  PanelWindow(Hub& hub, const QString& link, std::function<double()> now, std::function<void()> serve);
+  PanelWindow(Hub& hub, const QString& title, std::function<double()> now, std::function<void()> serve);
 
   /// Shows the hub as it is now. While the window can be seen it does so by itself.
   void Refresh();
