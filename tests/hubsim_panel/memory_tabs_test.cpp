@@ -33,6 +33,25 @@ TEST(MemoryTabs, ADownloadedLineIsShownInWordsAndBytes) {
   EXPECT_EQ(Cell(panel, 199, 1), "empty");
 }
 
+TEST(MemoryTabs, TheBytesFit) {
+  PanelBench panel;
+  panel.bench.Download({FeedSafety({}, 2, 1, 4000, 4), Comment("A comment that fills a line")});
+  panel.window.resize(1040, 640);
+  panel.window.show();
+  panel.window.Refresh();
+  const auto* view = panel.window.findChild<QTableView*>(QStringLiteral("lines"));
+  const QFontMetrics letters(LinesOf(panel).data(LinesOf(panel).index(0, 2), Qt::FontRole).value<QFont>());
+  const auto room_for = [&](int row) {
+    return view->columnWidth(2) - letters.horizontalAdvance(QString::fromStdString(Cell(panel, row, 2)));
+  };
+  EXPECT_GT(room_for(0), 4) << "a move, in a window of the usual size";
+  EXPECT_EQ(Cell(panel, 1, 2, Qt::ToolTipRole), Cell(panel, 1, 2)) << "what does not fit is told whole";
+  panel.window.resize(1400, 640);
+  QCoreApplication::processEvents();
+  EXPECT_GT(room_for(1), 4) << "a comment, in a wider one";
+  EXPECT_EQ(view->columnViewportPosition(2) + view->columnWidth(2), view->viewport()->width());
+}
+
 TEST(MemoryTabs, TheRunningLineHasAPointerAndAColour) {
   PanelBench panel;
   panel.bench.Download({Empty(), WaitTime(300)});

@@ -3,14 +3,20 @@
 
 #include "hubsim/panel/panel_window.h"
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
+#include <QGroupBox>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTest>
+#include <QWheelEvent>
 
+#include "hubsim/panel/drive_names.h"
 #include "hubsim_panel/panel_bench.h"
+#include "model/axis_config.h"
 
 namespace tavlo::hubsim {
 namespace {
@@ -18,6 +24,60 @@ namespace {
 TEST(PanelWindow, ItsTitleSaysWhatItServes) {
   const PanelBench panel;
   EXPECT_EQ(panel.window.windowTitle(), QStringLiteral("Simulated hub on Comm 1"));
+}
+
+TEST(PanelWindow, EveryColumnHasATitle) {
+  const PanelBench panel;
+  QStringList titles;
+  for (const auto* label : panel.window.findChildren<QLabel*>()) titles += label->text();
+  for (const char* title :
+       {"Axis", "Drive", "Shaft", "Steps", "rev/s", "Motor", "Inputs (click)", "Outputs", "X0", "Y3"}) {
+    EXPECT_TRUE(titles.contains(QLatin1String(title))) << title;
+  }
+}
+
+TEST(PanelWindow, DialsAndDisplaySayWhatTheyAre) {
+  const PanelBench panel;
+  for (int axis = 1; axis <= 8; ++axis) {
+    const QString owner = QStringLiteral("axis %1").arg(axis);
+    const QWidget* dial = panel.Named(QStringLiteral("shaft of ") + owner);
+    ASSERT_NE(dial, nullptr);
+    EXPECT_TRUE(dial->toolTip().startsWith(QStringLiteral("The shaft of %1: ").arg(owner)));
+  }
+  const auto* display = panel.window.findChild<QLabel*>(QStringLiteral("display"));
+  EXPECT_TRUE(display->toolTip().startsWith(QStringLiteral("The display of the operator terminal")));
+  const auto* group = qobject_cast<QGroupBox*>(display->parentWidget());
+  ASSERT_NE(group, nullptr);
+  EXPECT_EQ(group->title(), QStringLiteral("Operator terminal"));
+}
+
+TEST(PanelWindow, DrivesAreCalledAsTheyAreInTheComposer) {
+  for (int model = -1; model <= 255; ++model) EXPECT_EQ(DriveName(model), ModelName(model)) << model;
+  HubOptions options;
+  options.drives = std::array<int, kAxisCount>{26, 1, 0, kUnlistedDrive};
+  PanelBench panel(options);
+  panel.window.Refresh();
+  EXPECT_EQ(panel.Described("drive model on axis 1"), ModelName(26));
+  EXPECT_EQ(panel.Described("drive model on axis 2"), ModelName(1));
+  EXPECT_EQ(panel.Described("drive model on axis 3"), "none");
+  EXPECT_EQ(panel.Described("drive model on axis 4"), "unknown type");
+}
+
+TEST(PanelWindow, AWiderWindowOpensNoGapBetweenTheColumns) {
+  PanelBench panel;
+  panel.window.show();
+  const auto places = [&] {
+    std::vector<int> lefts;
+    for (const char* name : {"shaft of axis 1", "axis 1 input 1:", "axis 1 output 1:", "limit of axis 1"})
+      lefts.push_back(panel.Named(QLatin1String(name))->mapTo(&panel.window, QPoint(0, 0)).x());
+    return lefts;
+  };
+  panel.window.resize(panel.window.minimumSizeHint());
+  QCoreApplication::processEvents();
+  const auto narrow = places();
+  panel.window.resize(1800, 900);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(places(), narrow);
 }
 
 TEST(PanelWindow, AClickTurnsTheHubsInputOnAndOffAgain) {
@@ -168,18 +228,47 @@ TEST(PanelWindow, AFailureIsChosenByModeAndNumber) {
   auto* number = panel.window.findChild<QSpinBox*>(QStringLiteral("failureNumber"));
   ASSERT_EQ(mode->count(), static_cast<int>(kFailures.size()));
   EXPECT_FALSE(number->isEnabled());
-  const int line = mode->findText(QStringLiteral("silent-line"));
+  const int line = mode->findText(QStringLiteral("No answer to line N (1..200) of a download"));
   mode->setCurrentIndex(line);
   emit mode->activated(line);
   EXPECT_TRUE(number->isEnabled());
   number->setValue(7);
   EXPECT_EQ(panel.bench.hub.Options().failure.mode, Failure::kSilentLine);
   EXPECT_EQ(panel.bench.hub.Options().failure.at, 7);
-  EXPECT_EQ(panel.LabelText("failureMeaning"), "no answer to line N (1..200) of a download");
+  EXPECT_EQ(panel.LabelText("failureMeaning"), "No answer to line N (1..200) of a download");
+  EXPECT_EQ(panel.LabelText("failureOption"), "--fail silent-line:7");
   panel.bench.hub.SetFailure({});
   panel.window.Refresh();
-  EXPECT_EQ(mode->currentText(), QStringLiteral("none"));
+  EXPECT_EQ(mode->currentText(), QStringLiteral("Nothing fails"));
+  EXPECT_EQ(panel.LabelText("failureOption"), "--fail none");
   EXPECT_FALSE(number->isEnabled());
+}
+
+TEST(PanelWindow, FailureModesAreToldInWordsThatTheListHasRoomFor) {
+  PanelBench panel;
+  const auto* mode = panel.window.findChild<QComboBox*>(QStringLiteral("failure"));
+  for (int row = 0; row < mode->count(); ++row) {
+    EXPECT_TRUE(mode->itemText(row)[0].isUpper()) << mode->itemText(row).toStdString();
+    EXPECT_GE(mode->itemText(row).count(QLatin1Char(' ')), 1);
+    EXPECT_LE(mode->fontMetrics().horizontalAdvance(mode->itemText(row)), mode->view()->minimumWidth());
+  }
+}
+
+TEST(PanelWindow, TheWheelTurnsNoFailureThatItOnlyPassesOver) {
+  PanelBench panel;
+  panel.window.show();
+  for (const char* name : {"failure", "failureNumber"}) {
+    panel.bench.hub.SetFailure({Failure::kSilentLine, 7});
+    panel.window.Refresh();
+    auto* control = panel.window.findChild<QWidget*>(QLatin1String(name));
+    EXPECT_EQ(control->focusPolicy(), Qt::StrongFocus) << name;
+    ASSERT_FALSE(control->hasFocus());
+    QWheelEvent turn(QPointF(5, 5), control->mapToGlobal(QPointF(5, 5)), QPoint(), QPoint(0, -120),
+                     Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(control, &turn);
+    EXPECT_EQ(panel.bench.hub.Options().failure.mode, Failure::kSilentLine) << name;
+    EXPECT_EQ(panel.bench.hub.Options().failure.at, 7) << name;
+  }
 }
 
 TEST(PanelWindow, WhatIsDoneToTheHubIsServedAtOnce) {
@@ -232,8 +321,15 @@ TEST(PanelWindow, TheArrowKeysGoFromInputToInput) {
 
 TEST(PanelWindow, ItFitsBesideTheComposer) {
   const PanelBench panel;
-  EXPECT_LE(panel.window.minimumSizeHint().width(), 900);
+  EXPECT_LE(panel.window.minimumSizeHint().width(), 920);
   EXPECT_LE(panel.window.minimumSizeHint().height(), 620);
+}
+
+TEST(PanelWindow, ItOpensNoLargerThanItsScreen) {
+  const PanelBench panel;
+  const QSize room = panel.window.screen()->availableSize();
+  EXPECT_LT(panel.window.width(), room.width());
+  EXPECT_LT(panel.window.height(), room.height());
 }
 
 TEST(PanelWindow, TheOperatorsDisplayHasFourRows) {

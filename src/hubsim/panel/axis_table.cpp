@@ -12,16 +12,19 @@
 
 #include "hubsim/io_board.h"
 #include "hubsim/panel/dial.h"
+#include "hubsim/panel/drive_names.h"
 #include "hubsim/panel/lamp.h"
+#include "hubsim/panel/shown_text.h"
 
 namespace tavlo::hubsim {
 namespace {
 
-enum Column { kName, kDrive, kDial, kPosition, kSpeed, kMotor, kInputs, kOutputs, kLimit, kFault };
+enum Column { kName, kDrive, kDial, kPosition, kSpeed, kMotor, kInputs, kOutputs, kLimit, kFault, kRest };
 
 constexpr int kQuadAxes = 4;
 
 /// The widest numbers that a label makes room for.
+const QString kWideDrive = QStringLiteral("unknown type");
 const QString kWidePosition = QStringLiteral("-00000000");
 const QString kWideSpeed = QStringLiteral("-000.00");
 
@@ -63,11 +66,6 @@ QString SpeedText(const AxisView& view) {
   return QString::number(std::abs(speed) < 0.005 ? 0.0 : speed, 'f', 2);
 }
 
-QString DriveText(int model) {
-  if (model == 0) return QStringLiteral("none");
-  return model == kUnlistedDrive ? QStringLiteral("?") : QString::number(model);
-}
-
 }  // namespace
 
 AxisTable::AxisTable(HubModel model, QWidget* parent)
@@ -75,12 +73,13 @@ AxisTable::AxisTable(HubModel model, QWidget* parent)
       grid_(new QGridLayout(this)),
       axes_(model == HubModel::kQuad ? kQuadAxes : kAxisCount) {
   grid_->setContentsMargins(0, 0, 0, 0);
-  grid_->setHorizontalSpacing(8);
+  grid_->setHorizontalSpacing(7);
   grid_->setVerticalSpacing(2);
   AddCaptions();
   for (int axis = 0; axis < axes_; ++axis) AddAxis(axis);
   if (model == HubModel::kQuad) AddHubBlock();
-  grid_->setColumnStretch(kPosition, 1);
+  // The columns stay together however wide the window is.
+  grid_->setColumnStretch(kRest, 1);
 }
 
 void AxisTable::AddCaptions() {
@@ -89,6 +88,7 @@ void AxisTable::AddCaptions() {
   };
   add(kName, "Axis", Qt::AlignLeft);
   add(kDrive, "Drive", Qt::AlignLeft);
+  add(kDial, "Shaft", Qt::AlignHCenter);
   add(kPosition, "Steps", Qt::AlignRight);
   add(kSpeed, "rev/s", Qt::AlignRight);
   add(kMotor, "Motor", Qt::AlignLeft);
@@ -103,8 +103,8 @@ void AxisTable::AddAxis(int axis) {
   Row& row = rows_[static_cast<std::size_t>(axis)];
   row.drive = new QLabel(this);
   row.drive->setAccessibleDescription(QStringLiteral("drive model on ") + name);
-  row.drive->setToolTip(QStringLiteral("Model code of the drive"));
-  row.dial = new Dial(this);
+  row.drive->setMinimumWidth(row.drive->fontMetrics().horizontalAdvance(kWideDrive));
+  row.dial = new Dial(name, this);
   row.position = MakeNumber(kWidePosition, QStringLiteral("position of %1 in steps").arg(name), this);
   row.speed = MakeNumber(kWideSpeed, QStringLiteral("speed of %1 in revolutions a second").arg(name), this);
   row.motor = new QLabel(this);
@@ -119,7 +119,7 @@ void AxisTable::AddAxis(int axis) {
   const int line = axis + 2;
   grid_->addWidget(new QLabel(QString::number(axis + 1), this), line, kName);
   grid_->addWidget(row.drive, line, kDrive);
-  grid_->addWidget(row.dial, line, kDial);
+  grid_->addWidget(row.dial, line, kDial, Qt::AlignCenter);
   grid_->addWidget(row.position, line, kPosition);
   grid_->addWidget(row.speed, line, kSpeed);
   grid_->addWidget(row.motor, line, kMotor);
@@ -170,7 +170,11 @@ void AxisTable::Show(const Hub& hub) {
 }
 
 void AxisTable::ShowAxis(const Row& row, const AxisView& view, int model) {
-  SetText(row.drive, DriveText(model));
+  const QString drive = ShownText(DriveName(model));
+  if (row.drive->text() != drive) {
+    row.drive->setText(drive);
+    row.drive->setToolTip(QStringLiteral("Model code %1").arg(model));
+  }
   row.dial->Show(view.steps_per_rev > 0 ? view.position_steps / view.steps_per_rev : 0, view.motor_on);
   SetText(row.position, QString::number(std::llround(view.position_steps)));
   SetText(row.speed, SpeedText(view));

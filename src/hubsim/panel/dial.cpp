@@ -3,22 +3,30 @@
 
 #include "hubsim/panel/dial.h"
 
+#include <QFontMetrics>
 #include <QPainter>
+#include <algorithm>
 #include <cmath>
+
+#include "hubsim/panel/look.h"
 
 namespace tavlo::hubsim {
 namespace {
 
-constexpr int kSize = 24;
-constexpr qreal kRadius = 10.5;
+constexpr int kLeastSize = 24;
 /// A hand that moved by less cannot be seen to have moved.
 constexpr double kVisible = 1;
-const QColor kHandColour(0, 90, 170);
 
 }  // namespace
 
-Dial::Dial(QWidget* parent) : QWidget(parent) {
-  setFixedSize(kSize, kSize);
+Dial::Dial(const QString& owner, QWidget* parent) : QWidget(parent) {
+  const int size = std::max(kLeastSize, fontMetrics().height() + fontMetrics().descent());
+  setFixedSize(size, size);
+  setAccessibleName(QStringLiteral("shaft of ") + owner);
+  setToolTip(QStringLiteral(
+                 "The shaft of %1: where its hand points, clockwise as it turns. Grey while the motor has no "
+                 "current")
+                 .arg(owner));
 }
 
 void Dial::Show(double revolutions, bool powered) {
@@ -34,14 +42,14 @@ void Dial::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.translate(QRectF(rect()).center());
-  const QPalette::ColorGroup group = powered_ ? QPalette::Active : QPalette::Disabled;
-  painter.setPen(QPen(palette().color(group, QPalette::WindowText), 1));
+  const qreal radius = width() / 2.0 - 1.5;
+  const QColor rim = powered_ ? palette().color(QPalette::WindowText) : DimColour(palette());
+  painter.setPen(QPen(rim, 1));
   painter.setBrush(powered_ ? palette().color(QPalette::Base) : palette().color(QPalette::Window));
-  painter.drawEllipse(QPointF(0, 0), kRadius, kRadius);
+  painter.drawEllipse(QPointF(0, 0), radius, radius);
   painter.rotate(angle_);
-  const QColor hand = powered_ ? kHandColour : palette().color(QPalette::Disabled, QPalette::WindowText);
-  painter.setPen(QPen(hand, 3, Qt::SolidLine, Qt::RoundCap));
-  painter.drawLine(QPointF(0, 0), QPointF(0, -kRadius + 3));
+  painter.setPen(QPen(powered_ ? HandColour(palette()) : rim, radius / 3.5, Qt::SolidLine, Qt::RoundCap));
+  painter.drawLine(QPointF(0, 0), QPointF(0, -radius + 3));
 }
 
 }  // namespace tavlo::hubsim

@@ -11,7 +11,8 @@ namespace tavlo::hubsim {
 /// has no current.
 class Dial : public QWidget {
  public:
-  explicit Dial(QWidget* parent);
+  /// `owner` is whose shaft it is, as "axis 3".
+  Dial(const QString& owner, QWidget* parent);
   void Show(double revolutions, bool powered);
 
  protected:

@@ -3,21 +3,26 @@
 
 #include "hubsim/panel/hub_controls.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
+#include <QEvent>
 #include <QFont>
-#include <QFontDatabase>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QSpinBox>
+#include <QStyleOptionComboBox>
+#include <QStylePainter>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <limits>
 
 #include "hubsim/display.h"
 #include "hubsim/failure.h"
 #include "hubsim/panel/hub_words.h"
+#include "hubsim/panel/look.h"
 #include "hubsim/panel/shown_text.h"
 
 namespace tavlo::hubsim {
@@ -25,7 +30,64 @@ namespace {
 
 constexpr int kDisplayMargin = 6;
 constexpr int kMeaningLines = 2;
+/// Of a failure mode, in the closed list.
+constexpr int kModeLetters = 24;
+constexpr int kListMargin = 30;
+constexpr int kTextMargin = 4;
 constexpr qreal kStateScale = 1.3;
+
+/// Closed, it ends in an ellipsis what it has no room for.
+class ShortBox : public QComboBox {
+ public:
+  using QComboBox::QComboBox;
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QStylePainter painter(this);
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    painter.drawComplexControl(QStyle::CC_ComboBox, option);
+    const int room =
+        style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this).width();
+    option.currentText = fontMetrics().elidedText(option.currentText, Qt::ElideRight, room - kTextMargin);
+    painter.drawControl(QStyle::CE_ComboBoxLabel, option);
+  }
+};
+
+/// Keeps the wheel from turning what it only passes over.
+class WheelGuard : public QObject {
+ public:
+  using QObject::QObject;
+  void Guard(QWidget* control) {
+    control->setFocusPolicy(Qt::StrongFocus);
+    control->installEventFilter(this);
+  }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() != QEvent::Wheel || static_cast<QWidget*>(watched)->hasFocus()) return false;
+    event->ignore();
+    return true;
+  }
+};
+
+/// The list is as wide as its longest sentence, and the closed box is not.
+QComboBox* MakeModes(QWidget* parent) {
+  auto* modes = new ShortBox(parent);
+  modes->setObjectName(QStringLiteral("failure"));
+  modes->setAccessibleDescription(QStringLiteral("Failure mode"));
+  int widest = 0;
+  for (const FailureRow& row : kFailures) {
+    const QString words = ShownText(FailureWords(row));
+    modes->addItem(words);
+    modes->setItemData(modes->count() - 1, ShownText(row.name), Qt::ToolTipRole);
+    widest = std::max(widest, modes->fontMetrics().horizontalAdvance(words));
+  }
+  modes->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  modes->setMinimumContentsLength(kModeLetters);
+  modes->view()->setMinimumWidth(widest + kListMargin);
+  return modes;
+}
 
 QPushButton* MakeButton(const char* text, const char* name, QWidget* parent) {
   auto* button = new QPushButton(QLatin1String(text), parent);
@@ -48,7 +110,10 @@ HubControls::HubControls(QWidget* parent) : QWidget(parent), state_(new QLabel(t
   column->addWidget(state_);
   column->addWidget(MakeButtons());
   column->addWidget(MakeFailure());
-  column->addWidget(MakeDisplay(), 0, Qt::AlignHCenter);
+  auto* terminal = new QGroupBox(QStringLiteral("Operator terminal"), this);
+  auto* centred = new QVBoxLayout(terminal);
+  centred->addWidget(MakeDisplay(), 0, Qt::AlignHCenter);
+  column->addWidget(terminal);
   column->addStretch(1);
 }
 
@@ -70,19 +135,16 @@ QWidget* HubControls::MakeButtons() {
 
 QWidget* HubControls::MakeFailure() {
   auto* group = new QGroupBox(QStringLiteral("What goes wrong"), this);
-  mode_ = new QComboBox(group);
-  mode_->setObjectName(QStringLiteral("failure"));
-  mode_->setAccessibleDescription(QStringLiteral("Failure mode"));
-  for (const FailureRow& row : kFailures) {
-    mode_->addItem(ShownText(row.name));
-    mode_->setItemData(mode_->count() - 1, ShownText(row.meaning), Qt::ToolTipRole);
-  }
+  mode_ = MakeModes(group);
   number_ = new QSpinBox(group);
   number_->setObjectName(QStringLiteral("failureNumber"));
   number_->setRange(1, std::numeric_limits<int>::max());
-  number_->setMaximumWidth(fontMetrics().horizontalAdvance(QStringLiteral("00000000000000")));
+  number_->setMaximumWidth(fontMetrics().horizontalAdvance(QStringLiteral("000000000000")));
   // Each digit typed would otherwise be a mode of its own and count anew.
   number_->setKeyboardTracking(false);
+  auto* guard = new WheelGuard(group);
+  for (QWidget* control : {static_cast<QWidget*>(mode_), static_cast<QWidget*>(number_)})
+    guard->Guard(control);
   auto* caption = new QLabel(QStringLiteral("&N"), group);
   caption->setBuddy(number_);
   meaning_ = new QLabel(group);
@@ -91,13 +153,18 @@ QWidget* HubControls::MakeFailure() {
   meaning_->setWordWrap(true);
   meaning_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
   meaning_->setMinimumHeight(kMeaningLines * fontMetrics().lineSpacing());
+  option_ = new QLabel(group);
+  option_->setObjectName(QStringLiteral("failureOption"));
+  option_->setTextFormat(Qt::PlainText);
+  option_->setToolTip(QStringLiteral("The same on the command line"));
   auto* row = new QHBoxLayout;
-  row->addWidget(mode_, 1);
   row->addWidget(caption);
   row->addWidget(number_);
+  row->addWidget(option_, 1, Qt::AlignRight);
   auto* column = new QVBoxLayout(group);
-  column->addLayout(row);
+  column->addWidget(mode_);
   column->addWidget(meaning_);
+  column->addLayout(row);
   connect(mode_, &QComboBox::activated, this, &HubControls::Choose);
   connect(number_, &QSpinBox::valueChanged, this, &HubControls::Choose);
   return group;
@@ -108,11 +175,12 @@ QWidget* HubControls::MakeDisplay() {
   display_->setObjectName(QStringLiteral("display"));
   display_->setTextFormat(Qt::PlainText);
   display_->setAccessibleDescription(QStringLiteral("Display of the operator terminal"));
-  display_->setToolTip(QStringLiteral("Display of the operator terminal"));
+  display_->setToolTip(QStringLiteral(
+      "The display of the operator terminal, as the hub believes it to be: four rows of 20 letters"));
   display_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
   display_->setMargin(kDisplayMargin);
   display_->setFrameStyle(static_cast<int>(QFrame::Panel) | QFrame::Sunken);
-  const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  const QFont fixed = FixedFont(font());
   display_->setFont(fixed);
   const QFontMetrics metrics(fixed);
   const int edge = 2 * (kDisplayMargin + display_->frameWidth());
@@ -154,7 +222,9 @@ void HubControls::ShowFailure(const FailurePlan& plan) {
   mode_->setCurrentIndex(static_cast<int>(plan.mode));
   number_->setEnabled(row.parameter == Parameter::kCount);
   number_->setValue(plan.at);
-  meaning_->setText(ShownText(row.meaning));
+  meaning_->setText(ShownText(FailureWords(row)));
+  const QString number = row.parameter == Parameter::kCount ? QStringLiteral(":%1").arg(plan.at) : QString();
+  option_->setText(QStringLiteral("--fail ") + ShownText(row.name) + number);
 }
 
 }  // namespace tavlo::hubsim

@@ -42,6 +42,7 @@ class HubControls : public QWidget {
   QComboBox* mode_;
   QSpinBox* number_;
   QLabel* meaning_;
+  QLabel* option_;
   QLabel* display_;
   std::optional<bool> unplugged_;
   std::optional<FailurePlan> plan_;

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "hubsim/failure.h"
 #include "hubsim/hub.h"
 #include "hubsim/memory.h"
 

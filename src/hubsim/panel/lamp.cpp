@@ -9,33 +9,41 @@
 #include <QPainter>
 #include <algorithm>
 
+#include "hubsim/panel/look.h"
+
 namespace tavlo::hubsim {
 namespace {
 
-constexpr int kWidth = 20;
-constexpr int kHeight = 22;
+constexpr int kLeastWidth = 18;
+constexpr int kLeastHeight = 22;
 constexpr int kGap = 8;
-constexpr qreal kDisc = 6.5;
-constexpr qreal kSquare = 4;
-const QColor kOnColour(0, 130, 60);
+
+/// Room for the longest caption.
+QSize LampSize(const QWidget& parent) {
+  const QFontMetrics letters = parent.fontMetrics();
+  return {std::max(kLeastWidth, letters.horizontalAdvance(QStringLiteral("X0")) + 3),
+          std::max(kLeastHeight, letters.height() + 2)};
+}
 
 void PaintLamp(QPainter& painter, const QRect& place, bool on, const QPalette& palette) {
   painter.setRenderHint(QPainter::Antialiasing);
   const QPointF centre = QRectF(place).center();
+  const qreal disc = place.width() / 2.0 - 3;
+  const qreal square = disc * 0.6;
   if (on) {
-    painter.setPen(QPen(kOnColour.darker(150), 1));
-    painter.setBrush(kOnColour);
-    painter.drawEllipse(centre, kDisc, kDisc);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(LampColour(palette));
+    painter.drawEllipse(centre, disc, disc);
     return;
   }
   painter.setPen(QPen(palette.color(QPalette::WindowText), 1));
   painter.setBrush(Qt::NoBrush);
-  painter.drawRect(QRectF(centre.x() - kSquare, centre.y() - kSquare, 2 * kSquare, 2 * kSquare));
+  painter.drawRect(QRectF(centre.x() - square, centre.y() - square, 2 * square, 2 * square));
 }
 
 class ShownLamp : public QWidget {
  public:
-  explicit ShownLamp(QWidget* parent) : QWidget(parent) { setFixedSize(kWidth, kHeight); }
+  explicit ShownLamp(QWidget* parent) : QWidget(parent) { setFixedSize(LampSize(*parent)); }
   void SetOn(bool on) {
     on_ = on;
     update();
@@ -55,7 +63,7 @@ class ShownLamp : public QWidget {
 class ClickLamp : public QAbstractButton {
  public:
   explicit ClickLamp(QWidget* parent) : QAbstractButton(parent) {
-    setFixedSize(kWidth, kHeight);
+    setFixedSize(LampSize(*parent));
     setFocusPolicy(Qt::ClickFocus);
     setAttribute(Qt::WA_Hover);
   }
@@ -70,7 +78,8 @@ class ClickLamp : public QAbstractButton {
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF frame = QRectF(rect()).adjusted(1, 1, -1, -1);
     const bool marked = hasFocus() || underMouse();
-    painter.setPen(QPen(palette().color(marked ? QPalette::Highlight : QPalette::Mid), hasFocus() ? 2 : 1));
+    painter.setPen(
+        QPen(marked ? palette().color(QPalette::Highlight) : FrameColour(palette()), hasFocus() ? 2 : 1));
     painter.setBrush(palette().color(isDown() ? QPalette::Mid : QPalette::Base));
     painter.drawRoundedRect(frame, 3, 3);
     PaintLamp(painter, rect(), on_, palette());
@@ -164,7 +173,7 @@ QWidget* LampRow::MakeCaptions(const std::vector<QString>& captions, int gap_at,
     if (i == gap_at) layout->addSpacing(kGap);
     auto* caption = new QLabel(captions[static_cast<std::size_t>(i)], row);
     caption->setAlignment(Qt::AlignCenter);
-    caption->setFixedWidth(kWidth);
+    caption->setFixedWidth(LampSize(*parent).width());
     layout->addWidget(caption);
   }
   return row;

@@ -3,13 +3,14 @@
 
 #include "hubsim/panel/line_table.h"
 
+#include <QApplication>
 #include <QBrush>
 #include <QColor>
 #include <QFont>
-#include <QFontDatabase>
 #include <algorithm>
 
 #include "hubsim/panel/hub_words.h"
+#include "hubsim/panel/look.h"
 #include "hubsim/panel/shown_text.h"
 
 namespace tavlo::hubsim {
@@ -63,7 +64,7 @@ QVariant LineTable::data(const QModelIndex& index, int role) const {
     case Qt::BackgroundRole: return runs ? QVariant(QBrush(kRunningBack)) : QVariant();
     case Qt::ForegroundRole: return runs ? QVariant(QBrush(Qt::black)) : QVariant();
     case Qt::FontRole:
-      return index.column() == kBytes ? QFontDatabase::systemFont(QFontDatabase::FixedFont) : QVariant();
+      return index.column() == kBytes ? QVariant(FixedFont(QApplication::font())) : QVariant();
     case Qt::TextAlignmentRole:
       return index.column() == kNumber ? static_cast<int>(Qt::AlignRight | Qt::AlignVCenter) : QVariant();
     default: return {};

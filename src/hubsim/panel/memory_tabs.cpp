@@ -3,7 +3,6 @@
 
 #include "hubsim/panel/memory_tabs.h"
 
-#include <QFontDatabase>
 #include <QHeaderView>
 #include <QPlainTextEdit>
 #include <QTableView>
@@ -11,14 +10,17 @@
 
 #include "hubsim/panel/hub_words.h"
 #include "hubsim/panel/line_table.h"
+#include "hubsim/panel/look.h"
 #include "hubsim/panel/shown_text.h"
 
 namespace tavlo::hubsim {
 namespace {
 
 constexpr int kRowPadding = 4;
-const QString kWideNumber = QStringLiteral("\u25BA 000   ");
-const QString kWideKind = QStringLiteral("feed to sensor with safety distance, axis 8  ");
+/// So many bytes of a line can be seen in the narrowest window.
+constexpr int kLeastBytes = 8;
+const QString kWideNumber = QStringLiteral("\u25BA 000 ");
+const QString kWideKind = QStringLiteral("feed to sensor with safety distance, axis 8   ");
 
 void SetText(QPlainTextEdit* page, const QString& text) {
   // Setting it loses the place and the selection of who reads there.
@@ -54,9 +56,11 @@ QTableView* MemoryTabs::MakeLines() {
   header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   header->resizeSection(LineTable::kNumber, fontMetrics().horizontalAdvance(kWideNumber));
   header->resizeSection(LineTable::kKind, fontMetrics().horizontalAdvance(kWideKind));
-  // As wide as the longest line of bytes; a bar below the table brings what does not fit.
-  const QFontMetrics fixed(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-  header->resizeSection(LineTable::kBytes, fixed.horizontalAdvance(QString(3 * kSlotSize, QLatin1Char('0'))));
+  // What does not fit ends in an ellipsis, and the tip tells it whole.
+  header->setStretchLastSection(true);
+  const QFontMetrics fixed(FixedFont(font()));
+  view->setMinimumWidth(header->sectionSize(LineTable::kNumber) + header->sectionSize(LineTable::kKind) +
+                        fixed.horizontalAdvance(QString(kLeastBytes * 3, QLatin1Char('0'))));
   addTab(view, QStringLiteral("&Lines"));
   return view;
 }
@@ -68,7 +72,7 @@ QPlainTextEdit* MemoryTabs::AddTextPage(const QString& caption, const char* name
   page->setTabChangesFocus(true);
   page->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   page->setLineWrapMode(QPlainTextEdit::NoWrap);
-  page->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  page->setFont(FixedFont(font()));
   addTab(page, caption);
   return page;
 }

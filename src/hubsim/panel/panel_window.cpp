@@ -7,6 +7,7 @@
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include "hubsim/panel/axis_table.h"
@@ -19,7 +20,9 @@ namespace {
 
 constexpr int kRefreshMs = 33;
 constexpr int kMargin = 10;
-constexpr QSize kSize(880, 620);
+/// In it the bytes of every move can be seen.
+constexpr QSize kSize(1040, 640);
+constexpr QSize kFrame(16, 48);
 
 QString LimitNote() {
   return QStringLiteral(
@@ -58,7 +61,7 @@ PanelWindow::PanelWindow(Hub& hub, const QString& title, std::function<double()>
   refresh_.setInterval(kRefreshMs);
   connect(&refresh_, &QTimer::timeout, this, &PanelWindow::Refresh);
   Refresh();
-  resize(kSize);
+  resize(kSize.boundedTo(screen()->availableSize() - kFrame));
 }
 
 void PanelWindow::ConnectControls() {
