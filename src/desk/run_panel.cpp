@@ -43,6 +43,12 @@ bool IsHubColumn(const Program& program, int axis) {
   return program.HubIndex == HubQuad && axis == kHubQuadIO;
 }
 
+/// The model that the lights of a column go by. On a Hub Quad the fifth column is no drive, whatever an
+/// earlier program has left in that slot.
+int ColumnModel(const Program& program, int axis) {
+  return IsHubColumn(program, axis) ? 0 : DriveModelOf(program, axis);
+}
+
 /// The limit switches of these stand among the inputs X1 to X7.
 bool LimitsAmongX(int model) {
   return PlainModel(model) || ZenuACModel(model) || ProgModel(model) || ProgNetModel(model) ||
@@ -51,7 +57,7 @@ bool LimitsAmongX(int model) {
 
 void PaintOutputs(Desk& desk, int axis, int outputs) {
   RunPanel& panel = desk.source.panel;
-  const int model = DriveModelOf(desk.program(), axis);
+  const int model = ColumnModel(desk.program(), axis);
   if (IsCut(model)) {
     for (int i = 0; i < kYOutputs; ++i) panel.OUTY[axis][i] = Green(outputs, i);
     return;
@@ -93,7 +99,7 @@ void MakeLimitsRed(RunPanel& panel, const Program& program) {
     panel.OUTlo[axis].fill(Led::GreenOff);
     panel.OUTY[axis].fill(Led::GreenOff);
     if (axis >= HubAxes(program)) continue;
-    if (LimitsAmongX(DriveModelOf(program, axis))) {
+    if (LimitsAmongX(ColumnModel(program, axis))) {
       for (int i = kFirstXLimit; i < kXInputs; ++i) panel.INX[axis][i] = Led::RedOff;
     } else {
       for (int i = kFirstMainLimit; i < kMainInputs; ++i) panel.INlo[axis][i] = Led::RedOff;
@@ -102,14 +108,14 @@ void MakeLimitsRed(RunPanel& panel, const Program& program) {
 }
 
 bool RedLED(const Program& program, int bit, int axis) {
-  const int model = DriveModelOf(program, axis);
-  return bit >= kFirstMainLimit && !ZenuACModel(model) && program.Axis.LimitKind[axis] != kLimitsNotUsed &&
-         !PelmarModel(model);
+  const int model = ColumnModel(program, axis);
+  return bit >= kFirstMainLimit && !IsHubColumn(program, axis) && !ZenuACModel(model) &&
+         program.Axis.LimitKind[axis] != kLimitsNotUsed && !PelmarModel(model);
 }
 
 void ShowStatus(Desk& desk, int axis, int inputs, int outputs) {
   RunPanel& panel = desk.source.panel;
-  const bool cut = IsCut(DriveModelOf(desk.program(), axis));
+  const bool cut = IsCut(ColumnModel(desk.program(), axis));
   for (int i = 0; i < kMainInputs; ++i) {
     const Led led = RedLED(desk.program(), i, axis) ? Red(inputs, i) : Green(inputs, i);
     if (!cut) {
@@ -123,7 +129,7 @@ void ShowStatus(Desk& desk, int axis, int inputs, int outputs) {
 }
 
 void ShowXStatus(Desk& desk, int axis, int inputs) {
-  const int model = DriveModelOf(desk.program(), axis);
+  const int model = ColumnModel(desk.program(), axis);
   const bool reports = IsCut(model) || PelmarModel(model) || desk.source.DriveRev[axis] >= kReportsExtended;
   const bool limits = desk.program().Axis.LimitKind[axis] != kLimitsNotUsed && !ZenuDCOxModel(model);
   for (int i = 0; i < kXInputs; ++i) {
@@ -152,7 +158,7 @@ std::string ColumnCaption(const Program& program, int axis) {
 
 bool ShowsLed(const Program& program, LedRow row, int axis, int bit) {
   if (axis < 0 || axis >= PanelColumns(program) || bit < 0 || bit >= LedsOf(row)) return false;
-  const int model = DriveModelOf(program, axis);
+  const int model = ColumnModel(program, axis);
   switch (row) {
     case LedRow::INlo:
       if (IsHubColumn(program, axis)) return bit < kHubQuadInputs;

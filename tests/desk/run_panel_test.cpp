@@ -319,6 +319,27 @@ TEST(ShowsLed, NoLightStandsOutsideThePanel) {
   }
 }
 
+TEST(HubColumn, ShowsTheHubsOwnInputsAndOutputsWhateverModelIsLeftInItsSlot) {
+  for (int model = 0; model <= kModels; ++model) {
+    for (int kind = 0; kind <= kNotUsed; ++kind) {
+      Panel d(kHubQuadIO, model, kind);
+      d.source.program.HubIndex = HubQuad;
+      for (int bit = 0; bit < 4; ++bit) {
+        const int only_this = kAllOff & ~(1 << bit);
+        ShowStatus(d.desk, kHubQuadIO, only_this, only_this);
+        for (int i = 0; i < 4; ++i) {
+          EXPECT_EQ(d.At(LedRow::INlo, i), Light(only_this, i, false)) << model << ' ' << i;
+          EXPECT_EQ(d.At(LedRow::OUTlo, i), Light(only_this, i, false)) << model << ' ' << i;
+        }
+        ShowOutStatus(d.desk, kHubQuadIO, ~only_this);
+        for (int i = 0; i < 4; ++i) EXPECT_EQ(d.At(LedRow::OUTlo, i), Light(~only_this, i, false)) << model;
+      }
+      for (int bit = 0; bit < kMainInputs; ++bit)
+        EXPECT_FALSE(RedLED(d.source.program, bit, kHubQuadIO)) << model << ' ' << bit;
+    }
+  }
+}
+
 TEST(PanelColumns, OneForEachAxisOrForFourAndTheHub) {
   FakeDesk d;
   EXPECT_EQ(PanelColumns(d.source.program), 8);
