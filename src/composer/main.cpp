@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
 #include <QApplication>
+#include <algorithm>
+#include <cstdio>
+#include <span>
 
+#include "composer/command_line.h"
 #include "composer/look.h"
 #include "qt/comm_devices.h"
 #include "qt/gui/gui_services.h"
@@ -11,6 +15,14 @@
 #include "windows/composer_windows.h"
 
 int main(int argc, char** argv) {
+  // Before anything asks for a display.
+  const std::span<const char* const> arguments(argv, static_cast<std::size_t>(argc));
+  if (const auto answer = tavlo::AnswerCommandLine(arguments.subspan(std::min<std::size_t>(argc, 1)))) {
+    std::FILE* out = answer->exit_code == 0 ? stdout : stderr;
+    const bool written = std::fputs(answer->text.c_str(), out) >= 0 && std::fflush(out) == 0;
+    return written ? answer->exit_code : std::max(answer->exit_code, 1);
+  }
+
   QApplication application(argc, argv);
   // The display name stays unset: it would join itself to every title.
   QApplication::setDesktopFileName(QStringLiteral("tavlo-composer"));
