@@ -160,8 +160,4 @@ int ExtraWidth(int window_width) {
   return window_width > 950 ? 310 : window_width - 640;
 }
 
-int DescCharacters(int extra_width) {
-  return extra_width * 6 / 10 + 73;
-}
-
 }  // namespace tavlo

@@ -92,7 +92,5 @@ inline constexpr int kArrowColours = 7;
 
 /// Width of the text column as a share of what the window offers beyond 640: 0 up to there, 310 from 951 on.
 [[nodiscard]] int ExtraWidth(int window_width);
-/// Characters of text that the column is given for that.
-[[nodiscard]] int DescCharacters(int extra_width);
 
 }  // namespace tavlo

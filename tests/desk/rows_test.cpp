@@ -151,12 +151,5 @@ TEST(TextColumn, WithWidthAtOrBelow640AIsZeroAbove950ItStays310) {
   for (const auto& c : cases) EXPECT_EQ(ExtraWidth(c.width), c.extra) << c.width;
 }
 
-TEST(TextColumn, HasAWidthOfSixTenthsOfThatAnd73Characters) {
-  EXPECT_EQ(DescCharacters(0), 73);
-  EXPECT_EQ(DescCharacters(5), 76);
-  EXPECT_EQ(DescCharacters(100), 133);
-  EXPECT_EQ(DescCharacters(310), 259);
-}
-
 }  // namespace
 }  // namespace tavlo
