@@ -58,6 +58,12 @@ void Clear(Desk& desk) {
   desk.view.AutoScroll(0);
 }
 
+void ChooseModel(Desk& desk, int index) {
+  const std::int16_t before = desk.program().HubIndex;
+  SelectModel(desk, index);
+  if (desk.program().HubIndex != before) desk.source.Changed = true;
+}
+
 void SelectModel(Desk& desk, int index) {
   desk.program().HubIndex = index == HubQuad ? HubQuad : HubOcto;
   ShowDrive(desk);
@@ -65,7 +71,9 @@ void SelectModel(Desk& desk, int index) {
 }
 
 void SelectLimitAction(Desk& desk, int index) {
-  desk.program().LimitList = static_cast<std::int16_t>(std::clamp<int>(index, HaltProgram, ContinueProgram));
+  const auto action = static_cast<std::int16_t>(std::clamp<int>(index, HaltProgram, ContinueProgram));
+  if (action != desk.program().LimitList) desk.source.Changed = true;
+  desk.program().LimitList = action;
   desk.view.LimitChanged();
   ShowTarget(desk, AsLine(desk.program().LimitBranch));
 }
@@ -76,6 +84,7 @@ std::string LimitBranchText(const Program& program) {
 
 void LeaveLimitBranch(Desk& desk, std::string_view text) {
   const double entered = std::clamp(RoundHalfEven(Val(text)), 1.0, static_cast<double>(kLines));
+  if (entered != desk.program().LimitBranch) desk.source.Changed = true;
   desk.program().LimitBranch = entered;
   desk.view.LimitChanged();
   const std::int16_t line_number = AsLine(entered);

@@ -26,7 +26,9 @@ bool LoadFile(Desk& desk, const std::string& path);
 /// `BtnClear`
 void Clear(Desk& desk);
 
-/// `ModelList` changed to this index.
+/// The operator chose this index of `ModelList`, which is a change of the program.
+void ChooseModel(Desk& desk, int index);
+/// The model is this index now, as the hub told it. The program does not count as changed by that.
 void SelectModel(Desk& desk, int index);
 
 /// `LimitList` changed to this index.

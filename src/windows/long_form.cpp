@@ -103,7 +103,7 @@ void LongForm::Connect() {
   commands_->OnClick("Quit", [this] { Quit(); });
   connect(new QShortcut(Qt::CTRL | Qt::Key_T, this), &QShortcut::activated, this,
           [this] { OpenTerminal(*desk_); });
-  connect(hub_, &HubPanel::ModelChosen, this, [this](int index) { SelectModel(*desk_, index); });
+  connect(hub_, &HubPanel::ModelChosen, this, [this](int index) { ChooseModel(*desk_, index); });
   connect(hub_, &HubPanel::PortChosen, this, [this](int index) { ClickOptCom(*desk_, index); });
   connect(limits_, &LimitsPanel::ActionChosen, this, [this](int index) { SelectLimitAction(*desk_, index); });
   connect(limits_, &LimitsPanel::BranchEntered, this,
@@ -171,6 +171,7 @@ void LongForm::ProgCounter(std::optional<int> line) {
 }
 
 void LongForm::Quit() {
+  limits_->Commit();
   const bool changed = source_.Changed;
   if (!MayQuit(*desk_)) return;
   // Leaving unsaved changes behind leaves the choice of port behind too.
@@ -183,6 +184,7 @@ void LongForm::closeEvent(QCloseEvent* event) {
   // A byte more would spoil the transfer.
   if (hold_ == Hold::Transfer) return event->ignore();
   desk_->Comm1.Output("I");
+  limits_->Commit();
   if (hold_ == Hold::Run || !MayQuit(*desk_)) return event->ignore();
   RememberPort(*desk_);
   event->accept();

@@ -121,6 +121,39 @@ TEST(LimitList, ChangingItRedoesIconAndDescriptionOfTheTargetLine) {
   EXPECT_EQ(IconOf(fake, 4), "WaitTimeIcon");
 }
 
+TEST(Changed, IsRaisedByEachControlOfTheWindowThatChangesTheProgramAndNotByChoosingTheSameAgain) {
+  struct Case {
+    const char* name;
+    void (*change)(Desk&);
+  };
+  for (const Case& c :
+       {Case{"the model", [](Desk& desk) { ChooseModel(desk, HubQuad); }},
+        Case{"the limit action", [](Desk& desk) { SelectLimitAction(desk, ContinueProgram); }},
+        Case{"the limit branch", [](Desk& desk) { LeaveLimitBranch(desk, "12"); }},
+        Case{"a forced branch", [](Desk& desk) { LeaveLimitBranch(desk, "999"); }}}) {
+    FakeDesk fake;
+    c.change(fake.desk);
+    EXPECT_TRUE(fake.source.Changed) << c.name;
+    fake.source.Changed = false;
+    c.change(fake.desk);
+    EXPECT_FALSE(fake.source.Changed) << c.name;
+  }
+}
+
+TEST(Changed, IsNotRaisedByTheModelThatTheHubTells) {
+  FakeDesk fake;
+  SelectModel(fake.desk, HubQuad);
+  EXPECT_EQ(fake.source.program.HubIndex, HubQuad);
+  EXPECT_FALSE(fake.source.Changed);
+}
+
+TEST(Changed, StaysUpWhenWhatWasChangedIsPutBack) {
+  FakeDesk fake;
+  ChooseModel(fake.desk, HubQuad);
+  ChooseModel(fake.desk, HubOcto);
+  EXPECT_TRUE(fake.source.Changed);
+}
+
 TEST(LimitBranch, IsForcedIntoTheProgram) {
   struct {
     std::string_view text;
