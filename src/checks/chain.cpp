@@ -24,6 +24,12 @@ CheckResult Stop(Desk& desk, const std::string& text, const std::string& title) 
   return CheckResult::Stopped;
 }
 
+/// The same for what is wrong with one line.
+CheckResult StopAt(Desk& desk, int line, const std::string& text, const std::string& title) {
+  MsgBoxAbout(desk, line, {.text = text, .title = title});
+  return CheckResult::Stopped;
+}
+
 CheckResult FirmwareFits(Desk& desk) {
   const Program& program = desk.program();
   if (program.HubVersion < kIfMovingFirmware && ProgHas(program, IM)) {
@@ -46,7 +52,7 @@ CheckResult FirmwareFits(Desk& desk) {
 /// One box for each line that a scan found.
 template <class Text>
 CheckResult TellEach(Desk& desk, const std::vector<int>& lines, const std::string& title, Text text) {
-  for (const int line : lines) MsgBox(desk, {.text = text(line), .title = title});
+  for (const int line : lines) MsgBoxAbout(desk, line, {.text = text(line), .title = title});
   return lines.empty() ? CheckResult::Passed : CheckResult::Stopped;
 }
 
@@ -97,23 +103,24 @@ CheckResult PromptsExist(Desk& desk) {
   const Program& program = desk.program();
   if (!program.MMIused) return CheckResult::Passed;
   if (const auto missing = ScanProgMMI(program)) {
-    return Stop(desk,
-                "You are using the MMI variable " + MMIVarName(missing->variable) + " in program line " +
-                    Number(missing->line) +
-                    ".  But there is no MMI Prompt instruction to put data into that variable.",
-                "Can't Download");
+    return StopAt(desk, missing->line,
+                  "You are using the MMI variable " + MMIVarName(missing->variable) + " in program line " +
+                      Number(missing->line) +
+                      ".  But there is no MMI Prompt instruction to put data into that variable.",
+                  "Can't Download");
   }
   if (const auto prompt = ScanMMIspeeds(program)) {
     const std::string axis = Joined(prompt->axis + 1);
-    return Stop(desk,
-                "You are using an MMI prompt on program line " + Number(prompt->line) +
-                    " to enter a speed for Axis " + axis +
-                    ".  This will result in a calculation error because the ratio of steps/rev to steps/" +
-                    program.Axis.UnitName[prompt->axis] +
-                    " is larger than 40.  Please reduce the steps/rev or choose a different unit definition "
-                    "for Axis " +
-                    axis + ".",
-                "Can't Download");
+    return StopAt(
+        desk, prompt->line,
+        "You are using an MMI prompt on program line " + Number(prompt->line) +
+            " to enter a speed for Axis " + axis +
+            ".  This will result in a calculation error because the ratio of steps/rev to steps/" +
+            program.Axis.UnitName[prompt->axis] +
+            " is larger than 40.  Please reduce the steps/rev or choose a different unit definition "
+            "for Axis " +
+            axis + ".",
+        "Can't Download");
   }
   return CheckResult::Passed;
 }
@@ -134,17 +141,18 @@ CheckResult PromptsFit(Desk& desk) {
                            Number(wrong->prompt_line) + " puts " +
                            std::string(MMIVarKind(wrong->prompt_kind)) + " data into that variable.";
   const Answer answer =
-      MsgBox(desk, {.text = text, .title = "Warning", .buttons = Buttons::OKCancel, .icon = Icon::Question});
+      MsgBoxAbout(desk, wrong->line,
+                  {.text = text, .title = "Warning", .buttons = Buttons::OKCancel, .icon = Icon::Question});
   return answer == Answer::OK ? CheckResult::Passed : CheckResult::Stopped;
 }
 
 CheckResult DrivesExist(Desk& desk) {
   const auto none = CheckNone(desk.program());
   if (!none) return CheckResult::Passed;
-  return Stop(desk,
-              "The instruction on line " + Number(none->line) + " uses drive " + Joined(none->axis + 1) +
-                  ", but that drive model is set for \"none\".",
-              "No drive found");
+  return StopAt(desk, none->line,
+                "The instruction on line " + Number(none->line) + " uses drive " + Joined(none->axis + 1) +
+                    ", but that drive model is set for \"none\".",
+                "No drive found");
 }
 
 CheckResult CallsReturn(Desk& desk) {
@@ -165,12 +173,12 @@ CheckResult MovesApart(Desk& desk) {
   const auto moves = ScanConcurrent(desk.program());
   if (!moves) return CheckResult::Passed;
   const std::string first = Number(moves->first_line);
-  return Stop(desk,
-              "You can't do 2 moves on \"" + AxisNameOf(desk.program(), moves->axis) +
-                  "\" at the same time, but you seem to be attempting that on lines " + first + " and " +
-                  Number(moves->second_line) + ". Perhaps you should change line " + first +
-                  " to the option \"Wait for end of move before executing the next instruction.\"",
-              "Two moves on same axis");
+  return StopAt(desk, moves->first_line,
+                "You can't do 2 moves on \"" + AxisNameOf(desk.program(), moves->axis) +
+                    "\" at the same time, but you seem to be attempting that on lines " + first + " and " +
+                    Number(moves->second_line) + ". Perhaps you should change line " + first +
+                    " to the option \"Wait for end of move before executing the next instruction.\"",
+                "Two moves on same axis");
 }
 
 CheckResult StopClean(Desk& desk, const std::string& text,

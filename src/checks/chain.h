@@ -16,7 +16,7 @@ enum class CheckResult {
 
 /// Everything that is checked before a program goes to the hub, in its fixed order, from what the hub's
 /// firmware can do (`HubVersion`) to the pairing of Repeats. Sets `MMIused`; on a Hub Quad cuts the masks
-/// of its own inputs. `ScanLoops` has been run.
+/// of its own inputs. `ScanLoops` has been run. The main window goes to the line that a message names.
 [[nodiscard]] CheckResult CheckProgram(Desk& desk);
 
 }  // namespace tavlo

@@ -74,6 +74,7 @@ class NoProgramView : public ProgramView {
   void LimitChanged() override {}
   void CaptionChanged() override {}
   void AutoScroll(int) override {}
+  void GoTo(int) override {}
   void ProgCounter(std::optional<int>) override {}
 };
 

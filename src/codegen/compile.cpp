@@ -225,7 +225,7 @@ CompiledProgram CompileProgram(Program& program) {
       RefuseUnboundedText(program.Prog[line]);
       compiled.lines[line] = Compile(program, line, pool);
     } catch (const EncodeError& error) {
-      throw EncodeError("Line " + Joined(line + 1) + " cannot be compiled: " + error.what() + ".");
+      throw EncodeError("Line " + Joined(line + 1) + " cannot be compiled: " + error.what() + ".", line);
     }
     sum += SumStr(compiled.lines[line]);
   }

@@ -53,8 +53,8 @@ struct CompiledProgram {
 };
 
 /// Compiles the lines 0..199 in order, then the system string. Runs `ScanLoops` first. Throws
-/// EncodeError whose text is the operator's whole message, also for a text that holds the hub's own end
-/// mark and for settings that are not 256 bytes.
+/// EncodeError whose text is the operator's whole message and that knows its line, also for a text that holds
+/// the hub's own end mark and for settings that are not 256 bytes.
 [[nodiscard]] CompiledProgram CompileProgram(Program& program);
 
 /// The hub's memory after a download of it: 8192 bytes, unused bytes 0. What is longer than its place

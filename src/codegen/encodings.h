@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -14,6 +15,14 @@ namespace tavlo {
 class EncodeError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
+  /// The value stands in this line, 0-based.
+  EncodeError(const std::string& what, int line) : std::runtime_error(what), line_(line) {}
+
+  /// Nothing where the value belongs to no line.
+  [[nodiscard]] std::optional<int> Line() const { return line_; }
+
+ private:
+  std::optional<int> line_;
 };
 
 // The hub is big-endian. Bits above a field are dropped without a word; a negative value has no encoding

@@ -10,6 +10,11 @@ Answer MsgBox(Desk& desk, Box box) {
   return desk.boxes.MsgBox(std::move(box));
 }
 
+Answer MsgBoxAbout(Desk& desk, std::optional<int> line, Box box) {
+  if (line) desk.view.GoTo(*line);
+  return MsgBox(desk, std::move(box));
+}
+
 void WaitSecs(Desk& desk, double seconds) {
   desk.loop.YieldFor(seconds);
 }

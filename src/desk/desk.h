@@ -123,6 +123,10 @@ struct Desk {
 /// Shows the box and returns the operator's answer.
 Answer MsgBox(Desk& desk, Box box);
 
+/// The same for what is wrong with a line 0..199: the main window goes to it first. Every check that names a
+/// line tells it in this way.
+Answer MsgBoxAbout(Desk& desk, std::optional<int> line, Box box);
+
 /// Yields to the event loop until the time has passed.
 void WaitSecs(Desk& desk, double seconds);
 

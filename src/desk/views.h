@@ -26,6 +26,8 @@ class ProgramView {
   virtual void CaptionChanged() = 0;
   /// Brings a row into view, without moving anything while it can be seen.
   virtual void AutoScroll(int line) = 0;
+  /// Makes the row the current one and brings it into view.
+  virtual void GoTo(int line) = 0;
   /// The marker beside the row in execution; nothing hides it.
   virtual void ProgCounter(std::optional<int> line) = 0;
 };

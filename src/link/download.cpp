@@ -202,7 +202,7 @@ DownloadResult DownloadProg(Desk& desk, float rev) {
     compiled = CompileProgram(program);
     desk.program() = std::move(program);
   } catch (const EncodeError& error) {
-    MsgBox(desk, {.text = error.what()});
+    MsgBoxAbout(desk, error.Line(), {.text = error.what()});
     return DownloadResult::CannotCompile;
   }
   EventsOff events(desk.Comm1);

@@ -166,6 +166,9 @@ void LongForm::CaptionChanged() {
 void LongForm::AutoScroll(int line) {
   grid_->AutoScroll(line);
 }
+void LongForm::GoTo(int line) {
+  grid_->Pane().GoTo(line);
+}
 void LongForm::ProgCounter(std::optional<int> line) {
   grid_->Pane().ShowProgCounter(line);
 }

@@ -44,6 +44,7 @@ class LongForm : public QWidget, public ProgramView {
   void LimitChanged() override;
   void CaptionChanged() override;
   void AutoScroll(int line) override;
+  void GoTo(int line) override;
   void ProgCounter(std::optional<int> line) override;
 
  signals:

@@ -230,7 +230,7 @@ void ProgWindow::EndDrag() {
   unsetCursor();
 }
 
-void ProgWindow::Walk(int line) {
+void ProgWindow::GoTo(int line) {
   SetCurrentRow(line);
   emit CurrentRowMoved(current_);
 }
@@ -239,12 +239,12 @@ void ProgWindow::keyPressEvent(QKeyEvent* event) {
   const int page =
       parentWidget() == nullptr ? kLinesOfPage : std::max(1, parentWidget()->height() / geometry_.pitch - 1);
   switch (event->key()) {
-    case Qt::Key_Up: return Walk(current_ - 1);
-    case Qt::Key_Down: return Walk(current_ + 1);
-    case Qt::Key_PageUp: return Walk(current_ - page);
-    case Qt::Key_PageDown: return Walk(current_ + page);
-    case Qt::Key_Home: return Walk(0);
-    case Qt::Key_End: return Walk(kLines - 1);
+    case Qt::Key_Up: return GoTo(current_ - 1);
+    case Qt::Key_Down: return GoTo(current_ + 1);
+    case Qt::Key_PageUp: return GoTo(current_ - page);
+    case Qt::Key_PageDown: return GoTo(current_ + page);
+    case Qt::Key_Home: return GoTo(0);
+    case Qt::Key_End: return GoTo(kLines - 1);
     case Qt::Key_Escape:
       if (dragging_) return EndDrag();
       break;

@@ -29,6 +29,8 @@ class ProgWindow : public QWidget {
   [[nodiscard]] int CurrentRow() const { return current_; }
   /// Rows outside 0..199 go to the nearest end.
   void SetCurrentRow(int line);
+  /// The same, and the row should be seen.
+  void GoTo(int line);
   /// Widths of the part of a row that its text may fill, and of the whole pane.
   void SetWidths(int text_width, int width);
 
@@ -67,7 +69,6 @@ class ProgWindow : public QWidget {
   void PaintFocus(QPainter& painter, int line) const;
   [[nodiscard]] QColor LabelInk(LabelColour colour) const;
   [[nodiscard]] QString ToolTipAt(QPoint position);
-  void Walk(int line);
   void SetDropTarget(std::optional<int> line);
   void EndDrag();
   void TellReaders(int line, QAccessible::Event what);

@@ -284,6 +284,95 @@ TEST_F(Chain, RepeatsAndEndRepeatsMustPairAndTheseFailuresTakeTheProgramForUncha
         "End Repeat goes at End", Buttons::OK, Icon::Exclamation}});
 }
 
+struct LineCase {
+  const char* name;
+  std::function<void(FakeDesk&)> make;
+  std::vector<int> lines;
+};
+
+TEST(CheckedLine, EveryCheckThatNamesALineGoesToItBeforeItsBoxComesUp) {
+  const auto set = [](FakeDesk& desk, int line, std::int16_t type, int axis = 0) -> Instruction& {
+    desk.Line(line).Type = type;
+    desk.Line(line).Drive = static_cast<std::int16_t>(axis);
+    return desk.Line(line);
+  };
+  const LineCase kCases[] = {
+      {"no axis",
+       [&](FakeDesk& f) {
+         f.source.program.HubIndex = HubQuad;
+         set(f, 20, FL, 5);
+         set(f, 91, FL, 6);
+       },
+       {20, 91}},
+      {"no such input",
+       [&](FakeDesk& f) {
+         f.source.program.HubIndex = HubQuad;
+         set(f, 21, WI, kHubQuadIO).IONum = 4;
+         set(f, 199, II, kHubQuadIO).IONum = 7;
+       },
+       {21, 199}},
+      {"no such slot",
+       [&](FakeDesk& f) {
+         f.source.program.HubIndex = HubQuad;
+         set(f, 22, SO, 5);
+       },
+       {22}},
+      {"output 4",
+       [&](FakeDesk& f) {
+         f.source.program.Axis.DriveModel[0] = 1;
+         set(f, 23, SO).IONum = 3;
+         set(f, 24, SO).IONum = 3;
+       },
+       {23, 24}},
+      {"no prompt", [&](FakeDesk& f) { set(f, 25, FL).DistIsMMI = true; }, {25}},
+      {"ratio",
+       [&](FakeDesk& f) {
+         f.source.program.Axis.StepsPerUnit[0] = 1;
+         set(f, 26, MMI).SubType = GetSpeed;
+       },
+       {26}},
+      {"wrong prompt",
+       [&](FakeDesk& f) {
+         set(f, 27, FL).DistIsMMI = true;
+         set(f, 28, MMI).SubType = GetCount;
+       },
+       {27}},
+      {"no drive",
+       [&](FakeDesk& f) {
+         f.source.program.Axis.DriveModel[2] = 0;
+         set(f, 29, ED, 2);
+       },
+       {29}},
+      {"two moves",
+       [&](FakeDesk& f) {
+         set(f, 30, FL).Proceed = true;
+         set(f, 31, FL);
+       },
+       {30}},
+      {"calls", [&](FakeDesk& f) { set(f, 32, CL); }, {}},
+      {"repeats", [&](FakeDesk& f) { set(f, 33, RP); }, {}},
+  };
+  for (const LineCase& row : kCases) {
+    FakeDesk f;
+    f.source.program.HubVersion = 1.38F;
+    f.source.program.Axis.DriveModel.fill(11);
+    row.make(f);
+    f.boxes.on_box = [&](const ShownBox& box) {
+      if (row.lines.empty()) return;
+      ASSERT_FALSE(f.view.gone_to.empty()) << row.name;
+      const std::string number = std::to_string(f.view.gone_to.back() + 1);
+      const auto names = [&](std::string_view word) {
+        return box.text.find(std::string(word) + number) != std::string::npos;
+      };
+      EXPECT_TRUE(names("line ") || names("lines ")) << row.name << ": " << box.text;
+    };
+    f.boxes.setNextAnswer(Answer::Cancel);
+    ScanLoops(f.source.program);
+    EXPECT_NE(CheckProgram(f.desk), CheckResult::Passed) << row.name;
+    EXPECT_EQ(f.view.gone_to, row.lines) << row.name;
+  }
+}
+
 struct OrderCase {
   /// Mends what the checks before this one stumble over.
   std::function<void(Program&)> mend;

@@ -235,10 +235,19 @@ TEST(DownloadFailure, ALineWithoutBytesIsToldBeforeTheHubIsTouched) {
       EXPECT_GT(box.text.size(), head.size() + 1);
       EXPECT_EQ(box.title, kApplicationTitle);
       EXPECT_EQ(box.buttons, Buttons::OK);
+      EXPECT_EQ(d.view.gone_to, std::vector<int>{line});
       EXPECT_FALSE(d.downbox.visible);
       EXPECT_GT(d.port.RThreshold(), 0);
     }
   }
+}
+
+TEST(DownloadFailure, ASettingWithoutBytesBelongsToNoLine) {
+  HubDesk d;
+  d.source.program.Axis.AxisName[2] = "much too long a name";
+  EXPECT_EQ(DownloadProg(d.desk, 1.38F), DownloadResult::CannotCompile);
+  EXPECT_EQ(d.boxes.shown.size(), 1u);
+  EXPECT_TRUE(d.view.gone_to.empty());
 }
 
 TEST(DownloadFailure, TheFirstLineWithoutBytesIsTheOneThatIsTold) {

@@ -241,9 +241,11 @@ class FakeView : public ProgramView {
   void LimitChanged() override { ++limit; }
   void CaptionChanged() override { ++caption; }
   void AutoScroll(int line) override { scrolls.push_back(line); }
+  void GoTo(int line) override { gone_to.push_back(line); }
   void ProgCounter(std::optional<int> line) override { counters.push_back(line); }
   std::vector<int> rows;
   std::vector<int> scrolls;
+  std::vector<int> gone_to;
   std::vector<std::optional<int>> counters;
   int all_rows = 0;
   int arrows = 0;
