@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "desk/desk.h"
+#include "windows/held_enter.h"
 #include "windows/long_form.h"
 #include "windows/run_windows.h"
 #include "windows/small_forms.h"
@@ -42,6 +43,7 @@ class ComposerWindows {
   /// Keeps the commands away while a transfer's gauge stands.
   [[nodiscard]] std::function<void(bool)> HoldWhile();
 
+  HeldEnter held_enter_;
   Source source_;
   LongForm main_;
   RunWindows run_;

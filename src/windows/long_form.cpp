@@ -101,8 +101,9 @@ void LongForm::Connect() {
   Command("Upload", [](Desk& desk) { Upload(desk); });
   Command("execbutton", [](Desk& desk) { Execute(desk); });
   commands_->OnClick("Quit", [this] { Quit(); });
-  connect(new QShortcut(Qt::CTRL | Qt::Key_T, this), &QShortcut::activated, this,
-          [this] { OpenTerminal(*desk_); });
+  auto* terminal = new QShortcut(Qt::CTRL | Qt::Key_T, this);
+  terminal->setAutoRepeat(false);
+  connect(terminal, &QShortcut::activated, this, [this] { OpenTerminal(*desk_); });
   connect(hub_, &HubPanel::ModelChosen, this, [this](int index) { ChooseModel(*desk_, index); });
   connect(hub_, &HubPanel::PortChosen, this, [this](int index) { ClickOptCom(*desk_, index); });
   connect(limits_, &LimitsPanel::ActionChosen, this, [this](int index) { SelectLimitAction(*desk_, index); });

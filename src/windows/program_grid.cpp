@@ -17,6 +17,15 @@ namespace {
 constexpr int kNarrowWindow = 640;
 constexpr int kLeastTextWidth = 80;
 
+/// The pane's scroll area. The usual one would show the middle of the pane whenever the Tab key leaves it.
+class RowsArea : public QScrollArea {
+ public:
+  using QScrollArea::QScrollArea;
+
+ protected:
+  bool focusNextPrevChild(bool next) override { return QAbstractScrollArea::focusNextPrevChild(next); }
+};
+
 QLabel* Heading(const char* name, const QString& text, QWidget* parent) {
   auto* label = new QLabel(text, parent);
   label->setObjectName(QLatin1String(name));
@@ -26,7 +35,7 @@ QLabel* Heading(const char* name, const QString& text, QWidget* parent) {
 }  // namespace
 
 ProgramGrid::ProgramGrid(const Source& source, QWidget* parent)
-    : QWidget(parent), scroll_(new QScrollArea(this)), pane_(new ProgWindow(source, scroll_)) {
+    : QWidget(parent), scroll_(new RowsArea(this)), pane_(new ProgWindow(source, scroll_)) {
   scroll_->setWidget(pane_);
   scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   scroll_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
