@@ -112,7 +112,8 @@ void CopyInst(Desk& desk, int source_line, int target_line) {
 void DropIcon(Desk& desk, int source_line, int target_line, bool shift) {
   const auto is_line = [](int line) { return line >= 0 && line < kLines; };
   // Under a transfer or a run the program stays what the hub was given.
-  if (desk.source.Busy || !is_line(source_line) || !is_line(target_line)) return;
+  if (desk.source.Busy || desk.run.Active() != RunWindow::None) return;
+  if (!is_line(source_line) || !is_line(target_line)) return;
   if (source_line == target_line) {
     desk.source.CurLine = static_cast<std::int16_t>(target_line);
     if (desk.editors == nullptr) return;

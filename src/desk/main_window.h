@@ -38,7 +38,8 @@ void LeaveLimitBranch(Desk& desk, std::string_view text);
 /// `LimitBranch` as it stands in its box.
 [[nodiscard]] std::string LimitBranchText(const Program& program);
 
-/// A row's icon was dropped on another row's, or on itself, which is how a click arrives.
+/// A row's icon was dropped on another row's, or on itself, which is how a click arrives. Nothing while a
+/// transfer or a run is under way.
 void DropIcon(Desk& desk, int source_line, int target_line, bool shift);
 
 /// Copies a whole line over another.

@@ -12,6 +12,7 @@
 #include "qt/gui/shown_text.h"
 #include "windows/icon_images.h"
 #include "windows/rule.h"
+#include "windows/takes_input.h"
 
 namespace tavlo {
 namespace {
@@ -87,7 +88,9 @@ QToolButton* CommandBar::Button(std::string_view name) const {
 }
 
 void CommandBar::OnClick(std::string_view button, std::function<void()> command) {
-  connect(Button(button), &QToolButton::clicked, this, [run = std::move(command)] { run(); });
+  connect(Button(button), &QToolButton::clicked, this, [this, run = std::move(command)] {
+    if (TakesInput(*this)) run();
+  });
 }
 
 void CommandBar::DrawImages() {

@@ -22,6 +22,7 @@
 #include "windows/program_grid.h"
 #include "windows/rule.h"
 #include "windows/side_panels.h"
+#include "windows/takes_input.h"
 
 namespace tavlo {
 namespace {
@@ -43,6 +44,15 @@ QToolButton* MakeLogo(QWidget* parent) {
   logo->setAutoRaise(true);
   logo->setEnabled(false);
   return logo;
+}
+
+QString WhyHeld(Hold hold) {
+  switch (hold) {
+    case Hold::None: break;
+    case Hold::Run: return QStringLiteral("A program runs: no changes to lines");
+    case Hold::Transfer: return QStringLiteral("A transfer runs: no changes to lines");
+  }
+  return {};
 }
 
 }  // namespace
@@ -104,9 +114,9 @@ void LongForm::Connect() {
   auto* terminal = new QShortcut(Qt::CTRL | Qt::Key_T, this);
   terminal->setAutoRepeat(false);
   connect(terminal, &QShortcut::activated, this, [this] { OpenTerminal(*desk_); });
-  connect(hub_, &HubPanel::ModelChosen, this, [this](int index) { ChooseModel(*desk_, index); });
-  connect(hub_, &HubPanel::PortChosen, this, [this](int index) { ClickOptCom(*desk_, index); });
-  connect(limits_, &LimitsPanel::ActionChosen, this, [this](int index) { SelectLimitAction(*desk_, index); });
+  connect(hub_, &HubPanel::ModelChosen, this, [this](int index) { Choose(ChooseModel, index); });
+  connect(hub_, &HubPanel::PortChosen, this, [this](int index) { Choose(ClickOptCom, index); });
+  connect(limits_, &LimitsPanel::ActionChosen, this, [this](int index) { Choose(SelectLimitAction, index); });
   connect(limits_, &LimitsPanel::BranchEntered, this,
           [this](const QString& text) { LeaveLimitBranch(*desk_, ToText(text)); });
   connect(&grid_->Pane(), &ProgWindow::Dropped, this,
@@ -119,6 +129,12 @@ void LongForm::Command(std::string_view button, void (*handler)(Desk&)) {
     limits_->Commit();
     handler(*desk_);
   });
+}
+
+void LongForm::Choose(void (*handler)(Desk&, int), int index) {
+  if (TakesInput(*side_)) return handler(*desk_, index);
+  HubChanged();
+  LimitChanged();
 }
 
 void LongForm::Begin(Desk& desk) {
@@ -141,6 +157,7 @@ void LongForm::HoldCommands(Hold hold) {
   hold_ = hold;
   commands_->setEnabled(hold == Hold::None);
   side_->setEnabled(hold == Hold::None);
+  grid_->Hold(WhyHeld(hold));
 }
 
 void LongForm::RowChanged(int line) {

@@ -58,6 +58,9 @@ class LongForm : public QWidget, public ProgramView {
   void LayOut();
   void Connect();
   void Command(std::string_view button, void (*handler)(Desk&));
+  /// The operator chose this in one of the lists. Where no click could have done so the lists show again what
+  /// holds.
+  void Choose(void (*handler)(Desk&, int), int index);
   void Quit();
   void End();
 

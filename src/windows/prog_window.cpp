@@ -10,9 +10,11 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QToolTip>
+#include <utility>
 
 #include "qt/gui/shown_text.h"
 #include "windows/row_accessible.h"
+#include "windows/takes_input.h"
 
 namespace tavlo {
 namespace {
@@ -108,7 +110,7 @@ void ProgWindow::PaintRow(QPainter& painter, int line) {
   PaintLabel(painter, line);
   PaintIcon(painter, line);
   PaintDesc(painter, line);
-  if (line == current_) PaintFocus(painter, line);
+  if (line == current_ || line == drop_target_) PaintMark(painter, line);
 }
 
 QColor ProgWindow::LabelInk(LabelColour colour) const {
@@ -154,8 +156,9 @@ void ProgWindow::PaintDesc(QPainter& painter, int line) {
   painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text);
 }
 
-void ProgWindow::PaintFocus(QPainter& painter, int line) const {
-  const bool focused = hasFocus();
+void ProgWindow::PaintMark(QPainter& painter, int line) const {
+  // While an icon is dragged the mark that stands out is that of the row it would be dropped on.
+  const bool focused = dragging_ ? line == drop_target_ : hasFocus();
   painter.setPen(QPen(focused ? palette().color(QPalette::Highlight) : QColor(128, 128, 128), 1));
   painter.setBrush(Qt::NoBrush);
   const QRect desc = geometry_.Desc(line);
@@ -174,60 +177,102 @@ QString ProgWindow::ToolTipAt(QPoint position) {
 }
 
 bool ProgWindow::event(QEvent* event) {
-  if (event->type() == QEvent::ToolTip) {
-    const auto* help = static_cast<QHelpEvent*>(event);
-    QToolTip::showText(help->globalPos(), ToolTipAt(help->pos()), this);
-    return true;
+  switch (event->type()) {
+    case QEvent::ToolTip: {
+      const auto* help = static_cast<QHelpEvent*>(event);
+      QToolTip::showText(help->globalPos(), ToolTipAt(help->pos()), this);
+      return true;
+    }
+    // A drag does not outlast what takes the mouse away from the pane.
+    case QEvent::WindowBlocked:
+    case QEvent::WindowDeactivate:
+    case QEvent::Hide:
+    case QEvent::EnabledChange: EndDrag(); break;
+    default: break;
   }
   return QWidget::event(event);
 }
 
+void ProgWindow::Hold(bool held) {
+  held_ = held;
+  EndDrag();
+}
+
 void ProgWindow::mousePressEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton) return;
+  EndDrag();
+  if (event->button() != Qt::LeftButton || held_) return;
   const QPoint position = event->position().toPoint();
   const int line = geometry_.RowAt(position.y());
-  if (geometry_.Icon(line).contains(position)) {
-    pressed_icon_ = line;
-    pressed_at_ = position;
-  }
-  SetCurrentRow(line);
+  if (!geometry_.Icon(line).contains(position)) return SetCurrentRow(line);
+  pressed_icon_ = line;
+  pressed_at_ = position;
 }
 
 void ProgWindow::mouseMoveEvent(QMouseEvent* event) {
   if (!pressed_icon_) return;
+  // The release went elsewhere.
+  if (!event->buttons().testFlag(Qt::LeftButton)) return EndDrag();
   const QPoint position = event->position().toPoint();
   if (!dragging_ && (position - pressed_at_).manhattanLength() < QApplication::startDragDistance()) return;
-  if (!dragging_) setCursor(Qt::DragCopyCursor);
   dragging_ = true;
-  const int line = geometry_.RowAt(position.y());
-  SetDropTarget(line);
-  emit DraggedOver(line);
+  setMouseTracking(true);
+  pointer_ = event->globalPosition().toPoint();
+  Aim();
 }
 
 void ProgWindow::mouseReleaseEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton || !pressed_icon_) return;
   const int source_line = *pressed_icon_;
-  const QPoint position = event->position().toPoint();
-  const int target_line = geometry_.RowAt(position.y());
-  const bool on_row = dragging_ ? rect().contains(position) : geometry_.Icon(source_line).contains(position);
-  const bool shift = event->modifiers().testFlag(Qt::ShiftModifier);
+  std::optional<int> target_line;
+  if (dragging_) {
+    pointer_ = event->globalPosition().toPoint();
+    Aim();
+    target_line = drop_target_;
+  } else if (geometry_.Icon(source_line).contains(event->position().toPoint())) {
+    target_line = source_line;
+  }
   EndDrag();
-  if (!on_row) return;
+  if (target_line) Drop(source_line, *target_line, event->modifiers().testFlag(Qt::ShiftModifier));
+}
+
+void ProgWindow::Drop(int source_line, int target_line, bool shift) {
   SetCurrentRow(target_line);
   emit Dropped(source_line, target_line, shift);
 }
 
+void ProgWindow::Press(int line) {
+  if (!held_ && TakesInput(*this)) Drop(line, line, false);
+}
+
+void ProgWindow::Aim() {
+  const QPoint position = mapFromGlobal(pointer_);
+  const bool on_a_row = visibleRegion().contains(position);
+  SetDropTarget(on_a_row ? std::optional(geometry_.RowAt(position.y())) : std::nullopt);
+  setCursor(on_a_row ? Qt::DragCopyCursor : Qt::ForbiddenCursor);
+  emit Dragged(position);
+}
+
+void ProgWindow::moveEvent(QMoveEvent* event) {
+  if (dragging_) Aim();
+  QWidget::moveEvent(event);
+}
+
 void ProgWindow::SetDropTarget(std::optional<int> line) {
   if (drop_target_ == line) return;
+  for (const auto& changed : {drop_target_, line, std::optional(current_)}) {
+    if (changed) update(geometry_.Row(*changed));
+  }
   drop_target_ = line;
-  if (line) SetCurrentRow(*line);
 }
 
 void ProgWindow::EndDrag() {
   pressed_icon_.reset();
-  dragging_ = false;
+  if (!std::exchange(dragging_, false)) return;
   SetDropTarget(std::nullopt);
+  update(geometry_.Row(current_));
+  setMouseTracking(false);
   unsetCursor();
+  emit Dragged(std::nullopt);
 }
 
 void ProgWindow::GoTo(int line) {
@@ -236,6 +281,10 @@ void ProgWindow::GoTo(int line) {
 }
 
 void ProgWindow::keyPressEvent(QKeyEvent* event) {
+  if (pressed_icon_) {
+    if (event->key() == Qt::Key_Escape) EndDrag();
+    return;
+  }
   const int page =
       parentWidget() == nullptr ? kLinesOfPage : std::max(1, parentWidget()->height() / geometry_.pitch - 1);
   switch (event->key()) {
@@ -245,12 +294,9 @@ void ProgWindow::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_PageDown: return GoTo(current_ + page);
     case Qt::Key_Home: return GoTo(0);
     case Qt::Key_End: return GoTo(kLines - 1);
-    case Qt::Key_Escape:
-      if (dragging_) return EndDrag();
-      break;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      emit Dropped(current_, current_, event->modifiers().testFlag(Qt::ShiftModifier));
+      if (!held_) Drop(current_, current_, event->modifiers().testFlag(Qt::ShiftModifier));
       return;
     default: break;
   }

@@ -17,7 +17,8 @@
 namespace tavlo {
 
 /// `ProgWindow`: the tall pane of all 200 rows, painted from `Source`. One row is the current one: the arrow
-/// and page keys move it, Enter does what a click on its icon does.
+/// and page keys move it, Enter does what a click on its icon does. An icon that is dragged marks the row on
+/// which it would be dropped; a drag that ends in any other way leaves no trace.
 class ProgWindow : public QWidget {
   Q_OBJECT
 
@@ -31,6 +32,10 @@ class ProgWindow : public QWidget {
   void SetCurrentRow(int line);
   /// The same, and the row should be seen.
   void GoTo(int line);
+  /// While lines must not be changed clicks, drags and Enter do nothing; the rows can be walked.
+  void Hold(bool held);
+  /// What a click on the icon of a row does, where a click can do something.
+  void Press(int line);
   /// Widths of the part of a row that its text may fill, and of the whole pane.
   void SetWidths(int text_width, int width);
 
@@ -46,8 +51,8 @@ class ProgWindow : public QWidget {
   void Dropped(int source_line, int target_line, bool shift);
   /// The current row has moved and should be seen.
   void CurrentRowMoved(int line);
-  /// An icon is dragged here.
-  void DraggedOver(int line);
+  /// An icon is dragged, and stands here in the pane; nothing once it is dragged no more.
+  void Dragged(std::optional<QPoint> position);
 
  protected:
   bool event(QEvent* event) override;
@@ -58,6 +63,7 @@ class ProgWindow : public QWidget {
   void keyPressEvent(QKeyEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:
@@ -66,9 +72,12 @@ class ProgWindow : public QWidget {
   void PaintLabel(QPainter& painter, int line) const;
   void PaintIcon(QPainter& painter, int line) const;
   void PaintDesc(QPainter& painter, int line);
-  void PaintFocus(QPainter& painter, int line) const;
+  void PaintMark(QPainter& painter, int line) const;
   [[nodiscard]] QColor LabelInk(LabelColour colour) const;
   [[nodiscard]] QString ToolTipAt(QPoint position);
+  void Drop(int source_line, int target_line, bool shift);
+  /// The row that an icon would be dropped on now: the one under the pointer, where it can be seen.
+  void Aim();
   void SetDropTarget(std::optional<int> line);
   void EndDrag();
   void TellReaders(int line, QAccessible::Event what);
@@ -82,7 +91,10 @@ class ProgWindow : public QWidget {
   std::optional<int> pressed_icon_;
   QPoint pressed_at_;
   bool dragging_ = false;
+  /// On the screen: the pane may be scrolled away under a pointer that rests.
+  QPoint pointer_;
   std::optional<int> drop_target_;
+  bool held_ = false;
 };
 
 }  // namespace tavlo

@@ -16,6 +16,8 @@ namespace {
 /// The window for which the grid was designed, and the narrowest that the text column follows.
 constexpr int kNarrowWindow = 640;
 constexpr int kLeastTextWidth = 80;
+/// Between two steps of the rows while an icon is held at an edge.
+constexpr int kDragScrollMs = 50;
 
 /// The pane's scroll area. The usual one would show the middle of the pane whenever the Tab key leaves it.
 class RowsArea : public QScrollArea {
@@ -35,7 +37,11 @@ QLabel* Heading(const char* name, const QString& text, QWidget* parent) {
 }  // namespace
 
 ProgramGrid::ProgramGrid(const Source& source, QWidget* parent)
-    : QWidget(parent), scroll_(new RowsArea(this)), pane_(new ProgWindow(source, scroll_)) {
+    : QWidget(parent),
+      scroll_(new RowsArea(this)),
+      pane_(new ProgWindow(source, scroll_)),
+      heading_(Heading("LblDesc", QStringLiteral("Instruction"), this)),
+      notice_(Heading("LblHeld", {}, this)) {
   scroll_->setWidget(pane_);
   scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   scroll_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
@@ -48,12 +54,13 @@ ProgramGrid::ProgramGrid(const Source& source, QWidget* parent)
   QLabel* line = Heading("LblLine", QStringLiteral("Line"), this);
   line->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   line->setFixedWidth(frame + RowGeometry::kMarkerWidth + pane_->Geometry().label_width);
-  QLabel* desc = Heading("LblDesc", QStringLiteral("Instruction"), this);
   headings->setContentsMargins(0, 0, 0, 0);
   headings->setSpacing(0);
   headings->addWidget(line);
   headings->addSpacing(pane_->Geometry().DescLeft() + frame + RowGeometry::kGap - line->width());
-  headings->addWidget(desc, 1);
+  headings->addWidget(heading_, 1);
+  headings->addWidget(notice_, 1);
+  notice_->hide();
 
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
@@ -63,7 +70,14 @@ ProgramGrid::ProgramGrid(const Source& source, QWidget* parent)
 
   scroll_->viewport()->installEventFilter(this);
   connect(pane_, &ProgWindow::CurrentRowMoved, this, &ProgramGrid::EnsureRowVisible);
-  connect(pane_, &ProgWindow::DraggedOver, this, &ProgramGrid::EnsureRowVisible);
+  connect(pane_, &ProgWindow::Dragged, this, &ProgramGrid::FollowDrag);
+}
+
+void ProgramGrid::Hold(const QString& why) {
+  pane_->Hold(!why.isEmpty());
+  notice_->setText(why);
+  notice_->setVisible(!why.isEmpty());
+  heading_->setVisible(why.isEmpty());
 }
 
 QScrollBar& ProgramGrid::ScrollProg() const {
@@ -92,6 +106,23 @@ void ProgramGrid::EnsureRowVisible(int line) {
   const int top = pane_->Geometry().Top(line);
   const int highest = top + pane_->Geometry().pitch - scroll_->viewport()->height();
   ScrollProg().setValue(std::max(std::min(ScrollProg().value(), top), highest));
+}
+
+int ProgramGrid::DragScroll(int y) const {
+  const int pitch = pane_->Geometry().pitch;
+  if (y < pitch / 2) return -pitch;
+  return y >= scroll_->viewport()->height() - pitch / 2 ? pitch : 0;
+}
+
+void ProgramGrid::FollowDrag(std::optional<QPoint> position) {
+  if (position) dragged_to_ = pane_->mapToParent(*position);
+  if (!position || DragScroll(dragged_to_.y()) == 0) return drag_timer_.stop();
+  if (!drag_timer_.isActive()) drag_timer_.start(kDragScrollMs, this);
+}
+
+void ProgramGrid::timerEvent(QTimerEvent* event) {
+  if (event->timerId() != drag_timer_.timerId()) return QWidget::timerEvent(event);
+  ScrollProg().setValue(ScrollProg().value() + DragScroll(dragged_to_.y()));
 }
 
 }  // namespace tavlo

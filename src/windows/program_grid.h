@@ -2,11 +2,16 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #pragma once
 
+#include <QBasicTimer>
+#include <QPoint>
+#include <QString>
 #include <QWidget>
+#include <optional>
 
 #include "desk/desk.h"
 #include "windows/prog_window.h"
 
+class QLabel;
 class QScrollArea;
 class QScrollBar;
 
@@ -22,18 +27,29 @@ class ProgramGrid : public QWidget {
   [[nodiscard]] ProgWindow& Pane() { return *pane_; }
   /// Brings a row into view, while a program runs.
   void AutoScroll(int line);
+  /// Keeps clicks and drops away and says why, in place of the heading; lets them in again without a text.
+  void Hold(const QString& why);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void timerEvent(QTimerEvent* event) override;
 
  private:
   /// Gives the text column what it gets of the main window's width. Does nothing while that is minimised.
   void AdjProgWinWidth();
   void EnsureRowVisible(int line);
+  void FollowDrag(std::optional<QPoint> position);
+  /// How far the rows move at a time while an icon is held at this height of the view: 0 away from the edges.
+  [[nodiscard]] int DragScroll(int y) const;
   [[nodiscard]] QScrollBar& ScrollProg() const;
 
   QScrollArea* scroll_;
   ProgWindow* pane_;
+  QLabel* heading_;
+  QLabel* notice_;
+  QBasicTimer drag_timer_;
+  /// Where an icon is held, in the view.
+  QPoint dragged_to_;
 };
 
 }  // namespace tavlo

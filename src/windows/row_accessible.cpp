@@ -10,6 +10,7 @@
 
 #include "qt/gui/shown_text.h"
 #include "windows/prog_window.h"
+#include "windows/takes_input.h"
 
 namespace tavlo {
 namespace {
@@ -68,9 +69,10 @@ class AccessibleRow : public QAccessibleInterface, public QAccessibleActionInter
   }
   QStringList actionNames() const override { return {pressAction(), setFocusAction()}; }
   void doAction(const QString& action) override {
-    pane_->SetCurrentRow(line_);
-    if (action == setFocusAction()) pane_->setFocus();
-    if (action == pressAction()) emit pane_->Dropped(line_, line_, false);
+    if (action == pressAction()) pane_->Press(line_);
+    if (action != setFocusAction() || !TakesInput(*pane_)) return;
+    pane_->GoTo(line_);
+    pane_->setFocus();
   }
   QStringList keyBindingsForAction(const QString&) const override { return {}; }
 

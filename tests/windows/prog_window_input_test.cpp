@@ -7,27 +7,10 @@
 #include <QToolTip>
 
 #include "desk/grid.h"
-#include "desk/main_window.h"
-#include "windows/window_session.h"
+#include "windows/drag.h"
 
 namespace tavlo::testing {
 namespace {
-
-QPoint IconPoint(WindowSession& session, int line) {
-  return session.Pane().Geometry().Icon(line).center();
-}
-
-void Drag(WindowSession& session, int from, QPoint to, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-  ProgWindow& pane = session.Pane();
-  QTest::mousePress(&pane, Qt::LeftButton, modifiers, IconPoint(session, from));
-  // Moved in two steps, as a hand would; the second goes beyond the distance that makes a drag.
-  for (const QPoint& point : {IconPoint(session, from) + QPoint(3, 3), to}) {
-    QMouseEvent move(QEvent::MouseMove, point, pane.mapToGlobal(point), Qt::NoButton, Qt::LeftButton,
-                     modifiers);
-    QApplication::sendEvent(&pane, &move);
-  }
-  QTest::mouseRelease(&pane, Qt::LeftButton, modifiers, to);
-}
 
 /// Stands in for the windows that edit a line.
 class FakeEditors : public EditorWindows {
@@ -114,48 +97,6 @@ TEST(ProgWindowInput, AClickThatEndsBesideTheIconDoesNothing) {
   QTest::mousePress(&pane, Qt::LeftButton, Qt::NoModifier, IconPoint(session, 3));
   QTest::mouseRelease(&pane, Qt::LeftButton, Qt::NoModifier, pane.Geometry().Desc(3).center());
   EXPECT_EQ(session.Session().CurLine, 0);
-}
-
-TEST(ProgWindowInput, ADragOntoAnEmptyLineCopiesWithoutAQuestion) {
-  RunningSession session;
-  session.Lines().Prog[2].Type = GT;
-  session.Lines().Prog[2].LineNum = 4;
-  Drag(session, 2, IconPoint(session, 7));
-  EXPECT_TRUE(session.fakes.boxes.shown.empty());
-  EXPECT_EQ(session.Lines().Prog[7].Type, GT);
-  EXPECT_EQ(session.Session().rows[7].desc, "Go to line 5");
-  EXPECT_TRUE(session.Session().Changed);
-  EXPECT_EQ(session.Pane().CurrentRow(), 7);
-}
-
-TEST(ProgWindowInput, ADragOntoALineInUseAsksFirst) {
-  RunningSession session;
-  session.Lines().Prog[2].Type = GT;
-  session.Lines().Prog[7].Type = WT;
-  session.fakes.boxes.setNextAnswer(Answer::Cancel);
-  Drag(session, 2, IconPoint(session, 7));
-  EXPECT_EQ(session.Lines().Prog[7].Type, WT);
-  Drag(session, 2, IconPoint(session, 7));
-  EXPECT_EQ(session.Lines().Prog[7].Type, GT);
-  ASSERT_EQ(session.fakes.boxes.shown.size(), 2u);
-  EXPECT_EQ(session.fakes.boxes.shown[0], (ShownBox{"Do you want to copy program line 3 to line 8?",
-                                                    "Copy Program Line", Buttons::OKCancel, Icon::None}));
-}
-
-TEST(ProgWindowInput, ADragThatLeavesThePaneOrIsEscapedCopiesNothing) {
-  RunningSession session;
-  session.Lines().Prog[2].Type = GT;
-  ProgWindow& pane = session.Pane();
-  Drag(session, 2, QPoint(pane.width() + 40, pane.Geometry().Middle(7)));
-  EXPECT_EQ(session.Lines().Prog[7].Type, NO);
-  QTest::mousePress(&pane, Qt::LeftButton, Qt::NoModifier, IconPoint(session, 2));
-  const QPoint to = IconPoint(session, 9);
-  QMouseEvent move(QEvent::MouseMove, to, pane.mapToGlobal(to), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(&pane, &move);
-  QTest::keyClick(&pane, Qt::Key_Escape);
-  QTest::mouseRelease(&pane, Qt::LeftButton, Qt::NoModifier, to);
-  EXPECT_EQ(session.Lines().Prog[9].Type, NO);
-  EXPECT_FALSE(session.Session().Changed);
 }
 
 TEST(ProgWindowInput, TheToolTipOfAnIconNamesItsLine) {

@@ -2,6 +2,8 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include <QEvent>
 #include <QPaintEvent>
+#include <QPainter>
+#include <QPixmap>
 #include <QScrollBar>
 #include <vector>
 
@@ -75,6 +77,25 @@ TEST(ProgWindowPaint, TextIsDarkOnItsBackgroundInADarkPaletteToo) {
     EXPECT_TRUE(HasInk(image, QRect(desc.left() + 4, desc.top(), 60, desc.height())));
   }
   QApplication::setPalette(light);
+}
+
+TEST(ProgWindowPaint, EachRowBearsItsNumberAsTheOperatorCounts) {
+  RunningSession session;
+  ProgWindow& pane = session.Pane();
+  const QImage image = session.Painted();
+  for (const int line : {0, 1, 8, 9, 98, 99, 199}) {
+    const QRect label = pane.Geometry().Label(line);
+    QPixmap expected(label.size());
+    expected.fill(pane.palette().color(QPalette::Window));
+    QPainter painter(&expected);
+    painter.setFont(pane.font());
+    painter.setPen(pane.palette().color(QPalette::WindowText));
+    painter.drawText(expected.rect(), Qt::AlignRight | Qt::AlignVCenter, QString::number(line + 1));
+    painter.end();
+    EXPECT_EQ(image.copy(label).convertToFormat(QImage::Format_RGB32),
+              expected.toImage().convertToFormat(QImage::Format_RGB32))
+        << line;
+  }
 }
 
 TEST(ProgWindowPaint, ALineEventRepaintsItsRowAndNoOther) {

@@ -40,7 +40,11 @@ struct WindowSession {
     Main().activateWindow();
     Settle();
   }
-  void Settle() { QApplication::processEvents(); }
+  /// Within an event that is handled a turn of the loop alone leaves what was posted before it.
+  void Settle() {
+    QApplication::sendPostedEvents();
+    QApplication::processEvents();
+  }
 
   [[nodiscard]] LongForm& Main() { return windows->Main(); }
   [[nodiscard]] Desk& Handlers() { return windows->Handlers(); }

@@ -1,0 +1,286 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include <QAccessible>
+#include <QAccessibleActionInterface>
+#include <QComboBox>
+#include <QDialog>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QToolButton>
+
+#include "windows/drag.h"
+#include "windows/run_session.h"
+
+namespace tavlo::testing {
+namespace {
+
+/// Counts how often a line is opened.
+class CountingEditors : public EditorWindows {
+ public:
+  void ShowPickProg() override { ++shown; }
+  void ShowInstDialog() override { ++shown; }
+  int shown = 0;
+};
+
+struct HoldSession : RunSession {
+  HoldSession() {
+    Handlers().editors = &editors;
+    Lines().Prog[2].Type = GT;
+    Pane().SetCurrentRow(5);
+  }
+  void PressByReader(QWidget* control) {
+    QAccessible::queryAccessibleInterface(control)->actionInterface()->doAction(
+        QAccessibleActionInterface::pressAction());
+  }
+  void PressRowByReader(int line) {
+    QAccessible::queryAccessibleInterface(&Pane())->child(line)->actionInterface()->doAction(
+        QAccessibleActionInterface::pressAction());
+  }
+  /// Everything that would pick or copy a line.
+  void TryEverything() {
+    QTest::mouseClick(&Pane(), Qt::LeftButton, Qt::NoModifier, IconPoint(*this, 3));
+    QTest::mouseClick(&Pane(), Qt::LeftButton, Qt::ShiftModifier, IconPoint(*this, 3));
+    QTest::mouseClick(&Pane(), Qt::LeftButton, Qt::NoModifier, Pane().Geometry().Desc(4).center());
+    Drag(*this, 2, IconPoint(*this, 7));
+    QTest::keyClick(&Pane(), Qt::Key_Return);
+    PressRowByReader(8);
+  }
+  void ExpectNothingDone() {
+    EXPECT_EQ(editors.shown, 0);
+    EXPECT_EQ(Pane().CurrentRow(), 5);
+    EXPECT_EQ(Session().CurLine, 0);
+    EXPECT_EQ(Lines().Prog[7].Type, NO);
+    EXPECT_FALSE(Session().Changed);
+  }
+  [[nodiscard]] QLabel& Notice() { return *WindowSession::Find<QLabel>("LblHeld"); }
+  [[nodiscard]] QLabel& Heading() { return *WindowSession::Find<QLabel>("LblDesc"); }
+
+  CountingEditors editors;
+};
+
+TEST(GridHold, ClicksDropsAndEnterDoNothingInATransferAndTheHeadingSaysWhy) {
+  HoldSession session;
+  EXPECT_FALSE(session.Notice().isVisible());
+  EXPECT_TRUE(session.Heading().isVisible());
+  for (ProgressForm* gauge : {&session.Handlers().downbox, &session.Handlers().upbox}) {
+    gauge->Show();
+    EXPECT_TRUE(session.Notice().isVisible());
+    EXPECT_EQ(session.Notice().text(), QStringLiteral("A transfer runs: no changes to lines"));
+    EXPECT_FALSE(session.Heading().isVisible());
+    session.TryEverything();
+    session.ExpectNothingDone();
+    gauge->Hide();
+    EXPECT_FALSE(session.Notice().isVisible());
+    EXPECT_TRUE(session.Heading().isVisible());
+  }
+  session.TryEverything();
+  EXPECT_EQ(session.editors.shown, 4);
+  EXPECT_EQ(session.Lines().Prog[7].Type, GT);
+}
+
+TEST(GridHold, ClicksDropsAndEnterDoNothingInARunAndTheRowsCanStillBeWalked) {
+  for (const RunWindow window : {RunWindow::ExecStatus, RunWindow::fakeMMI}) {
+    HoldSession session;
+    session.WhileRunning(window, [&] {
+      EXPECT_EQ(session.Notice().text(), QStringLiteral("A program runs: no changes to lines"));
+      EXPECT_TRUE(session.Notice().isVisible());
+      session.TryEverything();
+      session.ExpectNothingDone();
+      QTest::keyClick(&session.Pane(), Qt::Key_Down);
+      EXPECT_EQ(session.Pane().CurrentRow(), 6);
+      session.Handlers().run.Hide();
+    });
+    EXPECT_FALSE(session.Notice().isVisible());
+    session.TryEverything();
+    EXPECT_EQ(session.editors.shown, 4);
+  }
+}
+
+TEST(GridHold, TheReasonCanBeReadWholeInTheNarrowestWindow) {
+  HoldSession session;
+  session.Main().resize(640, 720);
+  for (const Hold hold : {Hold::Run, Hold::Transfer}) {
+    session.Main().HoldCommands(hold);
+    session.Settle();
+    EXPECT_GE(session.Notice().width(), session.Notice().sizeHint().width());
+    const QRect place(session.Notice().mapTo(&session.Main(), QPoint(0, 0)), session.Notice().size());
+    EXPECT_TRUE(session.Main().rect().contains(place));
+  }
+  EXPECT_EQ(session.Main().width(), 640);
+}
+
+/// While it stands no click reaches the main window.
+struct ModalBox : QDialog {
+  explicit ModalBox(QWidget* parent) : QDialog(parent) {
+    setModal(true);
+    show();
+  }
+};
+
+TEST(AccessiblePress, DoesNothingUnderAModalBox) {
+  HoldSession session;
+  {
+    const ModalBox box(&session.Main());
+    session.PressRowByReader(3);
+    for (const char* command : {"Load", "Save", "BtnClear", "Download", "Upload", "execbutton", "Quit"})
+      session.PressByReader(session.WindowSession::Find<QToolButton>(command));
+    session.ExpectNothingDone();
+    EXPECT_TRUE(session.fakes.boxes.shown.empty());
+    EXPECT_TRUE(session.fakes.dialogs.shown.empty());
+    EXPECT_TRUE(session.fakes.port.sent.empty());
+  }
+  session.PressRowByReader(3);
+  EXPECT_EQ(session.editors.shown, 1);
+  session.PressByReader(session.WindowSession::Find<QToolButton>("BtnClear"));
+  EXPECT_EQ(session.fakes.boxes.shown.size(), 1u);
+}
+
+TEST(AccessiblePress, OfAListUnderAModalBoxChangesNothingAndTheListShowsAgainWhatHolds) {
+  HoldSession session;
+  auto* models = session.WindowSession::Find<QComboBox>("ModelList");
+  auto* actions = session.WindowSession::Find<QComboBox>("LimitList");
+  auto* port = session.WindowSession::Find<QRadioButton>("OptCom4");
+  {
+    const ModalBox box(&session.Main());
+    models->setCurrentIndex(1);
+    actions->setCurrentIndex(2);
+    port->click();
+  }
+  EXPECT_EQ(session.Lines().HubIndex, HubOcto);
+  EXPECT_EQ(models->currentIndex(), 0);
+  EXPECT_EQ(session.Lines().LimitList, HaltProgram);
+  EXPECT_EQ(actions->currentIndex(), 0);
+  EXPECT_EQ(session.Session().ComNum, 1);
+  EXPECT_FALSE(port->isChecked());
+  EXPECT_FALSE(session.Session().Changed);
+}
+
+TEST(AccessiblePress, ThatSetsTheFocusBringsTheRowIntoView) {
+  HoldSession session;
+  session.Find<QScrollBar>(nullptr, "ScrollProg").setValue(0);
+  QAccessible::queryAccessibleInterface(&session.Pane())
+      ->child(150)
+      ->actionInterface()
+      ->doAction(QAccessibleActionInterface::setFocusAction());
+  EXPECT_EQ(session.Pane().CurrentRow(), 150);
+  EXPECT_TRUE(session.Pane().visibleRegion().intersects(session.Pane().Geometry().Row(150)));
+  EXPECT_EQ(session.editors.shown, 0);
+}
+
+/// A key that is held down: one press, its repeats and the release at last.
+void HoldKey(QWidget* widget, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+  for (int i = 0; i < 5; ++i) {
+    QWidget* focused = QApplication::focusWidget() == nullptr ? widget : QApplication::focusWidget();
+    if (i > 0) {
+      QKeyEvent up(QEvent::KeyRelease, key, modifiers, {}, true);
+      QApplication::sendEvent(focused, &up);
+    }
+    QKeyEvent down(QEvent::KeyPress, key, modifiers, {}, i > 0);
+    QApplication::sendEvent(focused, &down);
+  }
+  QKeyEvent up(QEvent::KeyRelease, key, modifiers);
+  QApplication::sendEvent(widget, &up);
+}
+
+TEST(HeldKey, EnterOnARowOpensItOnce) {
+  for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+    HoldSession session;
+    session.Pane().setFocus();
+    HoldKey(&session.Pane(), key);
+    EXPECT_EQ(session.editors.shown, 1);
+    HoldKey(&session.Pane(), key, Qt::ShiftModifier);
+    EXPECT_EQ(session.editors.shown, 2);
+  }
+}
+
+TEST(HeldKey, ArrowsRepeatAsTheyShould) {
+  HoldSession session;
+  session.Pane().setFocus();
+  HoldKey(&session.Pane(), Qt::Key_Down);
+  EXPECT_EQ(session.Pane().CurrentRow(), 10);
+}
+
+TEST(HeldKey, ACommandOfTheToolBarRunsOnce) {
+  for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+    HoldSession session;
+    auto* save = session.WindowSession::Find<QToolButton>("Save");
+    save->setFocus();
+    HoldKey(save, key);
+    EXPECT_EQ(session.fakes.dialogs.shown.size(), key == Qt::Key_Space ? 1u : 0u);
+  }
+}
+
+TEST(HeldKey, TheEnterThatOpenedABoxDoesNotAnswerIt) {
+  HoldSession session;
+  QDialog box(&session.Main());
+  box.setModal(true);
+  auto* answer = new QPushButton(QStringLiteral("OK"), &box);
+  answer->setDefault(true);
+  QObject::connect(answer, &QPushButton::clicked, &box, &QDialog::accept);
+  box.show();
+  QKeyEvent repeat(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, {}, true);
+  QApplication::sendEvent(answer, &repeat);
+  QApplication::sendEvent(&box, &repeat);
+  EXPECT_TRUE(box.isVisible());
+  QTest::keyClick(answer, Qt::Key_Return);
+  EXPECT_FALSE(box.isVisible());
+}
+
+TEST(HeldKey, TheTerminalsKeyDoesNotRepeat) {
+  HoldSession session;
+  const auto shortcuts = session.Main().findChildren<QShortcut*>();
+  ASSERT_FALSE(shortcuts.empty());
+  for (const QShortcut* shortcut : shortcuts) EXPECT_FALSE(shortcut->autoRepeat());
+}
+
+TEST(TabKey, ThatLeavesTheGridLeavesItsRowsWhereTheyAre) {
+  for (const bool back : {false, true}) {
+    HoldSession session;
+    auto& bar = session.Find<QScrollBar>(nullptr, "ScrollProg");
+    session.Pane().setFocus();
+    for (const Qt::Key key : {Qt::Key_Home, Qt::Key_End, Qt::Key_PageUp}) {
+      session.Pane().setFocus();
+      QTest::keyClick(&session.Pane(), key);
+      const int before = bar.value();
+      QTest::keyClick(&session.Pane(), back ? Qt::Key_Backtab : Qt::Key_Tab);
+      EXPECT_FALSE(session.Pane().hasFocus());
+      EXPECT_EQ(bar.value(), before);
+    }
+  }
+}
+
+TEST(FoundLine, ComesIntoViewAndIsTheCurrentRow) {
+  HoldSession session;
+  session.Handlers().view.GoTo(150);
+  EXPECT_EQ(session.Pane().CurrentRow(), 150);
+  const QRect row = session.Pane().Geometry().Row(150);
+  EXPECT_EQ(session.Pane().visibleRegion().intersected(row).boundingRect().height(), row.height());
+  session.Handlers().view.GoTo(0);
+  EXPECT_EQ(session.Pane().CurrentRow(), 0);
+  EXPECT_EQ(session.Find<QScrollBar>(nullptr, "ScrollProg").value(), 0);
+}
+
+TEST(FoundLine, IsSeenWhileTheBoxOfTheCheckStands) {
+  HoldSession session;
+  session.Lines().HubVersion = 1.38F;
+  session.Lines().Prog[120].Type = FL;
+  session.Lines().Prog[120].Drive = 7;
+  session.Lines().Axis.DriveModel[7] = 0;
+  session.fakes.port.on_output = [&](const std::string& bytes) {
+    if (bytes == "C") session.fakes.port.Reply({38, 8});
+  };
+  bool seen = false;
+  session.fakes.boxes.on_box = [&](const ShownBox& box) {
+    seen = box.text.starts_with("The instruction on line 121 uses drive 8");
+    EXPECT_EQ(session.Pane().CurrentRow(), 120);
+    EXPECT_TRUE(session.Pane().visibleRegion().intersects(session.Pane().Geometry().Row(120)));
+  };
+  QTest::mouseClick(session.WindowSession::Find<QToolButton>("Download"), Qt::LeftButton);
+  EXPECT_TRUE(seen);
+}
+
+}  // namespace
+}  // namespace tavlo::testing
