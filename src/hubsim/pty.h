@@ -19,8 +19,10 @@ class Pty {
 
   /// The path that the PC opens.
   [[nodiscard]] const std::string& Path() const { return path_; }
-  [[nodiscard]] int Fd() const { return hub_end_.Get(); }
-  /// What has come from the PC; may be empty.
+  /// Can be read while Read() has something to do.
+  [[nodiscard]] int Fd() const { return waiting_.Get(); }
+  /// What has come from the PC; may be empty. A program on the PC that was killed has left the line to itself
+  /// alone: others can open it again from here on.
   [[nodiscard]] std::string Read();
   /// Gives the number of bytes taken, which may be 0: what the PC does not read does not pile up in the
   /// kernel, for the next program to open the line would be fed old news. Nothing tells when there is room
@@ -30,8 +32,13 @@ class Pty {
   [[nodiscard]] std::size_t Unread() const;
 
  private:
+  void AwaitClosings();
+  [[nodiscard]] bool HasBeenClosed();
+
   UniqueFd hub_end_;
   UniqueFd pc_end_;
+  UniqueFd closings_;  ///< not valid where the system gives none
+  UniqueFd waiting_;   ///< for both
   std::string path_;
 };
 

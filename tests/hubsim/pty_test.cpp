@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <signal.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <termios.h>
@@ -171,6 +172,32 @@ TEST_F(HubProcess, TheLineIsRawForWhoeverOpensIt) {
   ::close(line_);
   Open();
   EXPECT_EQ(Ask("C", 2), Bytes({38, 8})) << "the line outlives a PC that closes it";
+}
+
+TEST_F(HubProcess, AProgramThatIsKilledLeavesTheLineOpenToOthers) {
+  Start({"--link", link_});
+  const pid_t client = ::fork();
+  if (client == 0) {
+    const int fd = ::open(link_.c_str(), O_RDWR | O_NOCTTY);
+    if (::ioctl(fd, TIOCEXCL) == 0) ::raise(SIGKILL);
+    ::_exit(1);
+  }
+  int status = 0;
+  ASSERT_EQ(::waitpid(client, &status, 0), client);
+  ASSERT_TRUE(WIFSIGNALED(status));
+  const auto deadline = Clock::now() + std::chrono::milliseconds(kPatienceMs);
+  int exclusive = 1;
+  while (exclusive != 0 && Clock::now() < deadline) {
+    // Root gets in all the same, so the mode itself is asked for.
+    UniqueFd line(::open(link_.c_str(), O_RDWR | O_NOCTTY));
+    if (line.Valid()) {
+      ASSERT_EQ(::ioctl(line.Get(), TIOCGEXCL, &exclusive), 0);
+    }
+    ::usleep(1000);
+  }
+  EXPECT_EQ(exclusive, 0);
+  Open();
+  EXPECT_EQ(Ask("C", 2), Bytes({38, 8}));
 }
 
 TEST_F(HubProcess, EveryEndRemovesTheLink) {

@@ -39,8 +39,8 @@ STANDARD = set(
 # What the simulated hub needs of the system to be a device, and its two libraries.
 POSIX = set(
     """arpa/inet.h dirent.h errno.h fcntl.h grp.h netinet/in.h poll.h pthread.h pty.h pwd.h signal.h stdlib.h
-    string.h sys/eventfd.h sys/file.h sys/ioctl.h sys/mman.h sys/prctl.h sys/resource.h sys/select.h
-    sys/signalfd.h sys/socket.h sys/stat.h sys/time.h sys/timerfd.h sys/types.h sys/un.h sys/wait.h termios.h
-    time.h unistd.h""".split()
+    string.h sys/epoll.h sys/eventfd.h sys/file.h sys/inotify.h sys/ioctl.h sys/mman.h sys/prctl.h
+    sys/resource.h sys/select.h sys/signalfd.h sys/socket.h sys/stat.h sys/time.h sys/timerfd.h sys/types.h
+    sys/un.h sys/wait.h termios.h time.h unistd.h""".split()
 )
 HUBSIM_LIBRARIES = ("CLI/", "nlohmann/")
