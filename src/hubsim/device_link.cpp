@@ -27,13 +27,19 @@ constexpr int kCommCount = 8;
   throw std::runtime_error(what + ": " + std::generic_category().message(error));
 }
 
-std::string FolderPath() {
+bool IsFolderOfThisUser(const std::string& path) {
+  struct stat status {};
+  return path.starts_with('/') && ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode) &&
+         status.st_uid == ::getuid();
+}
+
+std::string FolderPath(const std::string& user_folders) {
+  const std::string uid = std::to_string(::getuid());
   const char* runtime = std::getenv("XDG_RUNTIME_DIR");
-  std::error_code ignored;
-  if (runtime != nullptr && std::filesystem::is_directory(runtime, ignored)) {
-    return std::string(runtime) + "/tavlo-composer";
-  }
-  return "/tmp/tavlo-composer-" + std::to_string(::getuid());
+  const std::string of_user = user_folders + "/" + uid;
+  if (runtime != nullptr && IsFolderOfThisUser(runtime)) return std::string(runtime) + "/tavlo-composer";
+  if (IsFolderOfThisUser(of_user)) return of_user + "/tavlo-composer";
+  return "/tmp/tavlo-composer-" + uid;
 }
 
 /// Where the link at `path` leads, empty if there is nothing. Throws for what is no link.
@@ -62,8 +68,8 @@ bool SameFile(int fd, const std::string& path) {
 
 }  // namespace
 
-std::string RuntimeFolder() {
-  const std::string folder = FolderPath();
+std::string RuntimeFolder(const std::string& user_folders) {
+  const std::string folder = FolderPath(user_folders);
   if (::mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) Fail("Cannot make " + folder, errno);
   struct stat status {};
   if (::lstat(folder.c_str(), &status) != 0) Fail("Cannot look at " + folder, errno);

@@ -16,7 +16,6 @@
 
 #include "model/file_items.h"
 #include "model/program_file.h"
-#include "qt/comm_devices.h"
 
 namespace tavlo::testing {
 namespace {
@@ -120,26 +119,6 @@ TEST(QtEventLoop, YieldingForATimeLetsItPass) {
   taken.start();
   loop.YieldFor(0.05);
   EXPECT_GE(taken.elapsed(), 49);
-}
-
-TEST(CommDevices, TheLinkInTheRuntimeFolderComesFirst) {
-  const QTemporaryDir runtime;
-  const QByteArray old = qgetenv("XDG_RUNTIME_DIR");
-  qputenv("XDG_RUNTIME_DIR", runtime.path().toLocal8Bit());
-  const QString folder = runtime.filePath("tavlo-composer");
-  EXPECT_EQ(CommFolder(), folder.toStdString());
-  ASSERT_TRUE(QDir().mkpath(folder));
-  ASSERT_TRUE(QFile::link("/dev/null", folder + "/comm3"));
-  EXPECT_EQ(CommDeviceFor(3), (folder + "/comm3").toStdString());
-  qputenv("XDG_RUNTIME_DIR", old);
-}
-
-TEST(CommDevices, WithoutALinkANumberStandsForAnExistingDeviceOrForTheLinkThatIsMissing) {
-  for (int number = 1; number <= 8; ++number) {
-    const std::string device = CommDeviceFor(number);
-    const bool missing_link = device == CommFolder() + "/comm" + std::to_string(number);
-    EXPECT_TRUE(missing_link || QFile::exists(QString::fromStdString(device))) << device;
-  }
 }
 
 }  // namespace
