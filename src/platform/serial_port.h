@@ -34,6 +34,13 @@ class SerialPort {
   [[nodiscard]] virtual std::optional<std::string> PortOpen(bool open) = 0;
   [[nodiscard]] virtual bool PortOpen() const = 0;
 
+  /// The device that the number led to when the port was opened last, as a path or a name; empty before
+  /// that, and for a line that has none.
+  [[nodiscard]] virtual std::string Device() const { return {}; }
+  /// The number leads to another device by now than the one that is open: a link has been turned, or a
+  /// device has come or gone before this one.
+  [[nodiscard]] virtual bool LeadsElsewhere() const { return false; }
+
   /// 0 turns receive events off; any value above 0 turns them on. With events on, bytes are handed
   /// over as soon as they are there, so that a message is never held back for want of a third byte.
   virtual void RThreshold(int bytes) = 0;

@@ -11,9 +11,10 @@
 #include <QMetaObject>
 #include <QStringList>
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
 
-#include "platform/number_format.h"
+#include "qt/open_failure.h"
 
 namespace tavlo {
 namespace {
@@ -28,26 +29,22 @@ QSerialPort::Parity ParityOf(char letter) {
   }
 }
 
-/// What went wrong and what to do about it, for "... {error description}.  Will try ...": no point at
-/// the end.
-std::string Description(QSerialPort::SerialPortError error, const QString& device,
-                        const QString& system_text) {
-  const QFileInfo info(device);
+/// What QSerialPort could not do, in our words: its own are the system's.
+std::string Description(QSerialPort::SerialPortError error, const std::string& device) {
   switch (error) {
-    case QSerialPort::DeviceNotFoundError:
-      return "there is no device " + device.toStdString() + "; connect the hub or choose another port";
-    case QSerialPort::PermissionError: {
-      if (info.exists() && info.isReadable() && info.isWritable()) {
-        return device.toStdString() + " is in use by another program; close it there first";
-      }
-      const QString group = info.group();
-      return "you have no right to use " + device.toStdString() +
-             (group.isEmpty() ? std::string("; ask for access to it")
-                              : "; have yourself added to the group " + group.toStdString());
-    }
-    case QSerialPort::OpenError: return device.toStdString() + " is open already";
-    default: return device.toStdString() + ": " + system_text.toStdString();
+    case QSerialPort::DeviceNotFoundError: return OpenFailure(device, ENOENT);
+    // Who has no right has been told so before, where the system tells rights and use apart.
+    case QSerialPort::PermissionError: return PortInUse(device, {});
+    case QSerialPort::UnsupportedOperationError: return NoSerialPort(device);
+    default: return OpenFailure(device, EIO);
   }
+}
+
+/// Links are followed: the lock that keeps two programs off one line goes by the name.
+std::string Canonical(const std::string& device) {
+  const QString path = QString::fromStdString(device);
+  const QString canonical = QFileInfo(path).canonicalFilePath();
+  return (canonical.isEmpty() ? path : canonical).toStdString();
 }
 
 /// The device at the other end of the open line has not gone.
@@ -75,7 +72,7 @@ QtSerialPort::QtSerialPort(std::function<std::string(int)> device_for) : device_
 
 QtSerialPort::~QtSerialPort() {
   port_.disconnect(this);
-  port_.close();
+  Close();
 }
 
 void QtSerialPort::Settings(std::string_view parameters) {
@@ -90,22 +87,35 @@ void QtSerialPort::Settings(std::string_view parameters) {
 }
 
 std::optional<std::string> QtSerialPort::PortOpen(bool open) {
-  if (!open) {
-    port_.close();
-    received_.clear();
-    lost_ = false;
-    return std::nullopt;
-  }
-  const QString device = QString::fromStdString(device_for_(number_));
-  // The lock that keeps two programs off one line goes by the name, so links are followed first.
-  const QString canonical = QFileInfo(device).canonicalFilePath();
-  port_.setPortName(canonical.isEmpty() ? device : canonical);
+  if (open && port_.isOpen()) return device_ + " is open already";
+  Close();
   received_.clear();
   lost_ = false;
-  if (!port_.open(QIODevice::ReadWrite)) return Description(port_.error(), device, port_.errorString());
+  if (!open) return std::nullopt;
+  device_ = device_for_(number_);
+  const std::string canonical = Canonical(device_);
+  if (auto refusal = guard_.Take(device_, canonical)) return refusal;
+  port_.setPortName(QString::fromStdString(canonical));
+  if (!port_.open(QIODevice::ReadWrite)) {
+    guard_.Release();
+    return Description(port_.error(), device_);
+  }
+  if (auto refusal = guard_.Mark()) {
+    Close();
+    return refusal;
+  }
   // What was sent before the line was open belongs to nobody.
   port_.clear();
   return std::nullopt;
+}
+
+void QtSerialPort::Close() {
+  port_.close();
+  guard_.Release();
+}
+
+bool QtSerialPort::LeadsElsewhere() const {
+  return PortOpen() && !guard_.Has(Canonical(device_for_(number_)));
 }
 
 void QtSerialPort::RThreshold(int bytes) {
@@ -187,7 +197,7 @@ void QtSerialPort::Lose() {
   if (lost_ || !port_.isOpen()) return;
   lost_ = true;
   // Closing at once matters: until then Qt announces the failure some 100,000 times a second.
-  port_.close();
+  Close();
   QMetaObject::invokeMethod(
       this,
       [this] {

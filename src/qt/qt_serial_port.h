@@ -8,6 +8,7 @@
 #include <string>
 
 #include "platform/serial_port.h"
+#include "qt/port_guard.h"
 
 namespace tavlo {
 
@@ -26,6 +27,8 @@ class QtSerialPort : public QObject, public SerialPort {
   void Settings(std::string_view parameters) override;
   [[nodiscard]] std::optional<std::string> PortOpen(bool open) override;
   [[nodiscard]] bool PortOpen() const override { return port_.isOpen() && !lost_; }
+  [[nodiscard]] std::string Device() const override { return device_; }
+  [[nodiscard]] bool LeadsElsewhere() const override;
   void RThreshold(int bytes) override;
   [[nodiscard]] int RThreshold() const override { return threshold_; }
   void ParityReplace(std::string_view) override {}
@@ -45,9 +48,12 @@ class QtSerialPort : public QObject, public SerialPort {
   void Deliver();
   void Fail(QSerialPort::SerialPortError error);
   void Lose();
+  void Close();
 
   std::function<std::string(int)> device_for_;
   QSerialPort port_;
+  PortGuard guard_;
+  std::string device_;
   std::string received_;
   int number_ = 1;
   int threshold_ = 0;

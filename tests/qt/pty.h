@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <stdlib.h>
+#include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -48,6 +49,8 @@ class Pty {
     }
     return bytes;
   }
+  /// Lets others open the line that a killed program had for itself alone.
+  void EndExclusiveMode() const { ioctl(slave_, TIOCNXCL); }
   /// Pulls the cable.
   void Close() {
     if (slave_ >= 0) close(slave_);

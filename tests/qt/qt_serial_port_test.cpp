@@ -2,13 +2,21 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "qt/qt_serial_port.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
+#include <sys/ioctl.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 #include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
+#include <fstream>
 #include <thread>
 
+#include "qt/holding_process.h"
 #include "qt/pty.h"
 
 namespace tavlo::testing {
@@ -163,6 +171,96 @@ TEST_F(QtSerialPortTest, ASecondOpenOfTheSameLineIsRefusedAndSaysThatItIsInUse) 
   const auto error = second.PortOpen(true);
   ASSERT_TRUE(error.has_value());
   EXPECT_EQ(*error, line.Device() + " is in use by another program; close it there first");
+  EXPECT_FALSE(second.PortOpen());
+  EXPECT_TRUE(port.PortOpen());
+}
+
+TEST_F(QtSerialPortTest, ASecondProgramOnTheSameLineIsRefusedUnderAnyNameAndTold) {
+  const QTemporaryDir folder;
+  const std::string link = folder.filePath("comm1").toStdString();
+  ASSERT_EQ(symlink(line.Device().c_str(), link.c_str()), 0);
+  static_cast<void>(port.PortOpen(false));
+  for (const std::string& theirs : {line.Device(), link}) {
+    HoldingProcess rival([&theirs] {
+      static QtSerialPort other([&theirs](int) { return theirs; });
+      return other.PortOpen(true).value_or("open");
+    });
+    ASSERT_EQ(rival.Said(), "open");
+    for (const std::string& ours : {line.Device(), link}) {
+      QtSerialPort second([&ours](int) { return ours; });
+      EXPECT_EQ(second.PortOpen(true), ours + " is in use by " + rival.Name() + "; close it there first");
+    }
+    rival.End();
+    line.EndExclusiveMode();
+    EXPECT_EQ(port.PortOpen(true), std::nullopt) << "what a killed program leaves behind is no hindrance";
+    static_cast<void>(port.PortOpen(false));
+  }
+}
+
+TEST_F(QtSerialPortTest, TheLockOfALivingProgramStaysHoweverOldItIs) {
+  static_cast<void>(port.PortOpen(false));
+  HoldingProcess rival([] { return std::string("lives"); });
+  const std::string number = line.Device().substr(std::string("/dev/pts/").size());
+  for (const std::string& name : {"LCK.." + number, "LCK..pts_" + number}) {
+    const std::string file = std::string(kUucpLockFolder) + "/" + name;
+    if (!(std::ofstream(file) << "      " << rival.Pid() << "\n" << std::flush)) GTEST_SKIP() << file;
+    const timespec long_ago[2] = {{1000000000, 0}, {1000000000, 0}};
+    ASSERT_EQ(utimensat(AT_FDCWD, file.c_str(), long_ago, 0), 0);
+    EXPECT_EQ(port.PortOpen(true),
+              line.Device() + " is in use by " + rival.Name() + "; close it there first");
+    EXPECT_TRUE(QFile::exists(QString::fromStdString(file)));
+    unlink(file.c_str());
+  }
+}
+
+TEST_F(QtSerialPortTest, ThePortIsLockedInEveryWayWhileItIsOpenAndInNoneAfterwards) {
+  struct Seen {
+    bool locked;
+    bool exclusive;
+    bool has_lock_files;
+    bool operator==(const Seen&) const = default;
+  };
+  const auto look = [this] {
+    const int fd = open(line.Device().c_str(), O_RDWR | O_NOCTTY);
+    int exclusive = fd < 0;
+    if (fd >= 0) ioctl(fd, TIOCGEXCL, &exclusive);
+    const bool locked = fd < 0 || flock(fd, LOCK_EX | LOCK_NB) != 0;
+    close(fd);
+    const std::string number = line.Device().substr(std::string("/dev/pts/").size());
+    const std::string start = std::string(kUucpLockFolder) + "/LCK..";
+    const bool both =
+        access((start + number).c_str(), F_OK) == 0 && access((start + "pts_" + number).c_str(), F_OK) == 0;
+    return Seen{locked, exclusive != 0, both};
+  };
+  const bool can_lock = access(kUucpLockFolder, W_OK) == 0;
+  EXPECT_EQ(look(), (Seen{true, true, can_lock}));
+  static_cast<void>(port.PortOpen(false));
+  EXPECT_EQ(look(), (Seen{false, false, false}));
+  ASSERT_EQ(port.PortOpen(true), std::nullopt);
+  line.Close();
+  EXPECT_TRUE(QTest::qWaitFor([this] { return losses == 1; }));
+  EXPECT_FALSE(look().has_lock_files) << "a port that has gone leaves nothing behind";
+}
+
+TEST_F(QtSerialPortTest, NamesItsDeviceAndKnowsWhenItsNumberLeadsElsewhere) {
+  const QTemporaryDir folder;
+  const std::string link = folder.filePath("comm1").toStdString();
+  ASSERT_EQ(symlink(line.Device().c_str(), link.c_str()), 0);
+  static_cast<void>(port.PortOpen(false));
+  QtSerialPort linked([&link](int) { return link; });
+  EXPECT_EQ(linked.Device(), "");
+  EXPECT_FALSE(linked.LeadsElsewhere()) << "it is closed";
+  ASSERT_EQ(linked.PortOpen(true), std::nullopt);
+  EXPECT_EQ(linked.Device(), link);
+  EXPECT_FALSE(linked.LeadsElsewhere());
+  const Pty other;
+  unlink(link.c_str());
+  EXPECT_TRUE(linked.LeadsElsewhere()) << "it leads nowhere";
+  ASSERT_EQ(symlink(other.Device().c_str(), link.c_str()), 0);
+  EXPECT_TRUE(linked.LeadsElsewhere());
+  static_cast<void>(linked.PortOpen(false));
+  ASSERT_EQ(linked.PortOpen(true), std::nullopt);
+  EXPECT_FALSE(linked.LeadsElsewhere());
 }
 
 TEST_F(QtSerialPortTest, WhatWasSentBeforeTheOpenBelongsToNobody) {

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "qt/port_guard.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <termios.h>
+
+#include <cerrno>
+#include <utility>
+
+#include "qt/device_holder.h"
+#include "qt/open_failure.h"
+
+namespace tavlo {
+namespace {
+
+/// Its own process is no other program.
+std::string InUse(const std::string& device, const DeviceHolder& holder) {
+  return PortInUse(device, holder.pid == getpid() ? DeviceHolder() : holder);
+}
+
+std::string Held(const std::string& device, const UucpHold& hold) {
+  return hold.pid == 0 ? PortLocked(device, hold.file) : InUse(device, HolderNamed(hold.pid));
+}
+
+}  // namespace
+
+std::optional<std::string> PortGuard::Take(const std::string& device, const std::string& canonical) {
+  Release();
+  device_ = device;
+  canonical_ = canonical;
+  auto refusal = TryToTake();
+  if (refusal) Release();
+  return refusal;
+}
+
+std::optional<std::string> PortGuard::TryToTake() {
+  struct stat status {};
+  if (stat(canonical_.c_str(), &status) != 0) return OpenFailure(device_, errno);
+  if (!S_ISCHR(status.st_mode)) return NoSerialPort(device_);
+  if (const auto hold = locks_.FindHold({device_, canonical_})) return Held(device_, *hold);
+  line_ = FileDescriptor(open(canonical_.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+  if (!line_.Valid()) {
+    const int error = errno;
+    return error == EBUSY ? InUse(device_, FindOpener(status).value_or(DeviceHolder()))
+                          : OpenFailure(device_, error);
+  }
+  termios settings{};
+  if (tcgetattr(line_.Get(), &settings) != 0) return OpenFailure(device_, errno);
+  if (flock(line_.Get(), LOCK_EX | LOCK_NB) != 0) return InUse(device_, FindLocker(status));
+  if (const auto opener = FindOpener(status)) return InUse(device_, *opener);
+  return std::nullopt;
+}
+
+std::optional<std::string> PortGuard::Mark() {
+  const auto hold = locks_.Set(canonical_);
+  if (!hold) return std::nullopt;
+  const std::string refusal = Held(device_, *hold);
+  Release();
+  return refusal;
+}
+
+void PortGuard::Release() {
+  locks_.Release();
+  line_ = FileDescriptor();
+}
+
+bool PortGuard::Has(const std::string& canonical) const {
+  struct stat taken {};
+  struct stat now {};
+  return canonical == canonical_ && line_.Valid() && fstat(line_.Get(), &taken) == 0 &&
+         stat(canonical.c_str(), &now) == 0 && taken.st_rdev == now.st_rdev && taken.st_ino == now.st_ino;
+}
+
+}  // namespace tavlo
