@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "link/polled.h"
 #include "platform/number_format.h"
 
 namespace tavlo {
@@ -35,6 +36,12 @@ void CommError(Desk& desk, const std::string& text) {
 void SelectOptCom(Desk& desk, std::optional<int> index) {
   desk.source.OptCom = index;
   desk.view.HubChanged();
+}
+
+/// A line that has been deaf since no port could be opened, or since an upload failed, hears again. Any other
+/// threshold is kept.
+void HearAgain(SerialPort& port) {
+  if (port.RThreshold() == 0) port.RThreshold(1);
 }
 
 }  // namespace
@@ -70,21 +77,28 @@ void StartComm(Desk& desk) {
 
 void ClickOptCom(Desk& desk, int index) {
   Source& source = desk.source;
-  if (index == source.ComNum - 1) return;
   const std::int16_t old = source.ComNum;
-  source.ComNum = static_cast<std::int16_t>(index + 1);
+  const std::int16_t chosen = static_cast<std::int16_t>(index + 1);
+  if (chosen == old && desk.Comm1.PortOpen() && !desk.Comm1.LeadsElsewhere()) return;
+  source.ComNum = chosen;
   SelectOptCom(desk, index);
   if (desk.Comm1.PortOpen()) static_cast<void>(desk.Comm1.PortOpen(false));
-  if (!OpenPort(desk.Comm1, source.ComNum)) return;
-  MsgBox(desk, {.text = "COM port " + Joined(source.ComNum) + " is not available.",
+  // What one line has begun to say does not go on on another.
+  DropInput(desk);
+  if (!OpenPort(desk.Comm1, chosen)) return HearAgain(desk.Comm1);
+  MsgBox(desk, {.text = "COM port " + Joined(chosen) + " is not available.",
                 .title = "COM Error",
                 .icon = Icon::Exclamation});
-  source.ComNum = old;
+  source.ComNum = 0;
   if (old == 0) {
     SelectOptCom(desk, std::nullopt);
     return;
   }
-  if (OpenPort(desk.Comm1, old)) source.ComNum = 0;
+  // With no number the choice stands for a port that is not open, so that it can be clicked again.
+  if (chosen != old && !OpenPort(desk.Comm1, old)) {
+    source.ComNum = old;
+    HearAgain(desk.Comm1);
+  }
   SelectOptCom(desk, old - 1);
 }
 

@@ -169,6 +169,42 @@ TEST(ClickOptCom, ThePortInUseIsNotClosed) {
   EXPECT_TRUE(d.boxes.shown.empty());
 }
 
+TEST(ClickOptCom, ThePortInUseIsOpenedAgainWhenItIsClosed) {
+  FakeDesk d;
+  d.port.is_open = false;
+  ClickOptCom(d.desk, 0);
+  EXPECT_EQ(d.port.log, std::vector<std::string>{"open 1"});
+  EXPECT_TRUE(d.port.PortOpen());
+  EXPECT_EQ(d.source.ComNum, 1);
+  EXPECT_EQ(d.source.OptCom, 0);
+  EXPECT_TRUE(d.boxes.shown.empty());
+}
+
+TEST(ClickOptCom, ThePortInUseIsOpenedAgainWhenItsNumberLeadsToAnotherDevice) {
+  FakeDesk d;
+  d.port.leads_elsewhere = true;
+  ClickOptCom(d.desk, 0);
+  EXPECT_EQ(d.port.log, (std::vector<std::string>{"close 1", "open 1"}));
+  EXPECT_EQ(d.source.ComNum, 1);
+  EXPECT_TRUE(d.boxes.shown.empty());
+}
+
+TEST(ClickOptCom, ThePortInUseThatDoesNotOpenAgainIsTriedOnceAndToldOnceAndCanBeClickedAgain) {
+  FakeDesk d;
+  d.port.is_open = false;
+  d.port.open_errors[1] = "Reason";
+  ClickOptCom(d.desk, 0);
+  const std::vector<ShownBox> expected = {
+      {"COM port 1 is not available.", "COM Error", Buttons::OK, Icon::Exclamation}};
+  EXPECT_EQ(d.boxes.shown, expected);
+  EXPECT_EQ(d.port.log, std::vector<std::string>{"open 1"});
+  EXPECT_EQ(d.source.OptCom, 0);
+  d.port.open_errors.clear();
+  ClickOptCom(d.desk, 0);
+  EXPECT_TRUE(d.port.PortOpen());
+  EXPECT_EQ(d.source.ComNum, 1);
+}
+
 TEST(ClickOptCom, AnotherPortIsOpenedAfterTheOldOneWasClosed) {
   FakeDesk d;
   ClickOptCom(d.desk, 3);
@@ -180,12 +216,63 @@ TEST(ClickOptCom, AnotherPortIsOpenedAfterTheOldOneWasClosed) {
   EXPECT_TRUE(d.boxes.shown.empty());
 }
 
-TEST(ClickOptCom, TheThresholdAndTheParityReplacementAreNotSetAgain) {
+TEST(ClickOptCom, WhatTheOldLineHasBegunToSayDoesNotGoOnOnTheNewOne) {
   FakeDesk d;
-  d.port.threshold = 3;
-  ClickOptCom(d.desk, 1);
-  EXPECT_TRUE(d.port.thresholds.empty());
-  EXPECT_EQ(d.port.parity_replace, std::nullopt);
+  d.source.received = "old";
+  d.source.InMsg = true;
+  d.source.MsgBuf = "\xFE\x01";
+  ClickOptCom(d.desk, 3);
+  EXPECT_FALSE(d.source.InMsg);
+  EXPECT_EQ(d.source.MsgBuf, "");
+  EXPECT_EQ(d.source.received, "");
+}
+
+TEST(ClickOptCom, TheThresholdOfALineThatHearsAndTheParityReplacementAreNotSetAgain) {
+  for (const int threshold : {1, 3}) {
+    FakeDesk d;
+    d.port.threshold = threshold;
+    ClickOptCom(d.desk, 1);
+    EXPECT_TRUE(d.port.thresholds.empty()) << threshold;
+    EXPECT_EQ(d.port.parity_replace, std::nullopt);
+  }
+}
+
+TEST(ClickOptCom, ALineThatWasDeafHearsFromThePortThatOpens) {
+  struct Row {
+    const char* what;
+    int clicked;
+    bool open_before;
+    std::initializer_list<int> refused;
+    int heard;
+  };
+  const std::vector<Row> rows = {
+      {"another port", 3, true, {}, 1},
+      {"the same port, closed meanwhile", 0, false, {}, 1},
+      {"the old port, after another was refused", 4, true, {5}, 1},
+      {"no port at all", 4, true, {1, 5}, 0},
+  };
+  for (const Row& row : rows) {
+    FakeDesk d;
+    d.port.threshold = 0;
+    d.port.is_open = row.open_before;
+    for (const int number : row.refused) d.port.open_errors[number] = "Reason";
+    ClickOptCom(d.desk, row.clicked);
+    EXPECT_EQ(d.port.RThreshold(), row.heard) << row.what;
+  }
+}
+
+TEST(ClickOptCom, AfterNoOpenPortTheFirstPortThatOpensHearsAGreeting) {
+  StartingDesk d;
+  d.FailPorts({1, 2, 3, 4, 5, 6, 7, 8});
+  StartComm(d.desk);
+  ASSERT_EQ(d.boxes.shown.back(), kNoPortBox);
+  d.port.open_errors.clear();
+  ClickOptCom(d.desk, 2);
+  EXPECT_EQ(d.port.RThreshold(), 1);
+  int heard = 0;
+  d.port.OnComm = [&heard] { ++heard; };
+  d.port.Receive("x");
+  EXPECT_EQ(heard, 1);
 }
 
 TEST(ClickOptCom, ARefusedChoiceSelectsTheOldPortAgainWithOneMessage) {

@@ -41,6 +41,7 @@ class FakePort : public SerialPort {
     return std::nullopt;
   }
   [[nodiscard]] bool PortOpen() const override { return is_open; }
+  [[nodiscard]] bool LeadsElsewhere() const override { return leads_elsewhere; }
   void RThreshold(int bytes) override {
     threshold = bytes;
     thresholds.push_back(bytes);
@@ -89,6 +90,7 @@ class FakePort : public SerialPort {
   std::map<int, std::string> open_errors;
   int number = 1;
   bool is_open = true;
+  bool leads_elsewhere = false;
   int threshold = 1;
   std::vector<int> thresholds;
   std::string settings;
