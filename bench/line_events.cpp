@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "platform/services.h"
+#include "qt/comm_devices.h"
 #include "qt/gui/gui_services.h"
 #include "qt/qt_serial_port.h"
 #include "qt/qt_services.h"
@@ -78,8 +79,8 @@ int main(int argc, char** argv) {
   tavlo::GuiFileDialogs dialogs;
   tavlo::QtFileStore files;
   NoSettings settings;
-  tavlo::ComposerWindows windows(
-      {port, boxes, clock, loop, beeper, settings, dialogs, files, [](int) { return QString(); }});
+  tavlo::QtCommDevices comms;
+  tavlo::ComposerWindows windows({port, boxes, clock, loop, beeper, settings, dialogs, files, comms});
   windows.Main().Begin(windows.Handlers());
   windows.Main().show();
   PaintCounter counter;

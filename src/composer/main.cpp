@@ -9,7 +9,6 @@
 #include "composer/look.h"
 #include "qt/comm_devices.h"
 #include "qt/gui/gui_services.h"
-#include "qt/gui/shown_text.h"
 #include "qt/qt_serial_port.h"
 #include "qt/qt_services.h"
 #include "windows/composer_windows.h"
@@ -37,9 +36,8 @@ int main(int argc, char** argv) {
   tavlo::QtSettingsStore settings;
   tavlo::GuiFileDialogs dialogs;
   tavlo::QtFileStore files;
-  const auto windows =
-      tavlo::StartUp({port, boxes, clock, loop, beeper, settings, dialogs, files,
-                      [](int number) { return tavlo::FromPath(tavlo::CommDeviceFor(number)); }});
+  tavlo::QtCommDevices comms;
+  const auto windows = tavlo::StartUp({port, boxes, clock, loop, beeper, settings, dialogs, files, comms});
   // Not quit(), which would ask every window once more whether it may be closed.
   QObject::connect(&windows->Main(), &tavlo::LongForm::Ended, &application,
                    [] { QCoreApplication::exit(0); });

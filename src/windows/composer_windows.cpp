@@ -21,7 +21,7 @@ constexpr int kWindowIconSize = 64;
 // The run windows and the three panes are children of the main window and stand behind it here, so that they
 // are gone before it is.
 ComposerWindows::ComposerWindows(const Outside& outside)
-    : main_(source_, outside.device_for),
+    : main_(source_, outside.comms),
       run_(&main_, [this](bool hold) { main_.HoldCommands(hold ? Hold::Run : Hold::None); }),
       terminal_(&main_),
       downbox_(QStringLiteral("downbox"), QStringLiteral("Downloading the program to the hub"),

@@ -2,11 +2,11 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #pragma once
 
-#include <QString>
 #include <functional>
 #include <memory>
 
 #include "desk/desk.h"
+#include "platform/comm_devices.h"
 #include "windows/held_enter.h"
 #include "windows/long_form.h"
 #include "windows/run_windows.h"
@@ -25,8 +25,7 @@ struct Outside {
   SettingsStore& settings;
   FileDialogs& dialogs;
   FileStore& files;
-  /// The device of a port number, as the operator knows it.
-  std::function<QString(int)> device_for;
+  CommDevices& comms;
 };
 
 /// A session of the desktop program: its state, its windows, and the desk that the handlers work on. The

@@ -57,12 +57,12 @@ QString WhyHeld(Hold hold) {
 
 }  // namespace
 
-LongForm::LongForm(Source& source, const std::function<QString(int)>& device_for)
+LongForm::LongForm(Source& source, CommDevices& comms)
     : source_(source),
       commands_(new CommandBar(this)),
       grid_(new ProgramGrid(source, this)),
       side_(new QWidget(this)),
-      hub_(new HubPanel(device_for, side_)),
+      hub_(new HubPanel(comms, side_)),
       drives_(new DrivesPanel(side_)),
       limits_(new LimitsPanel(side_)) {
   setObjectName(QStringLiteral("LongForm"));

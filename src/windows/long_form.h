@@ -3,9 +3,9 @@
 #pragma once
 
 #include <QWidget>
-#include <functional>
 
 #include "desk/desk.h"
+#include "platform/comm_devices.h"
 
 namespace tavlo {
 
@@ -24,8 +24,7 @@ class LongForm : public QWidget, public ProgramView {
   Q_OBJECT
 
  public:
-  /// `device_for` names the device of a port number.
-  LongForm(Source& source, const std::function<QString(int)>& device_for);
+  LongForm(Source& source, CommDevices& comms);
   ~LongForm() override;
 
   /// The load of the window: gives the session its start, opens the port and fills the grid. May show boxes

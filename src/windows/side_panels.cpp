@@ -9,14 +9,12 @@
 #include <QGridLayout>
 #include <QLineEdit>
 #include <QPainter>
-#include <QRadioButton>
 #include <QSignalBlocker>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "desk/main_window.h"
-#include "link/com_port.h"
 #include "qt/gui/shown_text.h"
 #include "windows/row_text.h"
 
@@ -53,10 +51,18 @@ QFormLayout* MakeForm() {
   return form;
 }
 
+/// The operator turns to the choice of port. Where the system does not tell what comes and goes, this is when
+/// it has to be looked for.
+bool OperatorLooks(QEvent::Type type) {
+  return type == QEvent::Show || type == QEvent::Enter || type == QEvent::FocusIn ||
+         type == QEvent::ToolTip || type == QEvent::WindowActivate;
+}
+
 }  // namespace
 
-HubPanel::HubPanel(const std::function<QString(int)>& device_for, QWidget* parent)
+HubPanel::HubPanel(CommDevices& comms, QWidget* parent)
     : QGroupBox(QStringLiteral("Hub"), parent),
+      comms_(comms),
       model_list_(MakeList("ModelList", this)),
       drive_version_(new QLabel(this)),
       opt_com_(new QButtonGroup(this)) {
@@ -69,17 +75,36 @@ HubPanel::HubPanel(const std::function<QString(int)>& device_for, QWidget* paren
   auto* ports = new QGridLayout;
   ports->setVerticalSpacing(2);
   for (int i = 0; i < kPorts; ++i) {
-    auto* option = new QRadioButton(QStringLiteral("Comm &%1").arg(i + 1), this);
-    option->setObjectName(QStringLiteral("OptCom%1").arg(i));
-    option->setToolTip(device_for(i + 1));
-    opt_com_->addButton(option, i);
-    ports->addWidget(option, i % kPortRows, i / kPortRows);
+    options_[i] = new CommOption(i, this);
+    options_[i]->installEventFilter(this);
+    opt_com_->addButton(options_[i], i);
+    ports->addWidget(options_[i], i % kPortRows, i / kPortRows);
   }
   auto* column = new QVBoxLayout(this);
   column->addLayout(form);
   column->addLayout(ports);
   connect(model_list_, &QComboBox::currentIndexChanged, this, &HubPanel::ModelChosen);
   connect(opt_com_, &QButtonGroup::idClicked, this, &HubPanel::PortChosen);
+  comms_.OnChange = [this] { LookAgain(); };
+  LookAgain();
+}
+
+HubPanel::~HubPanel() {
+  comms_.OnChange = nullptr;
+}
+
+void HubPanel::LookAgain() {
+  for (int i = 0; i < kPorts; ++i) options_[i]->Show(comms_.Look(i + 1));
+}
+
+bool HubPanel::event(QEvent* event) {
+  if (OperatorLooks(event->type())) LookAgain();
+  return QGroupBox::event(event);
+}
+
+bool HubPanel::eventFilter(QObject* watched, QEvent* event) {
+  if (OperatorLooks(event->type())) LookAgain();
+  return QGroupBox::eventFilter(watched, event);
 }
 
 void HubPanel::Show(const Source& source) {

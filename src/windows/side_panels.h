@@ -6,10 +6,12 @@
 #include <QLabel>
 #include <QString>
 #include <array>
-#include <functional>
 
 #include "desk/desk.h"
 #include "desk/grid.h"
+#include "link/com_port.h"
+#include "platform/comm_devices.h"
+#include "windows/comm_option.h"
 
 class QButtonGroup;
 class QComboBox;
@@ -24,18 +26,28 @@ class HubPanel : public QGroupBox {
   Q_OBJECT
 
  public:
-  /// `device_for` names the device of a port number, for the tool tips.
-  HubPanel(const std::function<QString(int)>& device_for, QWidget* parent);
+  /// `comms` must outlive it.
+  HubPanel(CommDevices& comms, QWidget* parent);
+  ~HubPanel() override;
   void Show(const Source& source);
 
  signals:
   void ModelChosen(int index);
   void PortChosen(int index);
 
+ protected:
+  bool event(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
+  /// Shows which devices are there now.
+  void LookAgain();
+
+  CommDevices& comms_;
   QComboBox* model_list_;
   QLabel* drive_version_;
   QButtonGroup* opt_com_;
+  std::array<CommOption*, kPorts> options_{};
 };
 
 /// `LblDriveDesc`: one row of the axis summary. Its text is the whole row; it is drawn in columns.

@@ -12,6 +12,7 @@
 
 #include "desk/desk.h"
 #include "desk/main_window.h"
+#include "platform/comm_devices.h"
 
 namespace tavlo::testing {
 
@@ -225,6 +226,17 @@ class FakeLoading : public LoadingForm {
   void Show() override { log.emplace_back("show"); }
   void Hide() override { log.emplace_back("hide"); }
   std::vector<std::string> log;
+};
+
+/// A device behind each Comm, until the test says otherwise.
+class FakeComms : public CommDevices {
+ public:
+  [[nodiscard]] CommDevice Look(int number) const override {
+    const auto found = devices.find(number);
+    return found == devices.end() ? CommDevice{"/dev/line" + std::to_string(number), true, ""}
+                                  : found->second;
+  }
+  std::map<int, CommDevice> devices;
 };
 
 class FakeBeeper : public Beeper {

@@ -76,16 +76,6 @@ TEST(LongForm, ComesUpWithoutAnyPortAndEditsAllTheSame) {
   EXPECT_EQ(session.Session().rows[0].desc, "Go to line 1");
 }
 
-TEST(LongForm, EachPortNamesItsDevice) {
-  RunningSession session;
-  for (int i = 0; i < 8; ++i) {
-    auto* option = session.Main().findChild<QRadioButton*>(QStringLiteral("OptCom%1").arg(i));
-    ASSERT_NE(option, nullptr) << i;
-    EXPECT_EQ(option->toolTip(), QStringLiteral("/dev/line%1").arg(i + 1));
-    EXPECT_EQ(option->group()->id(option), i);
-  }
-}
-
 TEST(LongForm, ChoosingAPortOpensItAndARefusedOneGoesBack) {
   RunningSession session;
   Click(session, "OptCom2");

@@ -27,10 +27,8 @@ struct WindowSession {
   }
 
   [[nodiscard]] Outside Services() {
-    return {
-        fakes.port,    fakes.boxes,  fakes.clock,
-        fakes.loop,    fakes.beeper, fakes.settings,
-        fakes.dialogs, fakes.files,  [](int number) { return QStringLiteral("/dev/line%1").arg(number); }};
+    return {fakes.port,     fakes.boxes,   fakes.clock, fakes.loop, fakes.beeper,
+            fakes.settings, fakes.dialogs, fakes.files, comms};
   }
 
   /// Loads and shows the main window.
@@ -66,6 +64,7 @@ struct WindowSession {
   }
 
   FakeDesk fakes;
+  FakeComms comms;
   std::unique_ptr<ComposerWindows> windows;
 };
 

@@ -25,8 +25,7 @@ class Session {
  public:
   explicit Session(const QString& device)
       : port_([device](int number) { return number == 1 ? device.toStdString() : "/nowhere"; }),
-        windows_({port_, boxes, clock_, loop_, beeper_, settings_, dialogs, files_,
-                  [device](int) { return device; }}) {
+        windows_({port_, boxes, clock_, loop_, beeper_, settings_, dialogs, files_, comms_}) {
     windows_.Main().Begin(windows_.Handlers());
     windows_.Main().show();
     QCoreApplication::processEvents();
@@ -55,6 +54,7 @@ class Session {
   FakeBeeper beeper_;
   FakeSettings settings_;
   QtFileStore files_;
+  FakeComms comms_;
   ComposerWindows windows_;
 };
 
