@@ -34,6 +34,10 @@ void Console::Result(std::string_view row) {
   environment_.out << row << '\n' << std::flush;
 }
 
+void Console::ResultPort(const OpenedPort& opened) {
+  if (!opened.Text().empty()) Result("Port: " + ShownMessage(opened.Text()));
+}
+
 void Console::Message(std::string_view text) {
   Status("");
   environment_.err << ShownMessage(text) << '\n' << std::flush;

@@ -20,6 +20,8 @@ class Console {
 
   /// One row of the result, in UTF-8. Leaves at once, for whoever reads along.
   void Result(std::string_view row);
+  /// The row of a result that tells which device the Comm stood for.
+  void ResultPort(const OpenedPort& opened);
   /// False once a result could not be written.
   [[nodiscard]] bool ResultsArrive() const { return environment_.out.good(); }
 

@@ -85,6 +85,10 @@ std::unique_ptr<HubLine> OpenLine(Environment& environment, Console& console, co
     console.Note("cannot open " + port.Label() + ": " + *error);
     return nullptr;
   }
+  line->opened = {port.Label(), serial.Device()};
+  if (const std::string doubt = line->Doubt(); !doubt.empty()) {
+    console.Note(port.Label() + " is " + serial.Device() + ": " + doubt);
+  }
   serial.RThreshold(1);
   serial.ParityReplace("");
   return line;
@@ -98,7 +102,10 @@ bool IsKnownHub(Console& console, std::string_view identity) {
 }
 
 ExitCode HubFailure(Console& console, HubLine& line) {
-  if (line.Port().PortOpen()) return ExitCode::Hub;
+  if (line.Port().PortOpen()) {
+    if (!line.opened.Text().empty()) console.Note("the port is " + line.opened.Text());
+    return ExitCode::Hub;
+  }
   console.Note("the port has gone; check the cable");
   return ExitCode::Port;
 }

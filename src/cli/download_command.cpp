@@ -58,7 +58,7 @@ class DownloadCommand : public Command {
       const auto result = Download(on.desk);
       const ExitCode code = result ? ExitOf(*result) : ExitCode::Hub;
       if (code == ExitCode::Hub) return HubFailure(console, on.line);
-      if (code == ExitCode::Done) PrintProof(console, on.own);
+      if (code == ExitCode::Done) PrintProof(console, on.own, on.line.opened);
       return code;
     } catch (const Interrupted&) {
       if (on.own.progress.Started()) {
@@ -69,22 +69,24 @@ class DownloadCommand : public Command {
   }
 
   /// What the hub has confirmed: compiling once more gives the very bytes that were sent.
-  void PrintProof(Console& console, ConsoleDesk& desk) const {
+  void PrintProof(Console& console, ConsoleDesk& desk, const OpenedPort& opened) const {
     Program& program = desk.desk.program();
     const double seconds = desk.progress.Seconds();
     const CompiledProgram compiled = CompileProgram(program);
     const std::string firmware = VersionText(program.HubVersion);
     if (json_) {
-      console.Result(JsonLine({{"firmware", Val(firmware)},
-                               {"model", kHubModels[program.HubIndex].name},
-                               {"bytes", desk.progress.BytesDone()},
-                               {"checksum", compiled.checksum},
-                               {"seconds", std::round(seconds * 1000) / 1000}}));
+      console.Result(JsonLine(WithPort({{"firmware", Val(firmware)},
+                                        {"model", kHubModels[program.HubIndex].name},
+                                        {"bytes", desk.progress.BytesDone()},
+                                        {"checksum", compiled.checksum},
+                                        {"seconds", std::round(seconds * 1000) / 1000}},
+                                       opened)));
       return;
     }
     console.Result("Downloaded " + Joined(desk.progress.BytesDone()) + " bytes to the " +
                    std::string(kHubModels[program.HubIndex].name) + ", firmware " + firmware +
                    "; it confirms the sum " + Joined(compiled.checksum));
+    console.ResultPort(opened);
   }
 
   std::string path_;

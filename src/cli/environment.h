@@ -37,6 +37,25 @@ struct PortName {
   [[nodiscard]] std::string Label() const { return comm != 0 ? "Comm " + std::to_string(comm) : device; }
 };
 
+/// Where a line leads.
+struct OpenedPort {
+  /// As the operator named it: "Comm 1", or a device.
+  std::string port;
+  /// The device behind that; empty for a line that has none.
+  std::string device;
+
+  /// "Comm 1 (/dev/ttyUSB0)"; empty where the operator has named the device, and for a line without one.
+  [[nodiscard]] std::string Text() const {
+    return device.empty() || device == port ? std::string() : port + " (" + device + ")";
+  }
+};
+
+/// " on Comm 1 (/dev/ttyUSB0)", for a sentence; empty where Text() is.
+[[nodiscard]] inline std::string On(const OpenedPort& opened) {
+  const std::string text = opened.Text();
+  return text.empty() ? text : " on " + text;
+}
+
 /// The line to the hub and the time that goes with it. Waits of its port and Yield() of its loop throw
 /// Interrupted once the operator has interrupted.
 class HubLine {
@@ -50,6 +69,10 @@ class HubLine {
   virtual void Wait(double seconds, const Feed* feed) = 0;
   void Wait(double seconds) { Wait(seconds, nullptr); }
   [[nodiscard]] virtual bool IsInterrupted() const = 0;
+  /// Why the Comm may stand for another device elsewhere; empty where it does not.
+  [[nodiscard]] virtual std::string Doubt() const { return {}; }
+  /// Where it leads since it was opened.
+  OpenedPort opened;
   /// Every byte both ways: `out` for what goes to the hub.
   std::function<void(bool out, std::string_view bytes)> OnTraffic;
 };

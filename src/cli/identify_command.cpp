@@ -52,9 +52,10 @@ class IdentifyCommand : public Command {
     const auto report = AskHub(on->desk, console);
     if (!report) return HubFailure(console, on->line);
     if (json_) {
-      console.Result(JsonLine(AsJson(*report)));
+      console.Result(JsonLine(WithPort(AsJson(*report), on->line.opened)));
     } else {
       Print(console, *report);
+      console.ResultPort(on->line.opened);
     }
     return ExitCode::Done;
   }

@@ -5,6 +5,8 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "cli/environment.h"
+
 namespace tavlo::cli {
 
 /// Keeps the keys in the order in which they are documented.
@@ -13,6 +15,12 @@ using Json = nlohmann::ordered_json;
 /// One line of UTF-8. Bytes of a file name that are none show as U+FFFD.
 [[nodiscard]] inline std::string JsonLine(const Json& json) {
   return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+/// Adds where the line leads, for a line that leads to a device.
+[[nodiscard]] inline Json WithPort(Json json, const OpenedPort& opened) {
+  if (!opened.device.empty()) json.update({{"port", opened.port}, {"device", opened.device}});
+  return json;
 }
 
 /// A version as its two places read: 38 is 1.38.

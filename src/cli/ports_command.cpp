@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
 #include <CLI/CLI.hpp>
-#include <filesystem>
 
 #include "cli/command.h"
 #include "cli/console.h"
@@ -12,11 +11,6 @@
 
 namespace tavlo::cli {
 namespace {
-
-bool Exists(const std::string& device) {
-  std::error_code error;
-  return std::filesystem::exists(device, error);
-}
 
 class PortsCommand : public Command {
  public:
@@ -30,12 +24,13 @@ class PortsCommand : public Command {
     Console console(environment);
     Json ports = Json::array();
     for (int comm = 1; comm <= kPorts; ++comm) {
-      const std::string device = CommDeviceFor(comm);
-      const bool exists = Exists(device);
-      ports.push_back({{"comm", comm}, {"device", device}, {"exists", exists}});
-      if (!json_) {
-        console.Result(PortName{comm, ""}.Label() + '\t' + device + '\t' + (exists ? "there" : "missing"));
-      }
+      const CommDevice at = LookAtComm(comm);
+      Json port = {{"comm", comm}, {"device", at.device}, {"exists", at.there}};
+      if (!at.doubt.empty()) port["doubt"] = at.doubt;
+      ports.push_back(port);
+      const std::string label = PortName{comm, ""}.Label();
+      if (!json_) console.Result(label + '\t' + at.device + '\t' + (at.there ? "there" : "missing"));
+      if (!at.doubt.empty()) console.Note(label + ": " + at.doubt);
     }
     if (json_) console.Result(JsonLine({{"ports", ports}}));
     return ExitCode::Done;

@@ -46,7 +46,8 @@ class InterruptibleLoop : public QtEventLoop {
 class QtLine : public HubLine {
  public:
   explicit QtLine(const PortName& name)
-      : application_(argument_count_, arguments_.data()),
+      : name_of_port_(name),
+        application_(argument_count_, arguments_.data()),
         port_([name](int number) { return name.comm != 0 ? CommDeviceFor(number) : name.device; }) {
     port_.OnTraffic = [this](bool out, std::string_view bytes) {
       if (OnTraffic) OnTraffic(out, bytes);
@@ -57,6 +58,9 @@ class QtLine : public HubLine {
   [[nodiscard]] Clock& Time() override { return clock_; }
   [[nodiscard]] EventLoop& Loop() override { return loop_; }
   [[nodiscard]] bool IsInterrupted() const override { return Interrupts::Pending(); }
+  [[nodiscard]] std::string Doubt() const override {
+    return name_of_port_.comm != 0 ? LookAtComm(name_of_port_.comm).doubt : std::string();
+  }
 
   void Wait(double seconds, const Feed* feed) override {
     if (IsInterrupted() || !port_.PortOpen() || port_.InBufferCount() > 0) return;
@@ -79,6 +83,7 @@ class QtLine : public HubLine {
   }
 
  private:
+  PortName name_of_port_;
   Interrupts interrupts_;
   int argument_count_ = 1;
   std::array<char, 6> name_ = {"tavlo"};

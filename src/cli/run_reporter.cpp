@@ -106,10 +106,10 @@ void RunReporter::Fault(const ServoFaultPanel& panel) {
                             {"alarms", alarms}}));
 }
 
-void RunReporter::End(RunEnd end) {
+void RunReporter::End(RunEnd end, const OpenedPort& opened) {
   if (!json_ || end == RunEnd::None) return;
-  console_.Result(
-      JsonLine({{"event", "ended"}, {"seconds", Rounded(watch_.Seconds())}, {"reason", ReasonOf(end)}}));
+  console_.Result(JsonLine(WithPort(
+      {{"event", "ended"}, {"seconds", Rounded(watch_.Seconds())}, {"reason", ReasonOf(end)}}, opened)));
 }
 
 }  // namespace tavlo::cli

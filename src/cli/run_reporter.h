@@ -47,7 +47,7 @@ class RunReporter {
   void StatusChanged(int axis) { status_changed_[axis] = true; }
   /// A fault of a drive; as JSON only, for in words it is a message.
   void Fault(const ServoFaultPanel& panel);
-  void End(RunEnd end);
+  void End(RunEnd end, const OpenedPort& opened);
 
  private:
   Console& console_;

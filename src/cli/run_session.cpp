@@ -76,7 +76,7 @@ void RunSession::ShowModal(RunWindow window) {
   active_ = window;
   // Without its file the hub's program is known by its drives alone.
   if (!options_.program_known) desk_->program().Axis.DriveModel = desk_->source.HubDrives;
-  console_.Note("the program runs; Ctrl-C stops it");
+  console_.Note("the program runs" + On(line_.opened) + "; Ctrl-C stops it");
   watch_.Restart();
   reporter_.Start();
   input_.Begin(*desk_, window);
@@ -88,7 +88,7 @@ void RunSession::ShowModal(RunWindow window) {
   if (hub_runs_on) StopRun(*desk_, window);
   active_ = RunWindow::None;
   PrintChanges();
-  reporter_.End(end_);
+  reporter_.End(end_, line_.opened);
 }
 
 RunEnd RunSession::WatchUntilInterrupted() {

@@ -55,7 +55,8 @@ class TerminalCommand : public Command {
     }
     TerminalSession session(environment, on->line, on->desk, {wait_seconds_.value_or(kWaitSeconds), json_});
     on->desk.terminal = &session;
-    console.Note("the drive terminal is open; the end of input or Ctrl-C closes it");
+    console.Note("the drive terminal is open" + On(on->line.opened) +
+                 "; the end of input or Ctrl-C closes it");
     return ExitOf(session.Run(), console);
   }
 

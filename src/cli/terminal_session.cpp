@@ -67,7 +67,7 @@ TerminalEnd TerminalSession::Run() {
     end = TerminalEnd::Interrupted;
   }
   FlushReceived();
-  if (options_.json) PrintEvent("ended", "reason", ReasonOf(end));
+  if (options_.json) PrintEvent("ended", "reason", ReasonOf(end), line_.opened);
   return end;
 }
 
@@ -174,9 +174,11 @@ void TerminalSession::FlushReceived() {
   if (!received_.empty()) PrintEvent("received", "text", std::exchange(received_, {}));
 }
 
-void TerminalSession::PrintEvent(std::string_view event, std::string_view key, std::string_view value) {
+void TerminalSession::PrintEvent(std::string_view event, std::string_view key, std::string_view value,
+                                 const OpenedPort& opened) {
   const double seconds = std::round(since_start_.Seconds() * 1000) / 1000;
-  console_.Result(JsonLine({{"event", event}, {"seconds", seconds}, {std::string(key), value}}));
+  console_.Result(
+      JsonLine(WithPort({{"event", event}, {"seconds", seconds}, {std::string(key), value}}, opened)));
 }
 
 }  // namespace tavlo::cli

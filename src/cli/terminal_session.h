@@ -42,7 +42,8 @@ class TerminalSession : public TerminalView {
   void Send(const std::string& command);
   void WaitForSomething();
   void PrintReceived(std::string_view text);
-  void PrintEvent(std::string_view event, std::string_view key, std::string_view value);
+  void PrintEvent(std::string_view event, std::string_view key, std::string_view value,
+                  const OpenedPort& opened = {});
   void FlushReceived();
 
   Environment& environment_;

@@ -52,7 +52,7 @@ class UploadCommand : public Command {
     if (code != ExitCode::Done) return code;
     const double seconds = on->own.progress.Seconds();
     if (!SaveProgram(source, console, path_)) return ExitCode::File;
-    PrintProof(console, source.program, seconds);
+    PrintProof(console, source.program, seconds, on->line.opened);
     return ExitCode::Done;
   }
 
@@ -67,20 +67,22 @@ class UploadCommand : public Command {
     }
   }
 
-  void PrintProof(Console& console, const Program& program, double seconds) const {
+  void PrintProof(Console& console, const Program& program, double seconds, const OpenedPort& opened) const {
     const std::string firmware = VersionText(program.HubVersion);
     const std::string_view model = kHubModels[program.HubIndex].name;
     const int lines = LinesInUse(program);
     if (json_) {
-      console.Result(JsonLine({{"firmware", Val(firmware)},
-                               {"model", model},
-                               {"lines", lines},
-                               {"file", path_},
-                               {"seconds", std::round(seconds * 1000) / 1000}}));
+      console.Result(JsonLine(WithPort({{"firmware", Val(firmware)},
+                                        {"model", model},
+                                        {"lines", lines},
+                                        {"file", path_},
+                                        {"seconds", std::round(seconds * 1000) / 1000}},
+                                       opened)));
       return;
     }
     console.Result("Uploaded " + Joined(lines) + (lines == 1 ? " line" : " lines") + " from the " +
                    std::string(model) + ", firmware " + firmware + ", to " + ShownMessage(path_));
+    console.ResultPort(opened);
   }
 
   std::string path_;

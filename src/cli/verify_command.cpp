@@ -58,7 +58,7 @@ class VerifyCommand : public Command {
     Program& program = source.program;
     try {
       const CompiledProgram compiled = CompileAsDownloaded(program);
-      return Tell(console, CompareWithHub(program, compiled, hub.image));
+      return Tell(console, CompareWithHub(program, compiled, hub.image), on->line.opened);
     } catch (const EncodeError& error) {
       console.Message(error.what());
       return ExitCode::Refused;
@@ -76,11 +76,12 @@ class VerifyCommand : public Command {
     return reading;
   }
 
-  [[nodiscard]] ExitCode Tell(Console& console, const Comparison& found) const {
+  [[nodiscard]] ExitCode Tell(Console& console, const Comparison& found, const OpenedPort& opened) const {
     if (json_) {
-      console.Result(JsonLine(AsJson(found)));
+      console.Result(JsonLine(WithPort(AsJson(found), opened)));
     } else {
       Print(console, found);
+      console.ResultPort(opened);
     }
     return found.Same() ? ExitCode::Done : ExitCode::Differs;
   }

@@ -41,6 +41,7 @@ class SimHub {
       if (open && sim_.open_error) return sim_.open_error;
       return SimPort::PortOpen(open);
     }
+    [[nodiscard]] std::string Device() const override { return sim_.device; }
     void Output(std::string_view bytes) override {
       if (sim_.traffic) sim_.traffic(true, bytes);
       SimPort::Output(bytes);
@@ -64,6 +65,9 @@ class SimHub {
   Port port;
   bool interrupted = false;
   std::optional<std::string> open_error;
+  /// The device that it says it is.
+  std::string device;
+  std::string doubt;
   std::function<void(bool out, std::string_view bytes)> traffic;
   /// What the line was asked for.
   cli::PortName name;
@@ -96,6 +100,7 @@ class SimHub {
       if (!sim_.interrupted && sim_.port.PortOpen() && sim_.port.InBufferCount() == 0) sim_.Pass(seconds);
     }
     [[nodiscard]] bool IsInterrupted() const override { return sim_.interrupted; }
+    [[nodiscard]] std::string Doubt() const override { return sim_.doubt; }
 
    private:
     SimHub& sim_;
