@@ -4,13 +4,13 @@
 
 #include <QEvent>
 #include <QHBoxLayout>
-#include <QIcon>
 #include <QToolButton>
 #include <array>
 #include <optional>
 
 #include "qt/gui/shown_text.h"
 #include "windows/icon_images.h"
+#include "windows/ringed_button.h"
 #include "windows/rule.h"
 #include "windows/takes_input.h"
 
@@ -49,15 +49,13 @@ constexpr int kImageSize = 20;
 constexpr int kGroupGap = 6;
 
 QToolButton* MakeButton(const Command& command, QWidget* parent) {
-  auto* button = new QToolButton(parent);
+  auto* button = new RingedButton(kImageSize, parent);
   button->setObjectName(FromText(command.name));
   button->setText(FromText(command.caption));
   button->setToolTip(FromText(command.tool_tip));
   button->setAccessibleDescription(button->toolTip());
   button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
-  button->setIconSize({kImageSize, kImageSize});
   button->setAutoRaise(true);
-  button->setFocusPolicy(Qt::StrongFocus);
   button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
   button->setEnabled(command.ready);
   return button;
@@ -81,6 +79,38 @@ CommandBar::CommandBar(QWidget* parent) : QWidget(parent) {
   }
   row->addStretch(1);
   DrawImages();
+  Measure();
+}
+
+void CommandBar::ShowCaptions(bool shown) {
+  captions_shown_ = shown;
+  for (const Command& command : kCommands) {
+    Button(command.name)->setToolButtonStyle(shown ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonIconOnly);
+  }
+}
+
+void CommandBar::Measure() {
+  const auto size_when = [this](bool captions) {
+    ShowCaptions(captions);
+    layout()->invalidate();
+    return layout()->sizeHint();
+  };
+  without_captions_ = size_when(false);
+  with_captions_ = size_when(true);
+  ShowCaptions(width() >= with_captions_.width());
+  updateGeometry();
+}
+
+int CommandBar::Height() const {
+  return (captions_shown_ ? with_captions_ : without_captions_).height();
+}
+
+QSize CommandBar::sizeHint() const {
+  return {with_captions_.width(), Height()};
+}
+
+QSize CommandBar::minimumSizeHint() const {
+  return {without_captions_.width(), Height()};
 }
 
 QToolButton* CommandBar::Button(std::string_view name) const {
@@ -94,20 +124,26 @@ void CommandBar::OnClick(std::string_view button, std::function<void()> command)
 }
 
 void CommandBar::DrawImages() {
+  const QColor ink = palette().color(QPalette::Active, QPalette::ButtonText);
+  const QColor disabled_ink = palette().color(QPalette::Disabled, QPalette::ButtonText);
   for (const Command& command : kCommands) {
-    const auto image = [&](QPalette::ColorGroup group) {
-      return CommandImage(command.drawing, palette().color(group, QPalette::ButtonText), kImageSize,
-                          devicePixelRatioF());
-    };
-    QIcon icon(image(command.ready ? QPalette::Active : QPalette::Disabled));
-    icon.addPixmap(image(QPalette::Disabled), QIcon::Disabled);
-    Button(command.name)->setIcon(icon);
+    Button(command.name)->setIcon(CommandIcon(command.drawing, ink, disabled_ink));
   }
 }
 
 void CommandBar::changeEvent(QEvent* event) {
   if (event->type() == QEvent::PaletteChange) DrawImages();
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) Measure();
   QWidget::changeEvent(event);
+}
+
+void CommandBar::resizeEvent(QResizeEvent* event) {
+  const bool room = width() >= with_captions_.width();
+  if (room != captions_shown_) {
+    ShowCaptions(room);
+    updateGeometry();
+  }
+  QWidget::resizeEvent(event);
 }
 
 }  // namespace tavlo

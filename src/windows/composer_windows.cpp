@@ -3,7 +3,6 @@
 #include "windows/composer_windows.h"
 
 #include <QApplication>
-#include <QIcon>
 
 #include "link/com_port.h"
 #include "link/receive.h"
@@ -14,7 +13,6 @@ namespace tavlo {
 namespace {
 
 constexpr double kSplashSeconds = 1.5;
-constexpr int kWindowIconSize = 64;
 
 }  // namespace
 
@@ -52,7 +50,7 @@ ComposerWindows::~ComposerWindows() {
 std::unique_ptr<ComposerWindows> StartUp(const Outside& outside) {
   StartForm splash;
   splash.ShowAtOnce();
-  QApplication::setWindowIcon(QIcon(ApplicationImage(kWindowIconSize, 1)));
+  QApplication::setWindowIcon(ApplicationIcon());
   auto windows = std::make_unique<ComposerWindows>(outside);
   windows->Main().Begin(windows->Handlers());
   WaitSecs(windows->Handlers(), kSplashSeconds);

@@ -13,6 +13,7 @@
 #include <tuple>
 
 #include "qt/gui/shown_text.h"
+#include "windows/drawn_icon.h"
 
 // The drawings are compiled into this library, which a linker would otherwise leave out. Outside the
 // namespace, as Qt asks.
@@ -67,15 +68,14 @@ int Dots(int size, qreal scale) {
   return static_cast<int>(std::ceil(size * scale));
 }
 
-QPixmap ToPixmap(const QImage& image, qreal scale) {
-  QPixmap pixmap = QPixmap::fromImage(image);
-  pixmap.setDevicePixelRatio(scale);
-  return pixmap;
+/// In all the dots that the painter's screen has there.
+int DotsOf(const QPainter& painter, const QRectF& place) {
+  return Dots(static_cast<int>(place.width()), painter.device()->devicePixelRatioF());
 }
 
-QImage DrawIcon(IconRef icon, qreal scale) {
+QImage DrawIcon(IconRef icon, int size, qreal scale) {
   const SetLook& look = kLooks[static_cast<int>(icon.set)];
-  const int dots = Dots(kIconSize, scale);
+  const int dots = Dots(size, scale);
   QImage image(dots, dots, QImage::Format_ARGB32_Premultiplied);
   image.fill(ToQColor(look.tile));
   QPainter painter(&image);
@@ -89,19 +89,33 @@ QImage DrawIcon(IconRef icon, qreal scale) {
 
 }  // namespace
 
-const QImage& IconImage(IconRef icon, qreal scale) {
-  static std::map<std::tuple<int, int, qreal>, QImage> drawn;
-  QImage& image = drawn[{icon.row, static_cast<int>(icon.set), scale}];
-  if (image.isNull()) image = DrawIcon(icon, scale);
+QColor IconTile(IconSet set) {
+  return ToQColor(kLooks[static_cast<int>(set)].tile);
+}
+
+QColor IconInk(IconSet set) {
+  return ToQColor(kLooks[static_cast<int>(set)].ink);
+}
+
+const QImage& IconImage(IconRef icon, int size, qreal scale) {
+  static std::map<std::tuple<int, int, int, qreal>, QImage> drawn;
+  QImage& image = drawn[{icon.row, static_cast<int>(icon.set), size, scale}];
+  if (image.isNull()) image = DrawIcon(icon, size, scale);
   return image;
 }
 
-QPixmap CommandImage(std::string_view command, const QColor& ink, int size, qreal scale) {
-  return ToPixmap(Inked(Drawing(DrawingPath("commands", command), Dots(size, scale)), ink), scale);
+QIcon CommandIcon(std::string_view command, const QColor& ink, const QColor& disabled_ink) {
+  const QString path = DrawingPath("commands", command);
+  return DrawnIcon([=](QPainter& painter, const QRectF& place, QIcon::Mode mode) {
+    const QImage drawing = Drawing(path, DotsOf(painter, place));
+    painter.drawImage(place, Inked(drawing, mode == QIcon::Disabled ? disabled_ink : ink));
+  });
 }
 
-QPixmap ApplicationImage(int size, qreal scale) {
-  return ToPixmap(Drawing(QStringLiteral(":/tavlo-composer.svg"), Dots(size, scale)), scale);
+QIcon ApplicationIcon() {
+  return DrawnIcon([](QPainter& painter, const QRectF& place, QIcon::Mode) {
+    painter.drawImage(place, Drawing(QStringLiteral(":/tavlo-composer.svg"), DotsOf(painter, place)));
+  });
 }
 
 }  // namespace tavlo

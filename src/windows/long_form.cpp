@@ -4,8 +4,9 @@
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
-#include <QIcon>
+#include <QScreen>
 #include <QShortcut>
+#include <QStyle>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -18,11 +19,13 @@
 #include "link/upload.h"
 #include "qt/gui/shown_text.h"
 #include "windows/command_bar.h"
+#include "windows/font_size.h"
 #include "windows/icon_images.h"
 #include "windows/program_grid.h"
 #include "windows/rule.h"
 #include "windows/side_panels.h"
 #include "windows/takes_input.h"
+#include "windows/tall_pane.h"
 
 namespace tavlo {
 namespace {
@@ -30,7 +33,17 @@ namespace {
 constexpr QSize kOpeningSize(1000, 720);
 constexpr int kLeastWidth = 640;
 constexpr int kMargin = 8;
+/// What a window manager draws beside a window, at most.
+constexpr int kFrame = 8;
 constexpr int kLogoSize = 20;
+
+/// In proportion to the font, and no larger than the screen with a frame around the window.
+QSize OpeningSize(const QWidget& window) {
+  const QFontMetrics font = window.fontMetrics();
+  const QSize wanted(ByFont(font, kOpeningSize.width()), ByFont(font, kOpeningSize.height()));
+  const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
+  return wanted.boundedTo(window.screen()->availableSize() - QSize(2 * kFrame, title + 2 * kFrame));
+}
 
 /// What opens the window that tells about the program; it comes with that window.
 QToolButton* MakeLogo(QWidget* parent) {
@@ -39,8 +52,9 @@ QToolButton* MakeLogo(QWidget* parent) {
   logo->setText(QStringLiteral("A&bout"));
   logo->setToolTip(QStringLiteral("Tell about this program (not available in this version)"));
   logo->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-  logo->setIcon(QIcon(ApplicationImage(kLogoSize, parent->devicePixelRatioF())));
-  logo->setIconSize({kLogoSize, kLogoSize});
+  logo->setIcon(ApplicationIcon());
+  const int side = ByFont(parent->fontMetrics(), kLogoSize);
+  logo->setIconSize({side, side});
   logo->setAutoRaise(true);
   logo->setEnabled(false);
   return logo;
@@ -85,12 +99,11 @@ void LongForm::LayOut() {
   side->addWidget(limits_);
   side->addStretch(1);
   side->addWidget(MakeLogo(side_), 0, Qt::AlignRight);
-  side_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
 
   auto* body = new QHBoxLayout;
   body->setSpacing(kMargin);
   body->addWidget(grid_, 1);
-  body->addWidget(side_);
+  body->addWidget(new TallPane(side_, QStringLiteral("Hub, drives and limits"), this));
 
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(kMargin, 4, kMargin, kMargin);
@@ -98,8 +111,10 @@ void LongForm::LayOut() {
   column->addWidget(commands_);
   column->addWidget(new Rule(QFrame::HLine, this));
   column->addLayout(body, 1);
-  setMinimumWidth(kLeastWidth);
-  resize(kOpeningSize);
+  // No narrower than this, or than what the font asks for.
+  column->addSpacerItem(
+      new QSpacerItem(kLeastWidth - 2 * kMargin, 0, QSizePolicy::Minimum, QSizePolicy::Fixed));
+  resize(OpeningSize(*this));
   grid_->Pane().setFocus();
 }
 

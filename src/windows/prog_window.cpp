@@ -14,6 +14,7 @@
 
 #include "qt/gui/shown_text.h"
 #include "windows/row_accessible.h"
+#include "windows/contrast.h"
 #include "windows/takes_input.h"
 
 namespace tavlo {
@@ -23,9 +24,9 @@ constexpr int kTextMargin = 4;
 constexpr int kFocusWidth = 2;
 constexpr int kLinesOfPage = 10;
 
-bool IsDark(const QPalette& palette) {
-  return palette.color(QPalette::Window).lightness() < 128;
-}
+constexpr QRgb kRedNumber = qRgb(192, 0, 0);
+constexpr QRgb kBlueNumber = qRgb(0, 0, 210);
+constexpr QRgb kQuiet = qRgb(128, 128, 128);
 
 }  // namespace
 
@@ -45,6 +46,7 @@ void ProgWindow::Measure() {
   geometry_.pitch = std::max(kIconSize + 2, fontMetrics().height() + 6);
   QFont widest = font();
   widest.setBold(true);
+  geometry_.icon = geometry_.pitch - 2;
   geometry_.label_width = QFontMetrics(widest).horizontalAdvance(QStringLiteral("000")) + 2;
   texts_.Forget();
   arrow_zone_->setGeometry(geometry_.Zone());
@@ -114,11 +116,11 @@ void ProgWindow::PaintRow(QPainter& painter, int line) {
 }
 
 QColor ProgWindow::LabelInk(LabelColour colour) const {
-  const bool dark = IsDark(palette());
+  const QColor ground = palette().color(QPalette::Window);
   switch (colour) {
     case LabelColour::Plain: return palette().color(QPalette::WindowText);
-    case LabelColour::Red: return dark ? QColor(255, 128, 120) : QColor(192, 0, 0);
-    case LabelColour::Blue: return dark ? QColor(128, 180, 255) : QColor(0, 0, 210);
+    case LabelColour::Red: return StandOut(QColor(kRedNumber), ground, kTextContrast);
+    case LabelColour::Blue: return StandOut(QColor(kBlueNumber), ground, kTextContrast);
   }
   return {};
 }
@@ -135,8 +137,11 @@ void ProgWindow::PaintLabel(QPainter& painter, int line) const {
 void ProgWindow::PaintIcon(QPainter& painter, int line) const {
   const Row& row = source_.rows[line];
   const QRect icon = geometry_.Icon(line);
-  painter.drawImage(icon.topLeft(), IconImage(row.icon, devicePixelRatioF()));
-  const QColor ink = row.frame == kPlainFrame ? QColor(128, 128, 128) : palette().color(QPalette::WindowText);
+  painter.drawImage(icon.topLeft(), IconImage(row.icon, geometry_.icon, devicePixelRatioF()));
+  // The frame lies on the image's own ground, whatever the palette is.
+  const QColor ground = IconTile(row.icon.set);
+  const QColor ink =
+      row.frame == kPlainFrame ? StandOut(QColor(kQuiet), ground, kSymbolContrast) : IconInk(row.icon.set);
   for (int inset = 0; inset < row.frame; ++inset) {
     painter.setPen(ink);
     painter.setBrush(Qt::NoBrush);
@@ -159,7 +164,9 @@ void ProgWindow::PaintDesc(QPainter& painter, int line) {
 void ProgWindow::PaintMark(QPainter& painter, int line) const {
   // While an icon is dragged the mark that stands out is that of the row it would be dropped on.
   const bool focused = dragging_ ? line == drop_target_ : hasFocus();
-  painter.setPen(QPen(focused ? palette().color(QPalette::Highlight) : QColor(128, 128, 128), 1));
+  const Colour back = BackgroundOf(source_.rows[line].state);
+  const QColor ink = focused ? palette().color(QPalette::Highlight) : QColor(kQuiet);
+  painter.setPen(QPen(StandOut(ink, QColor(back.red, back.green, back.blue), kSymbolContrast), 1));
   painter.setBrush(Qt::NoBrush);
   const QRect desc = geometry_.Desc(line);
   for (int inset = 0; inset < (focused ? kFocusWidth : 1); ++inset) {

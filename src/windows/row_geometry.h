@@ -18,6 +18,8 @@ struct RowGeometry {
   static constexpr int kZoneWidth = 56;
 
   int pitch = kIconSize + 2;
+  /// Side of the icon.
+  int icon = kIconSize;
   int label_width = 28;
   /// Of the part that the text may fill.
   int text_width = 300;
@@ -27,14 +29,14 @@ struct RowGeometry {
   [[nodiscard]] int Height() const { return kLines * pitch; }
   [[nodiscard]] int ZoneLeft() const { return kMarkerWidth + label_width + kGap; }
   [[nodiscard]] int IconLeft() const { return ZoneLeft() + kZoneWidth + 1; }
-  [[nodiscard]] int DescLeft() const { return IconLeft() + kIconSize + kGap; }
+  [[nodiscard]] int DescLeft() const { return IconLeft() + icon + kGap; }
 
   [[nodiscard]] int Top(int line) const { return line * pitch; }
   [[nodiscard]] int Middle(int line) const { return Top(line) + pitch / 2; }
   [[nodiscard]] QRect Row(int line) const { return {0, Top(line), width, pitch}; }
   [[nodiscard]] QRect Label(int line) const { return {kMarkerWidth, Top(line), label_width, pitch}; }
   [[nodiscard]] QRect Icon(int line) const {
-    return {IconLeft(), Top(line) + (pitch - kIconSize) / 2, kIconSize, kIconSize};
+    return {IconLeft(), Top(line) + (pitch - icon) / 2, icon, icon};
   }
   /// A hair of the pane shows between two texts.
   [[nodiscard]] QRect Desc(int line) const {

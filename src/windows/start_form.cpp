@@ -3,15 +3,18 @@
 #include "windows/start_form.h"
 
 #include <QCoreApplication>
+#include <QFontInfo>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPainter>
 #include <QScreen>
 #include <QVBoxLayout>
 
 #include "desk/desk.h"
 #include "model/program_file.h"
 #include "qt/gui/shown_text.h"
+#include "windows/font_size.h"
 #include "windows/icon_images.h"
 
 namespace tavlo {
@@ -21,17 +24,31 @@ constexpr int kLogoSize = 64;
 constexpr int kPadding = 28;
 constexpr double kTitleScale = 2.0;
 
+/// The program's picture, drawn for the screen that it is painted on.
+class Logo : public QWidget {
+ public:
+  explicit Logo(QWidget* parent) : QWidget(parent) {
+    const int side = ByFont(fontMetrics(), kLogoSize);
+    setFixedSize(side, side);
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    ApplicationIcon().paint(&painter, rect());
+  }
+};
+
 }  // namespace
 
 StartForm::StartForm() : QFrame(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint) {
   setObjectName(QStringLiteral("StartForm"));
   setWindowTitle(FromText(kApplicationTitle));
   setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
-  auto* logo = new QLabel(this);
-  logo->setPixmap(ApplicationImage(kLogoSize, devicePixelRatioF()));
+  auto* logo = new Logo(this);
   auto* title = new QLabel(FromText(kApplicationTitle), this);
   QFont large = font();
-  large.setPointSizeF(large.pointSizeF() * kTitleScale);
+  large.setPixelSize(static_cast<int>(QFontInfo(large).pixelSize() * kTitleScale));
   title->setFont(large);
   auto* version = new QLabel(QStringLiteral("Version %1").arg(FromText(VersionTextOf(kVersion))), this);
   version->setObjectName(QStringLiteral("ver"));

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <QScrollArea>
+
+namespace tavlo {
+
+/// Shows a pane at its own width, and scrolls it up and down where the room is too low for it.
+class TallPane : public QScrollArea {
+  Q_OBJECT
+
+ public:
+  /// The pane belongs to this from now on. `name` is what a screen reader says of the whole.
+  TallPane(QWidget* pane, const QString& name, QWidget* parent);
+  [[nodiscard]] QSize sizeHint() const override;
+  [[nodiscard]] QSize minimumSizeHint() const override;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  [[nodiscard]] int Width() const;
+};
+
+}  // namespace tavlo
