@@ -7,6 +7,8 @@
 #include <algorithm>
 
 #include "qt/gui/shown_text.h"
+#include "windows/contrast.h"
+#include "windows/font_size.h"
 
 namespace tavlo {
 namespace {
@@ -15,6 +17,8 @@ constexpr int kLightSize = 18;
 constexpr int kCaptionWidth = 24;
 constexpr int kColumnGap = 8;
 constexpr int kTitleGap = 6;
+/// A little more than a state must have: the panel is tinted by some styles.
+constexpr double kLightContrast = kTextContrast + 0.5;
 
 struct RowTitle {
   std::string_view title;
@@ -29,23 +33,18 @@ constexpr std::array<RowTitle, kLedRows.size()> kTitles = {{
 }};
 
 constexpr QRgb kGreen = qRgb(0, 168, 64);
-constexpr QRgb kGreenEdge = qRgb(0, 96, 36);
 constexpr QRgb kRed = qRgb(216, 24, 24);
-constexpr QRgb kRedEdge = qRgb(136, 0, 0);
-constexpr QRgb kHollow = qRgb(255, 255, 255);
-constexpr QRgb kUnknownEdge = qRgb(96, 96, 96);
 
 std::size_t Index(LedRow row) {
   return static_cast<std::size_t>(row);
 }
 
-void PaintUnknown(QPainter& painter, const QRectF& face) {
-  painter.setPen(QPen(QColor(kUnknownEdge), 1, Qt::DotLine));
-  painter.setBrush(QColor(kHollow));
+void PaintUnknown(QPainter& painter, const QRectF& face, const QColor& ink) {
+  painter.setPen(QPen(ink, 1, Qt::DotLine));
   painter.drawEllipse(face);
-  painter.setPen(QColor(kUnknownEdge));
+  painter.setPen(ink);
   QFont font = painter.font();
-  font.setPixelSize(kLightSize * 2 / 3);
+  font.setPixelSize(static_cast<int>(face.height() * 4 / 5));
   font.setBold(true);
   painter.setFont(font);
   painter.drawText(face, Qt::AlignCenter, QStringLiteral("?"));
@@ -64,7 +63,8 @@ LedLight::LedLight(QWidget* parent) : QLabel(parent) {
 }
 
 QSize LedLight::sizeHint() const {
-  return {kLightSize, kLightSize};
+  const int side = ByFont(fontMetrics(), kLightSize);
+  return {side, side};
 }
 
 void LedLight::Show(Led led, const QString& name) {
@@ -75,15 +75,18 @@ void LedLight::Show(Led led, const QString& name) {
   update();
 }
 
+// What is off shows the ground through it, so that on a dark ground too only what is on is bright.
 void LedLight::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   const QRectF face = QRectF(rect()).adjusted(2, 2, -2, -2);
-  if (led_ == Led::Unknown) return PaintUnknown(painter, face);
+  const QColor ground = palette().color(QPalette::Window);
+  if (led_ == Led::Unknown) return PaintUnknown(painter, face, palette().color(QPalette::WindowText));
   const bool limit = led_ == Led::Red || led_ == Led::RedOff;
   const bool on = led_ == Led::Red || led_ == Led::Green;
-  painter.setPen(QPen(QColor(limit ? kRedEdge : kGreenEdge), 1.5));
-  painter.setBrush(QColor(!on ? kHollow : limit ? kRed : kGreen));
+  const QColor ink = StandOut(QColor(limit ? kRed : kGreen), ground, kLightContrast);
+  painter.setPen(QPen(ink, 1.5));
+  if (on) painter.setBrush(ink);
   if (limit) {
     painter.drawPolygon(Diamond(QRectF(rect()).adjusted(1, 1, -1, -1)));
   } else {
@@ -125,7 +128,10 @@ LedPanel::LedPanel(QWidget* parent) : QGroupBox(QStringLiteral("Input/Output Sta
       }
     }
   }
-  for (int axis = 0; axis < kAxes; ++axis) grid->setColumnMinimumWidth(2 + axis, kLightSize);
+  // A column without a light is as wide as the others.
+  for (int axis = 0; axis < kAxes; ++axis) {
+    grid->setColumnMinimumWidth(2 + axis, ByFont(fontMetrics(), kLightSize));
+  }
   grid->setRowStretch(line, 1);
   grid->setColumnStretch(2 + kAxes, 1);
 }

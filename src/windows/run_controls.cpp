@@ -2,19 +2,25 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "windows/run_controls.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
-#include <QPixmap>
 #include <QToolButton>
 #include <QVBoxLayout>
 
 #include "qt/gui/shown_text.h"
+#include "windows/contrast.h"
+#include "windows/drawn_icon.h"
+#include "windows/ringed_button.h"
 
 namespace tavlo {
 namespace {
 
 constexpr int kPictureSize = 24;
+/// A little more than a state and a symbol must have: styles shade a button, and an outline is thin.
+constexpr double kLitContrast = kTextContrast + 1;
+constexpr double kGrayContrast = kSymbolContrast + 1.5;
 constexpr QRgb kLitGreen = qRgb(0, 150, 56);
 constexpr QRgb kLitRed = qRgb(208, 24, 24);
 constexpr QRgb kLitYellow = qRgb(230, 160, 0);
@@ -41,16 +47,13 @@ PictureLook LookOf(Picture picture) {
   return {Glyph::Play, kGray, ""};
 }
 
-/// A dark edge stands around what is lit, so that it is told from grey without its colour too.
-QIcon Draw(Glyph glyph, QRgb colour, qreal ratio) {
-  QPixmap pixmap(QSize(kPictureSize, kPictureSize) * ratio);
-  pixmap.setDevicePixelRatio(ratio);
-  pixmap.fill(Qt::transparent);
-  QPainter painter(&pixmap);
+/// What is lit is filled, what is not is an outline, so that they are told apart without their colours too.
+void DrawGlyph(QPainter& painter, const QRectF& place, Glyph glyph, const QColor& ink, bool filled) {
   painter.setRenderHint(QPainter::Antialiasing);
-  const QColor fill(colour);
-  painter.setPen(colour == kGray ? QPen(fill, 1.5) : QPen(fill.darker(170), 1.5));
-  painter.setBrush(colour == kGray ? QBrush(Qt::NoBrush) : QBrush(fill));
+  painter.translate(place.topLeft());
+  painter.scale(place.width() / kPictureSize, place.height() / kPictureSize);
+  painter.setPen(QPen(ink, 1.5));
+  painter.setBrush(filled ? QBrush(ink) : QBrush(Qt::NoBrush));
   const auto triangle = [&](qreal left) {
     painter.drawPolygon(QPolygonF{{QPointF(left, 4), QPointF(left + 13, 12), QPointF(left, 20)}});
   };
@@ -70,12 +73,26 @@ QIcon Draw(Glyph glyph, QRgb colour, qreal ratio) {
       break;
     case Glyph::Stop: painter.drawRect(QRectF(5, 5, 14, 14)); break;
   }
-  return {pixmap};
 }
 
-void SetPicture(QToolButton* button, Picture picture) {
+QIcon GlyphIcon(Glyph glyph, const QColor& ink, bool filled) {
+  return DrawnIcon([=](QPainter& painter, const QRectF& place, QIcon::Mode) {
+    painter.save();
+    DrawGlyph(painter, place, glyph, ink, filled);
+    painter.restore();
+  });
+}
+
+/// In this colour as far as it can be seen on a button of this palette.
+QIcon GlyphIcon(Glyph glyph, QRgb colour, const QPalette& palette) {
+  const bool lit = colour != kGray;
+  const QColor ground = palette.color(QPalette::Button);
+  return GlyphIcon(glyph, StandOut(QColor(colour), ground, lit ? kLitContrast : kGrayContrast), lit);
+}
+
+void SetPicture(QToolButton* button, Picture picture, const QPalette& palette) {
   const PictureLook look = LookOf(picture);
-  button->setIcon(Draw(look.glyph, look.colour, button->devicePixelRatioF()));
+  button->setIcon(GlyphIcon(look.glyph, look.colour, palette));
   button->setAccessibleDescription(FromText(look.state));
 }
 
@@ -91,8 +108,7 @@ RunControls::RunControls(QWidget* parent)
       stop_(Add("btnStop", QStringLiteral("&Stop (Esc)"), QStringLiteral("Stop the program on the hub"))),
       update_(new QLabel(this)) {
   update_->setObjectName(QStringLiteral("lblUpdate"));
-  reset_->setIcon(Draw(Glyph::Reset, qRgb(31, 45, 61), devicePixelRatioF()));
-  stop_->setIcon(Draw(Glyph::Stop, kLitRed, devicePixelRatioF()));
+  DrawPictures();
   auto* row = new QHBoxLayout;
   row->setSpacing(4);
   for (QToolButton* button : {play_, pause_, single_step_, reset_}) row->addWidget(button);
@@ -110,21 +126,31 @@ RunControls::RunControls(QWidget* parent)
 }
 
 QToolButton* RunControls::Add(const char* name, const QString& caption, const QString& tool_tip) {
-  auto* button = new QToolButton(this);
+  auto* button = new RingedButton(kPictureSize, this);
   button->setObjectName(QLatin1String(name));
   button->setText(caption);
   button->setToolTip(tool_tip);
   button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
-  button->setIconSize({kPictureSize, kPictureSize});
-  button->setFocusPolicy(Qt::StrongFocus);
   return button;
 }
 
 void RunControls::Show(const RunPanel& panel) {
-  SetPicture(play_, panel.Play);
-  SetPicture(pause_, panel.Pause);
-  SetPicture(single_step_, panel.SingleStep);
+  shown_ = {panel.Play, panel.Pause, panel.SingleStep};
+  DrawPictures();
   update_->setText(FromText(panel.lblUpdate));
+}
+
+void RunControls::DrawPictures() {
+  SetPicture(play_, shown_[0], palette());
+  SetPicture(pause_, shown_[1], palette());
+  SetPicture(single_step_, shown_[2], palette());
+  reset_->setIcon(GlyphIcon(Glyph::Reset, palette().color(QPalette::ButtonText), true));
+  stop_->setIcon(GlyphIcon(Glyph::Stop, kLitRed, palette()));
+}
+
+void RunControls::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::PaletteChange) DrawPictures();
+  QWidget::changeEvent(event);
 }
 
 }  // namespace tavlo

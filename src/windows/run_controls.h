@@ -2,8 +2,8 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #pragma once
 
-#include <QIcon>
 #include <QWidget>
+#include <array>
 
 #include "desk/desk.h"
 
@@ -27,7 +27,11 @@ class RunControls : public QWidget {
   void ResetClicked();
   void StopClicked();
 
+ protected:
+  void changeEvent(QEvent* event) override;
+
  private:
+  void DrawPictures();
   QToolButton* Add(const char* name, const QString& caption, const QString& tool_tip);
 
   QToolButton* play_;
@@ -36,6 +40,8 @@ class RunControls : public QWidget {
   QToolButton* reset_;
   QToolButton* stop_;
   QLabel* update_;
+  /// Of Play, Pause and SingleStep.
+  std::array<Picture, 3> shown_ = {Picture::PlayGray, Picture::PauseGray, Picture::StepGray};
 };
 
 }  // namespace tavlo

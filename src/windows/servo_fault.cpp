@@ -7,8 +7,11 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "qt/gui/shown_text.h"
+#include "windows/contrast.h"
+#include "windows/font_size.h"
 
 namespace tavlo {
 namespace {
@@ -19,13 +22,19 @@ constexpr int kPadding = 14;
 constexpr int kMessageWidth = 420;
 constexpr QRgb kAlarm = qRgb(255, 0, 0);
 constexpr QRgb kQuiet = qRgb(192, 192, 192);
+constexpr QRgb kQuietEdge = qRgb(90, 90, 90);
+constexpr int kAlarmFrame = 2;
 
 }  // namespace
 
-/// An indicator: red with a mark in it, or grey.
+/// An indicator: red with a mark in it and in a thick frame, or grey. Red is darker than grey, so that on a
+/// dark ground the frame is what stands out.
 class ServoFaultForm::RedSquare : public QLabel {
  public:
-  explicit RedSquare(QWidget* parent) : QLabel(parent) { setFixedSize(kSquareSize, kSquareSize); }
+  explicit RedSquare(QWidget* parent) : QLabel(parent) {
+    const int side = ByFont(fontMetrics(), kSquareSize);
+    setFixedSize(side, side);
+  }
 
   void Show(bool alarm, const QString& label) {
     alarm_ = alarm;
@@ -36,18 +45,23 @@ class ServoFaultForm::RedSquare : public QLabel {
  protected:
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
-    painter.setPen(QColor(90, 90, 90));
-    painter.setBrush(QColor(alarm_ ? kAlarm : kQuiet));
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    const int frame = alarm_ ? kAlarmFrame : 1;
+    painter.fillRect(rect(), alarm_ ? palette().color(QPalette::WindowText) : QColor(kQuietEdge));
+    painter.fillRect(rect().adjusted(frame, frame, -frame, -frame), QColor(alarm_ ? kAlarm : kQuiet));
     if (!alarm_) return;
-    QFont bold = font();
-    bold.setBold(true);
-    painter.setFont(bold);
-    painter.setPen(Qt::white);
-    painter.drawText(rect(), Qt::AlignCenter, QStringLiteral("!"));
+    PaintMark(painter);
   }
 
  private:
+  /// An exclamation mark of whole dots, which a letter of this size would not have.
+  void PaintMark(QPainter& painter) const {
+    const QColor ink = StandOut(Qt::white, QColor(kAlarm), kTextContrast);
+    const int thick = std::max(2, width() / 8);
+    const int left = (width() - thick) / 2;
+    painter.fillRect(left, height() / 4, thick, height() * 5 / 16, ink);
+    painter.fillRect(left, height() * 3 / 4 - thick, thick, thick, ink);
+  }
+
   bool alarm_ = false;
 };
 
@@ -58,7 +72,7 @@ ServoFaultForm::ServoFaultForm(QWidget* parent) : QDialog(parent), message_(new 
   message_->setObjectName(QStringLiteral("FaultMessage"));
   message_->setTextFormat(Qt::PlainText);
   message_->setWordWrap(true);
-  message_->setMinimumWidth(kMessageWidth);
+  message_->setMinimumWidth(ByFont(message_->fontMetrics(), kMessageWidth));
   QFont bold = message_->font();
   bold.setBold(true);
   message_->setFont(bold);
@@ -80,6 +94,7 @@ ServoFaultForm::ServoFaultForm(QWidget* parent) : QDialog(parent), message_(new 
   auto* legend_square = new RedSquare(this);
   legend_square->Show(true, QStringLiteral("This"));
   auto* legend = new QHBoxLayout;
+  legend->setSpacing(grid->horizontalSpacing());
   legend->addWidget(legend_square);
   legend->addWidget(new QLabel(QStringLiteral("indicates an alarm."), this), 1);
   auto* close = new QPushButton(QStringLiteral("&Close"), this);
