@@ -17,12 +17,14 @@
 #include <optional>
 
 #include "qt/gui/shown_text.h"
+#include "windows/font_size.h"
 
 namespace tavlo {
 namespace {
 
 constexpr int kDisplayColumns = 20;
-constexpr int kDisplayPoints = 18;
+/// Height of the display's letters, in dots beside a text 16 high.
+constexpr int kDisplayLetters = 24;
 constexpr int kKeyWidth = 46;
 constexpr int kWordWidth = 62;
 constexpr int kKeyHeight = 36;
@@ -107,7 +109,7 @@ QWidget* MmiForm::MakeDisplay() {
   auto* frame = new QGroupBox(QStringLiteral("Display"), this);
   auto* glass = new QWidget;
   QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-  fixed.setPointSize(kDisplayPoints);
+  fixed.setPixelSize(ByFont(fontMetrics(), kDisplayLetters));
   QPalette colours = glass->palette();
   colours.setColor(QPalette::Window, QColor(214, 228, 190));
   colours.setColor(QPalette::WindowText, QColor(16, 32, 16));
@@ -150,9 +152,10 @@ QWidget* MmiForm::MakeKeypad() {
     auto* button = new QPushButton(QString::fromUtf8(row.caption), frame);
     button->setObjectName(QLatin1String(row.name));
     button->setAccessibleName(QLatin1String(row.spoken));
-    button->setFixedHeight(kKeyHeight);
+    button->setFixedHeight(ByFont(fontMetrics(), kKeyHeight));
     // A key over several columns fills them.
-    if (row.columns == 1) button->setFixedWidth(row.column == kWordColumn ? kWordWidth : kKeyWidth);
+    const int width = ByFont(fontMetrics(), row.column == kWordColumn ? kWordWidth : kKeyWidth);
+    if (row.columns == 1) button->setFixedWidth(width);
     // The keyboard works the keys, so that none of them need hold the focus.
     button->setFocusPolicy(Qt::NoFocus);
     // A held arrow jogs on.

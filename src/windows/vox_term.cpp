@@ -6,6 +6,7 @@
 #include <QEvent>
 #include <QEventLoop>
 #include <QFontDatabase>
+#include <QFontInfo>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -19,6 +20,7 @@
 #include "qt/gui/shown_text.h"
 
 namespace tavlo {
+#include "windows/font_size.h"
 namespace {
 
 constexpr QSize kOpeningSize(620, 480);
@@ -56,8 +58,8 @@ bool IsEnter(const QKeyEvent& event) {
 VoxTerm::VoxTerm(Desk& desk, QWidget* main_window)
     : QWidget(main_window, Qt::Dialog),
       desk_(desk),
-      command_(MakeBox("CommandText", this)),
-      history_(MakeBox("History", this)) {
+      command_(MakeBox("CommandText", QStringLiteral("Command"), this)),
+      history_(MakeBox("History", QStringLiteral("Previous commands and responses"), this)) {
   setObjectName(QStringLiteral("VOXterm"));
   setWindowTitle(QStringLiteral("VOX Router Terminal"));
   setWindowModality(Qt::WindowModal);
@@ -98,7 +100,9 @@ void VoxTerm::LayOut() {
   column->addWidget(history_frame, 1);
   column->addLayout(buttons);
   setTabOrder(command_, history_);
-  resize(kOpeningSize);
+  const QSize wanted(ByFont(fontMetrics(), kOpeningSize.width()),
+                     ByFont(fontMetrics(), kOpeningSize.height()));
+  resize(wanted.boundedTo(screen()->availableSize()));
 }
 
 void VoxTerm::Run() {
