@@ -11,7 +11,7 @@
 namespace tavlo {
 namespace {
 
-constexpr int kPromptMargin = 4;
+constexpr int kTextMargin = 4;
 
 /// A file may bring a text of any length, and measuring is slow: no more of it than certainly fills the
 /// label.
@@ -39,12 +39,15 @@ const QString& RowTexts::Shown(const Source& source, int line, int label_width, 
   Entry& entry = rows_[line];
   if (entry.label_width == label_width && entry.is_prompt == is_prompt && entry.desc == desc)
     return entry.text;
+  const int room = label_width - kTextMargin;
   std::string text = ShownCaption(Beginning(desc, label_width, font));
   if (is_prompt) {
-    text = FitText(std::move(text), label_width - kPromptMargin,
+    text = FitText(std::move(text), room,
                    [&font](std::string_view part) { return font.horizontalAdvance(InOneLine(part)); });
+    entry = {desc, label_width, is_prompt, InOneLine(text)};
+  } else {
+    entry = {desc, label_width, is_prompt, font.elidedText(InOneLine(text), Qt::ElideRight, room)};
   }
-  entry = {desc, label_width, is_prompt, InOneLine(text)};
   return entry.text;
 }
 

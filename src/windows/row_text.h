@@ -18,8 +18,8 @@ namespace tavlo {
 /// The texts of the rows as they are drawn, worked out again only when something of it has changed.
 class RowTexts {
  public:
-  /// What the label of this row shows at this width. A prompt loses its last characters until it fits with
-  /// 4 to spare; of any other text the label cuts off what does not fit.
+  /// What the label of this row shows at this width, with 4 to spare. A prompt loses its last characters
+  /// until it fits, and no mark shows it; any other text that does not fit ends in an ellipsis.
   const QString& Shown(const Source& source, int line, int label_width, const QFontMetrics& font);
 
   /// The font has changed.

@@ -208,15 +208,28 @@ TEST(ProgWindowPaint, APromptLosesItsLastCharactersUntilItFits) {
   InitSession(source);
   source.program.Prog[0].Type = MMI;
   source.rows[0].desc = "MMI: \"" + std::string(500, 'w') + "\"";
-  source.program.Prog[1].Type = CM;
-  source.rows[1].desc = std::string(500, 'w');
   const QFontMetrics font(QApplication::font());
   RowTexts texts;
   const QString prompt = texts.Shown(source, 0, 300, font);
   EXPECT_LE(font.horizontalAdvance(prompt), 296);
   EXPECT_GT(font.horizontalAdvance(prompt + QLatin1Char('w')), 296);
   EXPECT_FALSE(prompt.endsWith(QLatin1Char('"')));
-  EXPECT_GT(font.horizontalAdvance(texts.Shown(source, 1, 300, font)), 300);
+}
+
+TEST(ProgWindowPaint, AnyOtherTextThatDoesNotFitEndsInAnEllipsis) {
+  Source source;
+  InitSession(source);
+  source.program.Prog[0].Type = CM;
+  source.rows[0].desc = std::string(500, 'w');
+  source.rows[1].desc = "Go to line 7";
+  const QFontMetrics font(QApplication::font());
+  RowTexts texts;
+  const QString cut = texts.Shown(source, 0, 300, font);
+  EXPECT_TRUE(cut.endsWith(QChar(0x2026))) << cut.toStdString();
+  EXPECT_LE(font.horizontalAdvance(cut), 296);
+  EXPECT_EQ(texts.Shown(source, 1, 300, font), "Go to line 7");
+  const int whole = font.horizontalAdvance(QStringLiteral("Go to line 7"));
+  EXPECT_TRUE(texts.Shown(source, 1, whole + 3, font).endsWith(QChar(0x2026)));
 }
 
 TEST(ProgWindowPaint, ATextOfMegabytesIsShownWithoutMeasuringIt) {
