@@ -131,6 +131,8 @@ QWidget* MmiForm::MakeDisplay() {
   scroll->setWidget(glass);
   scroll->setWidgetResizable(true);
   scroll->setFocusPolicy(Qt::NoFocus);
+  scroll->setAccessibleName(QStringLiteral("Display"));
+  scroll->horizontalScrollBar()->setAccessibleName(QStringLiteral("Scroll display"));
   scroll->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   const QFontMetrics metrics(fixed);
   const QMargins edge = lines->contentsMargins();

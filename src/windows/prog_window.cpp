@@ -13,8 +13,8 @@
 #include <utility>
 
 #include "qt/gui/shown_text.h"
-#include "windows/row_accessible.h"
 #include "windows/contrast.h"
+#include "windows/row_accessible.h"
 #include "windows/takes_input.h"
 
 namespace tavlo {
@@ -39,14 +39,15 @@ ProgWindow::ProgWindow(const Source& source, QWidget* parent)
   setObjectName(QStringLiteral("ProgWindow"));
   setAccessibleName(QStringLiteral("Program lines"));
   setFocusPolicy(Qt::StrongFocus);
+  connect(this, &ProgWindow::SpeechChanged, this, &ProgWindow::TellReaders);
   Measure();
 }
 
 void ProgWindow::Measure() {
   geometry_.pitch = std::max(kIconSize + 2, fontMetrics().height() + 6);
+  geometry_.icon = geometry_.pitch - 2;
   QFont widest = font();
   widest.setBold(true);
-  geometry_.icon = geometry_.pitch - 2;
   geometry_.label_width = QFontMetrics(widest).horizontalAdvance(QStringLiteral("000")) + 2;
   texts_.Forget();
   arrow_zone_->setGeometry(geometry_.Zone());
@@ -73,24 +74,34 @@ void ProgWindow::SetCurrentRow(int line) {
 void ProgWindow::RowChanged(int line) {
   const QRect row = geometry_.Row(line);
   update(row.adjusted(geometry_.IconLeft(), 0, 0, 0));
-  TellReaders(line, QAccessible::NameChanged);
+  TellSpeech(line);
 }
 
 void ProgWindow::AllRowsChanged() {
   update();
+  TellAllSpeech();
 }
 
 void ProgWindow::ArrowsChanged() {
   arrow_zone_->update();
   update(0, 0, geometry_.ZoneLeft(), height());
+  TellAllSpeech();
 }
 
 void ProgWindow::ShowProgCounter(std::optional<int> line) {
-  if (line && *line >= 0 && *line < kLines) {
+  if (line && (*line < 0 || *line >= kLines)) line.reset();
+  if (line) {
     prog_counter_->StandAt(geometry_, *line);
   } else {
     prog_counter_->hide();
   }
+  const std::optional<int> before = std::exchange(counter_, line);
+  if (before) TellSpeech(*before);
+  if (counter_) TellSpeech(*counter_);
+}
+
+RowSpeech ProgWindow::SpeechOfRow(int line) const {
+  return SpeechOf(source_.rows[line], line, counter_ == line);
 }
 
 void ProgWindow::TellReaders(int line, QAccessible::Event what) {
@@ -98,6 +109,17 @@ void ProgWindow::TellReaders(int line, QAccessible::Event what) {
   QAccessibleEvent told(this, what);
   told.setChild(line);
   QAccessible::updateAccessibility(&told);
+}
+
+void ProgWindow::TellSpeech(int line) {
+  const RowSpeech now = SpeechOfRow(line);
+  const RowSpeech before = std::exchange(told_[line], now);
+  if (now.name != before.name) emit SpeechChanged(line, QAccessible::NameChanged);
+  if (now.description != before.description) emit SpeechChanged(line, QAccessible::DescriptionChanged);
+}
+
+void ProgWindow::TellAllSpeech() {
+  for (int line = 0; line < kLines; ++line) TellSpeech(line);
 }
 
 void ProgWindow::paintEvent(QPaintEvent* event) {

@@ -6,12 +6,14 @@
 #include <QColor>
 #include <QPoint>
 #include <QWidget>
+#include <array>
 #include <optional>
 
 #include "desk/desk.h"
 #include "windows/arrow_zone.h"
 #include "windows/prog_counter.h"
 #include "windows/row_geometry.h"
+#include "windows/row_speech.h"
 #include "windows/row_text.h"
 
 namespace tavlo {
@@ -28,6 +30,8 @@ class ProgWindow : public QWidget {
   [[nodiscard]] const RowGeometry& Geometry() const { return geometry_; }
   [[nodiscard]] const Source& Session() const { return source_; }
   [[nodiscard]] int CurrentRow() const { return current_; }
+  /// What a screen reader says of a row of 0..199.
+  [[nodiscard]] RowSpeech SpeechOfRow(int line) const;
   /// Rows outside 0..199 go to the nearest end.
   void SetCurrentRow(int line);
   /// The same, and the row should be seen.
@@ -51,6 +55,8 @@ class ProgWindow : public QWidget {
   void Dropped(int source_line, int target_line, bool shift);
   /// The current row has moved and should be seen.
   void CurrentRowMoved(int line);
+  /// What a screen reader says of a row is another than before.
+  void SpeechChanged(int line, QAccessible::Event what);
   /// An icon is dragged, and stands here in the pane; nothing once it is dragged no more.
   void Dragged(std::optional<QPoint> position);
 
@@ -81,12 +87,17 @@ class ProgWindow : public QWidget {
   void SetDropTarget(std::optional<int> line);
   void EndDrag();
   void TellReaders(int line, QAccessible::Event what);
+  /// Tells what of the row's speech is another than they were told last.
+  void TellSpeech(int line);
+  void TellAllSpeech();
 
   const Source& source_;
   RowGeometry geometry_;
   ArrowZone* arrow_zone_;
   ProgCounterMarker* prog_counter_;
   RowTexts texts_;
+  std::optional<int> counter_;
+  std::array<RowSpeech, kLines> told_;
   int current_ = 0;
   std::optional<int> pressed_icon_;
   QPoint pressed_at_;

@@ -46,7 +46,9 @@ ProgramGrid::ProgramGrid(const Source& source, QWidget* parent)
   scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   scroll_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   scroll_->setFocusProxy(pane_);
+  scroll_->setAccessibleName(QStringLiteral("Program"));
   ScrollProg().setObjectName(QStringLiteral("ScrollProg"));
+  ScrollProg().setAccessibleName(QStringLiteral("Scroll program lines"));
   ScrollProg().setSingleStep(pane_->Geometry().pitch);
 
   auto* headings = new QHBoxLayout;

@@ -8,32 +8,11 @@
 #include <QPointer>
 #include <array>
 
-#include "qt/gui/shown_text.h"
 #include "windows/prog_window.h"
 #include "windows/takes_input.h"
 
 namespace tavlo {
 namespace {
-
-QString StateWord(RowState state) {
-  switch (state) {
-    case RowState::Normal: return {};
-    case RowState::LimitTarget: return QStringLiteral("limit branch target");
-    case RowState::Executing: return QStringLiteral("executing");
-    case RowState::WentOn: return QStringLiteral("executing, program went on");
-    case RowState::Picked: return QStringLiteral("picked for change");
-  }
-  return {};
-}
-
-QString NameOf(const Row& row, int line) {
-  QString text = FromText(ShownCaption(row.desc));
-  if (text.isEmpty()) text = QStringLiteral("empty");
-  QString name = QStringLiteral("Line %1: %2").arg(QString::number(line + 1), text);
-  const QString state = StateWord(row.state);
-  if (!state.isEmpty()) name += QStringLiteral(", ") + state;
-  return name;
-}
 
 class AccessibleRow : public QAccessibleInterface, public QAccessibleActionInterface {
  public:
@@ -49,7 +28,8 @@ class AccessibleRow : public QAccessibleInterface, public QAccessibleActionInter
   QAccessible::Role role() const override { return QAccessible::ListItem; }
   void setText(QAccessible::Text, const QString&) override {}
   QString text(QAccessible::Text which) const override {
-    if (which == QAccessible::Name) return NameOf(pane_->Session().rows[line_], line_);
+    if (which == QAccessible::Name) return pane_->SpeechOfRow(line_).name;
+    if (which == QAccessible::Description) return pane_->SpeechOfRow(line_).description;
     return {};
   }
   QRect rect() const override {

@@ -4,8 +4,8 @@
 
 namespace tavlo {
 
-/// Makes each row of the painted grid a thing of its own for screen readers and tests from outside: its name
-/// reads "Line 3: Go to line 1, executing", its action is the click on the icon. Installs once.
+/// Makes each row of the painted grid a thing of its own for screen readers and tests from outside: it says
+/// what `RowSpeech` holds, its action is the click on the icon. Installs once.
 void InstallRowAccessibility();
 
 }  // namespace tavlo

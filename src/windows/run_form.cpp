@@ -54,6 +54,8 @@ RunForm::RunForm(Desk& desk, RunWindow window, QWidget* main_window, std::functi
   lights_->setFrameShape(QFrame::NoFrame);
   lights_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   lights_->setFocusPolicy(Qt::NoFocus);
+  lights_->setAccessibleName(QStringLiteral("Lights"));
+  lights_->verticalScrollBar()->setAccessibleName(QStringLiteral("Scroll lights"));
   body_->addWidget(lights_);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);

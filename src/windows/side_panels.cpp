@@ -120,6 +120,9 @@ void HubPanel::Show(const Source& source) {
 DriveLabel::DriveLabel(int axis, QWidget* parent) : QLabel(parent) {
   setObjectName(QStringLiteral("LblDriveDesc%1").arg(axis));
   setTextFormat(Qt::PlainText);
+  QSizePolicy policy = sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  setSizePolicy(policy);
 }
 
 void DriveLabel::Show(const DriveDesc& desc) {
@@ -128,6 +131,8 @@ void DriveLabel::Show(const DriveDesc& desc) {
       QStringList{columns_.name, columns_.model, columns_.current}.join(QStringLiteral("  ")).trimmed();
   setText(whole);
   setToolTip(whole.toHtmlEscaped());
+  // An axis that the hub does not have is nothing to be read out.
+  setVisible(!whole.isEmpty());
 }
 
 // One more than it measures: what fits exactly would be elided for a fraction of a dot.

@@ -19,8 +19,9 @@ constexpr int kFine = 10;
 constexpr int kGaugeWidth = 320;
 constexpr int kPadding = 16;
 
-void MakePane(QFrame& pane, const QString& name) {
+void MakePane(QFrame& pane, const QString& name, const QString& spoken) {
   pane.setObjectName(name);
+  pane.setAccessibleName(spoken);
   pane.setFrameStyle(QFrame::StyledPanel | QFrame::Raised);
   pane.setAutoFillBackground(true);
   pane.hide();
@@ -43,12 +44,16 @@ GaugeForm::GaugeForm(const QString& name, const QString& title, const QString& d
       hold_(std::move(hold)),
       phase_(new QLabel(this)),
       gauge_(new QProgressBar(this)) {
-  MakePane(*this, name);
+  MakePane(*this, name, title);
   auto* heading = new QLabel(title, this);
   phase_->setTextFormat(Qt::PlainText);
+  QSizePolicy keeps_its_place = phase_->sizePolicy();
+  keeps_its_place.setRetainSizeWhenHidden(true);
+  phase_->setSizePolicy(keeps_its_place);
   gauge_->setRange(0, kFullGauge * kFine);
   gauge_->setTextVisible(false);
-  gauge_->setMinimumWidth(kGaugeWidth);
+  gauge_->setMinimumWidth(ByFont(fontMetrics(), kGaugeWidth));
+  gauge_->setAccessibleName(title);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
   column->addWidget(heading);
@@ -59,6 +64,7 @@ GaugeForm::GaugeForm(const QString& name, const QString& title, const QString& d
 void GaugeForm::Show() {
   gauge_->setValue(0);
   phase_->setText(QStringLiteral(" "));
+  phase_->hide();
   hold_(true);
   ShowInTheMiddle(*this);
 }
@@ -77,14 +83,17 @@ void GaugeForm::Phase(std::string_view name, int, int) {
   const QString text = doing_ + QLatin1Char(' ') + FromText(name);
   if (text == phase_->text()) return;
   phase_->setText(text);
+  phase_->show();
+  if (sizeHint().width() > width()) ShowInTheMiddle(*this);
   phase_->repaint();
 }
 
 LoadingPane::LoadingPane(QWidget* parent) : QFrame(parent) {
-  MakePane(*this, QStringLiteral("Loading"));
+  const QString text = QStringLiteral("Loading file from disk...");
+  MakePane(*this, QStringLiteral("Loading"), text);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
-  column->addWidget(new QLabel(QStringLiteral("Loading file from disk..."), this));
+  column->addWidget(new QLabel(text, this));
 }
 
 void LoadingPane::Show() {

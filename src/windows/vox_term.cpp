@@ -12,15 +12,17 @@
 #include <QKeyEvent>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QVBoxLayout>
 #include <utility>
 
 #include "link/drive_terminal.h"
 #include "qt/gui/shown_text.h"
+#include "windows/font_size.h"
 
 namespace tavlo {
-#include "windows/font_size.h"
 namespace {
 
 constexpr QSize kOpeningSize(620, 480);
@@ -30,10 +32,16 @@ constexpr int kCommandRows = 3;
 /// for.
 constexpr int kPaintEvery = 30;
 
-QPlainTextEdit* MakeBox(const char* name, QWidget* parent) {
+QPlainTextEdit* MakeBox(const char* name, const QString& spoken, QWidget* parent) {
   auto* box = new QPlainTextEdit(parent);
   box->setObjectName(QLatin1String(name));
-  box->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  box->setAccessibleName(spoken);
+  for (QScrollBar* bar : {box->verticalScrollBar(), box->horizontalScrollBar()}) {
+    bar->setAccessibleName(QStringLiteral("Scroll: ") + spoken);
+  }
+  QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  fixed.setPixelSize(QFontInfo(parent->font()).pixelSize());
+  box->setFont(fixed);
   box->setTabChangesFocus(true);
   return box;
 }
