@@ -84,8 +84,9 @@ std::string CommLink(int number) {
 }
 
 std::optional<int> CommOf(const std::string& link) {
+  const std::string folder = FolderPath(kUserFolders);
   for (int number = 1; number <= kCommCount; ++number) {
-    if (link == FolderPath() + "/comm" + std::to_string(number)) return number;
+    if (link == folder + "/comm" + std::to_string(number)) return number;
   }
   return std::nullopt;
 }

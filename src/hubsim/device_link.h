@@ -10,11 +10,14 @@
 
 namespace tavlo::hubsim {
 
+/// Where the system keeps a folder for each user who is signed in.
+inline constexpr const char* kUserFolders = "/run/user";
+
 /// The folder of this user's links to simulated hubs, made with mode 0700 if need be: `tavlo-composer` in
 /// XDG_RUNTIME_DIR, else in this user's folder below `user_folders`, where the system keeps one for each user
 /// who is signed in; either only if it is this user's. Else `/tmp/tavlo-composer-{uid}`. Throws
 /// std::runtime_error where the folder is not this user's alone.
-[[nodiscard]] std::string RuntimeFolder(const std::string& user_folders = "/run/user");
+[[nodiscard]] std::string RuntimeFolder(const std::string& user_folders = kUserFolders);
 
 /// `{RuntimeFolder()}/comm{number}`.
 [[nodiscard]] std::string CommLink(int number);
