@@ -10,6 +10,8 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QToolTip>
+#include <algorithm>
+#include <array>
 #include <utility>
 
 #include "qt/gui/shown_text.h"
@@ -23,6 +25,9 @@ namespace {
 constexpr int kTextMargin = 4;
 constexpr int kFocusWidth = 2;
 constexpr int kLinesOfPage = 10;
+/// A drag does not outlast what takes the mouse away from the pane.
+constexpr std::array kEndsOfDrag = {QEvent::WindowBlocked, QEvent::WindowDeactivate, QEvent::Hide,
+                                    QEvent::EnabledChange};
 
 constexpr QRgb kRedNumber = qRgb(192, 0, 0);
 constexpr QRgb kBlueNumber = qRgb(0, 0, 210);
@@ -206,19 +211,12 @@ QString ProgWindow::ToolTipAt(QPoint position) {
 }
 
 bool ProgWindow::event(QEvent* event) {
-  switch (event->type()) {
-    case QEvent::ToolTip: {
-      const auto* help = static_cast<QHelpEvent*>(event);
-      QToolTip::showText(help->globalPos(), ToolTipAt(help->pos()), this);
-      return true;
-    }
-    // A drag does not outlast what takes the mouse away from the pane.
-    case QEvent::WindowBlocked:
-    case QEvent::WindowDeactivate:
-    case QEvent::Hide:
-    case QEvent::EnabledChange: EndDrag(); break;
-    default: break;
+  if (event->type() == QEvent::ToolTip) {
+    const auto* help = static_cast<QHelpEvent*>(event);
+    QToolTip::showText(help->globalPos(), ToolTipAt(help->pos()), this);
+    return true;
   }
+  if (std::ranges::find(kEndsOfDrag, event->type()) != kEndsOfDrag.end()) EndDrag();
   return QWidget::event(event);
 }
 
