@@ -62,6 +62,8 @@ ProgramGrid::ProgramGrid(const Source& source, QWidget* parent)
   headings->addSpacing(pane_->Geometry().DescLeft() + frame + RowGeometry::kGap - line->width());
   headings->addWidget(heading_, 1);
   headings->addWidget(notice_, 1);
+  // To the right, where a run window beside the rows leaves it to be seen.
+  notice_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   notice_->hide();
 
   auto* column = new QVBoxLayout(this);
