@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <random>
+#include <utility>
 #include <vector>
 
 namespace tavlo::testing {
@@ -367,6 +368,56 @@ TEST(CheckNone, EveryOtherTypeNeedsItsDriveButForTheHubsOwnInputsAndOutputs) {
       }
     }
   }
+}
+
+TEST(Scans, The201stRecordIsNoLine) {
+  for (int type = 0; type < kTypes; ++type) {
+    for (const int axis : {0, kHubQuadIO, 6}) {
+      for (const int sub : {GetDistance, GetSpeed, GetCount, WaitEnter}) {
+        Program program = Fresh();
+        program.HubIndex = HubQuad;
+        program.Axis.DriveModel.fill(1);
+        program.Axis.DriveModel[6] = 0;
+        program.Axis.StepsPerUnit.fill(1);
+        program.Prog[198].Type = FL;
+        program.Prog[198].Proceed = true;
+        Instruction& beyond = program.Prog[kLines];
+        beyond.Type = static_cast<std::int16_t>(type);
+        beyond.SubType = static_cast<std::int16_t>(sub);
+        beyond.Drive = beyond.JogLRDrive = static_cast<std::int16_t>(axis);
+        beyond.DistIsMMI = beyond.SpeedIsMMI = beyond.CountIsMMI = beyond.JogLR = true;
+        beyond.IONum = 7;
+        beyond.InMask = beyond.InState = 0xF3;
+        beyond.LineNum = kNoRepeat;
+        EXPECT_TRUE(BadMoveorMMIAxis(program).empty()) << type;
+        EXPECT_TRUE(In5678used(program).empty()) << type;
+        EXPECT_TRUE(IOpast5(program).empty()) << type;
+        EXPECT_TRUE(SetOutput4(program).empty()) << type;
+        EXPECT_FALSE(ScanProgMMI(program)) << type;
+        EXPECT_FALSE(ScanMMIspeeds(program)) << type;
+        EXPECT_FALSE(CheckNone(program)) << type;
+        EXPECT_FALSE(ScanConcurrent(program)) << type;
+        EXPECT_TRUE(CallsOK(program) && ReturnsOK(program)) << type;
+        EXPECT_EQ(CountRepeats(program) + CountEndRepeats(program), 0) << type;
+        EXPECT_FALSE(ERbeforeRP(program)) << type;
+        FixMultiIn(program);
+        EXPECT_EQ(beyond.InMask, 0xF3) << type;
+        EXPECT_EQ(beyond.InState, 0xF3) << type;
+      }
+    }
+  }
+}
+
+TEST(ScanMMItypes, The201stRecordIsNeitherUseNorPrompt) {
+  Program program = Fresh();
+  program.Prog[0].Type = FL;
+  program.Prog[0].DistIsMMI = true;
+  program.Prog[kLines].Type = MMI;
+  program.Prog[kLines].SubType = GetCount;
+  EXPECT_FALSE(ScanMMItypes(program));
+  EXPECT_TRUE(ScanProgMMI(program)) << "it fills no variable either";
+  std::swap(program.Prog[0], program.Prog[kLines]);
+  EXPECT_FALSE(ScanMMItypes(program));
 }
 
 TEST(Scans, RecordsOfAnyValueAreScannedWithoutReachingOutside) {
