@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <optional>
 #include <random>
 #include <utility>
 #include <vector>
@@ -367,6 +368,44 @@ TEST(CheckNone, EveryOtherTypeNeedsItsDriveButForTheHubsOwnInputsAndOutputs) {
         EXPECT_FALSE(CheckNone(program).has_value()) << type;
       }
     }
+  }
+}
+
+TEST(CheckNone, AWaitForEnterNeedsADriveOnEachAxisThatItJogsAndOnNoOther) {
+  struct Case {
+    bool left_right;
+    bool up_down;
+    std::optional<int> axis;
+  };
+  for (const Case& c :
+       {Case{false, false, std::nullopt}, Case{true, false, 2}, Case{false, true, 3}, Case{true, true, 3}}) {
+    Program program = Fresh();
+    program.Axis.DriveModel[2] = program.Axis.DriveModel[3] = program.Axis.DriveModel[5] = 0;
+    Instruction& line = program.Prog[40];
+    line.Type = MMI;
+    line.SubType = WaitEnter;
+    line.Drive = 5;
+    line.JogLR = c.left_right;
+    line.JogLRDrive = 2;
+    line.JogUD = c.up_down;
+    line.JogUDDrive = 3;
+    const auto found = CheckNone(program);
+    EXPECT_EQ(found ? std::optional(found->axis) : std::nullopt, c.axis);
+  }
+}
+
+TEST(ScanProgMMI, AVariableThatThereIsNotIsNeverFilled) {
+  for (const int variable : {-1, kMMIVariables + 1}) {
+    Program program = Fresh();
+    program.Prog[0].Type = MMI;
+    program.Prog[0].SubType = GetDistance;
+    program.Prog[1].Type = FL;
+    program.Prog[1].DistIsMMI = true;
+    program.Prog[0].DistVar = program.Prog[1].DistVar = static_cast<std::int16_t>(variable);
+    const auto found = ScanProgMMI(program);
+    ASSERT_TRUE(found.has_value()) << variable;
+    EXPECT_EQ(found->variable, variable);
+    EXPECT_EQ(found->line, 1);
   }
 }
 
