@@ -10,6 +10,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "windows/font_size.h"
+
 namespace tavlo {
 namespace {
 
@@ -90,8 +92,10 @@ QScrollBar& ProgramGrid::ScrollProg() const {
 
 void ProgramGrid::AdjProgWinWidth() {
   if (window()->isMinimized()) return;
-  const int window_width = window()->width();
-  const int beyond = window_width - kNarrowWindow - ExtraWidth(window_width);
+  // As wide as it would be beside a text of the usual height: a large text needs more of the room.
+  const int window_width = window()->width() * kNarrowWindow / ByFont(fontMetrics(), kNarrowWindow);
+  const int left_over = std::max(0, window_width - kNarrowWindow - ExtraWidth(window_width));
+  const int beyond = ByFont(fontMetrics(), left_over);
   const int width = scroll_->viewport()->width();
   pane_->SetWidths(std::max(width - pane_->Geometry().DescLeft() - beyond, kLeastTextWidth), width);
 }

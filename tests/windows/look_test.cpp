@@ -216,7 +216,7 @@ TEST_P(LookOfAllWindows, NumbersTextsIconsAndFramesOfRowsStandOut) {
     for (int line = 0; line < 17; ++line) {
       const QRect icon = geometry.Icon(line);
       const QRect text = geometry.Desc(line).adjusted(3, 3, -3, -3);
-      EXPECT_GE(PaintedIn(picture, geometry.Label(line)).Stands(), kTextContrast) << "number of row " << line;
+      EXPECT_GE(PaintedIn(picture, geometry.Label(line)).contrast, kTextContrast) << "number of row " << line;
       const bool empty = pane.Session().rows[line].desc.empty();
       EXPECT_TRUE(empty || PaintedIn(picture, text).Stands() >= kTextContrast) << "text of row " << line;
       EXPECT_GE(PaintedIn(picture, icon.adjusted(4, 4, -4, -4)).Stands(), kSymbolContrast) << "icon " << line;
@@ -226,6 +226,19 @@ TEST_P(LookOfAllWindows, NumbersTextsIconsAndFramesOfRowsStandOut) {
     }
     const QRect marker(0, geometry.Top(6), RowGeometry::kMarkerWidth + 1, geometry.pitch);
     EXPECT_GE(PaintedIn(picture, marker).Stands(), kSymbolContrast) << "program counter";
+TEST_P(LookOfAllWindows, ATextIsCutOnlyWhereTheGridEndsOrWhereItIsLong) {
+  constexpr int kLongText = 60;
+  const WearingLook wearing(GetParam());
+  RunningSession session;
+  const RowGeometry& geometry = session.Pane().Geometry();
+  const int whole = geometry.width - geometry.DescLeft();
+  const int long_text = kLongText * session.Pane().fontMetrics().averageCharWidth();
+  EXPECT_GE(geometry.text_width, std::min(whole, long_text));
+  session.Main().resize(session.Main().minimumSizeHint());
+  session.Settle();
+  EXPECT_GE(geometry.text_width, std::min(geometry.width - geometry.DescLeft(), long_text));
+}
+
     for (const QColor& arrow : ArrowColours()) {
       EXPECT_GE(Contrast(arrow, window.palette().color(QPalette::Window)), kSymbolContrast);
     }
