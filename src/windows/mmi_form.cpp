@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTimer>
@@ -28,6 +29,10 @@ constexpr int kDisplayLetters = 24;
 constexpr int kKeyWidth = 46;
 constexpr int kWordWidth = 62;
 constexpr int kKeyHeight = 36;
+/// Height of a screen on which display, keys and controls have their chosen sizes.
+constexpr int kRoomForAll = 640;
+/// What a key needs around its word.
+constexpr int kKeyEdge = 12;
 /// The last row grows without end while text comes that nothing clears. More than this is kept, not painted.
 constexpr std::size_t kPaintedColumns = 1000;
 
@@ -65,6 +70,13 @@ constexpr std::array<KeyRow, 19> kKeys = {{
 }};
 constexpr int kWordColumn = 3;
 constexpr int kGapColumn = 4;
+
+/// In proportion to the font, as long as the screen has room for it: Stop must stay in sight.
+int Measure(const QWidget& window, int chosen) {
+  const int wanted = ByFont(window.fontMetrics(), chosen);
+  const int height = ByFont(window.fontMetrics(), kRoomForAll);
+  return std::min(wanted, wanted * window.screen()->availableSize().height() / height);
+}
 
 bool IsArrow(MmiKey key) {
   return key >= MmiKey::arrowup;
@@ -109,7 +121,7 @@ QWidget* MmiForm::MakeDisplay() {
   auto* frame = new QGroupBox(QStringLiteral("Display"), this);
   auto* glass = new QWidget;
   QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-  fixed.setPixelSize(ByFont(fontMetrics(), kDisplayLetters));
+  fixed.setPixelSize(Measure(*this, kDisplayLetters));
   QPalette colours = glass->palette();
   colours.setColor(QPalette::Window, QColor(214, 228, 190));
   colours.setColor(QPalette::WindowText, QColor(16, 32, 16));
@@ -154,10 +166,11 @@ QWidget* MmiForm::MakeKeypad() {
     auto* button = new QPushButton(QString::fromUtf8(row.caption), frame);
     button->setObjectName(QLatin1String(row.name));
     button->setAccessibleName(QLatin1String(row.spoken));
-    button->setFixedHeight(ByFont(fontMetrics(), kKeyHeight));
+    button->setFixedHeight(std::max(Measure(*this, kKeyHeight), fontMetrics().height() + kKeyEdge / 2));
     // A key over several columns fills them.
-    const int width = ByFont(fontMetrics(), row.column == kWordColumn ? kWordWidth : kKeyWidth);
-    if (row.columns == 1) button->setFixedWidth(width);
+    const int word = fontMetrics().horizontalAdvance(button->text()) + kKeyEdge;
+    const int width = Measure(*this, row.column == kWordColumn ? kWordWidth : kKeyWidth);
+    if (row.columns == 1) button->setFixedWidth(std::max(width, word));
     // The keyboard works the keys, so that none of them need hold the focus.
     button->setFocusPolicy(Qt::NoFocus);
     // A held arrow jogs on.

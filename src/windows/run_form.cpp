@@ -118,7 +118,10 @@ void RunForm::FitLights() {
   const bool scrolled = wanted.height() > Room().height() - others;
   const int bar = scrolled ? lights_->verticalScrollBar()->sizeHint().width() : 0;
   lights_->setVerticalScrollBarPolicy(scrolled ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
-  lights_->setMinimumSize(wanted.width() + bar, std::clamp(Room().height() - others, 1, wanted.height()));
+  const int room = std::max(1, Room().height() - others);
+  lights_->setMinimumSize(wanted.width() + bar, std::min(room, wanted.height()));
+  // With a large font a scroll area asks for more than that.
+  lights_->setMaximumHeight(room);
 }
 
 void RunForm::ShowAxis(int axis) {
