@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
-#include <algorithm>
 #include <cmath>
 
+#include "motion/range.h"
 #include "motion/units.h"
 #include "platform/number_format.h"
 
@@ -21,7 +21,7 @@ double RateFactor(const Program& program, const OldUnits& old, int axis) {
 }
 
 std::int32_t Scaled(std::int32_t value, double factor, double lowest, double highest) {
-  return static_cast<std::int32_t>(std::clamp(RoundHalfEven(value * factor), lowest, highest));
+  return static_cast<std::int32_t>(Held(RoundHalfEven(value * factor), lowest, highest));
 }
 
 void CapLimit(std::int32_t& whole, std::int32_t& fraction, double highest) {
@@ -60,7 +60,7 @@ void ScaleSpeed(Program& program, const OldUnits& old) {
   const auto scale = [&](float& speed, int axis) {
     if (!IsAxisSlot(axis)) return;
     speed = static_cast<float>(
-        std::clamp(speed * RateFactor(program, old, axis), MinSpeed(program, axis), MaxSpeed(program, axis)));
+        Held(speed * RateFactor(program, old, axis), MinSpeed(program, axis), MaxSpeed(program, axis)));
   };
   for (int i = 0; i < kLines; ++i) {
     Instruction& line = program.Prog[i];

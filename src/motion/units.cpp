@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 
+#include "motion/range.h"
 #include "platform/number_format.h"
 
 namespace tavlo {
@@ -44,7 +45,14 @@ double Quantised(double rev_s, double r) {
 }
 
 int SliderValue(double value) {
-  return static_cast<int>(std::clamp(RoundHalfEven(value), -1e9, 1e9));
+  return static_cast<int>(Held(RoundHalfEven(value), -1e9, 1e9));
+}
+
+/// The number of an entry. "1E999" is infinite, and infinite times 0 steps is no number: far beyond every
+/// limit is far enough.
+double Entered(std::string_view text) {
+  constexpr double kFarBeyond = 1e100;
+  return Held(Val(text), -kFarBeyond, kFarBeyond);
 }
 
 /// A quotient that stays finite when a damaged file gave an axis 0 steps.
@@ -54,14 +62,16 @@ double Over(double x, double divisor) {
 
 DistEntry CleanUpSteps(const Program& program, std::string_view text, int axis, double lowest,
                        double highest) {
-  double x = Val(text);
+  double x = Entered(text);
   std::int32_t steps = 0;
   if (UsesUnits(program, axis) && U(program, axis) != 0) {
     const double u = U(program, axis);
-    x = std::clamp(x, lowest / u, highest / u);
+    // A file may bring a negative U, which shows every distance negative and turns the ends about.
+    const auto [least, most] = std::minmax({lowest / u, highest / u});
+    x = Held(x, least, most);
     steps = static_cast<std::int32_t>(RoundHalfEven(x * u));
   } else {
-    steps = static_cast<std::int32_t>(RoundHalfEven(std::clamp(x, lowest, highest)));
+    steps = static_cast<std::int32_t>(RoundHalfEven(Held(x, lowest, highest)));
   }
   return {steps, FormatDist(program, steps, axis)};
 }
@@ -130,30 +140,30 @@ double Round4(double x) {
 }
 
 SpeedEntry CleanUpSpeed(const Program& program, std::string_view text, int axis) {
-  double x = Val(text);
+  double x = Entered(text);
   if (UsesUnits(program, axis)) x = UserToRev(program, x, axis);
-  x = Quantised(std::clamp(x, MinSpeed(program, axis), MaxSpeed(program, axis)), R(program, axis));
+  x = Quantised(Held(x, MinSpeed(program, axis), MaxSpeed(program, axis)), R(program, axis));
   return {x, Format(ShownSpeed(program, x, axis), "#0.0000"), SliderValue(x * 40)};
 }
 
 Speed2Entry CleanUpSpeed2(const Program& program, std::string_view text, int axis, double first_rev_s) {
-  double x = Val(text);
+  double x = Entered(text);
   if (UsesUnits(program, axis)) x = UserToRev(program, x, axis);
   x = std::min(x, first_rev_s);
-  x = Quantised(std::clamp(x, MinSpeed(program, axis), MaxSpeed(program, axis)), R(program, axis));
+  x = Quantised(Held(x, MinSpeed(program, axis), MaxSpeed(program, axis)), R(program, axis));
   return {x, FormatSpeed(program, x, axis)};
 }
 
 AccelEntry CleanUpAccel(const Program& program, std::string_view text, int axis) {
-  double x = Val(text);
+  double x = Entered(text);
   if (UsesUnits(program, axis)) x = RoundHalfEven(UserToRev(program, x, axis));
-  x = std::clamp<double>(x, MinAccel(program, axis), kMaxAccel);
+  x = Held(x, MinAccel(program, axis), kMaxAccel);
   return {FormatAccel(program, x, axis), SliderValue(x)};
 }
 
 AccelEntry CleanUpJogAccel(const Program& program, std::string_view text, int axis) {
-  double x = RoundHalfEven(UserToRev(program, Val(text), axis));
-  x = std::clamp<double>(x, MinAccel(program, axis), kMaxAccel);
+  double x = RoundHalfEven(UserToRev(program, Entered(text), axis));
+  x = Held(x, MinAccel(program, axis), kMaxAccel);
   return {FormatAccel(program, x, axis), SliderValue(x)};
 }
 
@@ -166,12 +176,12 @@ DistEntry CleanUpPosition(const Program& program, std::string_view text, int axi
 }
 
 DelayEntry CleanUpRetDelay(std::string_view text) {
-  const double seconds = std::clamp(Val(text), 0.01, 300.0);
+  const double seconds = Held(Entered(text), 0.01, 300.0);
   return {Format(seconds, "#0.00"), SliderValue(seconds * 100)};
 }
 
 std::int32_t CleanUpCount(std::string_view text) {
-  return static_cast<std::int32_t>(std::clamp(RoundHalfEven(Val(text)), 1.0, 32767.0));
+  return static_cast<std::int32_t>(Held(RoundHalfEven(Entered(text)), 1.0, 32767.0));
 }
 
 SliderEnds BarEnds(const Program& program, int axis) {

@@ -2,6 +2,9 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstdint>
+#include <limits>
 #include <string>
 
 #include "motion/scaled_program.h"
@@ -186,6 +189,70 @@ TEST(CountEntry, IsWholeAndHeldBetween1And32767) {
   } const cases[] = {{"10", 10}, {"", 1},          {"0", 1},         {"-7", 1},       {"2.5", 2},
                      {"3.5", 4}, {"32767", 32767}, {"40000", 32767}, {"1E300", 32767}};
   for (const auto& c : cases) EXPECT_EQ(CleanUpCount(c.text), c.count) << c.text;
+}
+
+// The scales that a file may bring though no form takes them.
+constexpr std::int32_t kOddScales[] = {
+    0, -1, -20000, std::numeric_limits<std::int32_t>::min(), 1, std::numeric_limits<std::int32_t>::max()};
+// Infinite, and so near to it that a product is.
+constexpr std::string_view kOddEntries[] = {"1E999", "-1E999", "1E308", "-1E308", "0", "-0", "-5", "5", ""};
+
+TEST(AnyEntry, OnAnyScaleIsANumberWithinItsLimits) {
+  for (const std::int32_t u : kOddScales) {
+    for (const std::int32_t r : kOddScales) {
+      for (const bool use_units : {true, false}) {
+        const Program program = WithScale(r, u, use_units);
+        for (const std::string_view text : kOddEntries) {
+          SCOPED_TRACE(std::to_string(u) + " " + std::to_string(r) + " " + std::string(text));
+          const SpeedEntry speed = CleanUpSpeed(program, text, 0);
+          EXPECT_TRUE(speed.rev_s >= 0 && speed.rev_s <= 50) << speed.rev_s;
+          EXPECT_TRUE(speed.slider >= 0 && speed.slider <= 2000) << speed.slider;
+          const Speed2Entry second = CleanUpSpeed2(program, text, 0, 3);
+          EXPECT_TRUE(second.rev_s >= 0 && second.rev_s <= 3) << second.rev_s;
+          for (const AccelEntry& accel :
+               {CleanUpAccel(program, text, 0), CleanUpJogAccel(program, text, 0)}) {
+            EXPECT_TRUE(accel.slider >= 1 && accel.slider <= kMaxAccel) << accel.slider;
+          }
+          const DistEntry length = CleanUpDist(program, text, 0);
+          EXPECT_TRUE(length.steps >= 1 && length.steps <= kMaxSteps) << length.steps;
+          const DistEntry position = CleanUpPosition(program, text, 0);
+          EXPECT_LE(std::abs(position.steps), kMaxSteps);
+          for (const std::string& shown : {speed.text, second.text, length.text, position.text}) {
+            EXPECT_EQ(shown.find_first_not_of("-.0123456789E+"), std::string::npos) << shown;
+          }
+        }
+      }
+    }
+  }
+}
+
+TEST(AnyEntry, AnInfiniteOneIsTheLimit) {
+  const Program program = WithScale(20000, 20000);
+  EXPECT_EQ(CleanUpSpeed(program, "1E999", 0).rev_s, 50);
+  EXPECT_EQ(CleanUpSpeed2(program, "1E999", 0, 3).rev_s, 3);
+  EXPECT_EQ(CleanUpAccel(program, "1E999", 0).slider, 3000);
+  EXPECT_EQ(CleanUpJogAccel(program, "-1E999", 0).text, "1.0");
+  EXPECT_EQ(CleanUpDist(program, "1E999", 0).steps, 16000000);
+  EXPECT_EQ(CleanUpPosition(program, "-1E999", 0).steps, -16000000);
+  EXPECT_EQ(CleanUpRetDelay("1E999").slider, 30000);
+  EXPECT_EQ(CleanUpCount("-1E999"), 1);
+}
+
+TEST(AnyEntry, OnAnAxisOfNoStepsIsTheLowerLimit) {
+  const Program program = WithScale(20000, 0);
+  EXPECT_EQ(CleanUpSpeed(program, "1E999", 0).rev_s, 0.025);
+  EXPECT_EQ(CleanUpSpeed(program, "1E999", 0).slider, 1);
+  EXPECT_EQ(CleanUpAccel(program, "1E999", 0).slider, 1);
+}
+
+TEST(DistanceEntry, OfANegativeScaleIsTakenAsItIsShown) {
+  const Program program = WithScale(20000, -1000);
+  EXPECT_EQ(FormatDist(program, 2500, 0), "-2.5");
+  EXPECT_EQ(CleanUpDist(program, "-2.5", 0).steps, 2500);
+  EXPECT_EQ(CleanUpDist(program, "-2.5", 0).text, "-2.5");
+  EXPECT_EQ(CleanUpDist(program, "2.5", 0).steps, 1);
+  EXPECT_EQ(CleanUpDist(program, "-20000", 0).steps, 16000000);
+  EXPECT_EQ(CleanUpPosition(program, "2.5", 0).steps, -2500);
 }
 
 }  // namespace

@@ -151,29 +151,68 @@ TEST(Rescale, AccelerationsTakeTheSameFactorAndTheLimitsOfTheModel) {
   EXPECT_EQ(change.program.Prog[0].Speed2, 0.125F);
 }
 
-TEST(Rescale, AnyRecordAndScaleIsNoCrashAndEndsInRange) {
-  Change change = ChangeOf(1, std::numeric_limits<std::int32_t>::max());
-  Instruction& line = change.program.Prog[0];
+/// Fields that hold what no entry gives, and axes that there are not.
+void MakeOdd(Program& program) {
+  Instruction& line = program.Prog[0];
   line.Dist = std::numeric_limits<std::int32_t>::max();
   line.Dist2 = std::numeric_limits<std::int32_t>::min();
   line.Accel = std::numeric_limits<std::int32_t>::max();
+  line.Decel = std::numeric_limits<std::int32_t>::min();
   line.Speed = std::numeric_limits<float>::max();
   line.Speed2 = std::numeric_limits<float>::infinity();
   line.RetSpeed = std::numeric_limits<float>::quiet_NaN();
+  line.JogSpeed = -std::numeric_limits<float>::infinity();
   line.UpperInt = std::numeric_limits<std::int32_t>::max();
   line.LowerInt = std::numeric_limits<std::int32_t>::min();
+  int next = 1;
   for (const int axis : {-1, 9, 300, 32767, -32768}) {
-    Instruction& other = change.program.Prog[static_cast<std::size_t>(1 + (axis & 127))];
+    Instruction& other = program.Prog[next++];
     other.Drive = other.JogLRDrive = other.JogUDDrive = static_cast<std::int16_t>(axis);
   }
+}
+
+TEST(Rescale, AnyRecordEndsWithinTheLimitsAndAnAxisThatThereIsNotIsLeftAlone) {
+  Change change = ChangeOf(1, std::numeric_limits<std::int32_t>::max());
+  MakeOdd(change.program);
+  const auto before = change.program.Prog;
   ScaleAll(change);
+  const Instruction& line = change.program.Prog[0];
   EXPECT_EQ(line.Dist, 16000000);
   EXPECT_EQ(line.Dist2, 1);
   EXPECT_EQ(line.Accel, 3000);
+  EXPECT_EQ(line.Decel, 1);
   EXPECT_EQ(line.Speed, 50.0F);
   EXPECT_EQ(line.Speed2, 50.0F);
-  change = ChangeOf(0, 0, 0, 0);
-  ScaleAll(change);
+  EXPECT_EQ(line.RetSpeed, 0.025F) << "what is no number is the slowest";
+  EXPECT_EQ(line.JogSpeed, 0.025F);
+  // 16,000,000 / 2147483647 = 0.0074 cut to four decimals.
+  EXPECT_EQ(line.UpperInt, 0);
+  EXPECT_EQ(line.UpperFrac, 74);
+  EXPECT_EQ(line.LowerInt, std::numeric_limits<std::int32_t>::min());
+  for (int other = 1; other <= 5; ++other) EXPECT_EQ(change.program.Prog[other], before[other]) << other;
+}
+
+TEST(Rescale, AnyTwoScalesLeaveEveryFieldWithinItsLimits) {
+  constexpr std::int32_t kScales[] = {
+      0, -1, -20000, 1, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()};
+  for (const std::int32_t before : kScales) {
+    for (const std::int32_t after : kScales) {
+      SCOPED_TRACE(std::to_string(before) + " to " + std::to_string(after));
+      Change change = ChangeOf(before, after, before, after);
+      MakeOdd(change.program);
+      ScaleAll(change);
+      const Instruction& line = change.program.Prog[0];
+      for (const std::int32_t steps : {line.Dist, line.SafetyDist, line.Dist2}) {
+        EXPECT_TRUE(steps >= 1 && steps <= kMaxSteps) << steps;
+      }
+      for (const float speed : {line.Speed, line.RetSpeed, line.Speed2, line.JogSpeed}) {
+        EXPECT_TRUE(speed >= 0.025F && speed <= 50.0F) << speed;
+      }
+      for (const std::int32_t accel : {line.Accel, line.Decel, line.JogAccel}) {
+        EXPECT_TRUE(accel >= 1 && accel <= kMaxAccel) << accel;
+      }
+    }
+  }
 }
 
 }  // namespace
