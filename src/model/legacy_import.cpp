@@ -2,6 +2,9 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "model/legacy_import.h"
 
+#include <algorithm>
+#include <limits>
+
 #include "platform/number_format.h"
 
 namespace tavlo {
@@ -76,6 +79,17 @@ void ReadPrompt100(ItemReader& items, const Layout& layout, Instruction& line) {
   if (layout.prompt_direction) items.Read(line.Dir);
 }
 
+/// The old file had no fields of its own for these.
+void ReadMotorFields(ItemReader& items, Instruction& line) {
+  using Percent = std::numeric_limits<decltype(line.IdlePct)>;
+  line.Current = static_cast<float>(line.Time);
+  if (line.Count < Percent::min() || line.Count > Percent::max()) {
+    items.Fail();
+  } else {
+    line.IdlePct = static_cast<std::int16_t>(line.Count);
+  }
+}
+
 /// `load100`: the record of one line.
 void ReadLine100(ItemReader& items, const Layout& layout, Instruction& line) {
   if (line.Type == CM) {
@@ -95,11 +109,7 @@ void ReadLine100(ItemReader& items, const Layout& layout, Instruction& line) {
   }
   items.ReadAll(line.Wrap1, line.Blank1, line.Wrap2, line.Blank2, line.Text);
   if (layout.second_operands) items.ReadAll(line.InMask, line.InState, line.Reserved3, line.WaitAND);
-  if (line.Type == CC) {
-    // The old file had no fields of its own for these.
-    line.Current = static_cast<float>(line.Time);
-    line.IdlePct = static_cast<std::int16_t>(line.Count);
-  }
+  if (line.Type == CC) ReadMotorFields(items, line);
 }
 
 void ReadLines(ItemReader& items, const Layout& layout, int count, Program& program) {
@@ -140,6 +150,14 @@ void ScaleCurrents(const Settings& settings, AxisConfig& axes) {
   axes.IdleCode[0] = static_cast<std::int16_t>(RoundHalfEven(IdleCodeOf(settings.idle_byte) / 255.0 * most));
 }
 
+/// The drive of the file is not the one that the axis has, and a current that the one bears may be too high
+/// for the other.
+void HoldCurrents(AxisConfig& axes) {
+  for (int axis = 0; axis < kAxes; ++axis) {
+    axes.DriveCurrent[axis] = std::min(axes.DriveCurrent[axis], MaxCurrent(axes.DriveModel[axis]));
+  }
+}
+
 void MoveToAxis0(const Settings& settings, int count, Program& program) {
   for (int i = 0; i < count; ++i) {
     Instruction& line = program.Prog[i];
@@ -169,6 +187,7 @@ bool LoadOskelProg(ItemReader& items, float r, Program& program) {
   ReadLines(items, layout, count, program);
   ReadSettings(items, layout, settings, program.Axis);
   ScaleCurrents(settings, program.Axis);
+  HoldCurrents(program.Axis);
   if (items.Failed()) {
     for (int i = 0; i < kLines; ++i) program.Prog[i].Type = NO;
     return false;

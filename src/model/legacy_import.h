@@ -9,8 +9,8 @@ namespace tavlo {
 
 /// Reads what stands behind the version text of a file of the earlier, single-axis programmer: 29 or 100
 /// lines for one axis, which become the first lines of a program on axis 0. Lines behind them become
-/// empty. Gives false if any item was bad; the settings of axis 0 keep what was read of them. Does not
-/// run `ScanLoops`.
+/// empty. Gives false if any item was bad; the settings of axis 0 keep what was read of them. Either way the
+/// running current of every axis is held to the highest of its model. Does not run `ScanLoops`.
 [[nodiscard]] bool LoadOskelProg(ItemReader& items, float r, Program& program);
 
 }  // namespace tavlo

@@ -167,6 +167,59 @@ TEST(LegacyImport, APromptOfTheMenuRevisionsBringsItsKeys) {
   EXPECT_EQ(newest.Prog[2].Dir, 1);
 }
 
+/// Imports the file onto the hardware given.
+AxisConfig AxesAfter(AxisConfig axes, const std::string& text, const char* revision, bool good) {
+  Program program;
+  program.Axis = axes;
+  InitProg(program);
+  ItemReader items(text);
+  EXPECT_EQ(LoadOskelProg(items, ParseRevision(revision), program), good);
+  return program.Axis;
+}
+
+TEST(LegacyImport, TheCurrentOfEveryAxisIsHeldToTheHighestOfItsModelHoweverTheImportEnds) {
+  const std::string whole = OldFile("2", 100, {0, kMove12}, {}, "255,0,8,1,100");
+  const std::string damaged = OldFile("2", 100, {0, kMove12}, {}, "255,0,8,1,x");
+  for (const bool good : {true, false}) {
+    AxisConfig axes;
+    InitHardware(axes);
+    for (int axis = 0; axis < kAxes; ++axis) {
+      axes.DriveModel[axis] = static_cast<std::int16_t>(axis + 1);
+      axes.DriveCurrent[axis] = 100;
+    }
+    axes.DriveCurrent[3] = 0.5F;
+    const AxisConfig after = AxesAfter(axes, good ? whole : damaged, "1.2", good);
+    EXPECT_EQ(after.DriveCurrent[0], 5.5F) << "7 A of the file's drive, 5.5 A of the axis's";
+    EXPECT_EQ(after.DriveCurrent[1], 7.0F);
+    EXPECT_EQ(after.DriveCurrent[2], 5.5F);
+    EXPECT_EQ(after.DriveCurrent[3], 0.5F) << "a lower one stays";
+    EXPECT_EQ(after.DriveCurrent[4], 3.5F);
+    EXPECT_EQ(after.DriveCurrent[5], 4.5F);
+    EXPECT_EQ(after.DriveCurrent[6], 1.2F);
+    EXPECT_EQ(after.DriveCurrent[7], 7.0F);
+  }
+}
+
+TEST(LegacyImport, ANumberTooLargeForItsFieldIsABadItem) {
+  // Of a motor line the count becomes a percentage, whose field is smaller.
+  for (const char* count : {"32768", "65540", "-32769", "2147483647", "2147483648", "1E999"}) {
+    std::string motor = kMove12;
+    motor.replace(motor.find(",25,4,"), 6, std::string(",25,") + count + ",");
+    const std::string text = OldFile("1", 100, {0, kMove12}, {{1, {19, motor}}}, "51,0,8,1,100");
+    Import(text, "1.2", false);
+  }
+  for (const char* count : {"32767", "-32768"}) {
+    std::string motor = kMove12;
+    motor.replace(motor.find(",25,4,"), 6, std::string(",25,") + count + ",");
+    const std::string text = OldFile("1", 100, {0, kMove12}, {{1, {19, motor}}}, "51,0,8,1,100");
+    EXPECT_EQ(Import(text, "1.2").Prog[1].IdlePct, std::stoi(count));
+  }
+  for (const char* settings : {"1E39,0,8,1,100", "51,32768,8,1,100", "51,0,32768,1,100", "51,0,8,1E999,100",
+                               "51,0,8,1,2147483648"}) {
+    Import(OldFile("1", 100, {0, kMove12}, {}, settings), "1.2", false);
+  }
+}
+
 TEST(LegacyImport, AShortFileEndsInAReadErrorWithEveryLineEmptyAndTheHardwareAsRead) {
   std::string text = OldFile("1", 100, {0, kMove12}, {}, "51,0,8,1,100");
   text.resize(text.size() / 2);
