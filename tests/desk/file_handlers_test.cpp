@@ -187,9 +187,7 @@ TEST(Load, AFileThatCannotBeOpenedLeavesTheProgramUnchanged) {
   fake.boxes.on_box = [&](const ShownBox&) { at_box = fake.loading.log; };
   Load(fake.desk);
   ASSERT_EQ(fake.boxes.shown.size(), 1U);
-  EXPECT_EQ(fake.boxes.shown[0].text, "Error: could not open file.");
-  EXPECT_EQ(fake.boxes.shown[0].buttons, Buttons::OK);
-  EXPECT_EQ(fake.boxes.shown[0].icon, Icon::None);
+  EXPECT_EQ(fake.boxes.shown[0], (ShownBox{"Error: could not open file.", "", Buttons::OK, Icon::None}));
   EXPECT_EQ(at_box, (std::vector<std::string>{"show"}));
   EXPECT_EQ(fake.loading.log, (std::vector<std::string>{"show", "hide"}));
   EXPECT_EQ(fake.Line(5).Type, WT);
