@@ -87,11 +87,11 @@ class FileDialogs {
 class FileStore {
  public:
   virtual ~FileStore() = default;
-  /// Replaces the file whole or leaves the old one: written beside it, synced, renamed. Gives the
-  /// system's text of the error, or nothing.
+  /// Replaces the file whole or leaves the old one: written beside it, synced, renamed. Gives a plain text
+  /// of what went wrong, such as "No space left on device", or nothing.
   [[nodiscard]] virtual std::optional<std::string> Replace(const std::string& path,
                                                            std::string_view bytes) = 0;
-  /// At most `limit` bytes of the file; nothing when it cannot be opened.
+  /// At most `limit` bytes of the file; nothing when it cannot be opened or read.
   [[nodiscard]] virtual std::optional<std::string> Read(const std::string& path, std::size_t limit) = 0;
 };
 

@@ -6,11 +6,16 @@
 #include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QSettings>
 #include <QTime>
 #include <QTimer>
 #include <cmath>
+
+#ifdef Q_OS_UNIX
+#include "qt/file_replacement.h"
+#else
+#include <QSaveFile>
+#endif
 
 namespace tavlo {
 namespace {
@@ -49,23 +54,32 @@ void QtSettingsStore::Save(std::string_view application, std::string_view sectio
   settings.setValue(Text(section) + '/' + Text(key), Text(value));
 }
 
+#ifdef Q_OS_UNIX
+std::optional<std::string> QtFileStore::Replace(const std::string& path, std::string_view bytes) {
+  return ReplaceFile(path, bytes);
+}
+#else
 std::optional<std::string> QtFileStore::Replace(const std::string& path, std::string_view bytes) {
   const QString name = QFile::decodeName(path.c_str());
-  // A rename over a device would take the device away.
   if (const QFileInfo info(name); info.exists() && !info.isFile()) return path + " is not a file";
   QSaveFile file(name);
   const auto size = static_cast<qint64>(bytes.size());
-  const bool written =
-      file.open(QIODevice::WriteOnly) && file.write(bytes.data(), size) == size && file.commit();
+  // What a buffer still held when the file is committed could fail without a word.
+  const bool written = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
+                       file.write(bytes.data(), size) == size && file.commit();
   if (written) return std::nullopt;
   return file.errorString().toStdString();
 }
+#endif
 
 std::optional<std::string> QtFileStore::Read(const std::string& path, std::size_t limit) {
   const QString name = QFile::decodeName(path.c_str());
   QFile file(name);
   if (QFileInfo(name).isDir() || !file.open(QIODevice::ReadOnly)) return std::nullopt;
-  return file.read(static_cast<qint64>(limit)).toStdString();
+  const QByteArray bytes = file.read(static_cast<qint64>(limit));
+  // Half of a file is not to be taken for a damaged one.
+  if (file.error() != QFileDevice::NoError) return std::nullopt;
+  return bytes.toStdString();
 }
 
 }  // namespace tavlo

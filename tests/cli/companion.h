@@ -10,7 +10,7 @@
 
 #include "cli/sim_line.h"
 #include "cli/tavlo.h"
-#include "cli/temp_folder.h"
+#include "support/temp_folder.h"
 #include "model/program_file.h"
 
 namespace tavlo::testing {

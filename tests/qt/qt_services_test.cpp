@@ -3,9 +3,6 @@
 #include "qt/qt_services.h"
 
 #include <gtest/gtest.h>
-#include <signal.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -22,53 +19,6 @@ namespace {
 
 std::string PathIn(const QTemporaryDir& folder, const char* name) {
   return folder.filePath(name).toStdString();
-}
-
-TEST(QtFileStore, AFileIsReplacedWhole) {
-  const QTemporaryDir folder;
-  QtFileStore files;
-  const std::string path = PathIn(folder, "a.TVH");
-  EXPECT_EQ(files.Replace(path, "old and long"), std::nullopt);
-  EXPECT_EQ(files.Replace(path, "new"), std::nullopt);
-  EXPECT_EQ(files.Read(path, 100), "new");
-  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1);
-}
-
-TEST(QtFileStore, ASaveThatCannotBeMadeLeavesTheOldFileAndSaysWhy) {
-  const QTemporaryDir folder;
-  QtFileStore files;
-  const auto error = files.Replace(PathIn(folder, "no-such-folder/a.TVH"), "text");
-  ASSERT_TRUE(error.has_value());
-  EXPECT_FALSE(error->empty());
-  ASSERT_TRUE(QDir(folder.path()).mkdir("a-folder"));
-  EXPECT_TRUE(files.Replace(PathIn(folder, "a-folder"), "text").has_value());
-  EXPECT_TRUE(QDir(folder.filePath("a-folder")).exists());
-}
-
-TEST(QtFileStore, ADiskThatFillsUpLeavesTheOldFileWhole) {
-  const QTemporaryDir folder;
-  QtFileStore files;
-  const std::string path = PathIn(folder, "a.TVH");
-  ASSERT_EQ(files.Replace(path, "the old program"), std::nullopt);
-  rlimit before{};
-  getrlimit(RLIMIT_FSIZE, &before);
-  signal(SIGXFSZ, SIG_IGN);
-  const rlimit small{1000, before.rlim_max};
-  setrlimit(RLIMIT_FSIZE, &small);
-  const auto error = files.Replace(path, std::string(70000, 'x'));
-  setrlimit(RLIMIT_FSIZE, &before);
-  ASSERT_TRUE(error.has_value());
-  EXPECT_FALSE(error->empty());
-  EXPECT_EQ(files.Read(path, 100), "the old program");
-  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1);
-}
-
-TEST(QtFileStore, ADeviceIsNotTakenForAFile) {
-  const QTemporaryDir folder;
-  const std::string path = PathIn(folder, "pipe");
-  ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
-  QtFileStore files;
-  EXPECT_EQ(files.Replace(path, "text"), path + " is not a file");
 }
 
 TEST(QtFileStore, ReadingGivesNoMoreThanAskedForAndNothingForWhatCannotBeOpened) {
