@@ -153,17 +153,6 @@ bool MayQuit(Desk& desk) {
 
 namespace {
 
-constexpr std::string_view kProgramExtension = ".TVH";
-
-/// Any other file is taken for one of the earlier programmer.
-bool IsHubProg(const std::string& path) {
-  std::string end = path.substr(path.size() - std::min(path.size(), kProgramExtension.size()));
-  for (char& c : end) {
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-  }
-  return end == kProgramExtension;
-}
-
 void ShowLoaded(Desk& desk, std::string_view name) {
   desk.source.LimitLine = AsLine(desk.program().LimitBranch);
   desk.source.Changed = false;
@@ -176,10 +165,10 @@ void ShowLoaded(Desk& desk, std::string_view name) {
   desk.view.AutoScroll(0);
 }
 
-void TellDamaged(Desk& desk, const std::string& path) {
-  MsgBox(desk, {.text = "Can't read file " + path + ".  File may be damaged.", .title = ""});
+void TellDamaged(Desk& desk, const std::string& name, FileKind kind) {
+  MsgBox(desk, {.text = "Can't read file " + name + ".  File may be damaged.", .title = ""});
   // After an old file the hardware keeps what was read of it.
-  if (IsHubProg(path)) InitHardware(desk.program().Axis);
+  if (kind == FileKind::HubProg) InitHardware(desk.program().Axis);
   for (int line = 0; line < kLines; ++line) desk.program().Prog[line].Type = NO;
   ShowLoaded(desk, kUntitled);
 }
@@ -213,22 +202,26 @@ bool LoadFile(Desk& desk, const std::string& path) {
   desk.loading.Show();
   const auto text = desk.files.Read(path, kLargestProgramFile);
   if (!text) {
-    MsgBox(desk, {.text = "Error: could not open file.", .title = ""});
+    MsgBox(desk, {.text = std::string(kCannotOpen), .title = ""});
     desk.loading.Hide();
     return false;
   }
-  ItemReader items(*text);
+  return LoadText(desk, path, KindByName(path), *text);
+}
+
+bool LoadText(Desk& desk, const std::string& name, FileKind kind, std::string_view text) {
+  ItemReader items(text);
   std::string version;
   items.Read(version);
   const float revision = ParseRevision(version);
-  const bool good = IsHubProg(path) ? LoadHubProg(items, revision, desk.program())
-                                    : LoadOskelProg(items, revision, desk.program());
+  const bool good = kind == FileKind::HubProg ? LoadHubProg(items, revision, desk.program())
+                                              : LoadOskelProg(items, revision, desk.program());
   HideLoading(desk);
   if (!good) {
-    TellDamaged(desk, path);
+    TellDamaged(desk, name, kind);
     return false;
   }
-  ShowLoaded(desk, path);
+  ShowLoaded(desk, name);
   return true;
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "desk/desk.h"
+#include "model/file_examination.h"
 
 namespace tavlo {
 
@@ -20,7 +21,11 @@ void Save(Desk& desk);
 void Load(Desk& desk);
 /// Reads a file and shows it, without a dialog or a question. False if it was told as unreadable.
 bool LoadFile(Desk& desk, const std::string& path);
-/// Writes the program. Gives the system's text of the error, or nothing.
+/// The same with the text of a file that has been read already.
+bool LoadText(Desk& desk, const std::string& name, FileKind kind, std::string_view text);
+/// What is told of a file that cannot be opened.
+inline constexpr std::string_view kCannotOpen = "Error: could not open file.";
+/// Writes the program. Gives a plain text of what went wrong, or nothing.
 [[nodiscard]] std::optional<std::string> SaveFile(Desk& desk, const std::string& path);
 
 /// `BtnClear`

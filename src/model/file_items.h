@@ -34,6 +34,10 @@ class ItemReader {
 
   void Fail() { failed_ = true; }
   [[nodiscard]] bool Failed() const { return failed_; }
+  /// Nothing but blanks, line ends and the end mark of old systems is left.
+  [[nodiscard]] bool AtEnd() const {
+    return rest_.find_first_not_of(" \t\r\n\x1A") == std::string_view::npos;
+  }
 
  private:
   struct Item {

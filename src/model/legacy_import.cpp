@@ -179,6 +179,15 @@ void SplitResolution(AxisConfig& axes) {
 
 }  // namespace
 
+bool HasDriveCode(float r) {
+  return Layout(r).hundred_lines;
+}
+
+int UnreadOldItems(float r) {
+  constexpr int kUnitRecord = 3;
+  return r == 1.28F ? kUnitRecord : 0;
+}
+
 bool LoadOskelProg(ItemReader& items, float r, Program& program) {
   const Layout layout(r);
   Settings settings;

@@ -155,6 +155,11 @@ std::string WriteHubProg(const Program& program, std::optional<int> port) {
   return out.Text();
 }
 
+int UnreadItems(float r) {
+  if (r == 1.14F) return 1;
+  return r == 1.17F ? 2 : 0;
+}
+
 bool LoadHubProg(ItemReader& items, float r, Program& program) {
   const Layout layout(r);
   std::int16_t hub_code = 0;

@@ -33,6 +33,9 @@ inline constexpr std::size_t kLargestProgramFile = 16u << 20;
 /// the port record is left out, and the file then reads as damaged.
 [[nodiscard]] std::string WriteHubProg(const Program& program, std::optional<int> port);
 
+/// Items at the end of a whole file that are not read: its revision lies on a boundary and falls below it.
+[[nodiscard]] int UnreadItems(float r);
+
 /// Reads what stands behind the version text into the program, by the rules of revision `r`. Visits the
 /// whole table whatever it meets; gives false if any item was bad. The port record is dropped: a file
 /// never moves the port. Does not run `ScanLoops`.

@@ -6,38 +6,15 @@
 
 #include <functional>
 
+#include "model/old_file.h"
 #include "model/program_file.h"
 
 namespace tavlo::testing {
 namespace {
 
-/// One line of an old file; `rest` is what stands behind number and type.
-struct OldLine {
-  int type;
-  std::string rest;
-};
-
-constexpr const char* kMove29 = "20000,3,100,90,1,500,2.5,7,9,1,25,4";
-constexpr const char* kMove12 =
-    "20000,3,100,90,1,500,2.5,7,9,1,25,4,11,12,#TRUE#,#FALSE#,#TRUE#,"
-    "#TRUE#,#FALSE#,#TRUE#,#FALSE#,\"old\"";
 constexpr const char* kMove141 =
     "20000,3,100,90,1,700,1.5,500,2.5,7,9,1,25,4,11,12,#TRUE#,#FALSE#,#TRUE#,"
     "13,14,#TRUE#,#FALSE#,#TRUE#,#FALSE#,#TRUE#,#FALSE#,\"old\",5,4,#TRUE#,#FALSE#";
-
-/// The text behind the version: drive code if told, so many lines like the first one given, settings.
-std::string OldFile(const std::string& drive_code, int count, const OldLine& filler,
-                    const std::vector<std::pair<int, OldLine>>& special, const std::string& settings) {
-  std::string text = drive_code.empty() ? "" : drive_code + "\r\n";
-  for (int i = 0; i < count; ++i) {
-    OldLine line = filler;
-    for (const auto& [index, other] : special) {
-      if (index == i) line = other;
-    }
-    text += std::to_string(i) + "," + std::to_string(line.type) + "\r\n" + line.rest + "\r\n";
-  }
-  return text + settings + "\r\n";
-}
 
 Program Import(const std::string& text, const char* revision, bool good = true) {
   Program program;
