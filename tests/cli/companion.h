@@ -10,8 +10,8 @@
 
 #include "cli/sim_line.h"
 #include "cli/tavlo.h"
-#include "support/temp_folder.h"
 #include "model/program_file.h"
+#include "support/temp_folder.h"
 
 namespace tavlo::testing {
 
