@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
 #include <CLI/CLI.hpp>
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 
@@ -13,19 +14,30 @@
 #include "link/drive_check.h"
 #include "model/program_queries.h"
 #include "platform/number_format.h"
+#include "qt/system_reason.h"
 
 namespace tavlo::cli {
 namespace {
 
 /// A device such as /dev/null cannot be replaced by a file.
-std::optional<std::string> WriteImage(const std::string& path, const std::string& image) {
-  std::error_code error;
-  if (!std::filesystem::exists(path, error) || std::filesystem::is_regular_file(path, error)) {
-    return QtFileStore().Replace(path, image);
-  }
+std::optional<std::string> WriteDevice(const std::string& path, const std::string& image) {
+  errno = 0;
   std::ofstream device(path, std::ios::binary);
   device << image << std::flush;
-  return device ? std::nullopt : std::optional<std::string>("it takes no bytes");
+  return device ? std::nullopt : std::optional(SystemReason(errno));
+}
+
+bool WriteImage(Console& console, const std::string& path, const std::string& image) {
+  if (IsStandard(path)) {
+    console.Bytes(image);
+    return true;
+  }
+  std::error_code error;
+  const bool is_device =
+      std::filesystem::exists(path, error) && !std::filesystem::is_regular_file(path, error);
+  const auto failure = is_device ? WriteDevice(path, image) : QtFileStore().Replace(path, image);
+  if (failure) console.Note("cannot write " + path + ": " + *failure);
+  return !failure;
 }
 
 class CompileCommand : public Command {
@@ -37,13 +49,14 @@ class CompileCommand : public Command {
   void AddOptions(CLI::App& app) override {
     AddFile(app, path_, true);
     AddFirmware(app, revision_byte_);
-    app.add_option("-o,--output", image_path_, "Write the 8192 bytes of the hub's memory to IMAGE")
-        ->type_name("IMAGE");
+    AddImage(app, image_path_);
     AddJson(app, json_);
   }
 
   [[nodiscard]] ExitCode Execute(Environment& environment) override {
     Console console(environment);
+    if (ResultsCollide(console, json_, image_path_)) return ExitCode::Usage;
+    if (!image_path_.empty() && IsSameFile(console, path_, image_path_)) return ExitCode::File;
     Source source;
     if (!LoadProgram(source, console, path_)) return ExitCode::File;
     Program& program = source.program;
@@ -57,12 +70,7 @@ class CompileCommand : public Command {
       return ExitCode::Refused;
     }
     TellLongPool(console, compiled);
-    if (!image_path_.empty()) {
-      if (const auto error = WriteImage(image_path_, ImageOf(compiled))) {
-        console.Note("cannot write " + image_path_ + ": " + *error);
-        return ExitCode::File;
-      }
-    }
+    if (!image_path_.empty() && !WriteImage(console, image_path_, ImageOf(compiled))) return ExitCode::File;
     if (json_) {
       console.Result(JsonLine(AsJson(compiled)));
     } else if (image_path_.empty()) {

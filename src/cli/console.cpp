@@ -3,6 +3,7 @@
 #include "cli/console.h"
 
 #include "cli/encoding.h"
+#include "cli/standard_input.h"
 
 namespace tavlo::cli {
 namespace {
@@ -36,6 +37,14 @@ void Console::Result(std::string_view row) {
 
 void Console::ResultPort(const OpenedPort& opened) {
   if (!opened.Text().empty()) Result("Port: " + ShownMessage(opened.Text()));
+}
+
+void Console::Bytes(std::string_view bytes) {
+  environment_.out << bytes << std::flush;
+}
+
+std::string Console::ReadInput(std::size_t limit) {
+  return environment_.feed != nullptr ? ReadToEnd(*environment_.feed, limit) : std::string();
 }
 
 void Console::Message(std::string_view text) {

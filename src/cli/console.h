@@ -22,8 +22,13 @@ class Console {
   void Result(std::string_view row);
   /// The row of a result that tells which device the Comm stood for.
   void ResultPort(const OpenedPort& opened);
+  /// A result that is no text, as it stands.
+  void Bytes(std::string_view bytes);
   /// False once a result could not be written.
   [[nodiscard]] bool ResultsArrive() const { return environment_.out.good(); }
+
+  /// Standard input to its end, but no more than so many bytes; empty if there is none. Waits for it.
+  [[nodiscard]] std::string ReadInput(std::size_t limit);
 
   /// A message in the operator's exact words.
   void Message(std::string_view text);

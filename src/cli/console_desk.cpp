@@ -3,36 +3,11 @@
 #include "cli/console_desk.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <fstream>
 
-#include "desk/main_window.h"
 #include "link/com_port.h"
 #include "platform/number_format.h"
 
 namespace tavlo::cli {
-namespace {
-
-/// Tells what is in the program and will not be in its file.
-void TellUnsaved(const Program& program, Console& console) {
-  for (int line = 0; line < kLines; ++line) {
-    const Instruction& record = program.Prog[line];
-    if ((record.Type != III && record.Type != WII) || record.DrvMask == 0) continue;
-    console.Note(
-        "line " + Joined(line + 1) +
-        " tests inputs of the drive itself (X), which a program file does not hold: enter them again");
-  }
-}
-
-}  // namespace
-
-std::string ReasonOf(const std::string& path) {
-  errno = 0;
-  std::ifstream file(path);
-  if (file) file.get();
-  return errno == 0 ? "" : std::strerror(errno);
-}
 
 ConsoleDesk::ConsoleDesk(Source& source, Console& console, HubLine& line, AnswerBy by, ProgramView& view,
                          RunView& run)
@@ -43,33 +18,6 @@ ConsoleDesk::ConsoleDesk(Source& source, Console& console, HubLine& line, Answer
                                                                                  progress,    progress,
                                                                                  settings_,   dialogs_,
                                                                                  files_,      loading_} {}
-
-bool LoadProgram(Source& source, Console& console, const std::string& path) {
-  InitSession(source);
-  NoLine line;
-  NoProgramView view;
-  NoRunView run;
-  ConsoleDesk files(source, console, line, AnswerBy::No, view, run);
-  if (LoadFile(files.desk, path)) return true;
-  if (const std::string reason = ReasonOf(path); !reason.empty()) console.Note(path + ": " + reason);
-  return false;
-}
-
-bool SaveProgram(Source& source, Console& console, const std::string& path) {
-  // A file without a port reads as a damaged one; which port it names moves nothing.
-  if (!source.OptCom) source.OptCom = 0;
-  NoLine line;
-  NoProgramView view;
-  NoRunView run;
-  ConsoleDesk files(source, console, line, AnswerBy::No, view, run);
-  const auto error = SaveFile(files.desk, path);
-  if (error) {
-    console.Note("cannot write " + path + ": " + *error);
-    return false;
-  }
-  TellUnsaved(source.program, console);
-  return true;
-}
 
 int LinesInUse(const Program& program) {
   return static_cast<int>(std::count_if(program.Prog.begin(), program.Prog.begin() + kLines,

@@ -8,6 +8,7 @@
 #include "cli/console.h"
 #include "cli/console_services.h"
 #include "cli/exit_code.h"
+#include "cli/program_files.h"
 #include "cli/progress.h"
 #include "desk/desk.h"
 #include "qt/qt_services.h"
@@ -33,16 +34,6 @@ class ConsoleDesk {
   ConsoleProgress progress;
   Desk desk;
 };
-
-/// Why a file could not be read, in the system's words; empty when it can be by now.
-[[nodiscard]] std::string ReasonOf(const std::string& path);
-
-/// Reads a program file. False after its message.
-[[nodiscard]] bool LoadProgram(Source& source, Console& console, const std::string& path);
-
-/// Writes the program to a file, which is replaced whole or not at all, and tells what the file does not
-/// hold. False after the message of a failure.
-[[nodiscard]] bool SaveProgram(Source& source, Console& console, const std::string& path);
 
 [[nodiscard]] int LinesInUse(const Program& program);
 

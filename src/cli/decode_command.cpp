@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
 #include <CLI/CLI.hpp>
-#include <filesystem>
 
 #include "cli/command.h"
 #include "cli/console_desk.h"
@@ -21,22 +20,18 @@ constexpr std::size_t kReadLimit = 1 << 20;
 
 /// Reads a hub's memory. Nothing after the message of a failure.
 std::optional<std::string> ReadImageFile(Console& console, const std::string& path) {
-  std::error_code error;
-  if (std::filesystem::is_directory(path, error)) {
-    console.Note("cannot read " + path + ": Is a directory");
-    return std::nullopt;
-  }
-  auto image = QtFileStore().Read(path, kReadLimit);
+  std::string reason;
+  auto image = ReadFile(console, path, kReadLimit, reason);
   if (!image) {
-    const std::string reason = ReasonOf(path);
     console.Note("cannot read " + path + (reason.empty() ? "" : ": " + reason));
     return std::nullopt;
   }
   if (image->size() == kImageBytes) return image;
   const std::string size =
       (image->size() < kReadLimit ? "" : "at least ") + Joined(static_cast<int>(image->size()));
-  console.Note(path + ": has " + size + (image->size() == 1 ? " byte" : " bytes") +
-               "; an image of the hub's memory has " + Joined(kImageBytes));
+  console.Note(ShownName(path, "standard input") + ": has " + size +
+               (image->size() == 1 ? " byte" : " bytes") + "; an image of the hub's memory has " +
+               Joined(kImageBytes));
   return std::nullopt;
 }
 
@@ -47,7 +42,9 @@ class DecodeCommand : public Command {
     return "Turn an image of the hub's memory back into a program file";
   }
   void AddOptions(CLI::App& app) override {
-    app.add_option("IMAGE", image_path_, "The 8192 bytes of a hub's memory")->required()->type_name("");
+    app.add_option("IMAGE", image_path_, "The 8192 bytes of a hub's memory, or - for standard input")
+        ->required()
+        ->type_name("");
     AddNewFile(app, "-o,--output", path_);
     AddFirmware(app, revision_byte_);
     AddJson(app, json_);
@@ -55,6 +52,8 @@ class DecodeCommand : public Command {
 
   [[nodiscard]] ExitCode Execute(Environment& environment) override {
     Console console(environment);
+    if (ResultsCollide(console, json_, path_)) return ExitCode::Usage;
+    if (IsSameFile(console, image_path_, path_)) return ExitCode::File;
     const auto image = ReadImageFile(console, image_path_);
     if (!image) return ExitCode::File;
     Source source;
@@ -64,6 +63,9 @@ class DecodeCommand : public Command {
       DecodeImage(source.program, *image);
     } catch (const DecodeError& error) {
       console.Message(error.what());
+      return ExitCode::File;
+    }
+    if (TellUnknownModels(console, ShownName(image_path_, "standard input"), source.program)) {
       return ExitCode::File;
     }
     if (!SaveProgram(source, console, path_)) return ExitCode::File;

@@ -6,10 +6,17 @@
 #include <algorithm>
 #include <cmath>
 
+#include "cli/program_files.h"
 #include "link/com_port.h"
+#include "model/file_examination.h"
 #include "platform/number_format.h"
 
 namespace tavlo::cli {
+namespace {
+
+constexpr std::string_view kEmptyName = "the name is empty";
+
+}  // namespace
 
 std::optional<PortName> ParsePort(std::string_view text) {
   if (text.empty()) return std::nullopt;
@@ -31,10 +38,7 @@ std::optional<int> ParseFirmware(std::string_view text) {
 }
 
 bool IsProgramName(std::string_view path) {
-  constexpr std::string_view kExtension = ".tvh";
-  if (path.size() < kExtension.size()) return false;
-  return std::ranges::equal(path.substr(path.size() - kExtension.size()), kExtension,
-                            [](char c, char low) { return (c >= 'A' && c <= 'Z' ? c | 0x20 : c) == low; });
+  return KindByName(path) == FileKind::HubProg;
 }
 
 PortName LineOptions::Name() const {
@@ -42,18 +46,31 @@ PortName LineOptions::Name() const {
 }
 
 void AddFile(CLI::App& app, std::string& path, bool required) {
-  app.add_option("FILE", path, "Program file (.TVH)")->required(required)->type_name("");
+  app.add_option("FILE", path, "Program file (.TVH), or - for standard input")
+      ->required(required)
+      ->type_name("");
 }
 
 void AddNewFile(CLI::App& app, const std::string& option, std::string& path) {
-  app.add_option(option, path, "Program file (.TVH) to write; a file that is there is replaced")
+  constexpr const char* kMeaning =
+      "Program file (.TVH) to write, or - for standard output; a file that is there is replaced";
+  app.add_option(option, path, kMeaning)
       ->required()
       ->type_name(option == "FILE" ? "" : "FILE")
       ->check(CLI::Validator(
           [](const std::string& text) {
-            return IsProgramName(text) ? "" : "'" + text + "' does not end in .TVH";
+            if (text.empty()) return std::string(kEmptyName);
+            return IsStandard(text) || IsProgramName(text) ? "" : "'" + text + "' does not end in .TVH";
           },
           ""));
+}
+
+void AddImage(CLI::App& app, std::string& path) {
+  app.add_option("-o,--output", path,
+                 "Write the 8192 bytes of the hub's memory to IMAGE, or - for standard output")
+      ->type_name("IMAGE")
+      ->check(CLI::Validator(
+          [](const std::string& text) { return std::string(text.empty() ? kEmptyName : ""); }, ""));
 }
 
 void AddJson(CLI::App& app, bool& json) {

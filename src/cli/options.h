@@ -17,9 +17,13 @@ namespace tavlo::cli {
 
 // Options that several commands share, each added to a command by its function.
 
+// Of each file that is read or written "-" is standard input or output; an output has a name.
+
 void AddFile(CLI::App& app, std::string& path, bool required);
 /// A program file that the command writes. Its name must be that of one, or it would be read as an old file.
 void AddNewFile(CLI::App& app, const std::string& option, std::string& path);
+/// An image of the hub's memory that the command writes if it is asked to.
+void AddImage(CLI::App& app, std::string& path);
 void AddJson(CLI::App& app, bool& json);
 
 /// `--port` and `--trace`.

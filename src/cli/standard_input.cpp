@@ -9,6 +9,8 @@
 #include <array>
 #include <cerrno>
 
+#include "cli/interrupts.h"
+
 namespace tavlo::cli {
 
 StandardInput::StandardInput() {
@@ -33,6 +35,21 @@ std::optional<std::string> StandardInput::Read() {
   if (count < 0 && (errno == EINTR || errno == EAGAIN)) return std::string();
   ended_ = true;
   return std::nullopt;
+}
+
+std::string ReadToEnd(Feed& feed, std::size_t limit) {
+  std::string bytes;
+  while (bytes.size() < limit) {
+    const auto piece = feed.Read();
+    if (!piece) break;
+    bytes += *piece;
+    if (!piece->empty()) continue;
+    std::array<pollfd, 2> waits = {{{feed.Descriptor(), POLLIN, 0}, {Interrupts::Descriptor(), POLLIN, 0}}};
+    poll(waits.data(), waits.size(), -1);
+    if (waits[1].revents != 0) throw Interrupted();
+  }
+  if (bytes.size() > limit) bytes.resize(limit);
+  return bytes;
 }
 
 }  // namespace tavlo::cli

@@ -21,4 +21,8 @@ class StandardInput : public Feed {
   bool ended_ = false;
 };
 
+/// What the feed gives until its end, but no more than so many bytes. Waits for it; an interruption ends the
+/// wait with Interrupted.
+[[nodiscard]] std::string ReadToEnd(Feed& feed, std::size_t limit);
+
 }  // namespace tavlo::cli

@@ -16,6 +16,8 @@
 namespace tavlo::cli {
 namespace {
 
+constexpr std::string_view kStandardOutput = "standard output";
+
 ExitCode ExitOf(UploadResult result) {
   switch (result) {
     case UploadResult::Done: return ExitCode::Done;
@@ -40,6 +42,7 @@ class UploadCommand : public Command {
 
   [[nodiscard]] ExitCode Execute(Environment& environment) override {
     Console console(environment);
+    if (ResultsCollide(console, json_, path_)) return ExitCode::Usage;
     const PortName port = line_options_.Name();
     Source source;
     InitSession(source);
@@ -52,6 +55,8 @@ class UploadCommand : public Command {
     if (code != ExitCode::Done) return code;
     const double seconds = on->own.progress.Seconds();
     if (!SaveProgram(source, console, path_)) return ExitCode::File;
+    // What the hub holds is worth keeping all the same.
+    static_cast<void>(TellUnknownModels(console, ShownName(path_, kStandardOutput), source.program));
     PrintProof(console, source.program, seconds, on->line.opened);
     return ExitCode::Done;
   }
@@ -80,9 +85,17 @@ class UploadCommand : public Command {
                                        opened)));
       return;
     }
-    console.Result("Uploaded " + Joined(lines) + (lines == 1 ? " line" : " lines") + " from the " +
-                   std::string(model) + ", firmware " + firmware + ", to " + ShownMessage(path_));
-    console.ResultPort(opened);
+    const std::string proof = "Uploaded " + Joined(lines) + (lines == 1 ? " line" : " lines") + " from the " +
+                              std::string(model) + ", firmware " + firmware + ", to " +
+                              ShownMessage(ShownName(path_, kStandardOutput));
+    // Standard output has the program.
+    if (IsStandard(path_)) {
+      console.Message(proof);
+      if (!opened.Text().empty()) console.Message("Port: " + opened.Text());
+    } else {
+      console.Result(proof);
+      console.ResultPort(opened);
+    }
   }
 
   std::string path_;

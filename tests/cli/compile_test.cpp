@@ -90,7 +90,7 @@ TEST_F(CompileCommand, AnImageThatCannotBeWrittenEndsWithFourAndSaysWhy) {
   EXPECT_EQ(outcome.out, "");
   EXPECT_EQ(outcome.err, "tavlo: cannot write " + image + ": No such file or directory\n");
   EXPECT_EQ(Tavlo({"compile", File(), "-o", "/dev/full"}),
-            (Outcome{4, "", "tavlo: cannot write /dev/full: it takes no bytes\n"}));
+            (Outcome{4, "", "tavlo: cannot write /dev/full: No space left on device\n"}));
 }
 
 TEST_F(CompileCommand, ALineThatHasNoBytesIsRefused) {

@@ -87,6 +87,28 @@ std::string ImageWithDriveInputs() {
   return ImageOf(CompileProgram(program));
 }
 
+/// Sets the drive model of an axis, 0-based, in an image.
+void SetModel(std::string& image, int axis, char code) {
+  constexpr std::size_t kSystem = 6400;
+  constexpr std::size_t kAxisBytes = 32;
+  constexpr std::size_t kModel = 4;
+  image[kSystem + kAxisBytes * static_cast<std::size_t>(axis) + kModel] = code;
+}
+
+TEST_F(DecodeCommand, ADriveModelThatThereIsNotIsRefused) {
+  std::string image = Compiled();
+  SetModel(image, 0, 50);
+  EXPECT_EQ(Decode(image).code, 0);
+  SetModel(image, 2, 51);
+  SetModel(image, 7, '\xff');
+  std::filesystem::remove(Copy());
+  const std::string name = "tavlo: " + folder.Path("image");
+  EXPECT_EQ(Decode(image), (Outcome{4, "",
+                                    name + ": axis 3 has the drive model 51, which there is not\n" + name +
+                                        ": axis 8 has the drive model 255, which there is not\n"}));
+  EXPECT_FALSE(std::filesystem::exists(Copy()));
+}
+
 TEST_F(DecodeCommand, WhatAProgramFileDoesNotHoldIsTold) {
   EXPECT_EQ(Decode(ImageWithDriveInputs(), {"--firmware", "1.09"}),
             (Outcome{0, "",
@@ -144,6 +166,7 @@ TEST_F(DecodeCommand, AnyBytesGiveAProgramThatLoadsOrAMessage) {
   for (int round = 0; round < 60; ++round) {
     std::string image(kImage, '\0');
     for (char& c : image) c = static_cast<char>(random());
+    for (int axis = 0; axis < kAxes; ++axis) SetModel(image, axis, static_cast<char>(random() % 51));
     const Outcome outcome = Decode(image);
     if (outcome.code == 0) {
       ++written;

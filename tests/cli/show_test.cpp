@@ -62,7 +62,7 @@ TEST_F(Show, AFileThatCannotBeOpenedIsToldWithItsReason) {
 }
 
 TEST_F(Show, ADamagedFileIsToldWithItsName) {
-  for (const char* contents : {"", "1.29.1\r\n 8 \r\n", "rubbish", "1.29.1\r\n\xff\xfe,,,\"\""}) {
+  for (const char* contents : {"1.29.1\r\n", "1.29.1\r\n 8 \r\n", "0", "1.29.1\r\n\xff\xfe,,,\"\""}) {
     const std::string file = folder.Write("schr\xC3\xA4g.TVH", contents);
     EXPECT_EQ(Tavlo({"show", file}),
               (Outcome{4, "", "Can't read file " + file + ".  File may be damaged.\n"}));

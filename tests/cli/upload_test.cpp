@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/companion.h"
+#include "codegen/compile.h"
 
 namespace tavlo::testing {
 namespace {
@@ -127,6 +128,24 @@ TEST_F(UploadCommand, BytesThatNoLineCanHaveAreToldAndNothingIsWritten) {
   PutIntoHub();
   EXPECT_EQ(Upload(), (Outcome{6, "", kNotCorrect}));
   EXPECT_FALSE(std::filesystem::exists(Copy()));
+}
+
+TEST_F(UploadCommand, ADriveModelThatThereIsNotIsToldAndTheProgramKeptAllTheSame) {
+  // No command sends such a program: it goes to the hub by hand.
+  program.Axis.DriveModel[2] = 77;
+  program.HubVersion = 1.38F;
+  const CompiledProgram compiled = CompileProgram(program);
+  ASSERT_EQ(hub.port.PortOpen(true), std::nullopt);
+  hub.port.Output("S");
+  hub.port.Output("F");
+  for (const std::string& line : compiled.lines) hub.port.Output(line);
+  hub.port.Output(compiled.system);
+  hub.port.Output(compiled.pool);
+  ASSERT_EQ(hub.port.PortOpen(false), std::nullopt);
+  const Outcome outcome = Upload();
+  EXPECT_EQ(outcome.code, 0);
+  EXPECT_EQ(outcome.err, "tavlo: " + Copy() + ": axis 3 has the drive model 77, which there is not\n");
+  EXPECT_NE(folder.Read("copy.TVH").find("\r\n77,"), std::string::npos);
 }
 
 TEST_F(UploadCommand, ACableThatComesOffIsToldAsTheLossOfThePort) {

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "road.h"
+
+namespace tavlo::testing {
+namespace {
+
+/// The real companion in the hands of a shell.
+class Files : public CompanionRoad {
+ protected:
+  Files() {
+    Line(1).Type = GT;
+    Line(1).LineNum = 4;
+  }
+  /// Runs a script in which $TAVLO is the companion, $FILE a program and $DIR a folder.
+  Ended Shell(const char* script) {
+    QProcess shell;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("TAVLO", QStringLiteral(TAVLO_CLI));
+    environment.insert("FILE", File());
+    environment.insert("DIR", folder_.path());
+    shell.setProcessEnvironment(environment);
+    shell.setStandardInputFile(QProcess::nullDevice());
+    shell.start("/bin/sh", {"-c", script});
+    EXPECT_TRUE(shell.waitForFinished(20000));
+    const int code = shell.exitStatus() == QProcess::NormalExit ? shell.exitCode() : -1;
+    return {code, shell.readAllStandardOutput().toStdString(), shell.readAllStandardError().toStdString()};
+  }
+  [[nodiscard]] std::string Path(const char* name) const { return folder_.filePath(name).toStdString(); }
+};
+
+TEST_F(Files, ProgramsAndImagesGoThroughPipes) {
+  EXPECT_EQ(Shell("$TAVLO compile - -o - <$FILE | $TAVLO decode - -o - | $TAVLO show -"),
+            (Ended{0, "1\tGo to line 5\n", ""}));
+  EXPECT_EQ(Shell("$TAVLO compile $FILE -o $DIR/image && $TAVLO compile $FILE -o - | cmp - $DIR/image"),
+            (Ended{0, "", ""}));
+}
+
+TEST_F(Files, ALimitOnTheSizeOfFilesLeavesTheOldOneAndEndsWithAMessage) {
+  EXPECT_EQ(Shell("echo old >$DIR/image; ulimit -f 4; $TAVLO compile $FILE -o $DIR/image"),
+            (Ended{4, "", "tavlo: cannot write " + Path("image") + ": File too large\n"}));
+  EXPECT_EQ(Shell("cat $DIR/image; ls $DIR"), (Ended{0, "old\nimage\nprogram.TVH\n", ""}));
+}
+
+TEST_F(Files, AnOutputThatIsStandardInputIsRefusedAndTheFileStays) {
+  EXPECT_EQ(Shell("$TAVLO compile - -o $FILE <$FILE"),
+            (Ended{4, "", "tavlo: cannot write " + Path("program.TVH") + ": it is the file that is read\n"}));
+  EXPECT_EQ(Shell("$TAVLO compile $FILE -o - >>$FILE"),
+            (Ended{4, "", "tavlo: cannot write standard output: it is the file that is read\n"}));
+  EXPECT_EQ(Tavlo({"show", folder_.filePath("program.TVH")}), (Ended{0, "1\tGo to line 5\n", ""}));
+}
+
+TEST_F(Files, AReasonReadsTheSameInEveryLocale) {
+  EXPECT_EQ(Shell("LC_ALL=de_DE.UTF-8 LANGUAGE=de $TAVLO compile $FILE -o $DIR/none/image"),
+            (Ended{4, "", "tavlo: cannot write " + Path("none/image") + ": No such file or directory\n"}));
+}
+
+}  // namespace
+}  // namespace tavlo::testing
