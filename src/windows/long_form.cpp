@@ -63,8 +63,8 @@ QToolButton* MakeLogo(QWidget* parent) {
 QString WhyHeld(Hold hold) {
   switch (hold) {
     case Hold::None: break;
-    case Hold::Run: return QStringLiteral("A program runs: no changes to lines");
-    case Hold::Transfer: return QStringLiteral("A transfer runs: no changes to lines");
+    case Hold::Run: return QStringLiteral("Lines held: a run");
+    case Hold::Transfer: return QStringLiteral("Lines held: a transfer");
   }
   return {};
 }

@@ -68,7 +68,7 @@ TEST(GridHold, ClicksDropsAndEnterDoNothingInATransferAndTheHeadingSaysWhy) {
   for (ProgressForm* gauge : {&session.Handlers().downbox, &session.Handlers().upbox}) {
     gauge->Show();
     EXPECT_TRUE(session.Notice().isVisible());
-    EXPECT_EQ(session.Notice().text(), QStringLiteral("A transfer runs: no changes to lines"));
+    EXPECT_EQ(session.Notice().text(), QStringLiteral("Lines held: a transfer"));
     EXPECT_FALSE(session.Heading().isVisible());
     session.TryEverything();
     session.ExpectNothingDone();
@@ -85,7 +85,7 @@ TEST(GridHold, ClicksDropsAndEnterDoNothingInARunAndTheRowsCanStillBeWalked) {
   for (const RunWindow window : {RunWindow::ExecStatus, RunWindow::fakeMMI}) {
     HoldSession session;
     session.WhileRunning(window, [&] {
-      EXPECT_EQ(session.Notice().text(), QStringLiteral("A program runs: no changes to lines"));
+      EXPECT_EQ(session.Notice().text(), QStringLiteral("Lines held: a run"));
       EXPECT_TRUE(session.Notice().isVisible());
       session.TryEverything();
       session.ExpectNothingDone();
