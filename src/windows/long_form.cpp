@@ -111,9 +111,8 @@ void LongForm::LayOut() {
   column->addWidget(commands_);
   column->addWidget(new Rule(QFrame::HLine, this));
   column->addLayout(body, 1);
-  // No narrower than this, or than what the font asks for.
-  column->addSpacerItem(
-      new QSpacerItem(kLeastWidth - 2 * kMargin, 0, QSizePolicy::Minimum, QSizePolicy::Fixed));
+  // With a large font the layout knows best. Else a notice over the grid may take a little of its room.
+  if (ByFont(fontMetrics(), kLeastWidth) == kLeastWidth) setMinimumWidth(kLeastWidth);
   resize(OpeningSize(*this));
   grid_->Pane().setFocus();
 }

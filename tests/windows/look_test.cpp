@@ -227,7 +227,7 @@ TEST_P(LookOfAllWindows, EveryLightStandsOutAndWhatIsOffIsHollow) {
 }
 
 TEST_P(LookOfAllWindows, ATextIsCutOnlyWhereTheGridEndsOrWhereItIsLong) {
-  constexpr int kLongText = 60;
+  constexpr int kLongText = 50;
   const WearingLook wearing(GetParam());
   RunningSession session;
   const RowGeometry& geometry = session.Pane().Geometry();
