@@ -66,8 +66,6 @@ ProgramGrid::ProgramGrid(const Source& source, QWidget* parent)
   headings->addWidget(notice_, 1);
   // To the right, where a run window beside the rows leaves it to be seen.
   notice_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  // It comes and goes, and the window does not grow for it.
-  notice_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   notice_->hide();
 
   auto* column = new QVBoxLayout(this);
