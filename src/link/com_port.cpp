@@ -29,8 +29,12 @@ int StoredPort(Desk& desk) {
   return whole < 1 || whole > kPorts ? 1 : static_cast<int>(whole);
 }
 
-void CommError(Desk& desk, const std::string& text) {
-  MsgBox(desk, {.text = text, .title = "Communication Error", .icon = Icon::Exclamation});
+/// False when the operator would rather go on without a port than look for one.
+bool TellAndLookOn(Desk& desk, const std::string& text) {
+  return MsgBox(desk, {.text = text,
+                       .title = "Communication Error",
+                       .buttons = Buttons::OKWithoutPort,
+                       .icon = Icon::Exclamation}) != Answer::WithoutPort;
 }
 
 void SelectOptCom(Desk& desk, std::optional<int> index) {
@@ -52,21 +56,24 @@ void StartComm(Desk& desk) {
   bool tried_first = false;
   while (const auto error = OpenPort(desk.Comm1, candidate)) {
     if (candidate == 1) tried_first = true;
+    bool look_on = false;
     if (candidate == stored && !tried_first) {
-      CommError(desk, "Error opening the last comm port that was used by the Hub Composer (Comm " +
-                          Joined(candidate) + "):  " + *error + ".  Will try Comm 1.");
+      look_on =
+          TellAndLookOn(desk, "Error opening the last comm port that was used by the Hub Composer (Comm " +
+                                  Joined(candidate) + "):  " + *error + ".  Will try Comm 1.");
       candidate = 1;
     } else if (candidate < kPorts) {
-      CommError(desk, "Error on Comm" + Joined(candidate) + ":  " + *error + ".  Will try Comm" +
-                          Joined(candidate + 1) + ".");
+      look_on = TellAndLookOn(desk, "Error on Comm" + Joined(candidate) + ":  " + *error +
+                                        ".  Will try Comm" + Joined(candidate + 1) + ".");
       ++candidate;
-    } else {
-      MsgBox(desk, {.text = "Could not find an open comm port.  You can still edit and save programs, but "
-                            "drive communication is not possible at this time.",
-                    .title = "No open port"});
-      SelectOptCom(desk, std::nullopt);
-      return;
     }
+    if (look_on) continue;
+    MsgBox(desk,
+           {.text = "Could not find an open comm port.  You can still edit and save programs, but drive "
+                    "communication is not possible at this time.",
+            .title = "No open port"});
+    SelectOptCom(desk, std::nullopt);
+    return;
   }
   desk.Comm1.RThreshold(kStartThreshold);
   desk.Comm1.ParityReplace("");
@@ -122,10 +129,12 @@ void TellPortLost(Desk& desk) {
   SelectOptCom(desk, std::nullopt);
   // Nothing more will come of a run.
   desk.run.Hide();
-  CommError(desk,
-            "Comm " + Joined(desk.Comm1.CommPort()) + " has gone.  " + std::string(ran ? kMayMove : "") +
-                "Check the cable, then choose a comm port again.  Your program is still here and can be "
-                "edited and saved.");
+  MsgBox(desk, {.text = "Comm " + Joined(desk.Comm1.CommPort()) + " has gone.  " +
+                        std::string(ran ? kMayMove : "") +
+                        "Check the cable, then choose a comm port again.  Your program is still here and can "
+                        "be edited and saved.",
+                .title = "Communication Error",
+                .icon = Icon::Exclamation});
 }
 
 }  // namespace tavlo

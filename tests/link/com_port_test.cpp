@@ -39,14 +39,14 @@ ShownBox LastPortBox(int port) {
   const std::string number = std::to_string(port);
   return {"Error opening the last comm port that was used by the Hub Composer (Comm " + number +
               "):  Reason " + number + ".  Will try Comm 1.",
-          "Communication Error", Buttons::OK, Icon::Exclamation};
+          "Communication Error", Buttons::OKWithoutPort, Icon::Exclamation};
 }
 
 ShownBox NextPortBox(int port) {
   const std::string number = std::to_string(port);
   return {
       "Error on Comm" + number + ":  Reason " + number + ".  Will try Comm" + std::to_string(port + 1) + ".",
-      "Communication Error", Buttons::OK, Icon::Exclamation};
+      "Communication Error", Buttons::OKWithoutPort, Icon::Exclamation};
 }
 
 const ShownBox kNoPortBox = {
@@ -117,6 +117,23 @@ TEST(StartComm, AStoredPortFiveThatFailsGivesFiveAndThenOneToEight) {
   EXPECT_EQ(d.source.OptCom, std::nullopt);
   EXPECT_EQ(d.source.ComNum, 0);
   EXPECT_FALSE(d.port.PortOpen());
+}
+
+TEST(StartComm, WithoutAPortGoesStraightToTheLastTextFromEachBox) {
+  for (std::size_t box = 1; box <= 8; ++box) {
+    StartingDesk d;
+    d.settings.values[kPortKey] = "5";
+    d.FailPorts({1, 2, 3, 4, 5, 6, 7, 8});
+    for (std::size_t i = 1; i < box; ++i) d.boxes.setNextAnswer(Answer::OK);
+    d.boxes.setNextAnswer(Answer::WithoutPort);
+    StartComm(d.desk);
+    ASSERT_EQ(d.boxes.shown.size(), box + 1);
+    EXPECT_EQ(d.boxes.shown.back(), kNoPortBox);
+    EXPECT_EQ(d.Tried().size(), box) << "no port is opened behind the operator's back";
+    EXPECT_EQ(d.source.OptCom, std::nullopt);
+    EXPECT_EQ(d.source.ComNum, 0);
+    EXPECT_FALSE(d.port.PortOpen());
+  }
 }
 
 TEST(StartComm, AStoredPortOneThatFailsGoesStraightToTheSecondTextAndOnToPortTwo) {
