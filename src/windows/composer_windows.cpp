@@ -33,8 +33,14 @@ ComposerWindows::ComposerWindows(const Outside& outside)
   run_.Attach(desk_);
   terminal_.Attach(desk_);
   desk_.terminal = &terminal_;
-  outside.Comm1.OnComm = [this] { NewOnComm(desk_); };
-  outside.Comm1.OnLost = [this] { TellPortLost(desk_); };
+  outside.Comm1.OnComm = [this] {
+    const ComeByThemselves received(desk_.boxes);
+    NewOnComm(desk_);
+  };
+  outside.Comm1.OnLost = [this] {
+    const ComeByThemselves lost(desk_.boxes);
+    TellPortLost(desk_);
+  };
 }
 
 std::function<void(bool)> ComposerWindows::HoldWhile() {

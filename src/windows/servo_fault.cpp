@@ -111,6 +111,7 @@ ServoFaultForm::ServoFaultForm(QWidget* parent) : QDialog(parent), message_(new 
   column->addWidget(new QLabel(QStringLiteral("You must cycle power to reset this error."), this));
   column->addLayout(legend);
   column->setSizeConstraint(QLayout::SetFixedSize);
+  guard_ = std::make_unique<KeyGuard>(this);
 }
 
 void ServoFaultForm::Show(const ServoFaultPanel& panel) {

@@ -4,8 +4,10 @@
 
 #include <QDialog>
 #include <array>
+#include <memory>
 
 #include "desk/views.h"
+#include "qt/gui/key_guard.h"
 
 class QLabel;
 
@@ -25,6 +27,8 @@ class ServoFaultForm : public QDialog {
   QLabel* message_;
   std::array<RedSquare*, 14> squares_{};
   std::array<QLabel*, 14> labels_{};
+  /// A fault comes by itself.
+  std::unique_ptr<KeyGuard> guard_;
 };
 
 }  // namespace tavlo

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
@@ -82,6 +83,101 @@ TEST(GuiMessageBoxes, HaveTheAnswerThatDoesNoHarmAsTheirDefaultAndForEscape) {
       EXPECT_EQ(boxes.MsgBox({.text = "x", .buttons = row.buttons}), HarmlessAnswer(row.buttons));
     }
   }
+}
+
+/// A question that comes by itself, and what the operator does while it stands.
+Answer AskedByItself(const std::function<void(QMessageBox&)>& meanwhile) {
+  GuiMessageBoxes boxes;
+  QTimer::singleShot(0, qApp, [&meanwhile] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    ASSERT_NE(box, nullptr);
+    ASSERT_TRUE(QTest::qWaitFor([box] { return box->isActiveWindow(); }));
+    meanwhile(*box);
+  });
+  return boxes.MsgBox({.text = "Reset?", .buttons = Buttons::YesNo, .by_itself = true});
+}
+
+/// Longer than the moments in which it takes no key.
+constexpr int kWhenItHears = 850;
+
+void PressYes(QMessageBox& box) {
+  box.button(QMessageBox::Yes)->click();
+}
+
+TEST(ABoxThatComesByItself, TakesNoKeyInItsFirstMoments) {
+  const Answer answer = AskedByItself([](QMessageBox& box) {
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space, Qt::Key_Escape, Qt::Key_Y,
+                              Qt::Key_N, Qt::Key_Tab, Qt::Key_Left, Qt::Key_7}) {
+      QTest::keyClick(QApplication::focusWidget(), key);
+      EXPECT_TRUE(box.isVisible()) << key;
+      EXPECT_EQ(QApplication::focusWidget(), box.button(QMessageBox::No)) << key;
+    }
+    for (const Qt::Key key : {Qt::Key_Y, Qt::Key_N}) {
+      QTest::keyClick(QApplication::focusWidget(), key, Qt::AltModifier);
+      QTest::qWait(150);
+      EXPECT_TRUE(box.isVisible()) << key;
+    }
+    PressYes(box);
+  });
+  EXPECT_EQ(answer, Answer::Yes) << "the mouse works at once";
+}
+
+TEST(ABoxThatComesByItself, TakesTheFirstKeyThatIsPressedSevenTenthsOfASecondLater) {
+  const Answer answer = AskedByItself([](QMessageBox& box) {
+    QTest::qWait(kWhenItHears);
+    QTest::keyClick(&box, Qt::Key_Return);
+    EXPECT_FALSE(box.isVisible());
+  });
+  EXPECT_EQ(answer, Answer::No);
+}
+
+TEST(ABoxThatComesByItself, WaitsForAPauseInWhatIsTyped) {
+  const Answer answer = AskedByItself([](QMessageBox& box) {
+    QElapsedTimer typing;
+    QElapsedTimer since;
+    typing.start();
+    do {
+      QTest::keyClick(&box, Qt::Key_Return);
+      EXPECT_TRUE(box.isVisible());
+      since.start();
+      QTest::qWait(20);
+      // Where the machine itself makes the pause there is nothing to see.
+    } while (box.isVisible() && since.elapsed() < 200 && typing.elapsed() < 2 * kWhenItHears);
+    PressYes(box);
+  });
+  EXPECT_EQ(answer, Answer::Yes);
+}
+
+TEST(ABoxThatComesByItself, IsNotAnsweredByTheKeysOfTheOperatorTerminal) {
+  const Answer answer = AskedByItself([](QMessageBox& box) {
+    QTest::qWait(kWhenItHears);
+    for (const Qt::Key key : {Qt::Key_Y, Qt::Key_N, Qt::Key_7, Qt::Key_Plus, Qt::Key_Left, Qt::Key_Right,
+                              Qt::Key_Up, Qt::Key_Down}) {
+      QTest::keyClick(QApplication::focusWidget(), key);
+      QTest::qWait(150);
+      EXPECT_TRUE(box.isVisible()) << key;
+      EXPECT_EQ(QApplication::focusWidget(), box.button(QMessageBox::No)) << key;
+    }
+    QTest::keyClick(&box, Qt::Key_Y, Qt::AltModifier);
+  });
+  EXPECT_EQ(answer, Answer::Yes) << "its letters work with Alt";
+}
+
+TEST(ABoxThatComesByItself, IsNotAnsweredByAKeyThatIsHeld) {
+  const Answer answer = AskedByItself([](QMessageBox& box) {
+    QTest::qWait(kWhenItHears);
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"), true);
+    QApplication::sendEvent(QApplication::focusWidget(), &held);
+    EXPECT_TRUE(box.isVisible());
+    PressYes(box);
+  });
+  EXPECT_EQ(answer, Answer::Yes);
+}
+
+TEST(ABoxThatComesByItself, IsTheOnlyOneThatIsHardOfHearing) {
+  GuiMessageBoxes boxes;
+  QTimer::singleShot(0, qApp, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Y); });
+  EXPECT_EQ(boxes.MsgBox({.text = "Clear?", .buttons = Buttons::YesNo}), Answer::Yes);
 }
 
 TEST(GuiMessageBoxes, OfAPortThatDoesNotOpenOfferToGoOnWithoutOne) {

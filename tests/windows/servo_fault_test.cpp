@@ -99,6 +99,22 @@ TEST(ServoFault, ASecondFaultRepaintsThePanelThatStands) {
   EXPECT_FALSE(session.Panel().isVisible());
 }
 
+TEST(ServoFault, TakesNoKeyInTheFirstMomentsOfEachShowing) {
+  FaultSession session;
+  for (int showing = 0; showing < 2; ++showing) {
+    session.WhileFaulty(Fault(1, 1), [&] {
+      auto& close = session.Find<QWidget>("ServoFault", "Close");
+      for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Space, Qt::Key_Escape}) {
+        QTest::keyClick(&close, key);
+        EXPECT_TRUE(session.Panel().isVisible()) << key;
+      }
+      QTest::qWait(850);
+      QTest::keyClick(&close, Qt::Key_Return);
+      EXPECT_FALSE(session.Panel().isVisible());
+    });
+  }
+}
+
 TEST(ServoFault, TakesTheRunWindowAwayBeforeItComesAndTheCommandsComeBackAfterIt) {
   FaultSession session;
   session.WhileRunning(RunWindow::ExecStatus, [&] {

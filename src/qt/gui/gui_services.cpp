@@ -12,9 +12,11 @@
 #include <QStringList>
 #include <array>
 #include <map>
+#include <optional>
 #include <span>
 #include <utility>
 
+#include "qt/gui/key_guard.h"
 #include "qt/gui/shown_text.h"
 
 namespace tavlo {
@@ -61,19 +63,21 @@ QPushButton* AddButton(QMessageBox& box, Answer answer) {
   return nullptr;
 }
 
-/// Shows the box until it is answered. Enter, Escape and the frame answer without harm.
-Answer Run(QMessageBox& box, Buttons buttons) {
-  const Answer harmless = HarmlessAnswer(buttons);
+/// Shows the window until it is answered. Enter, Escape and the frame answer without harm.
+Answer Run(QMessageBox& window, const Box& box) {
+  const Answer harmless = HarmlessAnswer(box.buttons);
   std::map<QAbstractButton*, Answer> answers;
-  for (const Answer answer : AnswersOf(buttons)) {
-    QPushButton* button = AddButton(box, answer);
+  for (const Answer answer : AnswersOf(box.buttons)) {
+    QPushButton* button = AddButton(window, answer);
     answers[button] = answer;
     if (answer != harmless) continue;
-    box.setDefaultButton(button);
-    box.setEscapeButton(button);
+    window.setDefaultButton(button);
+    window.setEscapeButton(button);
   }
-  box.exec();
-  const auto clicked = answers.find(box.clickedButton());
+  std::optional<KeyGuard> guard;
+  if (box.by_itself) guard.emplace(&window);
+  window.exec();
+  const auto clicked = answers.find(window.clickedButton());
   return clicked == answers.end() ? harmless : clicked->second;
 }
 
@@ -116,7 +120,7 @@ Answer GuiMessageBoxes::Show(const Box& box) {
   window.setText(FromMessage(box.text));
   window.setIcon(IconOf(box.icon));
   MakeRoomForTitle(window);
-  return Run(window, box.buttons);
+  return Run(window, box);
 }
 
 std::optional<std::string> GuiFileDialogs::SaveFileName(const FileDialogSetup& setup) {
