@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "windows/run_form.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QEvent>
 #include <QEventLoop>
@@ -9,7 +10,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QShortcut>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <utility>
@@ -17,11 +18,14 @@
 #include "link/execution.h"
 #include "windows/led_panel.h"
 #include "windows/run_controls.h"
+#include "windows/run_watch.h"
 
 namespace tavlo {
 namespace {
 
 constexpr int kPadding = 12;
+/// A window manager may shift a window by so much on its own; a move of the operator is larger.
+constexpr int kOwnShift = 40;
 
 struct FormName {
   const char* name;
@@ -35,7 +39,22 @@ FormName NameOf(RunWindow window) {
   return {"ExecStatus", "Execute", {0, 0}};
 }
 
+int Within(int wanted, int first, int last) {
+  return std::clamp(wanted, first, std::max(first, last));
+}
+
 }  // namespace
+
+QPoint PlaceBeside(const QRect& main, const QRect& room, const QSize& size, const QPoint& told) {
+  QPoint place = told;
+  if (room.right() - main.right() >= size.width()) {
+    place = {main.right() + 1, main.top()};
+  } else if (main.left() - room.left() >= size.width()) {
+    place = {main.left() - size.width(), main.top()};
+  }
+  return {Within(place.x(), room.left(), room.right() + 1 - size.width()),
+          Within(place.y(), room.top(), room.bottom() + 1 - size.height())};
+}
 
 RunForm::RunForm(Desk& desk, RunWindow window, QWidget* main_window, std::function<void(bool)> hold)
     : QWidget(main_window, Qt::Dialog),
@@ -45,7 +64,8 @@ RunForm::RunForm(Desk& desk, RunWindow window, QWidget* main_window, std::functi
       body_(new QHBoxLayout),
       lights_(new QScrollArea(this)),
       leds_(new LedPanel(lights_)),
-      controls_(new RunControls(this)) {
+      controls_(new RunControls(this)),
+      watch_(new RunWatch(this)) {
   setObjectName(QLatin1String(NameOf(window).name));
   setWindowTitle(QLatin1String(NameOf(window).caption));
   body_->setSpacing(kPadding);
@@ -72,17 +92,21 @@ void RunForm::ConnectControls() {
   connect(controls_, &RunControls::SingleStepClicked, this, [this] { ClickSingleStep(desk_); });
   connect(controls_, &RunControls::ResetClicked, this, [this] { ClickReset(desk_); });
   connect(controls_, &RunControls::StopClicked, this, &RunForm::Stop);
-  connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &RunForm::Stop);
+  connect(watch_, &RunWatch::StopPressed, this, &RunForm::Stop);
+  // Whoever held the focus in front of the box, the operator's place is here.
+  connect(watch_, &RunWatch::BoxGone, this, &RunForm::ActivateAgain);
 }
 
 void RunForm::ShowModal() {
   leds_->Arrange(desk_.program());
-  setEnabled(true);
+  stopping_ = false;
   hold_(true);
-  PlaceOverMain();
+  Place();
+  watch_->Begin();
+  shown_.start();
   show();
   activateWindow();
-  controls_->findChild<QWidget*>(QStringLiteral("btnStop"))->setFocus();
+  FirstFocus()->setFocus();
   QEventLoop loop;
   loop_ = &loop;
   StartRun(desk_, window_);
@@ -91,34 +115,44 @@ void RunForm::ShowModal() {
   hold_(false);
 }
 
-/// Where the main window begins, the first time; from then on it comes up where the operator left it.
-void RunForm::PlaceOverMain() {
-  FitLights();
-  adjustSize();
-  if (std::exchange(placed_, true)) return;
-  const QRect main = parentWidget()->frameGeometry();
-  const QRect room = Room();
-  const QPoint wanted = main.topLeft() + NameOf(window_).offset;
-  move(std::clamp(wanted.x(), room.left(), std::max(room.left(), room.right() - width())),
-       std::clamp(wanted.y(), room.top(), std::max(room.top(), room.bottom() - height())));
+QWidget* RunForm::FirstFocus() {
+  return controls_->findChild<QWidget*>(QStringLiteral("btnStop"));
 }
 
-/// What the screen has for the window without its frame, which comes with the first showing and will be like
-/// the main window's.
+void RunForm::Place() {
+  FitLights();
+  adjustSize();
+  const QRect main = parentWidget()->frameGeometry();
+  placed_ =
+      chosen_.value_or(PlaceBeside(main, Room(), size() + Frame(), main.topLeft() + NameOf(window_).offset));
+  move(placed_);
+}
+
+/// The frame comes with the first showing and will be like the main window's.
+QSize RunForm::Frame() const {
+  return parentWidget()->frameGeometry().size() - parentWidget()->size();
+}
+
 QRect RunForm::Room() const {
-  QRect room = parentWidget()->screen()->availableGeometry();
-  const QSize frame = parentWidget()->frameGeometry().size() - parentWidget()->size();
-  return room.adjusted(0, 0, -frame.width(), -frame.height());
+  return parentWidget()->screen()->availableGeometry();
+}
+
+/// From the event loop: what takes the focus away now is still at it.
+void RunForm::ActivateAgain() {
+  QTimer::singleShot(0, this, [this] {
+    if (isVisible() && QApplication::activeModalWidget() == nullptr) activateWindow();
+  });
 }
 
 /// On a low screen the lights are scrolled, so that the controls stay in sight.
 void RunForm::FitLights() {
   const QSize wanted = leds_->sizeHint();
   const int others = controls_->sizeHint().height() + 3 * kPadding;
-  const bool scrolled = wanted.height() > Room().height() - others;
+  const int high = Room().height() - Frame().height() - others;
+  const bool scrolled = wanted.height() > high;
   const int bar = scrolled ? lights_->verticalScrollBar()->sizeHint().width() : 0;
   lights_->setVerticalScrollBarPolicy(scrolled ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
-  const int room = std::max(1, Room().height() - others);
+  const int room = std::max(1, high);
   lights_->setMinimumSize(wanted.width() + bar, std::min(room, wanted.height()));
   // With a large font a scroll area asks for more than that.
   lights_->setMaximumHeight(room);
@@ -133,25 +167,31 @@ void RunForm::ShowControls() {
 }
 
 void RunForm::Stop() {
-  if (loop_ == nullptr || !isEnabled()) return;
-  // The pause after the command runs the event loop, where a second click would send it again.
-  setEnabled(false);
+  // The pause after the command runs the event loop, where a second click would send it again. The window is
+  // not disabled meanwhile: with it would be the boxes that stand over it.
+  if (loop_ == nullptr || std::exchange(stopping_, true)) return;
   StopRun(desk_, window_);
 }
 
 bool RunForm::event(QEvent* event) {
-  if (event->type() == QEvent::WindowDeactivate && loop_ != nullptr) LeaveRun(desk_);
+  if (event->type() == QEvent::WindowDeactivate && loop_ != nullptr) {
+    LeaveRun(desk_);
+    // The second click of a double click on Execute reaches the main window when this one is up already.
+    if (shown_.elapsed() < QApplication::doubleClickInterval()) ActivateAgain();
+  }
   return QWidget::event(event);
 }
 
 void RunForm::closeEvent(QCloseEvent* event) {
-  if (loop_ != nullptr && isEnabled()) CloseRun(desk_, window_);
+  if (loop_ != nullptr && !stopping_) CloseRun(desk_, window_);
   event->accept();
 }
 
 void RunForm::hideEvent(QHideEvent* event) {
   QWidget::hideEvent(event);
   if (event->spontaneous() || loop_ == nullptr) return;
+  watch_->End();
+  if ((pos() - placed_).manhattanLength() > kOwnShift) chosen_ = pos();
   LeaveRun(desk_);
   loop_->quit();
 }

@@ -3,8 +3,11 @@
 #include "windows/run_windows.h"
 
 #include <QLabel>
+#include <QMessageBox>
 
 #include "desk/grid.h"
+#include "qt/gui/gui_services.h"
+#include "windows/run_form.h"
 #include "windows/run_session.h"
 
 namespace tavlo::testing {
@@ -61,6 +64,91 @@ TEST(RunWindows, EscapeStopsInBothAndNothingGoesOutAfterIt) {
   }
 }
 
+TEST(RunWindows, EscapeStopsFromTheMainWindowToo) {
+  for (const WindowCase& c : kWindows) {
+    for (const char* focus : {"ProgWindow", "LongForm"}) {
+      RunSession session;
+      session.WhileRunning(c.window, [&] {
+        session.Main().activateWindow();
+        QWidget& there = *session.Pane().window();
+        QTest::keyClick(std::string(focus) == "LongForm" ? &there : &session.Pane(), Qt::Key_Escape);
+      });
+      EXPECT_EQ(session.fakes.port.AllSent(), std::string(c.start) + "S") << focus;
+    }
+  }
+}
+
+/// A session whose boxes are real ones.
+struct BoxedSession : RunSession {
+  BoxedSession() {
+    fakes.boxes.on_box = [this](const ShownBox& box) { real.MsgBox(box); };
+  }
+  /// Lets the hub say something that needs a box while the machine moves on, and does this while it stands.
+  void WithABox(const std::function<void(QMessageBox&)>& meanwhile) {
+    QTimer::singleShot(0, &Main(), [meanwhile] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      ASSERT_NE(box, nullptr);
+      meanwhile(*box);
+    });
+    fakes.port.Receive({static_cast<char>(240), 2, 0, 0});
+  }
+  GuiMessageBoxes real;
+};
+
+TEST(RunWindows, EscapeInABoxOverAMachineThatMovesStopsItAndLeavesTheMessage) {
+  for (const WindowCase& c : kWindows) {
+    BoxedSession session;
+    session.WhileRunning(c.window, [&] {
+      EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &session.Form(c.name); }));
+      session.WithABox([&](QMessageBox& box) {
+        QTest::keyClick(&box, Qt::Key_Escape);
+        EXPECT_EQ(session.fakes.port.AllSent(), std::string(c.start) + "S") << "in its first moments too";
+        EXPECT_TRUE(box.isVisible());
+        EXPECT_TRUE(box.isEnabled());
+        QTest::qWait(850);
+        QTest::keyClick(&box, Qt::Key_Escape);
+        EXPECT_FALSE(box.isVisible()) << "the next one answers it";
+      });
+    });
+    EXPECT_EQ(session.fakes.port.AllSent(), std::string(c.start) + "S");
+    EXPECT_EQ(session.fakes.boxes.shown.size(), 1U);
+    EXPECT_TRUE(session.fakes.boxes.shown[0].by_itself);
+  }
+}
+
+TEST(RunWindows, AreActiveAgainAfterABoxWhoeverHadTheFocusInFrontOfIt) {
+  for (const WindowCase& c : kWindows) {
+    BoxedSession session;
+    session.WhileRunning(c.window, [&] {
+      QApplication::setDoubleClickInterval(0);
+      session.Main().activateWindow();
+      EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &session.Main(); }));
+      session.WithABox([](QMessageBox& box) { box.button(QMessageBox::Ok)->click(); });
+      EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &session.Form(c.name); }));
+      session.Click(c.name, "btnStop");
+    });
+  }
+}
+
+TEST(RunWindows, AreActiveAgainAfterTheSecondClickOnExecuteAndNotAfterALaterOne) {
+  const int usual = QApplication::doubleClickInterval();
+  for (const bool second_click : {true, false}) {
+    RunSession session;
+    session.WhileRunning(RunWindow::ExecStatus, [&] {
+      QWidget& form = session.Form("ExecStatus");
+      EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &form; }));
+      QApplication::setDoubleClickInterval(second_click ? 60000 : 0);
+      session.Main().activateWindow();
+      EXPECT_TRUE(QTest::qWaitFor([&] {
+        session.Settle();
+        return QApplication::activeWindow() == (second_click ? &form : &session.Main());
+      }));
+      session.Click("ExecStatus", "btnStop");
+    });
+  }
+  QApplication::setDoubleClickInterval(usual);
+}
+
 TEST(RunWindows, APressOfStopWhileItWaitsSendsNothingMore) {
   RunSession session;
   session.WhileRunning(RunWindow::ExecStatus, [&] {
@@ -115,6 +203,39 @@ TEST(RunWindows, ComeUpWhereTheMainWindowBeginsAndThenWhereTheOperatorLeftThem) 
   }
 }
 
+TEST(RunWindows, StandBesideTheMainWindowWhereTheScreenHasRoom) {
+  struct Case {
+    const char* what;
+    QRect main;
+    QPoint place;
+  };
+  const QRect room(0, 20, 1920, 1060);
+  const QSize size(500, 400);
+  for (const Case& c : {
+           Case{"room at the right", {100, 50, 1000, 720}, {1100, 50}},
+           Case{"just enough", {420, 50, 1000, 720}, {1420, 50}},
+           Case{"room at the left alone", {900, 50, 1000, 720}, {400, 50}},
+           Case{"no room at either side", {460, 50, 1000, 720}, {464, 120}},
+           Case{"over the lower edge", {100, 900, 1000, 720}, {1100, 680}},
+           Case{"above the upper edge", {100, -50, 1000, 720}, {1100, 20}},
+       }) {
+    EXPECT_EQ(PlaceBeside(c.main, room, size, c.main.topLeft() + QPoint(4, 70)), c.place) << c.what;
+  }
+  EXPECT_EQ(PlaceBeside({0, 0, 640, 400}, {0, 0, 300, 200}, size, {4, 70}), QPoint(0, 0))
+      << "the upper left corner of what does not fit can be seen";
+}
+
+TEST(RunWindows, FollowTheMainWindowUntilTheOperatorMovesThem) {
+  RunSession session;
+  for (const QPoint corner : {QPoint(10, 10), QPoint(150, 40)}) {
+    session.Main().move(corner);
+    session.WhileRunning(RunWindow::ExecStatus, [&] {
+      EXPECT_EQ(session.Form("ExecStatus").pos(), session.Main().frameGeometry().topLeft());
+      session.Click("ExecStatus", "btnStop");
+    });
+  }
+}
+
 TEST(RunWindows, ASecondRunStartsAfreshInTheSameWindow) {
   RunSession session;
   for (int run = 0; run < 2; ++run) {
@@ -137,11 +258,14 @@ TEST(RunWindows, BothHaveOneTabOrderThatReachesEveryControl) {
     RunSession session;
     session.WhileRunning(c.window, [&] {
       QStringList reached;
+      // The terminal begins at its display, the status window at Stop.
+      if (c.window == RunWindow::fakeMMI) QTest::keyClick(&session.Form(c.name), Qt::Key_Tab);
       for (int press = 0; press < 5; ++press) {
         reached << session.Form(c.name).focusWidget()->objectName();
         QTest::keyClick(&session.Form(c.name), Qt::Key_Tab);
       }
-      EXPECT_EQ(reached.join(' '), "btnStop Play Pause SingleStep btnReset") << c.name;
+      reached.sort();
+      EXPECT_EQ(reached.join(' '), "Pause Play SingleStep btnReset btnStop") << c.name;
       session.Click(c.name, "btnStop");
     });
   }
