@@ -8,10 +8,9 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QPainter>
 #include <QPushButton>
 #include <QScreen>
-#include <QScrollArea>
-#include <QScrollBar>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -33,8 +32,9 @@ constexpr int kKeyHeight = 36;
 constexpr int kRoomForAll = 640;
 /// What a key needs around its word.
 constexpr int kKeyEdge = 12;
-/// The last row grows without end while text comes that nothing clears. More than this is kept, not painted.
-constexpr std::size_t kPaintedColumns = 1000;
+/// A row grows without end while text comes that nothing clears. What stands before its newest so many
+/// characters is kept, not shown.
+constexpr std::size_t kShownColumns = 1000;
 
 /// A key as it stands on the keypad: the operator terminal's own layout.
 struct KeyRow {
@@ -107,6 +107,24 @@ std::optional<MmiKey> KeyOf(const QKeyEvent& event) {
 
 }  // namespace
 
+/// A row of the display. Where its text is longer than the row it shows the end, which is the newest.
+class MmiForm::DisplayRow : public QLabel {
+ public:
+  using QLabel::QLabel;
+  [[nodiscard]] QSize sizeHint() const override {
+    return {fontMetrics().horizontalAdvance(QString(kDisplayColumns, QLatin1Char('M'))),
+            fontMetrics().lineSpacing()};
+  }
+  [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                     fontMetrics().elidedText(text(), Qt::ElideLeft, width()));
+  }
+};
+
 MmiForm::MmiForm(Desk& desk, QWidget* main_window, std::function<void(bool)> hold)
     : RunForm(desk, RunWindow::fakeMMI, main_window, std::move(hold)) {
   auto* column = new QVBoxLayout;
@@ -119,18 +137,21 @@ MmiForm::MmiForm(Desk& desk, QWidget* main_window, std::function<void(bool)> hol
 
 QWidget* MmiForm::MakeDisplay() {
   auto* frame = new QGroupBox(QStringLiteral("Display"), this);
-  auto* glass = new QWidget;
+  glass_ = new QWidget(frame);
+  glass_->setObjectName(QStringLiteral("Display"));
+  glass_->setAccessibleName(QStringLiteral("Display"));
+  glass_->setFocusPolicy(Qt::StrongFocus);
   QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
   fixed.setPixelSize(Measure(*this, kDisplayLetters));
-  QPalette colours = glass->palette();
+  QPalette colours = glass_->palette();
   colours.setColor(QPalette::Window, QColor(214, 228, 190));
   colours.setColor(QPalette::WindowText, QColor(16, 32, 16));
-  glass->setPalette(colours);
-  glass->setAutoFillBackground(true);
-  auto* lines = new QVBoxLayout(glass);
+  glass_->setPalette(colours);
+  glass_->setAutoFillBackground(true);
+  auto* lines = new QVBoxLayout(glass_);
   lines->setSpacing(0);
   for (std::size_t row = 0; row < textline_.size(); ++row) {
-    auto* line = new QLabel(glass);
+    auto* line = new DisplayRow(glass_);
     line->setObjectName(QStringLiteral("textline%1").arg(row));
     line->setAccessibleDescription(QStringLiteral("display row %1").arg(row + 1));
     line->setTextFormat(Qt::PlainText);
@@ -138,23 +159,8 @@ QWidget* MmiForm::MakeDisplay() {
     textline_[row] = line;
     lines->addWidget(line);
   }
-  // Text that runs over the last row's end can be scrolled to.
-  auto* scroll = new QScrollArea(frame);
-  scroll->setWidget(glass);
-  scroll->setWidgetResizable(true);
-  scroll->setFocusPolicy(Qt::NoFocus);
-  scroll->setAccessibleName(QStringLiteral("Display"));
-  scroll->horizontalScrollBar()->setAccessibleName(QStringLiteral("Scroll display"));
-  scroll->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  const QFontMetrics metrics(fixed);
-  const QMargins edge = lines->contentsMargins();
-  const int frame_width = 2 * scroll->frameWidth();
-  scroll->setMinimumWidth(metrics.horizontalAdvance(QString(kDisplayColumns + 1, QLatin1Char('M'))) +
-                          edge.left() + edge.right() + frame_width);
-  scroll->setFixedHeight(metrics.lineSpacing() * static_cast<int>(textline_.size()) + edge.top() +
-                         edge.bottom() + frame_width + scroll->horizontalScrollBar()->sizeHint().height());
   auto* column = new QVBoxLayout(frame);
-  column->addWidget(scroll);
+  column->addWidget(glass_);
   return frame;
 }
 
@@ -192,21 +198,24 @@ void MmiForm::ShowTextLines() {
   text_due_ = false;
   for (std::size_t row = 0; row < textline_.size(); ++row) {
     const std::string& text = Handlers().source.textline[row];
-    textline_[row]->setText(FromText(text.substr(0, kPaintedColumns)));
+    textline_[row]->setText(FromText(text.substr(text.size() - std::min(text.size(), kShownColumns))));
   }
 }
 
 bool MmiForm::TakeKey(const QKeyEvent& event) {
+  const bool held = held_.Repeats(event);
+  if (event.type() != QEvent::KeyPress) return false;
   const auto key = KeyOf(event);
   if (!key) return false;
   // Of keys that are held only those that jog and rub out repeat.
   const bool repeats = IsArrow(*key) || *key == MmiKey::bksp;
-  if (!event.isAutoRepeat() || repeats) PressKey(Handlers(), *key);
+  if (!held || repeats) PressKey(Handlers(), *key);
   return true;
 }
 
 bool MmiForm::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::KeyPress && TakeKey(*static_cast<QKeyEvent*>(event))) return true;
+  const bool key = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
+  if (key && TakeKey(*static_cast<QKeyEvent*>(event))) return true;
   return RunForm::eventFilter(watched, event);
 }
 

@@ -5,10 +5,10 @@
 #include <array>
 
 #include "link/execution.h"
+#include "qt/gui/held_key.h"
 #include "windows/run_form.h"
 
 class QKeyEvent;
-class QLabel;
 
 namespace tavlo {
 
@@ -25,15 +25,21 @@ class MmiForm : public RunForm {
  protected:
   /// The keyboard is the keypad, whatever control has the focus.
   bool eventFilter(QObject* watched, QEvent* event) override;
+  /// No control: a blank that is typed presses none by accident.
+  [[nodiscard]] QWidget* FirstFocus() override { return glass_; }
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  class DisplayRow;
+
   [[nodiscard]] QWidget* MakeDisplay();
   [[nodiscard]] QWidget* MakeKeypad();
   void ShowTextLines();
   [[nodiscard]] bool TakeKey(const QKeyEvent& event);
 
-  std::array<QLabel*, 4> textline_{};
+  HeldKey held_;
+  QWidget* glass_ = nullptr;
+  std::array<DisplayRow*, 4> textline_{};
   bool text_due_ = false;
 };
 

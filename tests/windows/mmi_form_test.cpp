@@ -88,6 +88,41 @@ TEST(MmiForm, AHeldKeyRepeatsOnlyWhereItJogsOrRubsOut) {
   });
 }
 
+/// A press or a release as it comes from X.
+void SendKeyAt(QWidget* focus, QEvent::Type type, Qt::Key key, quint64 milliseconds) {
+  QKeyEvent event(type, key, Qt::NoModifier);
+  event.setTimestamp(milliseconds);
+  QApplication::sendEvent(focus, &event);
+}
+
+TEST(MmiForm, AHeldKeyIsKnownWhereTheWindowSystemDoesNotMarkIt) {
+  struct Case {
+    const char* what;
+    Qt::Key key;
+    quint64 released;
+    quint64 pressed;
+    const char* sent;
+  };
+  for (const Case& c : {
+           Case{"a repeat", Qt::Key_Return, 5000, 5000, "\r"},
+           Case{"a repeat over a tick of the clock", Qt::Key_7, 5000, 5001, "7"},
+           Case{"a second press", Qt::Key_Return, 5000, 5030, "\r\r"},
+           Case{"an arrow jogs on", Qt::Key_Up, 5000, 5000, "AA"},
+           Case{"events without a time", Qt::Key_7, 0, 0, "77"},
+       }) {
+    RunSession session;
+    session.WhileRunning(RunWindow::fakeMMI, [&] {
+      session.fakes.port.sent.clear();
+      QWidget* focus = session.Form("fakeMMI").focusWidget();
+      SendKeyAt(focus, QEvent::KeyPress, c.key, 4000);
+      SendKeyAt(focus, QEvent::KeyRelease, c.key, c.released);
+      SendKeyAt(focus, QEvent::KeyPress, c.key, c.pressed);
+      EXPECT_EQ(session.fakes.port.AllSent(), c.sent) << c.what;
+      session.Click("fakeMMI", "btnStop");
+    });
+  }
+}
+
 TEST(MmiForm, ShowsWhatTheHubWritesAndNothingOfItsOwn) {
   RunSession session;
   session.WhileRunning(RunWindow::fakeMMI, [&] {
@@ -115,12 +150,50 @@ TEST(MmiForm, TextThatOverrunsTheLastLineIsNotCut) {
   });
 }
 
-TEST(MmiForm, AFloodOfTextIsKeptAndNotPaintedWithoutEnd) {
+TEST(MmiForm, LineThreeShowsItsNewestTextAndTheOthersStayWhereTheyAre) {
   RunSession session;
   session.WhileRunning(RunWindow::fakeMMI, [&] {
-    session.fakes.port.Receive("\x1bY# " + std::string(100000, 'x'));
+    const auto painted = [&](int row) {
+      session.Settle();
+      const std::string name = "textline" + std::to_string(row);
+      return session.Find<QLabel>("fakeMMI", name.c_str()).grab().toImage();
+    };
+    session.fakes.port.Receive("Prompt\x1bY# " + std::string(20, 'x'));
+    const QImage prompt = painted(0);
+    for (int length = 20; length < 60; ++length) {
+      const QImage before = painted(3);
+      session.fakes.port.Receive("W");
+      EXPECT_NE(painted(3), before) << "a character more can be seen at column " << length;
+      session.fakes.port.Receive("\b");
+      session.fakes.port.Receive("x");
+    }
+    EXPECT_EQ(painted(0), prompt);
+    EXPECT_EQ(session.Find<QLabel>("fakeMMI", "textline0").visibleRegion().boundingRect(),
+              session.Find<QLabel>("fakeMMI", "textline0").rect());
+    session.Click("fakeMMI", "btnStop");
+  });
+}
+
+TEST(MmiForm, OfAFloodOfTextTheNewestIsShownAndAllOfItKept) {
+  RunSession session;
+  session.WhileRunning(RunWindow::fakeMMI, [&] {
+    session.fakes.port.Receive("\x1bY# " + std::string(100000, 'x') + "newest");
     EXPECT_EQ(Line(session, 3).size(), 1000);
-    EXPECT_EQ(session.Session().textline[3].size(), 100000u);
+    EXPECT_TRUE(Line(session, 3).endsWith(QStringLiteral("xnewest")));
+    EXPECT_EQ(session.Session().textline[3].size(), 100006u);
+    session.Click("fakeMMI", "btnStop");
+  });
+}
+
+TEST(MmiForm, ABlankThatIsTypedReachesNoControl) {
+  RunSession session;
+  session.WhileRunning(RunWindow::fakeMMI, [&] {
+    session.fakes.port.sent.clear();
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+      QTest::keyClick(session.Form("fakeMMI").focusWidget(), key);
+    }
+    EXPECT_EQ(session.fakes.port.AllSent(), "\r\r");
+    EXPECT_EQ(session.Handlers().run.Active(), RunWindow::fakeMMI);
     session.Click("fakeMMI", "btnStop");
   });
 }

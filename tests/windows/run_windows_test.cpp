@@ -259,13 +259,13 @@ TEST(RunWindows, BothHaveOneTabOrderThatReachesEveryControl) {
     session.WhileRunning(c.window, [&] {
       QStringList reached;
       // The terminal begins at its display, the status window at Stop.
-      if (c.window == RunWindow::fakeMMI) QTest::keyClick(&session.Form(c.name), Qt::Key_Tab);
-      for (int press = 0; press < 5; ++press) {
+      const bool terminal = c.window == RunWindow::fakeMMI;
+      for (int press = 0; press < (terminal ? 6 : 5); ++press) {
         reached << session.Form(c.name).focusWidget()->objectName();
         QTest::keyClick(&session.Form(c.name), Qt::Key_Tab);
       }
-      reached.sort();
-      EXPECT_EQ(reached.join(' '), "Pause Play SingleStep btnReset btnStop") << c.name;
+      EXPECT_EQ(reached.join(' '), terminal ? "Display Play Pause SingleStep btnReset btnStop"
+                                            : "btnStop Play Pause SingleStep btnReset");
       session.Click(c.name, "btnStop");
     });
   }
