@@ -31,20 +31,27 @@ enum class Glyph { Play, Pause, Step, Reset, Stop };
 struct PictureLook {
   Glyph glyph;
   QRgb colour;
-  /// What the control says of the run, for those who do not see it.
-  std::string_view state;
 };
 
 PictureLook LookOf(Picture picture) {
   switch (picture) {
-    case Picture::PlayGreen: return {Glyph::Play, kLitGreen, "the program runs"};
-    case Picture::PlayGray: return {Glyph::Play, kGray, "the program does not run"};
-    case Picture::PauseRed: return {Glyph::Pause, kLitRed, "the program is paused"};
-    case Picture::PauseGray: return {Glyph::Pause, kGray, "the program is not paused"};
-    case Picture::StepYellow: return {Glyph::Step, kLitYellow, "a line is being executed"};
-    case Picture::StepGray: return {Glyph::Step, kGray, "no single step is under way"};
+    case Picture::PlayGreen: return {Glyph::Play, kLitGreen};
+    case Picture::PlayGray: return {Glyph::Play, kGray};
+    case Picture::PauseRed: return {Glyph::Pause, kLitRed};
+    case Picture::PauseGray: return {Glyph::Pause, kGray};
+    case Picture::StepYellow: return {Glyph::Step, kLitYellow};
+    case Picture::StepGray: return {Glyph::Step, kGray};
   }
-  return {Glyph::Play, kGray, ""};
+  return {Glyph::Play, kGray};
+}
+
+/// What the three pictures say together, for those who do not see them. One sentence for all three controls,
+/// so that none can say the contrary of another.
+QString StateOf(const RunPanel& panel) {
+  if (panel.SingleStep == Picture::StepYellow) return QStringLiteral("a single line is being executed");
+  if (panel.Running) return QStringLiteral("the program runs");
+  if (panel.Pause == Picture::PauseRed) return QStringLiteral("the program is paused");
+  return QStringLiteral("the program is about to pause");
 }
 
 /// What is lit is filled, what is not is an outline, so that they are told apart without their colours too.
@@ -93,7 +100,6 @@ QIcon GlyphIcon(Glyph glyph, QRgb colour, const QPalette& palette) {
 void SetPicture(QToolButton* button, Picture picture, const QPalette& palette) {
   const PictureLook look = LookOf(picture);
   button->setIcon(GlyphIcon(look.glyph, look.colour, palette));
-  button->setAccessibleDescription(FromText(look.state));
 }
 
 }  // namespace
@@ -137,6 +143,8 @@ QToolButton* RunControls::Add(const char* name, const QString& caption, const QS
 void RunControls::Show(const RunPanel& panel) {
   shown_ = {panel.Play, panel.Pause, panel.SingleStep};
   DrawPictures();
+  const QString state = StateOf(panel);
+  for (QToolButton* control : {play_, pause_, single_step_}) control->setAccessibleDescription(state);
   update_->setText(FromText(panel.lblUpdate));
 }
 
