@@ -62,7 +62,6 @@ GaugeForm::GaugeForm(const QString& name, const QString& title, const QString& d
 }
 
 void GaugeForm::Show() {
-  gauge_->setValue(0);
   phase_->setText(QStringLiteral(" "));
   phase_->hide();
   hold_(true);

@@ -159,6 +159,7 @@ TEST(DownloadProg, TheGaugeGoesFromTenToTwoHundredOverTheLinesAndThenTwiceFromZe
   for (int i = 1; i <= 256; ++i) expected.push_back(i * 200 / 256.0);
   expected.push_back(0);
   for (int block = 1; block <= 3; ++block) expected.push_back(block * 200 / 3.0);
+  EXPECT_EQ(d.downbox.first_seen, 10);
   ASSERT_EQ(d.downbox.gauges.size(), expected.size());
   for (std::size_t i = 0; i < expected.size(); ++i) {
     EXPECT_NEAR(d.downbox.gauges[i], expected[i], 1e-9) << i;

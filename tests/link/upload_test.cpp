@@ -198,6 +198,7 @@ TEST(UploadProg, TheGaugeFollowsTheBytesAndThenTheLines) {
   d.piece_seconds = 0.01;
   EXPECT_EQ(UploadProg(d.desk, 1.38F), UploadResult::Done);
   const auto& gauges = d.upbox.gauges;
+  EXPECT_EQ(d.upbox.first_seen, 10);
   ASSERT_EQ(gauges.size(), 1U + 2 + 200);
   EXPECT_EQ(gauges[0], 10);
   EXPECT_DOUBLE_EQ(gauges[1], 4097.0 / 8192 * 190 + 10);

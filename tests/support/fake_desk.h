@@ -6,6 +6,7 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -206,7 +207,10 @@ class FakeFiles : public FileStore {
 
 class FakeProgress : public ProgressForm {
  public:
-  void Show() override { visible = true; }
+  void Show() override {
+    visible = true;
+    if (!gauges.empty()) first_seen = gauges.back();
+  }
   void Hide() override { visible = false; }
   void Gauge(double value) override { gauges.push_back(value); }
   void Phase(std::string_view name, int done, int total) override {
@@ -216,6 +220,8 @@ class FakeProgress : public ProgressForm {
   }
   bool visible = false;
   std::vector<double> gauges;
+  /// What the gauge showed when the form came up; nothing where that is what the last transfer left.
+  std::optional<double> first_seen;
   std::vector<std::string> phases;
   int bytes_done = 0;
   int bytes_total = 0;
