@@ -12,6 +12,7 @@
 #include "windows/run_windows.h"
 #include "windows/small_forms.h"
 #include "windows/vox_term.h"
+#include "windows/wheel_focus.h"
 
 namespace tavlo {
 
@@ -43,6 +44,7 @@ class ComposerWindows {
   [[nodiscard]] std::function<void(bool)> HoldWhile();
 
   HeldEnter held_enter_;
+  WheelFocus wheel_;
   Source source_;
   LongForm main_;
   RunWindows run_;

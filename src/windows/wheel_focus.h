@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <QObject>
+
+namespace tavlo {
+
+/// For as long as it lives, the wheel changes the value of a list, a spin box or a slider only while that has
+/// the focus, and does not give it the focus. Over any other it scrolls what it stands in.
+class WheelFocus : public QObject {
+ public:
+  WheelFocus();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+};
+
+}  // namespace tavlo
