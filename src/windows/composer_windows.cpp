@@ -8,6 +8,7 @@
 #include "link/receive.h"
 #include "windows/icon_images.h"
 #include "windows/start_form.h"
+#include "windows/window_accessible.h"
 
 namespace tavlo {
 namespace {
@@ -30,6 +31,7 @@ ComposerWindows::ComposerWindows(const Outside& outside)
       desk_{source_,          outside.Comm1,   outside.boxes, outside.clock, outside.loop,
             outside.beeper,   main_,           run_,          downbox_,      upbox_,
             outside.settings, outside.dialogs, outside.files, loading_} {
+  InstallWindowAccessibility();
   run_.Attach(desk_);
   terminal_.Attach(desk_);
   desk_.terminal = &terminal_;
@@ -54,6 +56,7 @@ ComposerWindows::~ComposerWindows() {
 }
 
 std::unique_ptr<ComposerWindows> StartUp(const Outside& outside) {
+  InstallWindowAccessibility();
   StartForm splash;
   splash.ShowAtOnce();
   QApplication::setWindowIcon(ApplicationIcon());
