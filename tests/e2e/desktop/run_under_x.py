@@ -19,6 +19,8 @@ STEP_DONE = b"\xfd"
 PROGRAM_BYTES = 8192
 LINES = 200
 SETTINGS_BYTES = 256
+# What comes by itself takes no key in its first 0.7 s.
+UNTIL_IT_HEARS = 1
 
 
 def start(screen, program, title):
@@ -82,6 +84,7 @@ def hit_a_limit(screen, hub, program, answer):
     box = screen.wait_window("^LIMIT$")
     assert not screen.window("^Execute$"), "the question stands alone"
     screen.shot("limit-" + answer)
+    time.sleep(UNTIL_IT_HEARS)
     screen.key(box, "alt+" + answer)
     gone(screen, "^LIMIT$")
     if answer == "y":
@@ -100,6 +103,7 @@ def fault(screen, hub, program):
     panel = screen.wait_window("^Drive Error$")
     assert not screen.window("^Execute$")
     screen.shot("fault")
+    time.sleep(UNTIL_IT_HEARS)
     screen.key(panel, "alt+c")
     gone(screen, "^Drive Error$")
 
