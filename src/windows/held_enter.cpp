@@ -12,9 +12,9 @@ HeldEnter::HeldEnter() {
 }
 
 bool HeldEnter::eventFilter(QObject*, QEvent* event) {
-  if (event->type() != QEvent::KeyPress) return false;
+  if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease) return false;
   const auto* key = static_cast<QKeyEvent*>(event);
-  return key->isAutoRepeat() && (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter);
+  return held_.Repeats(*key) && (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter);
 }
 
 }  // namespace tavlo

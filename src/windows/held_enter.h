@@ -4,6 +4,8 @@
 
 #include <QObject>
 
+#include "qt/gui/held_key.h"
+
 namespace tavlo {
 
 /// Lets Enter act once for each time that it goes down, in every window of the program. The repeats of a key
@@ -17,6 +19,9 @@ class HeldEnter : public QObject {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  HeldKey held_;
 };
 
 }  // namespace tavlo
