@@ -120,6 +120,7 @@ void TellPortLost(Desk& desk) {
     source.PortLost = true;
     return;
   }
+  const ComeByThemselves nobody_asked(desk.boxes);
   const bool ran = std::exchange(source.HubRuns, false);
   source.ComNum = 0;
   source.MMIActive = false;

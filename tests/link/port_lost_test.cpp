@@ -23,7 +23,7 @@ const std::string kGoneInARun =
     "and saved.";
 
 ShownBox LostBox(const std::string& text) {
-  return {text, "Communication Error", Buttons::OK, Icon::Exclamation};
+  return {text, "Communication Error", Buttons::OK, Icon::Exclamation, /*by_itself=*/true};
 }
 
 /// A session whose port goes when the hub has been brought to a place. The loss is told when the event loop
