@@ -118,6 +118,14 @@ bool QtSerialPort::LeadsElsewhere() const {
   return PortOpen() && !guard_.Has(Canonical(device_for_(number_)));
 }
 
+int QtSerialPort::Descriptor() const {
+#ifdef Q_OS_UNIX
+  return port_.isOpen() ? static_cast<int>(port_.handle()) : -1;
+#else
+  return -1;
+#endif
+}
+
 void QtSerialPort::RThreshold(int bytes) {
   threshold_ = bytes;
   if (threshold_ > 0 && !received_.empty()) PostEvent();

@@ -38,6 +38,9 @@ class QtSerialPort : public QObject, public SerialPort {
   void WaitForInput(double seconds) override;
   [[nodiscard]] int CommEvent() const override { return kCommEventReceive; }
 
+  /// The open line as the operating system knows it; -1 where it has no such number.
+  [[nodiscard]] int Descriptor() const;
+
   /// Every byte both ways, for a trace: called with what went out (true) or came in.
   std::function<void(bool out, std::string_view bytes)> OnTraffic;
 
