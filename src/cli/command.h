@@ -23,6 +23,8 @@ class Command {
   [[nodiscard]] virtual std::string_view Name() const = 0;
   [[nodiscard]] virtual std::string_view Description() const = 0;
   virtual void AddOptions(CLI::App& app) = 0;
+  /// It prints what happens as it happens, and is not kept from ending by a reader who has stopped taking.
+  [[nodiscard]] virtual bool PrintsEvents() const { return false; }
   /// Runs with the options that were parsed. May throw Interrupted.
   [[nodiscard]] virtual ExitCode Execute(Environment& environment) = 0;
 };
@@ -37,6 +39,7 @@ class Command {
 [[nodiscard]] std::unique_ptr<Command> MakeRunCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeTerminalCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeIdentifyCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeStopCommand();
 [[nodiscard]] std::unique_ptr<Command> MakePortsCommand();
 
 }  // namespace tavlo::cli

@@ -8,6 +8,7 @@
 #include <ostream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/serial_port.h"
 #include "platform/services.h"
@@ -15,7 +16,10 @@
 namespace tavlo::cli {
 
 /// Thrown out of a polled wait, a yield or a question when the operator has interrupted the command.
-struct Interrupted {};
+struct Interrupted {
+  /// By the limit of time that the operator set, and not by hand.
+  bool time_over = false;
+};
 
 /// Where commands read what they are fed: a terminal at which the operator types, a pipe or a file.
 class Feed {
@@ -26,6 +30,24 @@ class Feed {
   [[nodiscard]] virtual int Descriptor() const = 0;
   /// What has come since the last call, without waiting for more; nothing once it has come to its end.
   [[nodiscard]] virtual std::optional<std::string> Read() = 0;
+};
+
+/// How results and messages leave the process. Somebody may have stopped taking them: a pipe that is full, a
+/// terminal that is held.
+class Outlet {
+ public:
+  virtual ~Outlet() = default;
+  /// While held, nothing waits for a reader: what cannot leave at once is kept, and what is too much to keep
+  /// is dropped.
+  virtual void Hold(bool held) = 0;
+  /// Something is kept.
+  [[nodiscard]] virtual bool Waits() const = 0;
+  /// Sends what leaves at once.
+  virtual void SendOn() = 0;
+  /// Sends what is kept, but waits no longer than `patience` seconds for a reader that takes nothing.
+  virtual void Finish(double patience) = 0;
+  /// Rows of results that have been dropped.
+  [[nodiscard]] virtual int DroppedRows() const = 0;
 };
 
 /// What `--port` names: one of the eight Comms, or a device.
@@ -73,6 +95,10 @@ class HubLine {
   [[nodiscard]] virtual std::string Doubt() const { return {}; }
   /// Where it leads since it was opened.
   OpenedPort opened;
+  /// From so many seconds on everything is interrupted; without them nothing is.
+  virtual void LimitTo(std::optional<double>) {}
+  /// What the hub still gets if the process crashes; nothing for none.
+  virtual void SetLastWord(std::string_view) {}
   /// Every byte both ways: `out` for what goes to the hub.
   std::function<void(bool out, std::string_view bytes)> OnTraffic;
 };
@@ -90,6 +116,30 @@ struct Environment {
   std::function<std::unique_ptr<HubLine>(const PortName&)> make_line;
   /// Standard input for a command that takes it; nothing if there is none.
   Feed* feed = nullptr;
+  /// Nothing if the streams never make anybody wait.
+  Outlet* outlet = nullptr;
+  /// Only results and failures are told.
+  bool quiet = false;
+  /// What was told of failures, oldest first.
+  std::vector<std::string> failures = {};
+  /// A result carries its failure already.
+  bool error_told = false;
+};
+
+/// Holds the output for as long as it lives: the hub has to be served whoever reads.
+class HeldOutput {
+ public:
+  explicit HeldOutput(Outlet* outlet) : outlet_(outlet) {
+    if (outlet_ != nullptr) outlet_->Hold(true);
+  }
+  ~HeldOutput() {
+    if (outlet_ != nullptr) outlet_->Hold(false);
+  }
+  HeldOutput(const HeldOutput&) = delete;
+  HeldOutput& operator=(const HeldOutput&) = delete;
+
+ private:
+  Outlet* outlet_;
 };
 
 }  // namespace tavlo::cli

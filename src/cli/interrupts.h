@@ -3,11 +3,16 @@
 #pragma once
 
 #include <csignal>
+#include <optional>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace tavlo::cli {
 
-/// While one lives, SIGINT, SIGTERM and SIGHUP do not end the process: they can be seen and waited for, so
-/// that a running machine gets its stop. SIGPIPE is left to whoever writes. At most one at a time.
+/// While one lives, no signal that can be caught ends or halts the process: those that ask it to end can be
+/// seen and waited for, so that a running machine gets its stop. Ctrl-Z is one of them, for a halted process
+/// serves no line. A crash sends the last word and takes its course. At most one at a time.
 class Interrupts {
  public:
   /// Throws std::runtime_error if the system has no pipe left.
@@ -21,11 +26,19 @@ class Interrupts {
   /// A descriptor that becomes and stays readable with the first signal; -1 while no Interrupts lives.
   [[nodiscard]] static int Descriptor();
 
+  /// Interrupts in so many seconds, and not before for none. Only while one lives.
+  static void LimitTo(std::optional<double> seconds);
+  /// What is pending, or was when the last one went, is that limit.
+  [[nodiscard]] static bool TimeOver();
+
+  /// What a crash of the process writes to this descriptor; at most 8 bytes, and none for no bytes.
+  static void SetLastWord(int descriptor, std::string_view bytes);
+
  private:
-  struct sigaction old_int_ {};
-  struct sigaction old_term_ {};
-  struct sigaction old_hup_ {};
-  struct sigaction old_pipe_ {};
+  void Handle(int signal, void (*handler)(int, siginfo_t*, void*));
+  void Ignore(int signal);
+
+  std::vector<std::pair<int, struct sigaction>> before_;
 };
 
 }  // namespace tavlo::cli

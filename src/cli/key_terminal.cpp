@@ -34,8 +34,10 @@ void KeyTerminal::On() {
   keys.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
   keys.c_cc[VMIN] = 1;
   keys.c_cc[VTIME] = 0;
-  on_ = tcsetattr(descriptor_, TCSAFLUSH, &keys) == 0;
+  // Nothing here may wait until the terminal has taken what is printed: it may be held while a machine runs.
+  on_ = tcsetattr(descriptor_, TCSANOW, &keys) == 0;
   if (!on_) return;
+  tcflush(descriptor_, TCIFLUSH);
   g_keys = keys;
   g_descriptor = descriptor_;
   struct sigaction action {};
@@ -51,7 +53,7 @@ void KeyTerminal::Off() {
   g_descriptor = -1;
   sigaction(SIGCONT, &before_continue_, nullptr);
   // A shell that has put this process into the background has taken the terminal back already.
-  if (InForeground()) tcsetattr(descriptor_, TCSADRAIN, &before_);
+  if (InForeground()) tcsetattr(descriptor_, TCSANOW, &before_);
 }
 
 bool KeyTerminal::InForeground() const {

@@ -13,6 +13,7 @@
 #include "cli/descriptor_stream.h"
 #include "cli/interrupts.h"
 #include "cli/qt_line.h"
+#include "cli/standard_descriptors.h"
 #include "cli/standard_input.h"
 #include "cli/tavlo.h"
 
@@ -22,19 +23,47 @@ using tavlo::cli::DescriptorBuffer;
 using tavlo::cli::Environment;
 using tavlo::cli::Interrupted;
 using tavlo::cli::Interrupts;
+using tavlo::cli::Outlet;
 
-void AwaitKey() {
-  std::array<pollfd, 2> waits = {{{STDIN_FILENO, POLLIN, 0}, {Interrupts::Descriptor(), POLLIN, 0}}};
-  while (poll(waits.data(), waits.size(), -1) < 0 && errno == EINTR) {
+/// Standard output and standard error.
+class StandardOutlet : public Outlet {
+ public:
+  DescriptorBuffer out{STDOUT_FILENO};
+  DescriptorBuffer err{STDERR_FILENO};
+
+  void Hold(bool held) override {
+    out.Hold(held);
+    err.Hold(held);
   }
-  if (Interrupts::Pending()) throw Interrupted();
+  [[nodiscard]] bool Waits() const override { return out.Waits() || err.Waits(); }
+  void SendOn() override {
+    out.SendOn();
+    err.SendOn();
+  }
+  void Finish(double patience) override {
+    out.Finish(patience);
+    err.Finish(patience);
+  }
+  [[nodiscard]] int DroppedRows() const override { return out.DroppedRows(); }
+};
+
+/// Meanwhile a question that could not be shown yet may still find its reader.
+void AwaitKey(Outlet& outlet) {
+  constexpr int kLookMilliseconds = 50;
+  std::array<pollfd, 2> waits = {{{STDIN_FILENO, POLLIN, 0}, {Interrupts::Descriptor(), POLLIN, 0}}};
+  for (;;) {
+    const int ready = poll(waits.data(), waits.size(), outlet.Waits() ? kLookMilliseconds : -1);
+    if (ready > 0 || (ready < 0 && errno != EINTR)) break;
+    outlet.SendOn();
+  }
+  if (Interrupts::Pending()) throw Interrupted{Interrupts::TimeOver()};
 }
 
 /// A line from the terminal.
-std::optional<std::string> ReadLine() {
+std::optional<std::string> ReadLine(Outlet& outlet) {
   std::string line;
   for (;;) {
-    AwaitKey();
+    AwaitKey(outlet);
     char c = 0;
     const ssize_t count = read(STDIN_FILENO, &c, 1);
     if (count < 0 && errno == EINTR) continue;
@@ -47,13 +76,14 @@ std::optional<std::string> ReadLine() {
 }  // namespace
 
 int main(int argc, char** argv) {
-  DescriptorBuffer out_buffer(STDOUT_FILENO);
-  DescriptorBuffer err_buffer(STDERR_FILENO);
-  std::ostream out(&out_buffer);
-  std::ostream err(&err_buffer);
+  if (!tavlo::cli::OpenStandardDescriptors()) return static_cast<int>(tavlo::cli::ExitCode::Other);
+  StandardOutlet outlet;
+  std::ostream out(&outlet.out);
+  std::ostream err(&outlet.err);
   tavlo::cli::StandardInput input;
-  Environment environment{out, err, isatty(STDERR_FILENO) == 1, nullptr, tavlo::cli::MakeQtLine, &input};
-  if (input.IsTerminal()) environment.read_line = ReadLine;
+  Environment environment{out,    err,    isatty(STDERR_FILENO) == 1, nullptr, tavlo::cli::MakeQtLine,
+                          &input, &outlet};
+  if (input.IsTerminal()) environment.read_line = [&] { return ReadLine(outlet); };
   const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
   return static_cast<int>(tavlo::cli::RunTavlo(arguments, environment));
 }

@@ -20,7 +20,7 @@ namespace tavlo::cli {
 namespace {
 
 void ThrowIfInterrupted() {
-  if (Interrupts::Pending()) throw Interrupted();
+  if (Interrupts::Pending()) throw Interrupted{Interrupts::TimeOver()};
 }
 
 /// Waits in slices, because Qt takes up an interrupted wait again.
@@ -61,6 +61,9 @@ class QtLine : public HubLine {
   [[nodiscard]] std::string Doubt() const override {
     return name_of_port_.comm != 0 ? LookAtComm(name_of_port_.comm).doubt : std::string();
   }
+
+  void LimitTo(std::optional<double> seconds) override { Interrupts::LimitTo(seconds); }
+  void SetLastWord(std::string_view bytes) override { Interrupts::SetLastWord(port_.Descriptor(), bytes); }
 
   void Wait(double seconds, const Feed* feed) override {
     if (IsInterrupted() || !port_.PortOpen() || port_.InBufferCount() > 0) return;

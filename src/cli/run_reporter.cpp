@@ -106,10 +106,11 @@ void RunReporter::Fault(const ServoFaultPanel& panel) {
                             {"alarms", alarms}}));
 }
 
-void RunReporter::End(RunEnd end, const OpenedPort& opened) {
+void RunReporter::End(RunEnd end, const OpenedPort& opened, std::string_view cause) {
   if (!json_ || end == RunEnd::None) return;
-  console_.Result(JsonLine(WithPort(
-      {{"event", "ended"}, {"seconds", Rounded(watch_.Seconds())}, {"reason", ReasonOf(end)}}, opened)));
+  Json json = {{"event", "ended"}, {"seconds", Rounded(watch_.Seconds())}, {"reason", ReasonOf(end)}};
+  if (!cause.empty()) json["cause"] = cause;
+  console_.Result(JsonLine(WithPort(std::move(json), opened)));
 }
 
 }  // namespace tavlo::cli

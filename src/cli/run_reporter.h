@@ -47,7 +47,8 @@ class RunReporter {
   void StatusChanged(int axis) { status_changed_[axis] = true; }
   /// A fault of a drive; as JSON only, for in words it is a message.
   void Fault(const ServoFaultPanel& panel);
-  void End(RunEnd end, const OpenedPort& opened);
+  /// `cause` of a halt; empty for none.
+  void End(RunEnd end, const OpenedPort& opened, std::string_view cause);
 
  private:
   Console& console_;

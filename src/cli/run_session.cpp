@@ -3,8 +3,10 @@
 #include "cli/run_session.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
+#include "cli/last_word.h"
 #include "link/execution.h"
 #include "link/receive.h"
 
@@ -16,6 +18,8 @@ constexpr double kDisplayRest = 0.05;
 /// The lights of an axis come in up to three messages; what has changed is printed so much later. They may
 /// never rest while the program is paused.
 constexpr double kStatusDelay = 0.05;
+/// How often a reader who has stopped taking the results is looked at.
+constexpr double kReaderLook = 0.05;
 /// Clocks and waits are not exact to the last bit.
 constexpr double kShortestWait = 0.001;
 
@@ -23,6 +27,35 @@ constexpr double kShortestWait = 0.001;
 double WaitOf(double seconds) {
   return seconds < kShortestWait / 2 ? 0 : std::max(seconds, kShortestWait);
 }
+/// What halts a program, by the title of its box.
+struct HaltCause {
+  std::string_view title;
+  std::string_view cause;
+};
+constexpr std::array kHaltCauses = {HaltCause{"LIMIT", "limit"}, HaltCause{"STOP", "stopButton"},
+                                    HaltCause{"Stack Overflow", "stackOverflow"},
+                                    HaltCause{"Stack Underflow", "stackUnderflow"},
+                                    HaltCause{"Drive Error", "driveDisabled"}};
+
+constexpr std::string_view kStop = "S";
+
+/// Whatever throws the run off its way, the machine does not go on alone.
+class StopOnFailure {
+ public:
+  explicit StopOnFailure(Desk& desk) : desk_(desk) {}
+  ~StopOnFailure() {
+    if (armed_) desk_.Comm1.Output(kStop);
+  }
+  StopOnFailure(const StopOnFailure&) = delete;
+  StopOnFailure& operator=(const StopOnFailure&) = delete;
+
+  void Disarm() { armed_ = false; }
+
+ private:
+  Desk& desk_;
+  bool armed_ = true;
+};
+
 /// Well below the time after which a stopwatch loses count.
 constexpr double kLongestWait = 3600;
 
@@ -76,19 +109,39 @@ void RunSession::ShowModal(RunWindow window) {
   active_ = window;
   // Without its file the hub's program is known by its drives alone.
   if (!options_.program_known) desk_->program().Axis.DriveModel = desk_->source.HubDrives;
-  console_.Note("the program runs" + On(line_.opened) + "; Ctrl-C stops it");
+  // A limit of time was for getting here.
+  line_.LimitTo(std::nullopt);
+  console_.Inform("the program runs" + On(line_.opened) + "; Ctrl-C stops it");
   watch_.Restart();
   reporter_.Start();
   input_.Begin(*desk_, window);
+  RunAndStop(window);
+  input_.End();
+  active_ = RunWindow::None;
+  PrintChanges();
+  reporter_.End(end_, line_.opened, Cause());
+}
+
+/// Why the hub halted, by what it had to say; empty for another end.
+std::string_view RunSession::Cause() const {
+  if (end_ != RunEnd::Halted) return {};
+  if (fault_) return "driveFault";
+  for (const Box& box : boxes_->Shown()) {
+    const auto row = std::ranges::find(kHaltCauses, box.title, &HaltCause::title);
+    if (row != kHaltCauses.end()) return row->cause;
+  }
+  return {};
+}
+
+void RunSession::RunAndStop(RunWindow window) {
+  const LastWord last_word(line_, kStop);
+  StopOnFailure guard(*desk_);
   StartRun(*desk_, window);
   end_ = WatchUntilInterrupted();
-  input_.End();
   const bool hub_runs_on = end_ == RunEnd::Interrupted || end_ == RunEnd::Stopped ||
                            end_ == RunEnd::TimeOver || end_ == RunEnd::OutputLost;
   if (hub_runs_on) StopRun(*desk_, window);
-  active_ = RunWindow::None;
-  PrintChanges();
-  reporter_.End(end_, line_.opened);
+  guard.Disarm();
 }
 
 RunEnd RunSession::WatchUntilInterrupted() {
@@ -113,6 +166,7 @@ RunEnd RunSession::Watch() {
     }
     if (TimeToDisplay() <= 0) PrintDisplay();
     if (TimeToStatus() <= 0) PrintStatus();
+    console_.SendOn();
   }
   return desk_->source.Halted ? RunEnd::Halted : RunEnd::Restarted;
 }
@@ -132,6 +186,7 @@ double RunSession::TimeToStatus() {
 void RunSession::WaitForHub() {
   double seconds = std::min({TimeToDisplay(), TimeToStatus(), input_.DueIn().value_or(kLongestWait)});
   if (options_.seconds) seconds = std::min(seconds, std::max(*options_.seconds - watch_.Seconds(), 0.0));
+  if (console_.OutputWaits()) seconds = std::min(seconds, kReaderLook);
   line_.Wait(seconds, input_.Awaited());
 }
 
@@ -156,6 +211,7 @@ void RunSession::PrintDisplay() {
 }
 
 void RunSession::ShowServoFault(const ServoFaultPanel& panel) {
+  fault_ = true;
   reporter_.Fault(panel);
   console_.Message(panel.caption + ": " + panel.FaultMessage);
   for (std::size_t bit = 0; bit < panel.Label1.size(); ++bit) {

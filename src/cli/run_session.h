@@ -48,7 +48,10 @@ class RunSession : public NoRunView {
         since_status_(line.Time()) {}
 
   /// The desk whose run this is; before anything else.
-  void Attach(Desk& desk) { desk_ = &desk; }
+  void Attach(Desk& desk, const ConsoleBoxes& boxes) {
+    desk_ = &desk;
+    boxes_ = &boxes;
+  }
   [[nodiscard]] ProgramView& View() { return rows_; }
   [[nodiscard]] RunEnd End() const { return end_; }
 
@@ -62,6 +65,8 @@ class RunSession : public NoRunView {
  private:
   void RowChanged(int line);
   [[nodiscard]] bool IsPrompt(int line) const;
+  [[nodiscard]] std::string_view Cause() const;
+  void RunAndStop(RunWindow window);
   [[nodiscard]] RunEnd Watch();
   [[nodiscard]] RunEnd WatchUntilInterrupted();
   [[nodiscard]] bool TimeIsOver();
@@ -80,9 +85,11 @@ class RunSession : public NoRunView {
   Options options_;
   Stopwatch watch_;
   Desk* desk_ = nullptr;
+  const ConsoleBoxes* boxes_ = nullptr;
   Rows rows_{*this};
   RunWindow active_ = RunWindow::None;
   RunEnd end_ = RunEnd::None;
+  bool fault_ = false;
   std::array<std::string, 4> shown_lines_;
   bool display_changed_ = false;
   bool status_changed_ = false;

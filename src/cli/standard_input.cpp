@@ -2,20 +2,16 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "cli/standard_input.h"
 
-#include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
 
+#include "cli/block_limit.h"
 #include "cli/interrupts.h"
 
 namespace tavlo::cli {
-
-StandardInput::StandardInput() {
-  if (fcntl(STDIN_FILENO, F_GETFD) < 0) static_cast<void>(open("/dev/null", O_RDONLY));
-}
 
 bool StandardInput::IsTerminal() const {
   return isatty(STDIN_FILENO) == 1;
@@ -30,7 +26,11 @@ std::optional<std::string> StandardInput::Read() {
   pollfd wait = {STDIN_FILENO, POLLIN, 0};
   if (poll(&wait, 1, 0) <= 0) return std::string();
   std::array<char, 4096> bytes{};
-  const ssize_t count = read(STDIN_FILENO, bytes.data(), bytes.size());
+  ssize_t count = 0;
+  {
+    const BlockLimit limit;
+    count = read(STDIN_FILENO, bytes.data(), bytes.size());
+  }
   if (count > 0) return std::string(bytes.data(), static_cast<std::size_t>(count));
   if (count < 0 && (errno == EINTR || errno == EAGAIN)) return std::string();
   ended_ = true;

@@ -9,10 +9,6 @@ namespace tavlo::cli {
 /// Standard input of this process.
 class StandardInput : public Feed {
  public:
-  /// A process that was started without one gets an empty one: the next descriptor that is opened, a port,
-  /// would be read as standard input.
-  StandardInput();
-
   [[nodiscard]] bool IsTerminal() const override;
   [[nodiscard]] int Descriptor() const override;
   [[nodiscard]] std::optional<std::string> Read() override;

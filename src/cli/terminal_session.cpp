@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "cli/json_text.h"
+#include "cli/last_word.h"
 #include "link/drive_terminal.h"
 #include "link/receive.h"
 #include "platform/number_format.h"
@@ -17,6 +18,10 @@ namespace {
 
 /// Well below the time after which a stopwatch loses count.
 constexpr double kLongestWait = 3600;
+/// How often a reader who has stopped taking the answers is looked at.
+constexpr double kReaderLook = 0.05;
+/// What a crash still sends, so that the hub listens again.
+constexpr std::string_view kBackToHub = "0HM\r";
 /// What the window's entry box holds.
 constexpr std::size_t kLongestCommand = 2000;
 constexpr unsigned char kDelete = 127;
@@ -60,6 +65,7 @@ TerminalEnd TerminalSession::Run() {
   LoadTerminal(desk_);
   TerminalEnd end = TerminalEnd::Interrupted;
   try {
+    const LastWord last_word(line_, kBackToHub);
     const Passthrough passthrough(desk_);
     since_start_.Restart();
     end = Converse();
@@ -137,10 +143,12 @@ void TerminalSession::Send(const std::string& command) {
 }
 
 void TerminalSession::WaitForSomething() {
+  console_.SendOn();
+  const double longest = console_.OutputWaits() ? kReaderLook : kLongestWait;
   if (answered_) {
-    line_.Wait(kLongestWait, &feed_);
+    line_.Wait(longest, &feed_);
   } else {
-    line_.Wait(std::clamp(options_.wait_seconds - since_sent_.Seconds(), 0.001, kLongestWait));
+    line_.Wait(std::clamp(options_.wait_seconds - since_sent_.Seconds(), 0.001, longest));
   }
 }
 
