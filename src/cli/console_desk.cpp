@@ -24,7 +24,8 @@ int LinesInUse(const Program& program) {
                                         [](const Instruction& line) { return line.Type != NO; }));
 }
 
-std::unique_ptr<HubLine> OpenLine(Environment& environment, Console& console, const PortName& port) {
+std::unique_ptr<HubLine> OpenLine(Environment& environment, Console& console, const LineOptions& options) {
+  const PortName port = options.Name();
   std::unique_ptr<HubLine> line = environment.make_line(port);
   SerialPort& serial = line->Port();
   serial.CommPort(port.comm != 0 ? port.comm : 1);
@@ -39,6 +40,7 @@ std::unique_ptr<HubLine> OpenLine(Environment& environment, Console& console, co
   }
   serial.RThreshold(1);
   serial.ParityReplace("");
+  line->LimitTo(options.timeout);
   return line;
 }
 

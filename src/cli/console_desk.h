@@ -8,8 +8,10 @@
 #include "cli/console.h"
 #include "cli/console_services.h"
 #include "cli/exit_code.h"
+#include "cli/options.h"
 #include "cli/program_files.h"
 #include "cli/progress.h"
+#include "cli/settling_boxes.h"
 #include "desk/desk.h"
 #include "qt/qt_services.h"
 
@@ -30,7 +32,7 @@ class ConsoleDesk {
   QtFileStore files_;
 
  public:
-  ConsoleBoxes boxes;
+  SettlingBoxes boxes;
   ConsoleProgress progress;
   Desk desk;
 };
@@ -39,7 +41,7 @@ class ConsoleDesk {
 
 /// Makes and opens the line of the port. Nothing after the message of a failure.
 [[nodiscard]] std::unique_ptr<HubLine> OpenLine(Environment& environment, Console& console,
-                                                const PortName& port);
+                                                const LineOptions& options);
 
 /// The model that a hub's identity names is one that there is. False after its message.
 [[nodiscard]] bool IsKnownHub(Console& console, std::string_view identity);

@@ -6,7 +6,7 @@ namespace tavlo::cli {
 
 std::unique_ptr<DeskOnLine> DeskOnLine::Open(Environment& environment, Console& console,
                                              const LineOptions& options, Source& source, AnswerBy by) {
-  auto line = OpenLine(environment, console, options.Name());
+  auto line = OpenLine(environment, console, options);
   if (!line) return nullptr;
   std::unique_ptr<DeskOnLine> opened(new DeskOnLine(std::move(line), console, source, by));
   if (options.trace) opened->trace_.emplace(opened->line, environment.err);

@@ -7,6 +7,7 @@
 #include "cli/desk_on_line.h"
 #include "cli/json_text.h"
 #include "cli/options.h"
+#include "cli/settle.h"
 #include "codegen/compile.h"
 #include "link/download.h"
 #include "link/drive_check.h"
@@ -55,7 +56,8 @@ class DownloadCommand : public Command {
  private:
   [[nodiscard]] ExitCode Transfer(Console& console, DeskOnLine& on) const {
     try {
-      const auto result = Download(on.desk);
+      const auto settled = OnSettledLine(console, on.desk, on.own.boxes, [&] { return Download(on.desk); });
+      const auto result = settled.value_or(std::nullopt);
       const ExitCode code = result ? ExitOf(*result) : ExitCode::Hub;
       if (code == ExitCode::Hub) return HubFailure(console, on.line);
       if (code == ExitCode::Done) PrintProof(console, on.own, on.line.opened);
@@ -75,7 +77,7 @@ class DownloadCommand : public Command {
     const CompiledProgram compiled = CompileProgram(program);
     const std::string firmware = VersionText(program.HubVersion);
     if (json_) {
-      console.Result(JsonLine(WithPort({{"firmware", Val(firmware)},
+      console.Result(JsonLine(WithPort({{"firmware", firmware},
                                         {"model", kHubModels[program.HubIndex].name},
                                         {"bytes", desk.progress.BytesDone()},
                                         {"checksum", compiled.checksum},

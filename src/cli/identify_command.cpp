@@ -7,6 +7,7 @@
 #include "cli/desk_on_line.h"
 #include "cli/json_text.h"
 #include "cli/options.h"
+#include "cli/settle.h"
 #include "desk/main_window.h"
 #include "link/drive_check.h"
 #include "link/polled.h"
@@ -21,7 +22,7 @@ constexpr float kNotRead = -1;
 struct HubReport {
   std::string_view model;
   int model_code = 0;
-  double firmware = 0;
+  std::string firmware;
   int axes = 0;
   DriveList drives;
   std::array<float, kAxisSlots> revisions{};
@@ -40,6 +41,7 @@ class IdentifyCommand : public Command {
   }
   void AddOptions(CLI::App& app) override {
     AddLineOptions(app, line_options_);
+    AddNoStop(app, no_stop_);
     AddJson(app, json_);
   }
 
@@ -49,7 +51,7 @@ class IdentifyCommand : public Command {
     InitSession(source);
     const auto on = DeskOnLine::Open(environment, console, line_options_, source, AnswerBy::No);
     if (!on) return ExitCode::Port;
-    const auto report = AskHub(on->desk, console);
+    const auto report = no_stop_ ? AskHub(on->desk, console) : StopAndAskHub(*on, console);
     if (!report) return HubFailure(console, on->line);
     if (json_) {
       console.Result(JsonLine(WithPort(AsJson(*report), on->line.opened)));
@@ -61,6 +63,15 @@ class IdentifyCommand : public Command {
   }
 
  private:
+  /// To a hub that waits at a prompt the question is a key, which may turn an axis.
+  static std::optional<HubReport> StopAndAskHub(DeskOnLine& on, Console& console) {
+    const auto report = OnSettledLine(console, on.desk, on.own.boxes, [&] {
+      StopHub(on.desk);
+      return AskHub(on.desk, console);
+    });
+    return report.value_or(std::nullopt);
+  }
+
   static std::optional<HubReport> AskHub(Desk& desk, Console& console) {
     const std::string identity = CheckDrive(desk);
     if (identity.empty() || !IsKnownHub(console, identity)) return std::nullopt;
@@ -81,7 +92,7 @@ class IdentifyCommand : public Command {
   static void Print(Console& console, const HubReport& report) {
     constexpr std::size_t kAxisWidth = 6;
     constexpr std::size_t kModelWidth = 16;
-    console.Result(std::string(report.model) + ", firmware " + Format(report.firmware, "0.00"));
+    console.Result(std::string(report.model) + ", firmware " + report.firmware);
     console.Result(Padded("Axis", kAxisWidth) + Padded("Expected", kModelWidth) +
                    Padded("Plugged in", kModelWidth) + "Firmware");
     for (int axis = 0; axis < report.axes; ++axis) {
@@ -103,7 +114,7 @@ class IdentifyCommand : public Command {
                       {"expected", ModelName(expected)},
                       {"pluggedCode", actual},
                       {"plugged", ModelName(actual)},
-                      {"firmware", actual == 0 ? Json() : Json(Val(VersionText(report.revisions[axis])))}});
+                      {"firmware", actual == 0 ? Json() : Json(VersionText(report.revisions[axis]))}});
     }
     return {{"model", report.model},
             {"modelCode", report.model_code},
@@ -112,6 +123,7 @@ class IdentifyCommand : public Command {
   }
 
   LineOptions line_options_;
+  bool no_stop_ = false;
   bool json_ = false;
 };
 

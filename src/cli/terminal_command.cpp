@@ -5,10 +5,12 @@
 #include "cli/command.h"
 #include "cli/desk_on_line.h"
 #include "cli/options.h"
+#include "cli/settle.h"
 #include "cli/terminal_session.h"
 #include "desk/main_window.h"
 #include "link/drive_check.h"
 #include "link/drive_terminal.h"
+#include "link/polled.h"
 
 namespace tavlo::cli {
 namespace {
@@ -35,18 +37,20 @@ class TerminalCommand : public Command {
   }
   void AddOptions(CLI::App& app) override {
     AddLineOptions(app, line_options_);
+    AddNoStop(app, no_stop_);
     AddSeconds(app, "--wait", wait_seconds_,
                "How long a command from a file or a pipe has for its answer; 0.5 unless told");
     AddJson(app, json_);
   }
 
+  [[nodiscard]] bool PrintsEvents() const override { return true; }
   [[nodiscard]] ExitCode Execute(Environment& environment) override {
     Console console(environment);
     Source source;
     InitSession(source);
     const auto on = DeskOnLine::Open(environment, console, line_options_, source, AnswerBy::No);
     if (!on) return ExitCode::Port;
-    const std::string identity = CheckDrive(on->desk);
+    const std::string identity = no_stop_ ? CheckDrive(on->desk) : StopAndCheck(*on, console);
     if (identity.empty() || !IsKnownHub(console, identity)) return HubFailure(console, on->line);
     if (!TerminalAllowed(source)) {
       console.Note("the drive terminal needs a hub of firmware 1.19 or later; this one has " +
@@ -55,13 +59,24 @@ class TerminalCommand : public Command {
     }
     TerminalSession session(environment, on->line, on->desk, {wait_seconds_.value_or(kWaitSeconds), json_});
     on->desk.terminal = &session;
-    console.Note("the drive terminal is open" + On(on->line.opened) +
+    on->line.LimitTo(std::nullopt);
+    console.Inform("the drive terminal is open" + On(on->line.opened) +
                  "; the end of input or Ctrl-C closes it");
     return ExitOf(session.Run(), console);
   }
 
  private:
+  /// To a hub that waits at a prompt the question is a key, which may turn an axis.
+  static std::string StopAndCheck(DeskOnLine& on, Console& console) {
+    const auto identity = OnSettledLine(console, on.desk, on.own.boxes, [&] {
+      StopHub(on.desk);
+      return CheckDrive(on.desk);
+    });
+    return identity.value_or("");
+  }
+
   LineOptions line_options_;
+  bool no_stop_ = false;
   std::optional<double> wait_seconds_;
   bool json_ = false;
 };

@@ -15,6 +15,12 @@
 
 namespace tavlo::testing {
 
+/// What is told while a hub that does not answer is given its time.
+inline const std::string kGivesTime =
+    "tavlo: the hub does not answer; an interrupted command may have left it waiting for more: giving it "
+    "time\n"
+    "tavlo: taking the hub out of the drives' passthrough, in case it is still in it\n";
+
 /// What a command left behind.
 struct Outcome {
   int code = 0;

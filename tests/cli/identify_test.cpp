@@ -34,7 +34,27 @@ TEST_F(Identify, PrintsModelFirmwareAndTheDrivesOfEachAxis) {
                                                          "7     none            none            -\n"
                                                          "8     none            none            -\n",
                                                          ""}));
-  EXPECT_EQ(hub.port.sent, "CDR") << "nothing that would stop a running program";
+  EXPECT_EQ(hub.port.sent, "SCDR") << "to a prompt the question would be a key";
+}
+
+TEST_F(Identify, TurnsNoAxisOfAHubThatWaitsAtAPromptWithJogging) {
+  Line(1).Type = MMI;
+  Line(1).SubType = WaitEnter;
+  Line(1).Text = "Jog to the mark";
+  PutIntoHub();
+  for (const bool stop : {true, false}) {
+    hub.port.Output("M");
+    hub.clock.now += 1;
+    hub.port.hub.Advance(hub.clock.now);
+    hub.port.Output("I");
+    ASSERT_EQ(hub.port.hub.Waits(), hubsim::WaitsFor::kEnter);
+    std::vector<std::string> arguments = {"identify", "--port", "1"};
+    if (!stop) arguments.emplace_back("--no-stop");
+    hub.port.sent.clear();
+    EXPECT_EQ(Tavlo(arguments).code, stop ? 0 : 6);
+    EXPECT_EQ(hub.port.sent, stop ? "SCDR" : "C");
+    EXPECT_EQ(hub.port.hub.Axis(0).position_steps != 0, !stop) << "what --no-stop is warned of";
+  }
 }
 
 TEST_F(Identify, JsonGivesNamesAndCodes) {
@@ -45,9 +65,9 @@ TEST_F(Identify, JsonGivesNamesAndCodes) {
   EXPECT_EQ(outcome.code, 0);
   EXPECT_EQ(outcome.err, "");
   const std::string start =
-      "{\"model\":\"Tavlo Hub-Octo\",\"modelCode\":8,\"firmware\":1.38,\"axes\":["
+      "{\"model\":\"Tavlo Hub-Octo\",\"modelCode\":8,\"firmware\":\"1.38\",\"axes\":["
       "{\"axis\":1,\"expectedCode\":15,\"expected\":\"Zenu-A-p\",\"pluggedCode\":15,\"plugged\":\"Zenu-A-p\","
-      "\"firmware\":2.0},"
+      "\"firmware\":\"2.00\"},"
       "{\"axis\":2,\"expectedCode\":0,\"expected\":\"none\",\"pluggedCode\":0,\"plugged\":\"none\","
       "\"firmware\":null},";
   EXPECT_EQ(outcome.out.substr(0, start.size()), start);
@@ -80,8 +100,8 @@ TEST_F(Identify, AHubThatDoesNotAnswerOrAnswersWronglyIsToldAndEndsWithSix) {
   const std::string no_revisions =
       "The Tavlo Hub is not responding (R).  Is it connected to the right port and turned on?";
   const std::vector<Row> rows = {
-      {Failure::kSilentC, silent},
-      {Failure::kOneByteC, silent},
+      {Failure::kSilentC, kGivesTime + silent},
+      {Failure::kOneByteC, kGivesTime + silent},
       {Failure::kUnknownModel, "tavlo: the device answers as model 16, which is no known hub"},
       {Failure::kSilentD, no_drives},
       {Failure::kShortD, no_drives},

@@ -132,8 +132,9 @@ std::string StoppedAt(int line) {
 INSTANTIATE_TEST_SUITE_P(
     EveryMode, DownloadFailure,
     ::testing::Values(
-        FailureCase{"silent-c", 6, kNotCommunicating}, FailureCase{"one-byte-c", 6, kNotCommunicating},
-        FailureCase{"late-c", 6, kNotCommunicating}, FailureCase{"silent-f", 6, kNoDownload},
+        FailureCase{"silent-c", 6, kGivesTime + kNotCommunicating},
+        FailureCase{"one-byte-c", 6, kGivesTime + kNotCommunicating},
+        FailureCase{"late-c", 6, kGivesTime + kNotCommunicating}, FailureCase{"silent-f", 6, kNoDownload},
         FailureCase{"late-f", 6, kNoDownload}, FailureCase{"silent-line:1", 6, StoppedAt(1)},
         FailureCase{"silent-line:200", 6, StoppedAt(200)}, FailureCase{"late-line:7", 6, StoppedAt(7)},
         FailureCase{"wrong-line:7", 6, StoppedAt(7)}, FailureCase{"noise-line:7", 6, StoppedAt(7)},

@@ -95,7 +95,7 @@ INSTANTIATE_TEST_SUITE_P(
                       FailureCase{"short-u:5000", 6, "The Tavlo Hub stopped responding after 5000 chars.  "},
                       FailureCase{"wrong-u", 7, "Your program did not upload correctly.  "},
                       FailureCase{"silent-c", 6,
-                                  "Communication Error: The Tavlo Hub is not communicating.  "},
+                                  kGivesTime + "Communication Error: The Tavlo Hub is not communicating.  "},
                       FailureCase{"unplug-tx:1000", 5, "The Tavlo Hub stopped responding after "}),
     NameOfMode);
 

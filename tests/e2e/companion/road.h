@@ -35,6 +35,12 @@ inline void PrintTo(const Ended& ended, std::ostream* out) {
   *out << "exit " << ended.code << "\nout: " << ended.out << "err: " << ended.err;
 }
 
+/// What is told while a hub that does not answer is given its time.
+inline const std::string kGivesTime =
+    "tavlo: the hub does not answer; an interrupted command may have left it waiting for more: giving it "
+    "time\n"
+    "tavlo: taking the hub out of the drives' passthrough, in case it is still in it\n";
+
 /// A failure mode of the simulated hub, and what the companion makes of it.
 struct FailureCase {
   const char* mode;

@@ -23,7 +23,7 @@ TEST_F(TerminalRoad, ADriveAnswersTheCommandsOfAFile) {
   StartHub({"--drives", "15,0,0,0,0,0,0,0", "--drive-revs", "1.89"});
   TavloProcess tavlo({"terminal", "--port", hub->Link()}, Commands("1RV\n1PRx\n2RV\n"));
   EXPECT_EQ(tavlo.Wait(), (Ended{0, "$1RV$\n1.89\n$1PRx$\n[007]\n$2RV$\n", kOpen}));
-  EXPECT_TRUE(HubGotLast("CH1RV\r\n1PRx\r\n2RV\r\n0HM\r"));
+  EXPECT_TRUE(HubGotLast("SCH1RV\r\n1PRx\r\n2RV\r\n0HM\r"));
   EXPECT_EQ(Tavlo({"identify", "--port", hub->Link()}).code, 0) << "the hub is itself again";
 }
 
@@ -35,7 +35,7 @@ TEST_F(TerminalRoad, AnOperatorTypesReadsAndEndsWithCtrlD) {
   EXPECT_TRUE(tavlo.Shows("$1RV$\r\n1.89\r\n")) << tavlo.Shown();
   tavlo.Type("\x04");
   EXPECT_EQ(tavlo.Wait(), 0);
-  EXPECT_TRUE(HubGotLast("CH1RV\r\n0HM\r"));
+  EXPECT_TRUE(HubGotLast("SCH1RV\r\n0HM\r"));
 }
 
 TEST_F(TerminalRoad, CtrlCLeavesThePassthrough) {
@@ -44,7 +44,7 @@ TEST_F(TerminalRoad, CtrlCLeavesThePassthrough) {
   ASSERT_TRUE(tavlo.Shows("the drive terminal is open"));
   tavlo.Type("\x03");
   EXPECT_EQ(tavlo.Wait(), 0);
-  EXPECT_TRUE(HubGotLast("CH0HM\r"));
+  EXPECT_TRUE(HubGotLast("SCH0HM\r"));
   EXPECT_LT(tavlo.ProcessorSeconds(), 2) << "waiting burns nothing";
 }
 
@@ -62,7 +62,7 @@ TEST_F(TerminalRoad, AHubThatIsTooOldIsRefused) {
   EXPECT_EQ(
       Tavlo({"terminal", "--port", hub->Link()}),
       (Ended{3, "", "tavlo: the drive terminal needs a hub of firmware 1.19 or later; this one has 1.18\n"}));
-  EXPECT_TRUE(HubGotLast("C"));
+  EXPECT_TRUE(HubGotLast("SC"));
 }
 
 }  // namespace
