@@ -3,12 +3,15 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
+#include <functional>
 
 #include "cli/command.h"
 #include "cli/console_desk.h"
 #include "cli/key_terminal.h"
 #include "cli/options.h"
+#include "cli/run_program.h"
 #include "cli/run_session.h"
+#include "cli/settle.h"
 #include "cli/trace.h"
 #include "desk/main_window.h"
 #include "link/execution.h"
@@ -48,39 +51,63 @@ class RunCommand : public Command {
     AddFile(app, path_, false);
     AddLineOptions(app, line_options_);
     AddSeconds(app, "--for", seconds_, "Stop the program after SECONDS");
+    app.add_flag("--verify", verify_, "Read the hub's program first and compare it with FILE")
+        ->needs(app.get_option("FILE"));
     app.add_flag("--no-status", no_status_, "Print no inputs and outputs");
     AddAnswerOptions(app, answers_);
     AddJson(app, json_);
   }
 
+  [[nodiscard]] bool PrintsEvents() const override { return true; }
   [[nodiscard]] ExitCode Execute(Environment& environment) override {
     KeyTerminal keys(environment.feed);
-    Environment asking = environment;
-    if (environment.read_line) {
-      asking.read_line = [&] {
-        const LineTerminal lines(keys);
-        return environment.read_line();
-      };
-    }
-    Console console(asking);
+    Console console(environment);
+    console.ReadLinesBy(LineReader(environment, keys));
     Source source;
     InitSession(source);
     if (!path_.empty() && !LoadProgram(source, console, path_)) return ExitCode::File;
-    const auto line = OpenLine(environment, console, line_options_.Name());
+    const auto line = OpenLine(environment, console, line_options_);
     if (!line) return ExitCode::Port;
     std::optional<Trace> trace;
     if (line_options_.trace) trace.emplace(*line, environment.err);
-    RunReporter reporter(console, line->Time(), source, !path_.empty(), json_);
-    RunInput input(console, environment.feed, keys, line->Time());
-    RunSession session(console, *line, reporter, input, {seconds_, !no_status_, !path_.empty()});
-    ConsoleDesk desk(source, console, *line, answers_.By(), session.View(), session);
-    session.Attach(desk.desk);
-    const ExecuteResult result = tavlo::Execute(desk.desk);
-    return result == ExecuteResult::Ran ? ExitOf(session.End(), console)
-                                        : NotStarted(result, console, *line, desk.boxes);
+    bool known = !path_.empty();
+    if (known) {
+      ProgramCheck check(source, console, *line, answers_.By());
+      switch (check.Run(verify_)) {
+        case HubHolds::ThisProgram: break;
+        case HubHolds::AnotherAccepted: known = false; break;
+        case HubHolds::AnotherRefused: return ExitCode::Differs;
+        case HubHolds::NotAnswered: return HubFailure(console, *line);
+      }
+    }
+    return RunIt(environment, console, keys, *line, source, known);
   }
 
  private:
+  /// A question gets whole lines, and the program its keys again afterwards.
+  static std::function<std::optional<std::string>()> LineReader(Environment& environment, KeyTerminal& keys) {
+    if (!environment.read_line) return nullptr;
+    return [&environment, &keys] {
+      const LineTerminal lines(keys);
+      return environment.read_line();
+    };
+  }
+
+  /// `known`: the source holds the program that the hub runs.
+  ExitCode RunIt(Environment& environment, Console& console, KeyTerminal& keys, HubLine& line, Source& source,
+                 bool known) {
+    RunReporter reporter(console, line.Time(), source, known, json_);
+    RunInput input(console, environment.feed, keys, line.Time());
+    RunSession session(console, line, reporter, input, {seconds_, !no_status_, known});
+    ConsoleDesk desk(source, console, line, answers_.By(), session.View(), session);
+    session.Attach(desk.desk, desk.boxes);
+    const auto result =
+        OnSettledLine(console, desk.desk, desk.boxes, [&] { return tavlo::Execute(desk.desk); });
+    if (!result) return HubFailure(console, line);
+    return *result == ExecuteResult::Ran ? ExitOf(session.End(), console)
+                                         : NotStarted(*result, console, line, desk.boxes);
+  }
+
   static ExitCode NotStarted(ExecuteResult result, Console& console, HubLine& line,
                              const ConsoleBoxes& boxes) {
     switch (result) {
@@ -104,6 +131,7 @@ class RunCommand : public Command {
   AnswerOptions answers_;
   std::optional<double> seconds_;
   bool no_status_ = false;
+  bool verify_ = false;
   bool json_ = false;
 };
 

@@ -32,7 +32,7 @@ void RunInput::Begin(Desk& desk, RunWindow window) {
 void RunInput::TellKeys() {
   const std::string controls = "p pause, r resume, t one line, z first line, s stop";
   const std::string keypad = "0-9 . Enter Backspace arrows, y or + yes, n or - no; ";
-  console_.Note("keys: " + (window_ == RunWindow::fakeMMI ? keypad + controls : controls));
+  console_.Inform("keys: " + (window_ == RunWindow::fakeMMI ? keypad + controls : controls));
 }
 
 bool RunInput::Work() {
@@ -144,7 +144,7 @@ bool RunInput::Do(const RunOrder& order) {
     case RunAct::SingleStep: SingleStep(); return true;
     case RunAct::Reset:
       ClickReset(*desk_);
-      console_.Note("the program goes back to its first line");
+      console_.Inform("the program goes back to its first line");
       return true;
     case RunAct::Stop: return false;
   }
@@ -163,13 +163,13 @@ void RunInput::Press(MmiKey key) {
 void RunInput::Pause() {
   const bool was_running = desk_->source.panel.Running;
   ClickPause(*desk_);
-  if (was_running) console_.Note("paused");
+  if (was_running) console_.Inform("paused");
 }
 
 void RunInput::Play() {
   const bool was_running = desk_->source.panel.Running;
   ClickPlay(*desk_);
-  if (!was_running) console_.Note("the program goes on");
+  if (!was_running) console_.Inform("the program goes on");
 }
 
 void RunInput::SingleStep() {

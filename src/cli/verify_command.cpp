@@ -2,29 +2,21 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include <CLI/CLI.hpp>
 
-#include "checks/scans.h"
 #include "cli/command.h"
 #include "cli/comparison.h"
 #include "cli/desk_on_line.h"
 #include "cli/encoding.h"
+#include "cli/hub_program.h"
 #include "cli/json_text.h"
 #include "cli/options.h"
+#include "cli/settle.h"
 #include "link/drive_check.h"
 #include "link/polled.h"
 #include "link/upload.h"
-#include "model/program_queries.h"
 #include "platform/number_format.h"
 
 namespace tavlo::cli {
 namespace {
-
-/// What a download of the program to this hub would send. The program is brought into the shape in which the
-/// checks send it. Throws EncodeError.
-CompiledProgram CompileAsDownloaded(Program& program) {
-  program.MMIused = ProgHasMMI(program);
-  if (program.HubIndex == HubQuad) FixMultiIn(program);
-  return CompileProgram(program);
-}
 
 std::string Counted(std::size_t count, std::string_view what) {
   return Joined(static_cast<int>(count)) + " " + std::string(what) + (count == 1 ? "" : "s");
@@ -52,13 +44,13 @@ class VerifyCommand : public Command {
     if (!LoadProgram(source, console, path_)) return ExitCode::File;
     const auto on = DeskOnLine::Open(environment, console, line_options_, source, AnswerBy::No);
     if (!on) return ExitCode::Port;
-    const ImageReading hub = ReadHub(on->desk);
+    const ImageReading hub = ReadHub(*on, console);
     if (hub.result == UploadResult::WrongSum) return ExitCode::Differs;
     if (hub.result != UploadResult::Done) return HubFailure(console, on->line);
     Program& program = source.program;
     try {
       const CompiledProgram compiled = CompileAsDownloaded(program);
-      return Tell(console, CompareWithHub(program, compiled, hub.image), on->line.opened);
+      return Tell(environment, console, CompareWithHub(program, compiled, hub.image), on->line.opened);
     } catch (const EncodeError& error) {
       console.Message(error.what());
       return ExitCode::Refused;
@@ -67,18 +59,22 @@ class VerifyCommand : public Command {
 
  private:
   /// As an upload begins. A running program is stopped: the hub would talk into its own answer.
-  static ImageReading ReadHub(Desk& desk) {
-    desk.Comm1.Output("S");
-    if (SilentCheckDrive(desk).empty() || CheckDrive(desk).empty()) return {};
-    const EventsOff events(desk.Comm1);
-    ImageReading reading = ReadImage(desk);
-    desk.upbox.Hide();
-    return reading;
+  static ImageReading ReadHub(DeskOnLine& on, Console& console) {
+    Desk& desk = on.desk;
+    const auto identity = OnSettledLine(console, desk, on.own.boxes, [&] {
+      StopHub(desk);
+      return SilentCheckDrive(desk).empty() ? std::string() : CheckDrive(desk);
+    });
+    const bool known = identity && !identity->empty() && IsKnownHub(console, *identity);
+    return known ? ReadIdleHub(desk) : ImageReading();
   }
 
-  [[nodiscard]] ExitCode Tell(Console& console, const Comparison& found, const OpenedPort& opened) const {
+  [[nodiscard]] ExitCode Tell(Environment& environment, Console& console, const Comparison& found,
+                              const OpenedPort& opened) const {
     if (json_) {
-      console.Result(JsonLine(WithPort(AsJson(found), opened)));
+      Json result = WithPort(AsJson(found), opened);
+      if (!found.Same()) result["error"] = ErrorOf(environment, ExitCode::Differs);
+      console.Result(JsonLine(result));
     } else {
       Print(console, found);
       console.ResultPort(opened);

@@ -140,9 +140,9 @@ TEST_F(RunInput, AMoveThatEndsWhileTheProgramAsksTakesNothingAway) {
 }
 
 TEST_F(RunInput, APromptThatIsKnownNeedsNoText) {
-  Start(true);
   Line(5).Type = MMI;
   Line(5).SubType = WaitEnter;
+  Start(true);
   input.pieces = {"\n"};
   SayIn(1, LineEventOf(254, 5));
   EXPECT_EQ(RunFor("2", {File()}).code, 0);
@@ -354,7 +354,7 @@ TEST_F(RunStatus, JsonGivesTheNumbersOfEachKind) {
   SayIn(1, Bytes({243, 14, 15, 14}) + Bytes({215, 11, 15, 0}) + Bytes({223, 0x5E, 0, 0}));
   EXPECT_EQ(
       StatusOf({"--json"}),
-      "{\"event\":\"status\",\"seconds\":1.05,\"axis\":3,\"inputs\":[1],\"xInputs\":[3],\"outputs\":[1],"
+      "{\"event\":\"status\",\"seconds\":0.95,\"axis\":3,\"inputs\":[1],\"xInputs\":[3],\"outputs\":[1],"
       "\"yOutputs\":[2]}\n");
 }
 
@@ -381,7 +381,7 @@ TEST_F(RunStatus, AFaultIsAnEventOfJson) {
   const Outcome outcome = RunFor("5", {File(), "--yes", "--json"});
   EXPECT_EQ(outcome.code, 8);
   EXPECT_NE(
-      outcome.out.find("{\"event\":\"fault\",\"seconds\":1.0,\"axis\":3,\"code\":8224,\"message\":\"We are "
+      outcome.out.find("{\"event\":\"fault\",\"seconds\":0.9,\"axis\":3,\"code\":8224,\"message\":\"We are "
                        "experiencing a fault on axis 3. The program has been halted.\",\"alarms\":[\"over "
                        "voltage\",\"motor resistance\"]}\n"),
       std::string::npos)
@@ -392,7 +392,7 @@ TEST_F(RunStatus, AStreamOfMessagesDoesNotHoldAChangeBack) {
   Start();
   for (int i = 0; i < 50; ++i) SayIn(1 + i * 0.02, Bytes({241, 13, 15, 15}));
   EXPECT_EQ(StatusOf({"--json"}),
-            "{\"event\":\"status\",\"seconds\":1.05,\"axis\":1,\"inputs\":[2],\"xInputs\":[],\"outputs\":[],"
+            "{\"event\":\"status\",\"seconds\":0.95,\"axis\":1,\"inputs\":[2],\"xInputs\":[],\"outputs\":[],"
             "\"yOutputs\":[]}\n");
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
 #include <algorithm>
+#include <functional>
 
 #include "cli/companion.h"
 
@@ -43,7 +44,7 @@ TEST_F(Run, PrintsEachLineAsItStartsAndFinishesWithItsText) {
                                                     "2\tstarted\tWait 0.05 seconds\n"
                                                     "2\tfinished\tWait 0.05 seconds\n",
                                                     kRuns}));
-  EXPECT_EQ(hub.port.sent, "SCDREXIIS");
+  EXPECT_EQ(hub.port.sent, "SCKSCDREXIIS") << "the sum is asked first";
 }
 
 TEST_F(Run, WithoutAFilePrintsNumbersAlone) {
@@ -78,7 +79,8 @@ TEST_F(Run, AnInterruptionStopsTheHubAndEndsWith130) {
   hub.InterruptIn(0.5);
   EXPECT_EQ(RunIt({"--json"}), (Outcome{130,
                                         "{\"event\":\"started\",\"seconds\":0.0,\"line\":1}\n"
-                                        "{\"event\":\"ended\",\"seconds\":0.55,\"reason\":\"interrupted\"}\n",
+                                        "{\"event\":\"ended\",\"seconds\":0.5,\"reason\":\"interrupted\"}\n"
+                                        "{\"error\":{\"code\":130,\"message\":\"interrupted\"}}\n",
                                         kRuns}));
   EXPECT_EQ(hub.port.sent, "SCDREXIS");
   EXPECT_EQ(hub.port.hub.State(), hubsim::HubState::kIdle);
@@ -178,10 +180,13 @@ TEST_F(Run, AHubThatRestartsEndsIt) {
   hub.In(0.5, [this] { hub.port.hub.PowerUp(hub.clock.now); });
   EXPECT_EQ(
       RunIt({"--json"}),
-      (Outcome{8,
-               "{\"event\":\"started\",\"seconds\":0.0,\"line\":1}\n"
-               "{\"event\":\"ended\",\"seconds\":0.5,\"reason\":\"restarted\"}\n",
-               kRuns + "tavlo: the hub has been switched off and on; its program does not run any more\n"}));
+      (Outcome{
+          8,
+          "{\"event\":\"started\",\"seconds\":0.0,\"line\":1}\n"
+          "{\"event\":\"ended\",\"seconds\":0.45,\"reason\":\"restarted\"}\n"
+          "{\"error\":{\"code\":8,\"message\":\"the hub has been switched off and on; its program does not "
+          "run any more\"}}\n",
+          kRuns + "tavlo: the hub has been switched off and on; its program does not run any more\n"}));
 }
 
 TEST_F(Run, MessagesThatHaltNothingAreToldAndTheRunGoesOn) {
@@ -243,9 +248,10 @@ TEST_F(Run, AHubThatDoesNotAnswerEndsItWithSix) {
       "on?";
   const std::vector<Row> rows = {
       {Failure::kSilentC,
-       "Communication Error: The Tavlo Hub is not communicating.  Is it connected to the right port and "
-       "turned "
-       "on?  Do you have the right comm port selected?  Perhaps cycling power will help."},
+       kGivesTime +
+           "Communication Error: The Tavlo Hub is not communicating.  Is it connected to the right port and "
+           "turned "
+           "on?  Do you have the right comm port selected?  Perhaps cycling power will help."},
       {Failure::kSilentD,
        "The Tavlo Hub is not responding to the D command.  Is it connected to the right port and turned on?"},
       {Failure::kSilentE, no_execute},
@@ -281,6 +287,79 @@ TEST_F(Run, AWrongDriveIsAQuestion) {
       (Outcome{3, "", question + "tavlo: answered No because there is nobody to ask; --yes answers Yes\n"}));
   EXPECT_EQ(RunIt({"--yes", "--for", "0"}),
             (Outcome{0, "", question + "tavlo: answered Yes (--yes)\n" + kRuns}));
+}
+
+TEST_F(Run, AHaltNamesItsCauseAndEveryFailureItsWords) {
+  struct Row {
+    std::function<void()> halt;
+    std::string cause;
+  };
+  const std::vector<Row> rows = {
+      {[this] { hub.port.hub.PressStop(hub.clock.now); }, "stopButton"},
+      {[this] { hub.port.hub.HitLimit(0, hub.clock.now); }, "limit"},
+      {[this] { hub.port.hub.Fail(2, 1, hub.clock.now); }, "driveFault"},
+      {[this] { hub.port.hub.Say("\xEF" + std::string(3, '\0')); }, "stackOverflow"},
+      {[this] { hub.port.hub.Say("\xEE" + std::string(3, '\0')); }, "stackUnderflow"},
+      {[this] { hub.port.hub.Say("\xD4" + std::string(3, '\0')); }, "driveDisabled"},
+  };
+  LongMove();
+  for (const Row& row : rows) {
+    hub.In(0.5, row.halt);
+    const Outcome outcome = RunIt({"--json", "--no"});
+    EXPECT_EQ(outcome.code, 8);
+    EXPECT_NE(
+        outcome.out.find("\"reason\":\"halted\",\"cause\":\"" + row.cause + "\"}\n{\"error\":{\"code\":8,"),
+        std::string::npos)
+        << outcome.out;
+  }
+}
+
+TEST_F(Run, AnotherProgramInTheHubIsTold) {
+  TwoWaits();
+  Line(3).Type = WT;
+  const std::string told = "Another program: The hub holds another program: its sum is ";
+  const Outcome no = RunIt({File(), "--no"});
+  EXPECT_EQ(no.code, 7);
+  EXPECT_EQ(no.err.substr(0, told.size()), told);
+  EXPECT_EQ(hub.port.sent, "SCK") << "nothing was started";
+  const Outcome yes = RunIt({File(), "--yes", "--for", "0.1"});
+  EXPECT_EQ(yes.code, 0);
+  EXPECT_EQ(yes.out, "1\tstarted\n") << "the texts of another program would mislead";
+  const Outcome json = RunIt({File(), "--no", "--json"});
+  EXPECT_TRUE(json.out.starts_with("{\"error\":{\"code\":7,\"message\":\"Another program: ")) << json.out;
+}
+
+TEST_F(Run, WithVerifyItReadsAllThatTheHubHolds) {
+  TwoWaits();
+  EXPECT_EQ(RunIt({File(), "--verify", "--for", "0.1"}).out, "1\tstarted\tWait 0.05 seconds\n");
+  EXPECT_EQ(hub.port.sent, "SCUSCDREXIS");
+  Line(3).Type = WT;
+  const Outcome other = RunIt({File(), "--verify"});
+  EXPECT_EQ(other.code, 7);
+  EXPECT_TRUE(
+      other.err.starts_with("Another program: The hub holds another program: 1 line and 0 settings differ."))
+      << other.err;
+  EXPECT_EQ(RunIt({"--verify"}).code, 2) << "there is nothing to compare with";
+}
+
+TEST_F(Run, AHubThatHasNoSumToTellIsReadBack) {
+  TwoWaits();
+  hub.port.hub.PowerUp(hub.clock.now);
+  const Outcome outcome = RunIt({File(), "--for", "0.1"});
+  EXPECT_EQ(outcome.code, 0);
+  EXPECT_NE(outcome.err.find("reading its program back"), std::string::npos) << outcome.err;
+  EXPECT_TRUE(hub.port.sent.ends_with("SCKUSCDREXIS")) << hub.port.sent;
+  EXPECT_EQ(RunIt({File(), "--for", "0.1", "--quiet"}).err, "");
+}
+
+TEST_F(Run, WhatABrokenDownloadLeftBehindIsNotTakenForTheFile) {
+  TwoWaits();
+  Line(1).Time = 70;
+  Line(150).Type = WT;
+  hub.port.hub.SetFailure({Failure::kSilentLine, 100});
+  ASSERT_EQ(Tavlo({"download", File(), "--port", "1"}).code, 6);
+  hub.port.hub.SetFailure({});
+  EXPECT_EQ(RunIt({File(), "--no"}).code, 7);
 }
 
 TEST_F(Run, AFileThatCannotBeReadLeavesThePortAlone) {

@@ -107,12 +107,14 @@ TEST_F(VerifyCommand, JsonGivesBothSidesAndTheBytes) {
   EXPECT_EQ(outcome.code, 7);
   const std::string hub_same = program.Axis.SameUnits ? "no" : "yes";
   const std::string file_same = program.Axis.SameUnits ? "yes" : "no";
-  EXPECT_EQ(outcome.out,
-            "{\"same\":false,\"lines\":[{\"line\":3,\"file\":\"Go to line 42\",\"hub\":\"Go to line "
-            "1\",\"fileBytes\":\"0629\",\"hubBytes\":\"0600\"}],"
-            "\"settings\":[{\"axis\":8,\"field\":\"limit switches\",\"file\":\"open\",\"hub\":\"closed\"},"
-            "{\"axis\":null,\"field\":\"same units for all axes\",\"file\":\"" +
-                file_same + "\",\"hub\":\"" + hub_same + "\"}]}\n");
+  EXPECT_EQ(
+      outcome.out,
+      "{\"same\":false,\"lines\":[{\"line\":3,\"file\":\"Go to line 42\",\"hub\":\"Go to line "
+      "1\",\"fileBytes\":\"0629\",\"hubBytes\":\"0600\"}],"
+      "\"settings\":[{\"axis\":8,\"field\":\"limit switches\",\"file\":\"open\",\"hub\":\"closed\"},"
+      "{\"axis\":null,\"field\":\"same units for all axes\",\"file\":\"" +
+          file_same + "\",\"hub\":\"" + hub_same +
+          "\"}],\"error\":{\"code\":7,\"message\":\"the sum differs, or the hub holds another program\"}}\n");
 }
 
 TEST_F(VerifyCommand, ALineThatReadsTheSameIsToldByItsBytes) {
@@ -167,7 +169,7 @@ TEST_F(VerifyCommand, EachFailureEndsByItsExitCode) {
       {Failure::kSilentU, 1, 6, "The Tavlo Hub stopped responding after 0 chars."},
       {Failure::kShortU, 100, 6, "The Tavlo Hub stopped responding after 100 chars."},
       {Failure::kWrongU, 1, 7, "Your program did not upload correctly."},
-      {Failure::kSilentC, 1, 6, "Communication Error: The Tavlo Hub is not communicating."},
+      {Failure::kSilentC, 1, 6, kGivesTime + "Communication Error: The Tavlo Hub is not communicating."},
       {Failure::kUnplugTx, 1000, 5, ""},
   };
   PutIntoHub();
