@@ -8,6 +8,7 @@
 #include "cli/encoding.h"
 #include "cli/json_text.h"
 #include "cli/options.h"
+#include "cli/settle.h"
 #include "desk/main_window.h"
 #include "link/drive_check.h"
 #include "link/upload.h"
@@ -49,7 +50,7 @@ class UploadCommand : public Command {
     if (port.comm != 0) source.OptCom = port.comm - 1;
     const auto on = DeskOnLine::Open(environment, console, line_options_, source, AnswerBy::No);
     if (!on) return ExitCode::Port;
-    const auto result = Read(console, on->desk);
+    const auto result = Read(console, *on);
     const ExitCode code = result ? ExitOf(*result) : ExitCode::Hub;
     if (code == ExitCode::Hub) return HubFailure(console, on->line);
     if (code != ExitCode::Done) return code;
@@ -63,9 +64,10 @@ class UploadCommand : public Command {
 
  private:
   /// The hub cannot be told to stop sending.
-  static std::optional<UploadResult> Read(Console& console, Desk& desk) {
+  static std::optional<UploadResult> Read(Console& console, DeskOnLine& on) {
     try {
-      return Upload(desk);
+      const auto settled = OnSettledLine(console, on.desk, on.own.boxes, [&] { return Upload(on.desk); });
+      return settled.value_or(std::nullopt);
     } catch (const Interrupted&) {
       console.Note("the hub sends on to the end of its memory; leave it alone for five seconds");
       throw;
@@ -77,7 +79,7 @@ class UploadCommand : public Command {
     const std::string_view model = kHubModels[program.HubIndex].name;
     const int lines = LinesInUse(program);
     if (json_) {
-      console.Result(JsonLine(WithPort({{"firmware", Val(firmware)},
+      console.Result(JsonLine(WithPort({{"firmware", firmware},
                                         {"model", model},
                                         {"lines", lines},
                                         {"file", path_},

@@ -42,7 +42,7 @@ TEST_F(CompileCommand, JsonGivesEveryByteInHex) {
   const Outcome outcome = Tavlo({"compile", File(), "--json"});
   EXPECT_EQ(outcome.code, 0);
   EXPECT_EQ(outcome.err, "");
-  EXPECT_EQ(outcome.out.substr(0, 26), "{\"firmware\":1.38,\"lines\":[");
+  EXPECT_EQ(outcome.out.substr(0, 28), "{\"firmware\":\"1.38\",\"lines\":[");
   const auto json = nlohmann::json::parse(outcome.out);
   EXPECT_EQ(json.size(), 5u);
   ASSERT_EQ(json["lines"].size(), 200u);
@@ -98,7 +98,8 @@ TEST_F(CompileCommand, ALineThatHasNoBytesIsRefused) {
   Line(12).Accel = -1;
   const Outcome outcome = Tavlo({"compile", File(), "-o", folder.Path("image"), "--json"});
   EXPECT_EQ(outcome.code, 3);
-  EXPECT_EQ(outcome.out, "");
+  EXPECT_EQ(outcome.out, "{\"error\":{\"code\":3,\"message\":\"" +
+                             outcome.err.substr(0, outcome.err.size() - 1) + "\"}}\n");
   EXPECT_EQ(outcome.err.substr(0, 28), "Line 12 cannot be compiled: ");
   EXPECT_FALSE(std::filesystem::exists(folder.Path("image")));
 }

@@ -44,7 +44,7 @@ TEST_F(DecodeCommand, WritesTheProgramAndPrintsNothing) {
 TEST_F(DecodeCommand, JsonCountsTheLines) {
   Line(3).Type = FL;
   EXPECT_EQ(Decode(Compiled("1.19"), {"--firmware", "1.19", "--json"}),
-            (Outcome{0, "{\"firmware\":1.19,\"lines\":1,\"file\":\"" + Copy() + "\"}\n", ""}));
+            (Outcome{0, "{\"firmware\":\"1.19\",\"lines\":1,\"file\":\"" + Copy() + "\"}\n", ""}));
 }
 
 // What no image carries comes back as a fresh line has it, and a comment of the full length loses its head:
@@ -139,8 +139,9 @@ TEST_F(DecodeCommand, AFileOfAnotherSizeIsNoImage) {
 }
 
 TEST_F(DecodeCommand, WhatCannotBeReadIsToldWithTheReason) {
-  EXPECT_EQ(Tavlo({"decode", folder.Path("none"), "-o", Copy()}),
-            (Outcome{4, "", "tavlo: cannot read " + folder.Path("none") + ": No such file or directory\n"}));
+  EXPECT_EQ(
+      Tavlo({"decode", folder.Path("none"), "-o", Copy()}),
+      (Outcome{4, "", "tavlo: cannot read " + folder.Path("none") + ": there is no such file or folder\n"}));
   EXPECT_EQ(Tavlo({"decode", folder.Path(), "-o", Copy()}),
             (Outcome{4, "", "tavlo: cannot read " + folder.Path() + ": Is a directory\n"}));
 }

@@ -57,10 +57,10 @@ TEST_F(DownloadCommand, JsonGivesTheProof) {
   EXPECT_EQ(outcome.code, 0);
   EXPECT_EQ(outcome.err, "");
   const auto json = nlohmann::ordered_json::parse(outcome.out);
-  EXPECT_EQ(json.dump(),
-            "{\"firmware\":1.38,\"model\":\"Tavlo Hub-Octo\",\"bytes\":" + std::to_string(Bytes(compiled)) +
-                ",\"checksum\":" + std::to_string(compiled.checksum) +
-                ",\"seconds\":" + json["seconds"].dump() + "}");
+  EXPECT_EQ(json.dump(), "{\"firmware\":\"1.38\",\"model\":\"Tavlo Hub-Octo\",\"bytes\":" +
+                             std::to_string(Bytes(compiled)) +
+                             ",\"checksum\":" + std::to_string(compiled.checksum) +
+                             ",\"seconds\":" + json["seconds"].dump() + "}");
   EXPECT_GE(json["seconds"].get<double>(), 0);
 }
 
@@ -94,13 +94,15 @@ TEST_F(DownloadCommand, EachFailureOfTheHubIsToldInItsWordsAndByItsExitCode) {
   };
   const std::vector<Row> rows = {
       {Failure::kSilentC, 1, 6,
-       "Communication Error: The Tavlo Hub is not communicating.  Is it connected to the right port and "
-       "turned "
-       "on?  Do you have the right comm port selected?  Perhaps cycling power will help."},
+       kGivesTime +
+           "Communication Error: The Tavlo Hub is not communicating.  Is it connected to the right port and "
+           "turned "
+           "on?  Do you have the right comm port selected?  Perhaps cycling power will help."},
       {Failure::kOneByteC, 1, 6,
-       "Communication Error: The Tavlo Hub is not communicating.  Is it connected to the right port and "
-       "turned "
-       "on?  Do you have the right comm port selected?  Perhaps cycling power will help."},
+       kGivesTime +
+           "Communication Error: The Tavlo Hub is not communicating.  Is it connected to the right port and "
+           "turned "
+           "on?  Do you have the right comm port selected?  Perhaps cycling power will help."},
       {Failure::kSilentF, 1, 6,
        "The Tavlo Hub is not responding to the Download command.  Is it connected to the right port and "
        "turned "
@@ -198,11 +200,11 @@ TEST_F(DownloadCommand, AnInterruptionBeforeTheTransferHarmsNothing) {
 TEST_F(DownloadCommand, TheTraceShowsWhatPassesOverTheLine) {
   const Outcome outcome = Download({"--trace"});
   EXPECT_EQ(outcome.code, 0);
-  EXPECT_NE(outcome.err.find("    0.000 -> 53                                               S\n"
-                             "    0.000 -> 43                                               C\n"
-                             "    0.000 <- 26 08                                            &.\n"
-                             "    0.000 -> 46                                               F\n"
-                             "    0.000 <- 59                                               Y\n"),
+  EXPECT_NE(outcome.err.find("    0.025 -> 53                                               S\n"
+                             "    0.050 -> 43                                               C\n"
+                             "    0.050 <- 26 08                                            &.\n"
+                             "    0.050 -> 46                                               F\n"
+                             "    0.050 <- 59                                               Y\n"),
             std::string::npos)
       << outcome.err;
 }
