@@ -68,7 +68,9 @@ class CheckCommand : public Command {
     ConsoleDesk desk(source, console, line, answers_.By(), view, run);
     const bool passed = CheckProgram(desk.desk) == CheckResult::Passed;
     if (json_) {
-      console.Result(JsonLine(AsJson(desk.boxes.Shown(), passed)));
+      Json result = AsJson(desk.boxes.Shown(), passed);
+      if (!passed) result["error"] = ErrorOf(environment, ExitCode::Refused);
+      console.Result(JsonLine(result));
     } else if (passed) {
       console.Result("The program passes every check");
     }

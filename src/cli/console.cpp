@@ -48,17 +48,27 @@ std::string Console::ReadInput(std::size_t limit) {
 }
 
 void Console::Message(std::string_view text) {
+  environment_.failures.push_back(ShownMessage(text));
   Status("");
   environment_.err << ShownMessage(text) << '\n' << std::flush;
 }
 
 void Console::Note(std::string_view text) {
+  environment_.failures.push_back(ShownMessage(text));
+  Say(text);
+}
+
+void Console::Inform(std::string_view text) {
+  if (!environment_.quiet) Say(text);
+}
+
+void Console::Say(std::string_view text) {
   Status("");
   environment_.err << "tavlo: " << ShownMessage(text) << '\n' << std::flush;
 }
 
 void Console::Status(std::string_view text) {
-  if (!environment_.err_is_terminal || (text.empty() && !status_shown_)) return;
+  if (!ShowsStatus() || (text.empty() && !status_shown_)) return;
   environment_.err << kEraseLine << text << std::flush;
   status_shown_ = !text.empty();
 }
@@ -76,18 +86,18 @@ Answer Console::Ask(std::string_view question, Buttons buttons, AnswerBy by) {
   switch (by) {
     case AnswerBy::Yes:
       Message(question);
-      Note("answered " + std::string(choice.yes_text) + " (--yes)");
+      Say("answered " + std::string(choice.yes_text) + " (--yes)");
       return choice.yes;
     case AnswerBy::No:
       Message(question);
-      Note("answered " + std::string(choice.no_text) + " (--no)");
+      Say("answered " + std::string(choice.no_text) + " (--no)");
       return choice.no;
     case AnswerBy::Operator: break;
   }
-  if (environment_.read_line) return AskOperator(question, buttons);
+  if (read_line_) return AskOperator(question, buttons);
   Message(question);
-  Note("answered " + std::string(choice.no_text) + " because there is nobody to ask; --yes answers " +
-       std::string(choice.yes_text));
+  Say("answered " + std::string(choice.no_text) + " because there is nobody to ask; --yes answers " +
+      std::string(choice.yes_text));
   return choice.no;
 }
 
@@ -96,10 +106,11 @@ Answer Console::AskOperator(std::string_view question, Buttons buttons) {
   const char yes_letter = buttons == Buttons::YesNo ? 'y' : 'o';
   const char no_letter = buttons == Buttons::YesNo ? 'n' : 'c';
   const std::string keys = buttons == Buttons::YesNo ? " [y/N] " : " [o/C] ";
+  environment_.failures.push_back(ShownMessage(question));
   Status("");
   for (;;) {
     environment_.err << ShownMessage(question) << keys << std::flush;
-    const auto typed = environment_.read_line();
+    const auto typed = read_line_();
     if (typed && StartsWith(*typed, yes_letter)) return choice.yes;
     if (!typed || IsBlank(*typed) || StartsWith(*typed, no_letter)) return choice.no;
   }

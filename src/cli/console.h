@@ -2,8 +2,11 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #pragma once
 
+#include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "cli/environment.h"
 #include "platform/services.h"
@@ -16,7 +19,12 @@ enum class AnswerBy { Operator, Yes, No };
 /// The operator's side of a command: results on one stream, everything else on the other.
 class Console {
  public:
-  explicit Console(Environment& environment) : environment_(environment) {}
+  explicit Console(Environment& environment) : environment_(environment), read_line_(environment.read_line) {}
+
+  /// Answers are read by this from now on.
+  void ReadLinesBy(std::function<std::optional<std::string>()> read_line) {
+    read_line_ = std::move(read_line);
+  }
 
   /// One row of the result, in UTF-8. Leaves at once, for whoever reads along.
   void Result(std::string_view row);
@@ -26,17 +34,27 @@ class Console {
   void Bytes(std::string_view bytes);
   /// False once a result could not be written.
   [[nodiscard]] bool ResultsArrive() const { return environment_.out.good(); }
+  /// Something is kept for a reader who has stopped taking.
+  [[nodiscard]] bool OutputWaits() const {
+    return environment_.outlet != nullptr && environment_.outlet->Waits();
+  }
+  /// Sends of it what leaves at once.
+  void SendOn() {
+    if (OutputWaits()) environment_.outlet->SendOn();
+  }
 
   /// Standard input to its end, but no more than so many bytes; empty if there is none. Waits for it.
   [[nodiscard]] std::string ReadInput(std::size_t limit);
 
   /// A message in the operator's exact words.
   void Message(std::string_view text);
-  /// What this program itself has to say.
+  /// What this program itself has to say of what went wrong.
   void Note(std::string_view text);
+  /// What it has to say besides, which --quiet keeps back.
+  void Inform(std::string_view text);
   /// A line that the next message or status replaces. Shown on a terminal only; empty takes it away.
   void Status(std::string_view text);
-  [[nodiscard]] bool ShowsStatus() const { return environment_.err_is_terminal; }
+  [[nodiscard]] bool ShowsStatus() const { return environment_.err_is_terminal && !environment_.quiet; }
   void Beep();
 
   /// Shows the question and gets its answer. Where nobody can be asked the answer is the cautious one, No
@@ -44,9 +62,11 @@ class Console {
   [[nodiscard]] Answer Ask(std::string_view question, Buttons buttons, AnswerBy by);
 
  private:
+  void Say(std::string_view text);
   [[nodiscard]] Answer AskOperator(std::string_view question, Buttons buttons);
 
   Environment& environment_;
+  std::function<std::optional<std::string>()> read_line_;
   bool status_shown_ = false;
 };
 

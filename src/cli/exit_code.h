@@ -39,4 +39,11 @@ inline constexpr std::array<ExitCodeRow, 10> kExitCodes = {{
     {ExitCode::Interrupted, "interrupted"},
 }};
 
+[[nodiscard]] constexpr std::string_view MeaningOf(ExitCode code) {
+  for (const ExitCodeRow& row : kExitCodes) {
+    if (row.code == code) return row.meaning;
+  }
+  return "";
+}
+
 }  // namespace tavlo::cli

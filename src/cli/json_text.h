@@ -4,8 +4,11 @@
 
 #include <nlohmann/json.hpp>
 #include <string>
+#include <utility>
 
 #include "cli/environment.h"
+#include "cli/exit_code.h"
+#include "platform/number_format.h"
 
 namespace tavlo::cli {
 
@@ -23,9 +26,21 @@ using Json = nlohmann::ordered_json;
   return json;
 }
 
-/// A version as its two places read: 38 is 1.38.
-[[nodiscard]] inline double VersionOfByte(int revision_byte) {
-  return (100 + revision_byte) / 100.0;
+/// A version as it reads everywhere: 40 is "1.40".
+[[nodiscard]] inline std::string VersionOfByte(int revision_byte) {
+  return Format((100 + revision_byte) / 100.0, "0.00");
+}
+
+/// What a failure is told as, at the end of a result or as one of its own: its exit code, and all that was
+/// said of it. Told once.
+[[nodiscard]] inline Json ErrorOf(Environment& environment, ExitCode code) {
+  std::string message;
+  for (const std::string& said : std::exchange(environment.failures, {})) {
+    message += (message.empty() ? "" : "\n") + said;
+  }
+  if (message.empty()) message = MeaningOf(code);
+  environment.error_told = true;
+  return {{"code", static_cast<int>(code)}, {"message", message}};
 }
 
 }  // namespace tavlo::cli

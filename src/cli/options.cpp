@@ -78,7 +78,8 @@ void AddJson(CLI::App& app, bool& json) {
 }
 
 void AddLineOptions(CLI::App& app, LineOptions& options) {
-  app.add_option("--port", options.port, "The hub's port: 1 to 8 for Comm 1 to Comm 8, or a device's path")
+  app.add_option("-p,--port", options.port, "The hub's port: 1 to 8 for Comm 1 to Comm 8, or a device's path")
+      ->envname("TAVLO_PORT")
       ->required()
       ->type_name("P")
       ->check(CLI::Validator(
@@ -86,7 +87,12 @@ void AddLineOptions(CLI::App& app, LineOptions& options) {
             return ParsePort(text) ? "" : "'" + text + "' is neither 1 to 8 nor a path";
           },
           ""));
+  AddSeconds(app, "--timeout", options.timeout, "Give up what is not done after SECONDS");
   app.add_flag("--trace", options.trace, "Print the bytes both ways on standard error");
+}
+
+void AddNoStop(CLI::App& app, bool& no_stop) {
+  app.add_flag("--no-stop", no_stop, "Do not stop the machine first; nothing may be waiting at the hub");
 }
 
 void AddAnswerOptions(CLI::App& app, AnswerOptions& options) {

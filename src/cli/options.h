@@ -26,14 +26,18 @@ void AddNewFile(CLI::App& app, const std::string& option, std::string& path);
 void AddImage(CLI::App& app, std::string& path);
 void AddJson(CLI::App& app, bool& json);
 
-/// `--port` and `--trace`.
+/// `--port`, `--timeout` and `--trace`.
 struct LineOptions {
   std::string port;
+  std::optional<double> timeout;
   bool trace = false;
 
   [[nodiscard]] PortName Name() const;
 };
 void AddLineOptions(CLI::App& app, LineOptions& options);
+
+/// `--no-stop`, for who knows that nothing waits at the hub.
+void AddNoStop(CLI::App& app, bool& no_stop);
 
 /// `--yes` and `--no`.
 struct AnswerOptions {

@@ -17,10 +17,12 @@ TEST_F(Check, WhatStopsTheChainIsToldInItsWordsAndExitsWith3) {
   const std::string text =
       "You have subroutine Calls in your program, but no Return instructions.  That is not allowed.";
   EXPECT_EQ(Tavlo({"check", File()}), (Outcome{3, "", "Call without Return: " + text + "\n"}));
-  EXPECT_EQ(
-      Tavlo({"check", File(), "--json"}).out,
-      "{\"boxes\":[{\"text\":\"" + text +
-          "\",\"title\":\"Call without Return\",\"buttons\":\"OK\",\"icon\":\"none\"}],\"passed\":false}\n");
+  EXPECT_EQ(Tavlo({"check", File(), "--json"}).out,
+            "{\"boxes\":[{\"text\":\"" + text +
+                "\",\"title\":\"Call without "
+                "Return\",\"buttons\":\"OK\",\"icon\":\"none\"}],\"passed\":false,\"error\":{\"code\":3,"
+                "\"message\":\"Call without Return: " +
+                text + "\"}}\n");
 }
 
 TEST_F(Check, TheFirmwareIsGivenOr138) {

@@ -17,7 +17,7 @@ TEST_F(Usage, HelpNamesEveryCommandAndEveryExitCode) {
   EXPECT_EQ(outcome.code, 0);
   EXPECT_EQ(outcome.err, "");
   for (const char* word : {"show", "check", "compile", "decode", "download", "upload", "verify", "run",
-                           "terminal", "identify", "ports", "130"}) {
+                           "terminal", "identify", "stop", "ports", "help", "130"}) {
     EXPECT_NE(outcome.out.find(word), std::string::npos) << word;
   }
   for (const auto& row : cli::kExitCodes) {
@@ -32,7 +32,6 @@ TEST_F(Usage, ACommandLineThatIsNotUnderstoodEndsWithTwoAndSaysWhy) {
   };
   const std::vector<Row> rows = {
       {{}, "A subcommand is required"},
-      {{"frobnicate"}, "The following argument was not expected: frobnicate"},
       {{"show"}, "FILE is required"},
       {{"compile"}, "FILE is required"},
       {{"download", "--port", "1"}, "FILE is required"},
@@ -67,6 +66,82 @@ TEST_F(Usage, ACommandLineThatIsNotUnderstoodEndsWithTwoAndSaysWhy) {
     EXPECT_EQ(Tavlo(row.arguments),
               (Outcome{2, "", row.reason + "\nRun with --help for more information.\n"}));
   }
+}
+
+TEST_F(Usage, AMistypedCommandIsToldWithTheOneThatWasMeant) {
+  struct Row {
+    std::string typed;
+    std::string meant;
+  };
+  const std::vector<Row> rows = {{"downlaod", "download"}, {"Show", "show"},        {"rum", "run"},
+                                 {"port", "ports"},        {"idetify", "identify"}, {"stp", "stop"},
+                                 {"hlep", "help"}};
+  for (const Row& row : rows) {
+    EXPECT_EQ(Tavlo({row.typed}), (Outcome{2, "",
+                                           "tavlo: there is no command '" + row.typed + "'; did you mean '" +
+                                               row.meant + "'?\nRun with --help for more information.\n"}));
+  }
+  for (const std::string far : {"frobnicate", "x", "ab", "", "ruled out"}) {
+    EXPECT_EQ(Tavlo({far}),
+              (Outcome{2, "",
+                       "tavlo: there is no command '" + far + "'\nRun with --help for more information.\n"}));
+  }
+}
+
+TEST_F(Usage, HelpOfACommandIsThatOfItsOption) {
+  const Outcome download = Tavlo({"download", "--help"});
+  EXPECT_EQ(download.code, 0);
+  EXPECT_NE(download.out.find("TAVLO_PORT"), std::string::npos);
+  EXPECT_EQ(Tavlo({"help", "download"}), download);
+  EXPECT_EQ(Tavlo({"help"}), Tavlo({"--help"}));
+  EXPECT_EQ(Tavlo({"help", "downlod"}).err.substr(0, 63),
+            "tavlo: there is no command 'downlod'; did you mean 'download'?\n");
+}
+
+TEST_F(Usage, ThePortMayComeFromTheEnvironment) {
+  ASSERT_EQ(setenv("TAVLO_PORT", "3", 1), 0);
+  EXPECT_EQ(Tavlo({"identify"}).code, 0);
+  EXPECT_EQ(hub.name.comm, 3);
+  EXPECT_EQ(Tavlo({"identify", "-p", "4"}).code, 0);
+  EXPECT_EQ(hub.name.comm, 4) << "what is told on the command line rules";
+  ASSERT_EQ(setenv("TAVLO_PORT", "9", 1), 0);
+  EXPECT_EQ(Tavlo({"identify"}).code, 2);
+  ASSERT_EQ(unsetenv("TAVLO_PORT"), 0);
+  EXPECT_EQ(Tavlo({"identify"}).code, 2);
+}
+
+TEST_F(Usage, WithJsonEveryFailureIsAnObjectWithCodeAndMessage) {
+  struct Row {
+    std::vector<std::string> arguments;
+    int code;
+    std::string message;
+  };
+  hub.open_error = "there is no device";
+  const std::vector<Row> rows = {
+      {{"nothing"}, 2, "there is no command 'nothing'"},
+      {{"show"}, 2, "FILE is required"},
+      {{"show", folder.Path("none")},
+       4,
+       "Error: could not open file.\\n" + folder.Path("none") + ": there is no such file or folder"},
+      {{"identify", "--port", "1"}, 5, "cannot open Comm 1: there is no device"},
+      {{"stop", "--port", "1"},
+       5,
+       "cannot open Comm 1: there is no device\\nnothing was sent; if the machine moves, use its own stop"},
+  };
+  for (Row row : rows) {
+    row.arguments.emplace_back("--json");
+    const Outcome outcome = Tavlo(row.arguments);
+    EXPECT_EQ(outcome.code, row.code);
+    EXPECT_EQ(outcome.out, "{\"error\":{\"code\":" + std::to_string(row.code) + ",\"message\":\"" +
+                               row.message + "\"}}\n");
+  }
+}
+
+TEST(Firmware, ReadsWithOneAndWithTwoPlaces) {
+  EXPECT_EQ(cli::ParseFirmware("1.4"), 40);
+  EXPECT_EQ(cli::ParseFirmware("1.40"), 40);
+  EXPECT_EQ(cli::ParseFirmware("1.04"), 4);
+  EXPECT_EQ(cli::ParseFirmware("2"), 100);
 }
 
 TEST(PortOption, OneToEightIsACommAndEverythingThatIsNoNumberADevice) {

@@ -2,6 +2,8 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include <sys/stat.h>
 
+#include <vector>
+
 #include "road.h"
 #include "terminal_process.h"
 
@@ -49,10 +51,41 @@ TEST_F(Process, IdentifiesTheHub) {
                    ""}));
 }
 
+TEST_F(Process, ALimitOfTimeEndsTheWaitForAHubThatIsSilent) {
+  StartHub({"--fail", "silent-c"});
+  EXPECT_EQ(Tavlo({"identify", "--port", hub->Link(), "--timeout", "0.3"}),
+            (Ended{6, "", "tavlo: gave up: --timeout is over\n"}));
+  EXPECT_EQ(Tavlo({"identify", "--port", hub->Link(), "--timeout", "0"}),
+            (Ended{6, "", "tavlo: gave up: --timeout is over\n"}));
+}
+
+TEST_F(Process, ALimitOfTimeIsForTheStartOfARun) {
+  LongMove();
+  StartHub();
+  ASSERT_EQ(Download().code, 0);
+  EXPECT_EQ(Tavlo({"run", "--port", hub->Link(), "--timeout", "0.5", "--for", "1"}).code, 0);
+}
+
+TEST_F(Process, QuietTellsResultsAndFailuresAlone) {
+  LongMove();
+  StartHub();
+  ASSERT_EQ(Download().code, 0);
+  EXPECT_EQ(Tavlo({"run", "-q", "--port", hub->Link(), "--for", "0.2"}), (Ended{0, "1\tstarted\n", ""}));
+}
+
 TEST_F(Process, AHubOfAnUnknownModelIsTold) {
   StartHub({"--fail", "unknown-model"});
   EXPECT_EQ(Tavlo({"identify", "--port", hub->Link()}),
             (Ended{6, "", "tavlo: the device answers as model 16, which is no known hub\n"}));
+  const QString copy = folder_.filePath("copy.TVH");
+  const std::vector<QStringList> commands = {
+      {"download", File()}, {"upload", copy}, {"verify", File()}, {"run"}, {"run", File()}, {"terminal"}};
+  for (const QStringList& command : commands) {
+    const Ended ended = Tavlo(command + QStringList{"--port", hub->Link()});
+    EXPECT_EQ(ended.code, 6) << command[0].toStdString() << ended.err;
+    EXPECT_NE(ended.err, "") << command[0].toStdString();
+  }
+  EXPECT_FALSE(QFile::exists(copy));
 }
 
 TEST_F(Process, ATerminalSeesTheBarAndAtTheEndOnlyTheResult) {
