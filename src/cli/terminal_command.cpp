@@ -61,7 +61,7 @@ class TerminalCommand : public Command {
     on->desk.terminal = &session;
     on->line.LimitTo(std::nullopt);
     console.Inform("the drive terminal is open" + On(on->line.opened) +
-                 "; the end of input or Ctrl-C closes it");
+                   "; the end of input or Ctrl-C closes it");
     return ExitOf(session.Run(), console);
   }
 

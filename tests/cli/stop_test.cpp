@@ -54,8 +54,7 @@ TEST_F(Stop, APortThatCannotBeOpenedSaysThatNothingWasSent) {
 }
 
 TEST_F(Stop, JsonTellsWhatWasDone) {
-  EXPECT_EQ(Tavlo({"stop", "--port", "1", "--json"}).out,
-            "{\"sent\":\"S\",\"silent\":true}\n");
+  EXPECT_EQ(Tavlo({"stop", "--port", "1", "--json"}).out, "{\"sent\":\"S\",\"silent\":true}\n");
 }
 
 }  // namespace
