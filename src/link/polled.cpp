@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "link/polled.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace tavlo {
@@ -13,6 +14,8 @@ constexpr double kQuiet = 0.025;
 constexpr double kQuietAgain = 0.050;
 /// A hub that does not stop talking is asked all the same.
 constexpr double kLongestSettling = 0.5;
+/// Less would be lost in the rounding of the clock, and the wait never end.
+constexpr double kShortestWait = 0.001;
 
 void AwaitSilence(Desk& desk) {
   const double start = desk.clock.Timer();
@@ -24,7 +27,7 @@ void AwaitSilence(Desk& desk) {
     const double left = std::min(last + quiet, start + kLongestSettling) - now;
     // At midnight the clock begins anew; what is left of so short a wait is not worth a thought.
     if (left <= 0 || now < start) return;
-    desk.Comm1.WaitForInput(left);
+    desk.Comm1.WaitForInput(std::max(left, kShortestWait));
     if (const int count = desk.Comm1.InBufferCount(); count > seen) {
       seen = count;
       last = desk.clock.Timer();

@@ -58,6 +58,15 @@ TEST(StopHub, HandsNothingToTheReceiveEventAndLeavesItAsItWas) {
   }
 }
 
+TEST(StopHub, EndsWhateverTheClockRoundsAway) {
+  for (int i = 0; i < 2000; ++i) {
+    FakeDesk d;
+    // Far from midnight of the first day: the clock and its seconds of the day round differently.
+    d.clock.now = 86400.0 * (1 + i % 40) + i * 17.159;
+    EXPECT_NEAR(SecondsToStop(d, {i * 1e-5}), 0.05 + i * 1e-5, 0.003) << i;
+  }
+}
+
 TEST(StopHub, EndsAtMidnightAndWhenThePortGoes) {
   FakeDesk midnight;
   midnight.clock.now = 86399.99;
