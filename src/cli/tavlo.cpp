@@ -72,11 +72,14 @@ ExitCode ExecuteGuarded(Command& command, Environment& environment) {
   }
 }
 
-/// Waits until everything is written; not for good once an operator wants the end or a run is over.
-ExitCode Deliver(Environment& environment, ExitCode code, bool prints_events) {
+/// Prints `error_object`, if there is one, and waits until everything is written; not for good once an
+/// operator wants the end or a run is over.
+ExitCode Deliver(Environment& environment, ExitCode code, bool prints_events,
+                 const std::string& error_object) {
   Outlet* outlet = environment.outlet;
   const bool bounded = outlet != nullptr && (prints_events || code == ExitCode::Interrupted);
   const HeldOutput held(bounded ? outlet : nullptr);
+  if (!error_object.empty()) Console(environment).Result(error_object);
   environment.out.flush();
   if (bounded) outlet->Finish(kPatience);
   environment.out.flush();
@@ -158,10 +161,9 @@ ExitCode RunTavlo(const std::vector<std::string>& arguments, Environment& enviro
   CommandLine line(environment);
   ExitCode code = line.Run(arguments);
   const bool json = std::ranges::find(arguments, "--json") != arguments.end();
-  if (json && code != ExitCode::Done && !environment.error_told) {
-    Console(environment).Result(JsonLine({{"error", ErrorOf(environment, code)}}));
-  }
-  return Deliver(environment, code, line.PrintsEvents());
+  const bool tells_error = json && code != ExitCode::Done && !environment.error_told;
+  return Deliver(environment, code, line.PrintsEvents(),
+                 tells_error ? JsonLine({{"error", ErrorOf(environment, code)}}) : std::string());
 }
 
 }  // namespace tavlo::cli

@@ -194,16 +194,19 @@ TEST_F(Surroundings, ACrashStopsTheMachineToo) {
 
 TEST_F(Surroundings, ACrashedTerminalLeavesThePassthrough) {
   StartHub();
+  // The test keeps the other end open: the terminal would close at the end of its input.
+  std::array<int, 2> ends{};
+  ASSERT_EQ(pipe2(ends.data(), O_CLOEXEC), 0);
   BareProcess terminal({"terminal", "--port", hub->Link()}, [&] {
     const rlimit no_core = {0, 0};
     setrlimit(RLIMIT_CORE, &no_core);
-    std::array<int, 2> ends{};
-    if (pipe(ends.data()) == 0) dup2(ends[0], STDIN_FILENO);
+    dup2(ends[0], STDIN_FILENO);
   });
   ASSERT_TRUE(HubGotLast("H"));
   terminal.Signal(SIGABRT);
   EXPECT_EQ(terminal.Wait(), -SIGABRT);
   EXPECT_TRUE(HubGotLast("H0HM\r"));
+  for (const int end : ends) close(end);
 }
 
 TEST_F(Surroundings, AnAlarmThatWasSetBeforeStopsTheMachine) {
