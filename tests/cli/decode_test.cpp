@@ -139,9 +139,8 @@ TEST_F(DecodeCommand, AFileOfAnotherSizeIsNoImage) {
 }
 
 TEST_F(DecodeCommand, WhatCannotBeReadIsToldWithTheReason) {
-  EXPECT_EQ(
-      Tavlo({"decode", folder.Path("none"), "-o", Copy()}),
-      (Outcome{4, "", "tavlo: cannot read " + folder.Path("none") + ": there is no such file or folder\n"}));
+  EXPECT_EQ(Tavlo({"decode", folder.Path("none"), "-o", Copy()}),
+            (Outcome{4, "", "tavlo: cannot read " + folder.Path("none") + ": No such file or directory\n"}));
   EXPECT_EQ(Tavlo({"decode", folder.Path(), "-o", Copy()}),
             (Outcome{4, "", "tavlo: cannot read " + folder.Path() + ": Is a directory\n"}));
 }

@@ -189,7 +189,9 @@ TEST_F(ProgramFiles, ImagesAndProgramsPassThroughStandardInputAndOutputByteForBy
 }
 
 TEST_F(ProgramFiles, ResultsAndAnOutputDoNotShareStandardOutput) {
-  const Outcome refused{2, "", "tavlo: --json and an output of - both want standard output\n"};
+  const Outcome refused{
+      2, "{\"error\":{\"code\":2,\"message\":\"--json and an output of - both want standard output\"}}\n",
+      "tavlo: --json and an output of - both want standard output\n"};
   EXPECT_EQ(Tavlo({"compile", File(), "-o", "-", "--json"}), refused);
   EXPECT_EQ(Tavlo({"decode", Image(), "-o", "-", "--json"}), refused);
   EXPECT_EQ(Tavlo({"upload", "-", "--port", "1", "--json"}), refused);

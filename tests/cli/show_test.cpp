@@ -54,11 +54,11 @@ TEST_F(Show, AControlCharacterNeverReachesTheTerminal) {
 
 TEST_F(Show, AFileThatCannotBeOpenedIsToldWithItsReason) {
   const std::string missing = folder.Path("missing.TVH");
-  EXPECT_EQ(Tavlo({"show", missing}), (Outcome{4, "",
-                                               "Error: could not open file.\ntavlo: " + missing +
-                                                   ": there is no such file or folder\n"}));
+  EXPECT_EQ(
+      Tavlo({"show", missing}),
+      (Outcome{4, "", "Error: could not open file.\ntavlo: " + missing + ": No such file or directory\n"}));
   EXPECT_EQ(Tavlo({"show", folder.Path()}),
-            (Outcome{4, "", "Error: could not open file.\ntavlo: " + folder.Path() + ": it is a folder\n"}));
+            (Outcome{4, "", "Error: could not open file.\ntavlo: " + folder.Path() + ": Is a directory\n"}));
 }
 
 TEST_F(Show, ADamagedFileIsToldWithItsName) {

@@ -122,7 +122,7 @@ TEST_F(Usage, WithJsonEveryFailureIsAnObjectWithCodeAndMessage) {
       {{"show"}, 2, "FILE is required"},
       {{"show", folder.Path("none")},
        4,
-       "Error: could not open file.\\n" + folder.Path("none") + ": there is no such file or folder"},
+       "Error: could not open file.\\n" + folder.Path("none") + ": No such file or directory"},
       {{"identify", "--port", "1"}, 5, "cannot open Comm 1: there is no device"},
       {{"stop", "--port", "1"},
        5,

@@ -168,13 +168,15 @@ TEST(Desktop, EachFailureOfAnExecuteIsToldInItsWordsAndNothingRuns) {
   }
 }
 
-TEST(Desktop, AModelThatNobodyKnowsLeavesTheListAsItIs) {
+TEST(Desktop, AModelThatNobodyKnowsIsToldLeavesTheListAsItIsAndIsSentNothing) {
   HubProcess hub({"--fail", "unknown-model"});
   ASSERT_TRUE(hub.Ready());
   Session session(hub.Link());
   session.LoadExample("nested-repeats.TVH");
+  session.boxes.setNextAnswer(Answer::OK);
   session.Click("Download");
-  EXPECT_TRUE(session.boxes.Shown().empty());
+  ASSERT_EQ(session.boxes.Shown().size(), 1U);
+  EXPECT_EQ(session.boxes.Shown()[0].text, "Unknown device detected on comm port.");
   EXPECT_EQ(session.State().program.HubIndex, HubOcto);
   EXPECT_EQ(session.State().DriveVersion, "?");
 }
