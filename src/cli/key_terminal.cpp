@@ -37,7 +37,7 @@ void KeyTerminal::On() {
   // Nothing here may wait until the terminal has taken what is printed: it may be held while a machine runs.
   on_ = tcsetattr(descriptor_, TCSANOW, &keys) == 0;
   if (!on_) return;
-  tcflush(descriptor_, TCIFLUSH);
+  DropTyped();
   g_keys = keys;
   g_descriptor = descriptor_;
   struct sigaction action {};
@@ -54,6 +54,10 @@ void KeyTerminal::Off() {
   sigaction(SIGCONT, &before_continue_, nullptr);
   // A shell that has put this process into the background has taken the terminal back already.
   if (InForeground()) tcsetattr(descriptor_, TCSANOW, &before_);
+}
+
+void KeyTerminal::DropTyped() {
+  if (InForeground()) tcflush(descriptor_, TCIFLUSH);
 }
 
 bool KeyTerminal::InForeground() const {

@@ -26,6 +26,8 @@ class KeyTerminal {
   void On();
   void Off();
   [[nodiscard]] bool IsOn() const { return on_; }
+  /// Throws away what was typed and has not been read.
+  void DropTyped();
   /// The operator types at this process. In the background a read or a change would halt it while the
   /// machine moves.
   [[nodiscard]] bool InForeground() const;
@@ -37,10 +39,14 @@ class KeyTerminal {
   struct sigaction before_continue_ {};
 };
 
-/// Gives the terminal its lines and its echo back for as long as it lives, for a question.
+/// Gives the terminal its lines and its echo back for as long as it lives, for a question. Keys that were
+/// pressed for the program and not taken yet do not answer it.
 class LineTerminal {
  public:
-  explicit LineTerminal(KeyTerminal& keys) : keys_(keys), was_on_(keys.IsOn()) { keys_.Off(); }
+  explicit LineTerminal(KeyTerminal& keys) : keys_(keys), was_on_(keys.IsOn()) {
+    keys_.Off();
+    if (was_on_) keys_.DropTyped();
+  }
   ~LineTerminal() {
     if (was_on_) keys_.On();
   }
