@@ -41,6 +41,10 @@ TEST_F(Identify, AsksAHubAtAPromptOnlyBehindAStop) {
   Line(1).Type = MMI;
   Line(1).SubType = WaitEnter;
   Line(1).Text = "Jog to the mark";
+  Line(1).JogOn = Line(1).JogLR = true;
+  Line(1).JogLRDrive = 0;
+  Line(1).JogLRSpeed = 1;
+  Line(1).JogLRAccel = 100;
   PutIntoHub();
   for (const bool stop : {true, false}) {
     hub.port.Output("M");
@@ -51,7 +55,9 @@ TEST_F(Identify, AsksAHubAtAPromptOnlyBehindAStop) {
     std::vector<std::string> arguments = {"identify", "--port", "1"};
     if (!stop) arguments.emplace_back("--no-stop");
     hub.port.sent.clear();
+    const double before = hub.port.hub.Axis(0).position_steps;
     EXPECT_EQ(Tavlo(arguments).code, stop ? 0 : 6);
+    EXPECT_EQ(hub.port.hub.Axis(0).position_steps == before, stop) << "the axis moves";
     EXPECT_TRUE(stop ? hub.port.sent.ends_with("SCDR") : hub.port.sent == "C") << hub.port.sent;
     EXPECT_EQ(hub.port.sent.front(), stop ? 'S' : 'C') << "to the prompt the question would be a key";
   }

@@ -19,7 +19,8 @@ namespace tavlo::testing {
 /// planned for a time happens in the waits.
 class SimHub {
  public:
-  explicit SimHub(hubsim::HubOptions options = {}) : port(*this, std::move(options)) {}
+  explicit SimHub(hubsim::HubOptions options = {}, LineTiming timing = {})
+      : port(*this, std::move(options), timing) {}
 
   /// A line to this hub.
   [[nodiscard]] std::unique_ptr<cli::HubLine> Line() { return std::make_unique<LineToSim>(*this); }
@@ -34,7 +35,8 @@ class SimHub {
 
   class Port : public SimPort {
    public:
-    Port(SimHub& sim, hubsim::HubOptions options) : SimPort(sim.clock, std::move(options)), sim_(sim) {}
+    Port(SimHub& sim, hubsim::HubOptions options, LineTiming timing)
+        : SimPort(sim.clock, std::move(options), timing), sim_(sim) {}
 
     using SimPort::PortOpen;
     [[nodiscard]] std::optional<std::string> PortOpen(bool open) override {
