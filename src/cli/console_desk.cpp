@@ -17,7 +17,10 @@ ConsoleDesk::ConsoleDesk(Source& source, Console& console, HubLine& line, Answer
                                                                                  view,        run,
                                                                                  progress,    progress,
                                                                                  settings_,   dialogs_,
-                                                                                 files_,      loading_} {}
+                                                                                 files_,      loading_} {
+  // An exchange tells its own failure only on a port that is still there.
+  source.ComNum = static_cast<std::int16_t>(line.Port().PortOpen() ? 1 : 0);
+}
 
 int LinesInUse(const Program& program) {
   return static_cast<int>(std::count_if(program.Prog.begin(), program.Prog.begin() + kLines,

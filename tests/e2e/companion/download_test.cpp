@@ -122,7 +122,7 @@ const std::string kNoSum =
     "The Tavlo Hub did not provide a checksum.  There may be a problem with the download.";
 const std::string kNoSystem = "The Tavlo Hub has stopped responding during system info transfer.";
 const std::string kNoPool = "The Tavlo Hub has stopped responding during string pool transfer.";
-const std::string kGone = "\ntavlo: the port has gone; check the cable";
+const std::string kGone = "tavlo: the port has gone; check the cable";
 
 std::string StoppedAt(int line) {
   return "The Tavlo Hub has stopped responding during transfer of program line " + std::to_string(line) +
@@ -147,9 +147,9 @@ INSTANTIATE_TEST_SUITE_P(
             "Your program did not download correctly.  Make sure the cable connections are secure, less "
             "than 50 feet long, and that you are not working around electrical noise, such as a welder, a "
             "high powered motor or big relays."},
-        FailureCase{"drop:300", 6, kNoSystem}, FailureCase{"unplug:1", 5, kNotCommunicating + kGone},
-        FailureCase{"unplug:2", 5, kNoDownload + kGone}, FailureCase{"unplug:100", 5, StoppedAt(87) + kGone},
-        FailureCase{"unplug:300", 5, kNoSystem + kGone}),
+        FailureCase{"drop:300", 6, kNoSystem}, FailureCase{"unplug:1", 5, kGone},
+        FailureCase{"unplug:2", 5, kGone}, FailureCase{"unplug:100", 5, kGone},
+        FailureCase{"unplug:300", 5, kGone}),
     NameOfMode);
 
 }  // namespace
