@@ -71,7 +71,7 @@ class DecodeCommand : public Command {
     if (!SaveProgram(source, console, path_)) return ExitCode::File;
     if (json_) {
       console.Result(JsonLine({{"firmware", VersionOfByte(revision_byte_)},
-                               {"lines", LinesInUse(source.program)},
+                               {"lineCount", LinesInUse(source.program)},
                                {"file", path_}}));
     }
     return ExitCode::Done;

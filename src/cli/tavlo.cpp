@@ -66,8 +66,9 @@ ExitCode ExecuteGuarded(Command& command, Environment& environment) {
   } catch (const std::bad_alloc&) {
     console.Note("there is not enough memory");
     return ExitCode::Other;
-  } catch (const std::exception& error) {
-    console.Note("something went wrong in here that should not have (" + std::string(error.what()) + ")");
+  } catch (const std::exception&) {
+    // Its text is a library's, for whoever writes programs.
+    console.Note("something went wrong in here that should not have; --trace tells what passed over the line");
     return ExitCode::Other;
   }
 }

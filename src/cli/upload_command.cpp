@@ -81,7 +81,7 @@ class UploadCommand : public Command {
     if (json_) {
       console.Result(JsonLine(WithPort({{"firmware", firmware},
                                         {"model", model},
-                                        {"lines", lines},
+                                        {"lineCount", lines},
                                         {"file", path_},
                                         {"seconds", std::round(seconds * 1000) / 1000}},
                                        opened)));

@@ -44,7 +44,7 @@ TEST_F(DecodeCommand, WritesTheProgramAndPrintsNothing) {
 TEST_F(DecodeCommand, JsonCountsTheLines) {
   Line(3).Type = FL;
   EXPECT_EQ(Decode(Compiled("1.19"), {"--firmware", "1.19", "--json"}),
-            (Outcome{0, "{\"firmware\":\"1.19\",\"lines\":1,\"file\":\"" + Copy() + "\"}\n", ""}));
+            (Outcome{0, "{\"firmware\":\"1.19\",\"lineCount\":1,\"file\":\"" + Copy() + "\"}\n", ""}));
 }
 
 // What no image carries comes back as a fresh line has it, and a comment of the full length loses its head:

@@ -56,7 +56,7 @@ TEST_F(UploadCommand, JsonGivesWhatWasRead) {
   const Outcome outcome = Upload({"--json"});
   EXPECT_EQ(outcome.code, 0);
   const auto json = nlohmann::ordered_json::parse(outcome.out);
-  EXPECT_EQ(json.dump(), "{\"firmware\":\"1.38\",\"model\":\"Tavlo Hub-Octo\",\"lines\":2,\"file\":\"" +
+  EXPECT_EQ(json.dump(), "{\"firmware\":\"1.38\",\"model\":\"Tavlo Hub-Octo\",\"lineCount\":2,\"file\":\"" +
                              Copy() + "\",\"seconds\":" + json["seconds"].dump() + "}");
   EXPECT_GE(json["seconds"].get<double>(), 0);
 }
