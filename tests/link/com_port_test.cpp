@@ -259,7 +259,7 @@ TEST(ClickOptCom, ALineThatWasDeafHearsFromThePortThatOpens) {
     const char* what;
     int clicked;
     bool open_before;
-    std::initializer_list<int> refused;
+    std::vector<int> refused;
     int heard;
   };
   const std::vector<Row> rows = {

@@ -139,7 +139,9 @@ TEST(Pause, PressedTwiceSendsOnePAndRewritesTheLabel) {
     RunningDesk d(window);
     ClickPause(d.desk);
     d.source.panel.lblUpdate = "";
+    d.run.control_changes = 0;
     ClickPause(d.desk);
+    EXPECT_EQ(d.run.control_changes, 1) << "the label is seen";
     EXPECT_EQ(d.port.sent, Strings{"P"});
     EXPECT_EQ(d.loop.waits.size(), 1u);
     EXPECT_EQ(d.Panel().lblUpdate, kByTime);
