@@ -68,7 +68,8 @@ ExitCode ExecuteGuarded(Command& command, Environment& environment) {
     return ExitCode::Other;
   } catch (const std::exception&) {
     // Its text is a library's, for whoever writes programs.
-    console.Note("something went wrong in here that should not have; --trace tells what passed over the line");
+    console.Note(
+        "something went wrong in here that should not have; --trace tells what passed over the line");
     return ExitCode::Other;
   }
 }
