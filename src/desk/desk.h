@@ -46,13 +46,13 @@ struct Source {
   bool Changed = false;
   /// A hub operation is under way: Download, Upload and Execute keep out.
   bool Busy = false;
+  /// The port has gone in the middle of that operation, which tells it at its end.
+  bool PortLost = false;
 
   /// Number of the open port, 1..8; 0 until one has been opened.
   std::int16_t ComNum = 0;
   /// Index 0..7 of the `OptCom` that is on; none after no port could be opened.
   std::optional<int> OptCom;
-  /// The port has gone in the middle of an operation, which tells it at its end.
-  bool PortLost = false;
   /// What has come from the hub and has not been looked at, in the order in which it came.
   std::string received;
   /// A hub message is being collected, and what has been collected of it.
