@@ -96,7 +96,7 @@ INSTANTIATE_TEST_SUITE_P(
                       FailureCase{"wrong-u", 7, "Your program did not upload correctly.  "},
                       FailureCase{"silent-c", 6,
                                   kGivesTime + "Communication Error: The Tavlo Hub is not communicating.  "},
-                      FailureCase{"unplug-tx:1000", 5, "The Tavlo Hub stopped responding after "}),
+                      FailureCase{"unplug-tx:1000", 5, "tavlo: the port has gone; check the cable"}),
     NameOfMode);
 
 }  // namespace
