@@ -188,6 +188,17 @@ class LineCompiler {
   std::string bytes_;
 };
 
+/// A comment that came back without its end mark ends in this many bytes of its slot's rest.
+constexpr std::size_t kRestOfSlot = 4;
+
+/// What of a comment somebody wrote. Each trip to the hub and back leaves four more zeros at the end of a
+/// full one, and must not be the last.
+std::string_view WrittenComment(std::string_view text) {
+  if (text.size() < kLongestComment) return text;
+  text = text.substr(0, kLongestComment - kRestOfSlot);
+  return text.substr(0, text.find_last_not_of('\0') + 1);
+}
+
 /// The hub finds the end of a comment, of a knob line's text and of the pool by a mark among the bytes.
 /// A text that holds the mark itself would leave the hub reading the rest as something else, and the sum
 /// would still agree: such a line must not go out.
@@ -197,7 +208,8 @@ void RefuseUnboundedText(const Instruction& line) {
   if ((line.Type == CM || knob_text) && line.Text.find(kEndMark) != std::string::npos) {
     throw EncodeError("its text holds the character 255");
   }
-  if ((in_pool || knob_text) && line.Text.find('\0') != std::string::npos) {
+  const std::string_view own = line.Type == CM ? WrittenComment(line.Text) : std::string_view(line.Text);
+  if ((in_pool || knob_text || line.Type == CM) && own.find('\0') != std::string::npos) {
     throw EncodeError("its text holds the character 0");
   }
 }
