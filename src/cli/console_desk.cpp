@@ -49,7 +49,7 @@ std::unique_ptr<HubLine> OpenLine(Environment& environment, Console& console, co
 
 bool IsKnownHub(Console& console, std::string_view identity) {
   const int code = static_cast<unsigned char>(identity[1]);
-  if (std::ranges::any_of(kHubModels, [=](const HubModelRow& row) { return row.code == code; })) return true;
+  if (HubOfCode(code)) return true;
   console.Note("the device answers as model " + Joined(code) + ", which is no known hub");
   return false;
 }

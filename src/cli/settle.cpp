@@ -3,7 +3,6 @@
 #include "cli/settle.h"
 
 #include <algorithm>
-#include <array>
 #include <string>
 #include <string_view>
 
@@ -65,9 +64,7 @@ bool AnswersAsHub(Desk& desk) {
     reply += desk.Comm1.Input();
     return reply.size() >= 2;
   }));
-  return reply.size() == 2 && std::ranges::any_of(kHubModels, [&](const HubModelRow& row) {
-           return row.code == static_cast<unsigned char>(reply[1]);
-         });
+  return reply.size() == 2 && HubOfCode(static_cast<unsigned char>(reply[1]));
 }
 
 }  // namespace

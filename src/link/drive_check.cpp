@@ -99,13 +99,11 @@ std::string VersionText(float version) {
 }
 
 bool ShowHub(Desk& desk, int hub_code) {
-  for (std::size_t index = 0; index < kHubModels.size(); ++index) {
-    if (kHubModels[index].code != hub_code) continue;
-    desk.source.DriveVersion = VersionText(desk.program().HubVersion);
-    SelectModel(desk, static_cast<int>(index));
-    return true;
-  }
-  return false;
+  const auto model = HubOfCode(hub_code);
+  if (!model) return false;
+  desk.source.DriveVersion = VersionText(desk.program().HubVersion);
+  SelectModel(desk, *model);
+  return true;
 }
 
 std::string CheckDrive(Desk& desk) {
@@ -130,8 +128,7 @@ std::string CheckDrive(Desk& desk) {
 }
 
 bool IsHub(Desk& desk, std::string_view identity) {
-  const int code = Code(identity[1]);
-  if (std::ranges::any_of(kHubModels, [=](const HubModelRow& row) { return row.code == code; })) return true;
+  if (HubOfCode(Code(identity[1]))) return true;
   TellUnknownDevice(desk);
   return false;
 }

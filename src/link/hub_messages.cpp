@@ -206,8 +206,7 @@ void DispDrive(Desk& desk, int revision, int hub_code) {
   desk.source.Stopped = false;
   desk.source.HubRuns = false;
   desk.program().HubVersion = RevisionOf(static_cast<unsigned char>(revision));
-  const bool known = hub_code == kHubModels[HubOcto].code || hub_code == kHubModels[HubQuad].code;
-  if (known) {
+  if (HubOfCode(hub_code)) {
     desk.Comm1.Output("*0");
     desk.beeper.Beep();
     ShowHub(desk, hub_code);

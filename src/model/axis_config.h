@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -27,6 +28,13 @@ struct HubModelRow {
   int axes;
 };
 inline constexpr std::array<HubModelRow, 2> kHubModels = {{{"Tavlo Hub-Octo", 8, 8}, {"Hub Quad", 24, 4}}};
+
+/// The model that a hub's code names. Nothing for a code that no hub has.
+[[nodiscard]] constexpr std::optional<HubModel> HubOfCode(int code) {
+  if (code == kHubModels[HubOcto].code) return HubOcto;
+  if (code == kHubModels[HubQuad].code) return HubQuad;
+  return std::nullopt;
+}
 
 /// The slot that stands for the Hub Quad's own inputs and outputs.
 inline constexpr int kHubQuadIO = 4;

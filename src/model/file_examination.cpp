@@ -19,7 +19,7 @@ bool IsDriveModel(int code) {
 }
 
 bool IsHubCode(int code) {
-  return code == kOldHubCode || std::ranges::find(kHubModels, code, &HubModelRow::code) != kHubModels.end();
+  return code == kOldHubCode || HubOfCode(code).has_value();
 }
 
 /// One to three numbers with points between them: "1.29.1", "1.29", "0".

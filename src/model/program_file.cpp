@@ -164,7 +164,7 @@ bool LoadHubProg(ItemReader& items, float r, Program& program) {
   const Layout layout(r);
   std::int16_t hub_code = 0;
   items.Read(hub_code);
-  program.HubIndex = hub_code == kHubModels[HubQuad].code ? HubQuad : HubOcto;
+  program.HubIndex = HubOfCode(hub_code).value_or(HubOcto);
   for (int line = 0; line < kLines; ++line) ReadLine(items, layout, program.Prog[line]);
   for (int axis = 0; axis < kAxes; ++axis) ReadAxis(items, layout, program.Axis, axis);
   ReadLimitBranch(items, program);
