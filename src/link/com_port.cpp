@@ -124,9 +124,7 @@ void TellPortLost(Desk& desk) {
   const bool ran = std::exchange(source.HubRuns, false);
   source.ComNum = 0;
   source.MMIActive = false;
-  source.received.clear();
-  source.InMsg = false;
-  source.MsgBuf.clear();
+  DropInput(desk);
   SelectOptCom(desk, std::nullopt);
   // Nothing more will come of a run.
   desk.run.Hide();
