@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
-#include <CLI/CLI.hpp>
-
 #include "checks/chain.h"
 #include "cli/command.h"
 #include "cli/console_desk.h"

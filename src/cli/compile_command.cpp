@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
-#include <CLI/CLI.hpp>
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
@@ -49,7 +48,7 @@ class CompileCommand : public Command {
   void AddOptions(CLI::App& app) override {
     AddFile(app, path_, true);
     AddFirmware(app, revision_byte_);
-    AddImage(app, image_path_);
+    AddImageToWrite(app, image_path_);
     AddJson(app, json_);
   }
 

@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
-#include <CLI/CLI.hpp>
-
 #include "cli/command.h"
 #include "cli/console_desk.h"
 #include "cli/json_text.h"
@@ -42,9 +40,7 @@ class DecodeCommand : public Command {
     return "Turn an image of the hub's memory back into a program file";
   }
   void AddOptions(CLI::App& app) override {
-    app.add_option("IMAGE", image_path_, "The 8192 bytes of a hub's memory, or - for standard input")
-        ->required()
-        ->type_name("");
+    AddImageToRead(app, image_path_);
     AddNewFile(app, "-o,--output", path_);
     AddFirmware(app, revision_byte_);
     AddJson(app, json_);

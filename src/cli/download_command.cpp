@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
-#include <CLI/CLI.hpp>
 #include <cmath>
 
 #include "cli/command.h"

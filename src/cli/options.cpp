@@ -65,7 +65,13 @@ void AddNewFile(CLI::App& app, const std::string& option, std::string& path) {
           ""));
 }
 
-void AddImage(CLI::App& app, std::string& path) {
+void AddImageToRead(CLI::App& app, std::string& path) {
+  app.add_option("IMAGE", path, "The 8192 bytes of a hub's memory, or - for standard input")
+      ->required()
+      ->type_name("");
+}
+
+void AddImageToWrite(CLI::App& app, std::string& path) {
   app.add_option("-o,--output", path,
                  "Write the 8192 bytes of the hub's memory to IMAGE, or - for standard output")
       ->type_name("IMAGE")
@@ -74,7 +80,15 @@ void AddImage(CLI::App& app, std::string& path) {
 }
 
 void AddJson(CLI::App& app, bool& json) {
-  app.add_flag("--json", json, "Print the result as JSON");
+  AddFlag(app, "--json", json, "Print the result as JSON");
+}
+
+void AddFlag(CLI::App& app, const std::string& option, bool& on, const std::string& description) {
+  app.add_flag(option, on, description);
+}
+
+void AddFlagOfFile(CLI::App& app, const std::string& option, bool& on, const std::string& description) {
+  app.add_flag(option, on, description)->needs(app.get_option("FILE"));
 }
 
 void AddLineOptions(CLI::App& app, LineOptions& options) {
@@ -88,11 +102,11 @@ void AddLineOptions(CLI::App& app, LineOptions& options) {
           },
           ""));
   AddSeconds(app, "--timeout", options.timeout, "Give up what is not done after SECONDS");
-  app.add_flag("--trace", options.trace, "Print the bytes both ways on standard error");
+  AddFlag(app, "--trace", options.trace, "Print the bytes both ways on standard error");
 }
 
 void AddNoStop(CLI::App& app, bool& no_stop) {
-  app.add_flag("--no-stop", no_stop, "Do not stop the machine first; nothing may be waiting at the hub");
+  AddFlag(app, "--no-stop", no_stop, "Do not stop the machine first; nothing may be waiting at the hub");
 }
 
 void AddAnswerOptions(CLI::App& app, AnswerOptions& options) {

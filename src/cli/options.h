@@ -15,16 +15,22 @@ class App;
 
 namespace tavlo::cli {
 
-// Options that several commands share, each added to a command by its function.
+// The options of the commands, each added by its function: the parser's own header, which takes longer to
+// read than all else here, is included where they are made and nowhere else.
 
 // Of each file that is read or written "-" is standard input or output; an output has a name.
 
 void AddFile(CLI::App& app, std::string& path, bool required);
 /// A program file that the command writes. Its name must be that of one, or it would be read as an old file.
 void AddNewFile(CLI::App& app, const std::string& option, std::string& path);
-/// An image of the hub's memory that the command writes if it is asked to.
-void AddImage(CLI::App& app, std::string& path);
+/// An image of the hub's memory that the command reads.
+void AddImageToRead(CLI::App& app, std::string& path);
+/// One that it writes if it is asked to.
+void AddImageToWrite(CLI::App& app, std::string& path);
 void AddJson(CLI::App& app, bool& json);
+void AddFlag(CLI::App& app, const std::string& option, bool& on, const std::string& description);
+/// A flag that has a meaning only where FILE is given too.
+void AddFlagOfFile(CLI::App& app, const std::string& option, bool& on, const std::string& description);
 
 /// `--port`, `--timeout` and `--trace`.
 struct LineOptions {

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
 #include <functional>
@@ -51,9 +50,8 @@ class RunCommand : public Command {
     AddFile(app, path_, false);
     AddLineOptions(app, line_options_);
     AddSeconds(app, "--for", seconds_, "Stop the program after SECONDS");
-    app.add_flag("--verify", verify_, "Read the hub's program first and compare it with FILE")
-        ->needs(app.get_option("FILE"));
-    app.add_flag("--no-status", no_status_, "Print no inputs and outputs");
+    AddFlagOfFile(app, "--verify", verify_, "Read the hub's program first and compare it with FILE");
+    AddFlag(app, "--no-status", no_status_, "Print no inputs and outputs");
     AddAnswerOptions(app, answers_);
     AddJson(app, json_);
   }

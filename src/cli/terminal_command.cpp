@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
-#include <CLI/CLI.hpp>
-
 #include "cli/command.h"
 #include "cli/desk_on_line.h"
 #include "cli/options.h"
