@@ -114,6 +114,7 @@ TEST(CompileProgram, ATextWhoseEndTheHubWouldMistakeIsRefused) {
                      {CM, std::string(23, 'c') + std::string("\0c\0c", 4), false},
                      {CM, std::string(22, 'c') + std::string(4, '\0'), true},
                      {CM, "c" + std::string(1, '\0') + std::string(25, 'c'), true},
+                     {CM, std::string(21, 'c') + '\0' + std::string(5, 'c'), true},
                      {FE, "\xff", true},
                      {FE, std::string("turn\0it", 7), true},
                      {FE, "turn it by hand", false},

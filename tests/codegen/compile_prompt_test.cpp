@@ -50,6 +50,8 @@ TEST(CompilePrompt, WaitForEnterCarriesTwoJogs) {
   EXPECT_EQ(one.Compiled(), Bytes({14, 4, 0, 0, 0, 2, 0, 120, 1, 2, 133, 0, 1, 0, 1}));
   line.JogUD = true;
   EXPECT_EQ(one.Compiled(), Bytes({14, 4, 0, 0, 0, 2, 0, 120, 1, 2, 5, 0, 1, 0, 1}));
+  line.JogLRSpeed = 0.0F, line.JogLRAccel = 0;
+  EXPECT_EQ(one.Compiled(), Bytes({14, 4, 0, 0, 0, 2, 0, 1, 0, 1, 5, 0, 1, 0, 1})) << "no 0 in either block";
 }
 
 TEST(CompilePrompt, YesNoBranchCarriesItsTarget) {
