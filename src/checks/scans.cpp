@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 
+#include "model/kinds.h"
 #include "motion/units.h"
 
 namespace tavlo {
@@ -31,76 +32,27 @@ int CountType(const Program& program, int type) {
   return CountLines(program, [type](const Instruction& line) { return line.Type == type; });
 }
 
-bool IsValuePrompt(const Instruction& line) {
-  return line.Type == MMI && line.SubType >= GetDistance && line.SubType <= GetCount;
-}
-
-/// A move whose distance and speed may come from variables, and nothing else of it.
-bool IsPlainFeed(const Instruction& line) {
-  switch (line.Type) {
-    case FL:
-    case FR:
-    case FS:
-    case FSR:
-    case FP:
-    case FSS: return true;
-    default: return false;
-  }
-}
-
-struct VariableUse {
-  bool used;
-  int variable;
-};
-
-/// The variables of a line, in the order in which they are looked at.
-std::array<VariableUse, 4> UsesOf(const Instruction& line) {
-  const bool two_steps = line.Type == FLSO || line.Type == FLCS;
-  const bool feed = IsPlainFeed(line) || two_steps;
-  const bool count = line.Type == RP && line.CountIsMMI;
-  return {{{(feed && line.DistIsMMI) || count, line.DistVar},
-           {feed && line.SpeedIsMMI, line.SpeedVar},
-           {two_steps && line.Dist2IsMMI, line.Dist2Var},
-           {line.Type == FLCS && line.Speed2IsMMI, line.Speed2Var}}};
-}
-
-/// Lines that name an axis only in ways that need no drive.
-bool NeedsNoDrive(const Instruction& line) {
-  switch (line.Type) {
-    case WT:
-    case GT:
-    case RP:
-    case ER:
-    case NO:
-    case CM:
-    case RL:
-    case CL:
-    case RT: return true;
-    default: return false;
-  }
-}
-
-bool MayUseHubIO(const Instruction& line) {
-  return line.Type == WI || line.Type == SO || line.Type == II || line.Type == III || line.Type == WII;
+/// The axes on which a prompt needs a drive.
+std::vector<int> AxesOfPrompt(const Instruction& line) {
+  if (line.SubType == GetDistance || line.SubType == GetSpeed) return {line.Drive};
+  std::vector<int> axes;
+  if (line.SubType != WaitEnter) return axes;
+  if (line.JogLR) axes.push_back(line.JogLRDrive);
+  if (line.JogUD) axes.push_back(line.JogUDDrive);
+  return axes;
 }
 
 /// The axes on which a line needs a drive.
 std::vector<int> AxesOf(const Program& program, const Instruction& line) {
-  if (NeedsNoDrive(line)) return {};
-  if (line.Type == MMI) {
-    if (line.SubType == GetDistance || line.SubType == GetSpeed) return {line.Drive};
-    std::vector<int> axes;
-    if (line.SubType != WaitEnter) return axes;
-    if (line.JogLR) axes.push_back(line.JogLRDrive);
-    if (line.JogUD) axes.push_back(line.JogUDDrive);
-    return axes;
+  switch (KindOf(line.Type).axis) {
+    case AxisUse::None: return {};
+    case AxisUse::Drive: return {line.Drive};
+    case AxisUse::DriveOrHub:
+      if (IsHubIO(program, line.Drive)) return {};
+      return {line.Drive};
+    case AxisUse::Prompt: return AxesOfPrompt(line);
   }
-  if (IsHubIO(program, line.Drive) && MayUseHubIO(line)) return {};
-  return {line.Drive};
-}
-
-bool IsNoWaitMove(const Instruction& line) {
-  return IsMove(line.Type) && line.Proceed;
+  return {};
 }
 
 /// The next move on the axis that meets the one of line `i` while it may still run.
@@ -175,8 +127,10 @@ std::optional<MissingPrompt> ScanProgMMI(const Program& program) {
   }
   std::optional<MissingPrompt> found;
   for (int i = 0; i < kLines; ++i) {
-    for (const VariableUse& use : UsesOf(program.Prog[i])) {
-      if (use.used && (!known(use.variable) || !filled[use.variable])) found = {use.variable, i};
+    const Instruction& line = program.Prog[i];
+    for (const OperandRow& row : kOperands) {
+      const int variable = line.*row.variable;
+      if (TakesFromVariable(line, row) && (!known(variable) || !filled[variable])) found = {variable, i};
     }
   }
   return found;
@@ -197,7 +151,8 @@ std::optional<WrongPrompt> ScanMMItypes(const Program& program) {
   std::optional<WrongPrompt> found;
   for (int i = 0; i < kLines; ++i) {
     const Instruction& line = program.Prog[i];
-    const bool feed = IsPlainFeed(line);
+    // The two feeds with a second distance are not looked at.
+    const bool feed = KindOf(line.Type).operands == OfDist + OfSpeed;
     for (int p = 0; p < kLines; ++p) {
       const Instruction& prompt = program.Prog[p];
       if (!IsValuePrompt(prompt)) continue;
@@ -239,7 +194,7 @@ bool ReturnsOK(const Program& program) {
 std::optional<TwoMoves> ScanConcurrent(const Program& program) {
   for (int i = 0; i < kLines - 1; ++i) {
     const Instruction& line = program.Prog[i];
-    if (!IsNoWaitMove(line)) continue;
+    if (!GoesOnAtOnce(line)) continue;
     if (const auto second = MeetsMove(program, i)) return TwoMoves{line.Drive, i, *second};
   }
   return std::nullopt;

@@ -7,6 +7,7 @@
 #include "cli/encoding.h"
 #include "codegen/decode.h"
 #include "desk/rows.h"
+#include "model/kinds.h"
 #include "platform/number_format.h"
 #include "text/short_desc.h"
 

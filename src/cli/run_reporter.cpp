@@ -7,6 +7,7 @@
 
 #include "cli/encoding.h"
 #include "cli/json_text.h"
+#include "model/kinds.h"
 #include "platform/number_format.h"
 
 namespace tavlo::cli {

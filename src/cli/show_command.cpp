@@ -6,6 +6,7 @@
 #include "cli/json_text.h"
 #include "cli/options.h"
 #include "desk/rows.h"
+#include "model/kinds.h"
 
 namespace tavlo::cli {
 namespace {

@@ -108,9 +108,8 @@ constexpr std::array kRepeatItems = {kFlags,
                                      kLoopIndex};
 constexpr std::array kSetOutputItems = {
     kIONum, kState, LayoutItem{.op = Op::PulseTicks, .what = "the pulse", .whole = &I::Time}, kAxis};
-constexpr std::array kIfInputItems = {
-    LayoutItem{.op = Op::RotatedInput, .what = "the input number", .number = &I::IONum}, kState, kTarget,
-    kAxis};
+constexpr std::array kIfInputItems = {LayoutItem{.op = Op::RotatedInput, .what = "the input number"}, kState,
+                                      kTarget, kAxis};
 constexpr std::array kWaitInputItems = {
     kIONum,
     kState,
@@ -161,7 +160,7 @@ constexpr std::array kKnobTextItems = {kFlags, LayoutItem{.op = Op::PoolHigh}, k
                                        LayoutItem{.op = Op::PoolLow}, LayoutItem{.op = Op::PoolHead}};
 
 // By type code; MMI and FE stand here in their first form.
-constexpr std::array<LineLayout, kTypes> kLayouts = {{
+constexpr auto kLayouts = std::to_array<LineLayout>({
     {kFeedItems, kFeedFlags},             // FL
     {kFeedReturnItems, kFeedFlags},       // FR
     {kFeedSenseItems, kFeedFlags},        // FS
@@ -194,7 +193,8 @@ constexpr std::array<LineLayout, kTypes> kLayouts = {{
     {},                                   // RT
     {kIfMovingItems},                     // IM
     {kStartStopItems, kStartStopFlags},   // SS
-}};
+});
+static_assert(kLayouts.size() == kTypes, "each kind of line has a layout");
 
 constexpr LineLayout kDisplay{kDisplayItems, kTextFlags};
 constexpr LineLayout kPause{kPauseItems, kTextFlags};

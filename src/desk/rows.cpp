@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <optional>
 
+#include "model/kinds.h"
+
 namespace tavlo {
 
 const std::array<IconRow, kIconRows> kIcons = {{
@@ -38,30 +40,15 @@ constexpr int kCallRow = 18;
 constexpr int kReturnRow = 19;
 
 // Row of kIcons by type code.
-constexpr std::array<int, kTypes> kIconRowOfType = {
-    /*FL*/ 0,  /*FR*/ 0,  /*FS*/ 0,   /*FSR*/ 0, /*WT*/ 3,  /*WI*/ 4,   /*GT*/ 5,   /*RP*/ 6,
-    /*ER*/ 6,  /*SO*/ 7,  /*II*/ 8,   /*NO*/ 9,  /*SH*/ 10, /*CM*/ 11,  /*MMI*/ 12, /*FP*/ 2,
-    /*ED*/ 13, /*SP*/ 14, /*FE*/ 15,  /*CC*/ 13, /*III*/ 8, /*FLSO*/ 1, /*FLCS*/ 0, /*WII*/ 4,
-    /*FSS*/ 0, /*RL*/ 16, /*menu*/ 0, /*LP*/ 17, /*CL*/ 18, /*RT*/ 19,  /*IM*/ 20,  /*SS*/ 0};
+constexpr auto kIconRowOfType = std::to_array(
+    {/*FL*/ 0,  /*FR*/ 0,  /*FS*/ 0,   /*FSR*/ 0, /*WT*/ 3,  /*WI*/ 4,   /*GT*/ 5,   /*RP*/ 6,
+     /*ER*/ 6,  /*SO*/ 7,  /*II*/ 8,   /*NO*/ 9,  /*SH*/ 10, /*CM*/ 11,  /*MMI*/ 12, /*FP*/ 2,
+     /*ED*/ 13, /*SP*/ 14, /*FE*/ 15,  /*CC*/ 13, /*III*/ 8, /*FLSO*/ 1, /*FLCS*/ 0, /*WII*/ 4,
+     /*FSS*/ 0, /*RL*/ 16, /*menu*/ 0, /*LP*/ 17, /*CL*/ 18, /*RT*/ 19,  /*IM*/ 20,  /*SS*/ 0});
+static_assert(kIconRowOfType.size() == kTypes, "each kind of line has an icon");
 
 std::optional<int> LineTarget(int target) {
   return target >= 0 && target < kLines ? std::optional(target) : std::nullopt;
-}
-
-bool IsBranch(const Instruction& line) {
-  return line.Type == II || line.Type == III || line.Type == FSS || line.Type == IM ||
-         (line.Type == MMI && line.SubType == BranchYesNo);
-}
-
-bool IsJump(const Instruction& line) {
-  return line.Type == GT || line.Type == CL;
-}
-bool IsLoopEnd(const Instruction& line) {
-  return line.Type == ER && line.LineNum != kNoRepeat;
-}
-
-bool GoesOnPastItself(const Instruction& line) {
-  return IsMove(line.Type) && line.Proceed;
 }
 
 }  // namespace
@@ -99,18 +86,18 @@ std::string ShownCaption(std::string_view caption) {
 
 std::vector<Arrow> ArrowsOf(const Program& program) {
   std::vector<Arrow> arrows;
-  const auto add_group = [&](bool (*belongs)(const Instruction&)) {
+  const auto add_group = [&](Lead lead) {
     for (int line = kLines - 1; line >= 0; --line) {
       const Instruction& record = program.Prog[line];
       const auto target = LineTarget(record.LineNum);
-      if (!belongs(record) || !target) continue;
+      if (LeadOf(record) != lead || !target) continue;
       const int lane = static_cast<int>(arrows.size());
       arrows.push_back({line, *target, lane, 0, lane % kArrowColours});
     }
   };
-  add_group(IsJump);
-  add_group(IsBranch);
-  add_group(IsLoopEnd);
+  add_group(Lead::Jump);
+  add_group(Lead::Branch);
+  add_group(Lead::LoopEnd);
   for (Arrow& arrow : arrows) arrow.lanes = static_cast<int>(arrows.size());
   return arrows;
 }
@@ -138,8 +125,8 @@ std::array<int, kLines> ChainFramesOf(const Program& program) {
   for (int i = 1; i < kLines; ++i) {
     const Instruction& line = program.Prog[i];
     const Instruction& before = program.Prog[i - 1];
-    const bool in_stretch = GoesOnPastItself(before) || (frames[i - 1] >= 2 && IsPassive(before.Type));
-    const bool stays = GoesOnPastItself(line) || IsPassive(line.Type);
+    const bool in_stretch = GoesOnAtOnce(before) || (frames[i - 1] >= 2 && IsPassive(before.Type));
+    const bool stays = GoesOnAtOnce(line) || IsPassive(line.Type);
     frames[i] = in_stretch && stays ? kChainFrame : kPlainFrame;
   }
   return frames;

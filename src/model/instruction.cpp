@@ -5,11 +5,6 @@
 namespace tavlo {
 namespace {
 
-constexpr std::array<std::string_view, kTypes> kMnemonics = {
-    "FL", "FR", "FS", "FSR", "WT",  "WI",   "GT",   "RP",  "ER",  "SO", "II",  "NO", "SH", "CM", "MMI", "FP",
-    "ED", "SP", "FE", "CC",  "III", "FLSO", "FLCS", "WII", "FSS", "RL", "MMI", "LP", "CL", "RT", "IM",  "SS"};
-static_assert(kMnemonics[FSS] == "FSS" && kMnemonics[SS] == "SS");
-
 struct VariableGroup {
   int first;
   int count;
@@ -20,10 +15,6 @@ constexpr std::array<VariableGroup, 4> kVariableGroups = {
 static_assert(kVariableGroups[3].first + kVariableGroups[3].count == kMMIVariables);
 
 }  // namespace
-
-std::string_view Mnemonic(int type) {
-  return type >= 0 && type < kTypes ? kMnemonics[type] : "?";
-}
 
 std::string MMIVarName(int variable) {
   for (const auto& group : kVariableGroups) {
@@ -37,33 +28,6 @@ std::string MMIVarName(int variable) {
 std::string_view MMIVarKind(int sub_type) {
   constexpr std::array<std::string_view, 3> kKinds = {"distance", "speed", "repeat count"};
   return sub_type >= 0 && sub_type < 3 ? kKinds[sub_type] : "";
-}
-
-bool IsMove(int type) {
-  switch (type) {
-    case FL:
-    case FR:
-    case FS:
-    case FSR:
-    case SH:
-    case FP:
-    case FLSO:
-    case FLCS:
-    case FSS: return true;
-    default: return false;
-  }
-}
-
-bool IsPassive(int type) {
-  switch (type) {
-    case WT:
-    case SO:
-    case NO:
-    case CM:
-    case MMI:
-    case IM: return true;
-    default: return false;
-  }
 }
 
 }  // namespace tavlo

@@ -50,9 +50,6 @@ enum Type : std::int16_t {
 };
 inline constexpr int kTypes = 32;
 
-/// Mnemonic of a type, such as "FLSO"; "?" outside 0..31. The menu's hub code reads "MMI" too.
-[[nodiscard]] std::string_view Mnemonic(int type);
-
 /// `SubType` of an MMI line.
 enum MMISub : std::int16_t { GetDistance = 0, GetSpeed, GetCount, DisplayOnly, WaitEnter, BranchYesNo, Menu };
 
@@ -155,10 +152,5 @@ inline constexpr int kMMIVariables = 50;
 
 /// What a prompt of `SubType` 0, 1, 2 asks for: "distance", "speed", "repeat count".
 [[nodiscard]] std::string_view MMIVarKind(int sub_type);
-
-/// A move that stands in a program line and runs an axis to an end: FL FR FS FSR SH FP FLSO FLCS FSS.
-[[nodiscard]] bool IsMove(int type);
-/// A line that runs by while an axis moves: WT SO NO CM MMI IM.
-[[nodiscard]] bool IsPassive(int type);
 
 }  // namespace tavlo

@@ -4,26 +4,18 @@
 
 #include <algorithm>
 
+#include "model/kinds.h"
+
 namespace tavlo {
 namespace {
 
 bool NeedsMMI(const Instruction& line) {
-  switch (line.Type) {
-    case FL:
-    case FR:
-    case FS:
-    case FSR:
-    case FP:
-    case FSS: return line.DistIsMMI || line.SpeedIsMMI;
-    case WI:
-    case RP:
-    case II:
-    case FE: return line.CountIsMMI;
-    case MMI: return true;
-    case FLSO: return line.DistIsMMI || line.SpeedIsMMI || line.Dist2IsMMI;
-    case FLCS: return line.DistIsMMI || line.SpeedIsMMI || line.Dist2IsMMI || line.Speed2IsMMI;
-    default: return false;
+  switch (KindOf(line.Type).terminal) {
+    case Terminal::Always: return true;
+    case Terminal::ByFlag: return line.CountIsMMI;
+    case Terminal::Never: break;
   }
+  return std::ranges::any_of(kOperands, [&](const OperandRow& row) { return TakesFromVariable(line, row); });
 }
 
 template <class Test>

@@ -31,7 +31,7 @@ class ShortText {
         name_(AxisNameOf(program, line_.Drive)) {}
 
   std::optional<std::string> Build() const {
-    switch (line_.Type) {
+    switch (static_cast<Type>(line_.Type)) {
       case FL: return Feed();
       case FR: return Feed() + ", return";
       case FS:
@@ -67,8 +67,10 @@ class ShortText {
       case RT: return "Return from subroutine";
       case IM: return name_ + ": if moving go to line " + Target();
       case SS: return StartStop();
-      default: return std::nullopt;
+      case FE:
+      case MMImenu: break;
     }
+    return std::nullopt;
   }
 
  private:

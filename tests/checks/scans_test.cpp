@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "checks/scans.h"
+#include "model/kinds.h"
 
 #include <gtest/gtest.h>
 

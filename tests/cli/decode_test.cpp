@@ -6,6 +6,7 @@
 
 #include "cli/companion.h"
 #include "codegen/compile.h"
+#include "model/kinds.h"
 #include "programs.h"
 
 namespace tavlo::testing {

@@ -6,6 +6,7 @@
 #include <set>
 
 #include "cli/companion.h"
+#include "model/kinds.h"
 
 namespace tavlo::testing {
 namespace {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "codegen/one_line.h"
+#include "model/kinds.h"
 
 namespace tavlo {
 namespace {

@@ -12,6 +12,7 @@
 #include "codegen/decode.h"
 #include "codegen/decode_exceptions.h"
 #include "codegen/generated_program.h"
+#include "model/kinds.h"
 #include "programs.h"
 
 namespace tavlo {

@@ -4,43 +4,10 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-#include <set>
 #include <string>
 
 namespace tavlo {
 namespace {
-
-struct TypeRow {
-  int code;
-  int enumerator;
-  std::string_view mnemonic;
-};
-constexpr TypeRow kTypeRows[] = {{0, FL, "FL"},    {1, FR, "FR"},      {2, FS, "FS"},        {3, FSR, "FSR"},
-                                 {4, WT, "WT"},    {5, WI, "WI"},      {6, GT, "GT"},        {7, RP, "RP"},
-                                 {8, ER, "ER"},    {9, SO, "SO"},      {10, II, "II"},       {11, NO, "NO"},
-                                 {12, SH, "SH"},   {13, CM, "CM"},     {14, MMI, "MMI"},     {15, FP, "FP"},
-                                 {16, ED, "ED"},   {17, SP, "SP"},     {18, FE, "FE"},       {19, CC, "CC"},
-                                 {20, III, "III"}, {21, FLSO, "FLSO"}, {22, FLCS, "FLCS"},   {23, WII, "WII"},
-                                 {24, FSS, "FSS"}, {25, RL, "RL"},     {26, MMImenu, "MMI"}, {27, LP, "LP"},
-                                 {28, CL, "CL"},   {29, RT, "RT"},     {30, IM, "IM"},       {31, SS, "SS"}};
-
-TEST(InstructionType, EveryCodeHasItsMnemonic) {
-  int code = 0;
-  for (const TypeRow& row : kTypeRows) {
-    EXPECT_EQ(row.code, code);
-    EXPECT_EQ(row.enumerator, row.code) << row.mnemonic;
-    EXPECT_EQ(Mnemonic(row.code), row.mnemonic);
-    ++code;
-  }
-  EXPECT_EQ(code, kTypes);
-}
-
-TEST(InstructionType, ACodeOutsideTheTableHasNoMnemonic) {
-  for (const int code : {-1, 32, 100, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
-    EXPECT_EQ(Mnemonic(code), "?");
-  }
-}
 
 TEST(InstructionType, PromptSubTypesAreNumberedFromGetDistance) {
   EXPECT_EQ(GetDistance, 0);
@@ -75,16 +42,6 @@ TEST(MMIVariable, KindsOfTheThreeEntryPrompts) {
   EXPECT_EQ(MMIVarKind(0), "distance");
   EXPECT_EQ(MMIVarKind(1), "speed");
   EXPECT_EQ(MMIVarKind(2), "repeat count");
-}
-
-TEST(InstructionType, MovesAreTheNineTypesThatRunAnAxisToAnEnd) {
-  const std::set<int> moves = {0, 1, 2, 3, 12, 15, 21, 22, 24};
-  for (int type = -2; type < 40; ++type) EXPECT_EQ(IsMove(type), moves.count(type) == 1) << type;
-}
-
-TEST(InstructionType, SixTypesCanBePassedWhileMoving) {
-  const std::set<int> passive = {4, 9, 11, 13, 14, 30};
-  for (int type = -2; type < 40; ++type) EXPECT_EQ(IsPassive(type), passive.count(type) == 1) << type;
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
+#include "model/kinds.h"
 #include "text/short_desc.h"
 
 #include <gtest/gtest.h>

@@ -1,0 +1,215 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+#include "model/instruction.h"
+
+namespace tavlo {
+
+/// What a kind of line has to do with motion.
+enum class Motion : std::uint8_t {
+  None,
+  /// Runs an axis to an end.
+  Move,
+  /// Runs by while an axis moves.
+  Passive,
+};
+
+/// Which way the program goes on behind a line, as the arrows show it.
+enum class Lead : std::uint8_t {
+  Next,
+  /// To the line that `LineNum` names.
+  Jump,
+  /// There or to the next line.
+  Branch,
+  /// Back to the Repeat that `LineNum` names.
+  LoopEnd,
+};
+
+/// What `Drive` means to a kind of line.
+enum class AxisUse : std::uint8_t {
+  None,
+  /// The axis of a drive.
+  Drive,
+  /// A drive, or the Hub Quad's own inputs and outputs.
+  DriveOrHub,
+  /// It depends on what the prompt asks for.
+  Prompt,
+};
+
+/// When a kind of line needs the operator terminal, apart from its operands.
+enum class Terminal : std::uint8_t {
+  Never,
+  /// With `CountIsMMI`.
+  ByFlag,
+  Always,
+};
+
+/// Operands that may come from a variable of the hub.
+enum Operand : std::uint8_t { OfDist = 1, OfSpeed = 2, OfDist2 = 4, OfSpeed2 = 8, OfCount = 16 };
+
+/// What is true of every line of a kind. What only some lines of it do is told by the functions below.
+struct Kind {
+  Type type;
+  std::string_view mnemonic;
+  Motion motion = Motion::None;
+  /// `Proceed` has a meaning: the program may go on at once.
+  bool may_go_on = false;
+  Lead lead = Lead::Next;
+  /// `LineNum` is a line that the operator named. Only these follow when lines are inserted and deleted.
+  bool names_line = false;
+  /// A sum of `Operand`.
+  int operands = 0;
+  AxisUse axis = AxisUse::Drive;
+  Terminal terminal = Terminal::Never;
+  /// `Text` is shown on the operator terminal and stands in the pool of prompts.
+  bool screen_text = false;
+};
+
+inline constexpr auto kKinds = std::to_array<Kind>({
+    {.type = FL, .mnemonic = "FL", .motion = Motion::Move, .may_go_on = true, .operands = OfDist + OfSpeed},
+    {.type = FR, .mnemonic = "FR", .motion = Motion::Move, .may_go_on = true, .operands = OfDist + OfSpeed},
+    {.type = FS, .mnemonic = "FS", .motion = Motion::Move, .may_go_on = true, .operands = OfDist + OfSpeed},
+    {.type = FSR, .mnemonic = "FSR", .motion = Motion::Move, .may_go_on = true, .operands = OfDist + OfSpeed},
+    {.type = WT, .mnemonic = "WT", .motion = Motion::Passive, .axis = AxisUse::None},
+    {.type = WI, .mnemonic = "WI", .axis = AxisUse::DriveOrHub, .terminal = Terminal::ByFlag},
+    {.type = GT,
+     .mnemonic = "GT",
+     .may_go_on = true,
+     .lead = Lead::Jump,
+     .names_line = true,
+     .axis = AxisUse::None},
+    {.type = RP, .mnemonic = "RP", .may_go_on = true, .operands = OfCount, .axis = AxisUse::None},
+    {.type = ER, .mnemonic = "ER", .may_go_on = true, .lead = Lead::LoopEnd, .axis = AxisUse::None},
+    {.type = SO, .mnemonic = "SO", .motion = Motion::Passive, .axis = AxisUse::DriveOrHub},
+    {.type = II,
+     .mnemonic = "II",
+     .may_go_on = true,
+     .lead = Lead::Branch,
+     .names_line = true,
+     .axis = AxisUse::DriveOrHub,
+     .terminal = Terminal::ByFlag},
+    {.type = NO, .mnemonic = "NO", .motion = Motion::Passive, .axis = AxisUse::None},
+    {.type = SH, .mnemonic = "SH", .motion = Motion::Move, .may_go_on = true},
+    {.type = CM, .mnemonic = "CM", .motion = Motion::Passive, .axis = AxisUse::None},
+    // Its yes/no form branches to a named line, which its other forms do not.
+    {.type = MMI,
+     .mnemonic = "MMI",
+     .motion = Motion::Passive,
+     .axis = AxisUse::Prompt,
+     .terminal = Terminal::Always,
+     .screen_text = true},
+    {.type = FP, .mnemonic = "FP", .motion = Motion::Move, .may_go_on = true, .operands = OfDist + OfSpeed},
+    {.type = ED, .mnemonic = "ED"},
+    {.type = SP, .mnemonic = "SP"},
+    {.type = FE, .mnemonic = "FE", .terminal = Terminal::ByFlag},
+    {.type = CC, .mnemonic = "CC"},
+    {.type = III, .mnemonic = "III", .lead = Lead::Branch, .names_line = true, .axis = AxisUse::DriveOrHub},
+    {.type = FLSO,
+     .mnemonic = "FLSO",
+     .motion = Motion::Move,
+     .may_go_on = true,
+     .operands = OfDist + OfSpeed + OfDist2},
+    {.type = FLCS,
+     .mnemonic = "FLCS",
+     .motion = Motion::Move,
+     .may_go_on = true,
+     .operands = OfDist + OfSpeed + OfDist2 + OfSpeed2},
+    {.type = WII, .mnemonic = "WII", .axis = AxisUse::DriveOrHub},
+    // Its line is where the machine goes when something is wrong; it stays where it is when lines are moved.
+    {.type = FSS,
+     .mnemonic = "FSS",
+     .motion = Motion::Move,
+     .may_go_on = true,
+     .lead = Lead::Branch,
+     .operands = OfDist + OfSpeed},
+    {.type = RL, .mnemonic = "RL", .names_line = true, .axis = AxisUse::None},
+    {.type = MMImenu, .mnemonic = "MMI"},
+    {.type = LP, .mnemonic = "LP"},
+    {.type = CL, .mnemonic = "CL", .lead = Lead::Jump, .names_line = true, .axis = AxisUse::None},
+    {.type = RT, .mnemonic = "RT", .axis = AxisUse::None},
+    {.type = IM, .mnemonic = "IM", .motion = Motion::Passive, .lead = Lead::Branch, .names_line = true},
+    // Its speed may come from a variable too, but nothing looks whether a prompt fills that.
+    {.type = SS, .mnemonic = "SS"},
+});
+
+namespace kinds {
+
+constexpr bool InOrder() {
+  for (std::size_t i = 0; i < kKinds.size(); ++i) {
+    if (kKinds[i].type != static_cast<int>(i)) return false;
+  }
+  return true;
+}
+static_assert(kKinds.size() == kTypes, "each type of line has a row");
+static_assert(InOrder(), "the table is indexed by the type");
+
+/// A type that there is not is nothing in particular on the axis that it names.
+inline constexpr Kind kUnknown = {.type = NO, .mnemonic = "?"};
+
+}  // namespace kinds
+
+/// The row of a type, which may be any number.
+[[nodiscard]] constexpr const Kind& KindOf(int type) {
+  return type >= 0 && type < kTypes ? kKinds[static_cast<std::size_t>(type)] : kinds::kUnknown;
+}
+
+/// Mnemonic of a type, such as "FLSO"; "?" outside 0..31. The menu's hub code reads "MMI" too.
+[[nodiscard]] constexpr std::string_view Mnemonic(int type) {
+  return KindOf(type).mnemonic;
+}
+
+/// A move that stands in a program line and runs an axis to an end.
+[[nodiscard]] constexpr bool IsMove(int type) {
+  return KindOf(type).motion == Motion::Move;
+}
+/// A line that runs by while an axis moves.
+[[nodiscard]] constexpr bool IsPassive(int type) {
+  return KindOf(type).motion == Motion::Passive;
+}
+/// A move behind which the program goes on at once.
+[[nodiscard]] constexpr bool GoesOnAtOnce(const Instruction& line) {
+  return IsMove(line.Type) && line.Proceed;
+}
+
+[[nodiscard]] constexpr bool IsYesNoPrompt(const Instruction& line) {
+  return line.Type == MMI && line.SubType == BranchYesNo;
+}
+/// A prompt for a distance, a speed or a count.
+[[nodiscard]] constexpr bool IsValuePrompt(const Instruction& line) {
+  return line.Type == MMI && line.SubType >= GetDistance && line.SubType <= GetCount;
+}
+
+/// Where the line leads. The `LineNum` of an End Repeat without a Repeat is no line.
+[[nodiscard]] constexpr Lead LeadOf(const Instruction& line) {
+  return IsYesNoPrompt(line) ? Lead::Branch : KindOf(line.Type).lead;
+}
+/// `LineNum` is a line that the operator named, and follows when lines are inserted and deleted.
+[[nodiscard]] constexpr bool NamesLine(const Instruction& line) {
+  return IsYesNoPrompt(line) || KindOf(line.Type).names_line;
+}
+
+/// An operand with its flag and its variable.
+struct OperandRow {
+  Operand operand;
+  bool Instruction::*from_variable;
+  std::int16_t Instruction::*variable;
+};
+inline constexpr std::array<OperandRow, 5> kOperands = {{
+    {OfDist, &Instruction::DistIsMMI, &Instruction::DistVar},
+    {OfSpeed, &Instruction::SpeedIsMMI, &Instruction::SpeedVar},
+    {OfDist2, &Instruction::Dist2IsMMI, &Instruction::Dist2Var},
+    {OfSpeed2, &Instruction::Speed2IsMMI, &Instruction::Speed2Var},
+    {OfCount, &Instruction::CountIsMMI, &Instruction::DistVar},
+}};
+
+/// The line has this operand and takes it from a variable.
+[[nodiscard]] constexpr bool TakesFromVariable(const Instruction& line, const OperandRow& row) {
+  return (KindOf(line.Type).operands & row.operand) != 0 && line.*row.from_variable;
+}
+
+}  // namespace tavlo
