@@ -8,14 +8,13 @@
 #include "codegen/decode.h"
 #include "desk/rows.h"
 #include "model/kinds.h"
+#include "model/wire.h"
 #include "platform/number_format.h"
 #include "text/short_desc.h"
 
 namespace tavlo::cli {
 namespace {
 
-constexpr std::size_t kSystemAt = kLines * kSlotBytes;
-constexpr std::size_t kPoolAt = kSystemAt + kSystemBytes;
 /// As much of a difference in the pool as is shown.
 constexpr std::size_t kPoolShown = 16;
 

@@ -6,23 +6,13 @@
 #include <cmath>
 
 #include "codegen/line_layout.h"
+#include "model/wire.h"
 #include "platform/number_format.h"
 
 namespace tavlo {
 namespace {
 
-constexpr int kProceedBit = 64;
-constexpr int kWaitThisBit = 128;
-constexpr char kEndMark = '\xFF';
-constexpr std::size_t kLongestComment = 27;
-/// A knob line keeps this many characters of its text to itself; a text that is shorter needs no pool.
-constexpr std::size_t kKnobHead = 11;
-constexpr int kServoIndexInput = 255;
 constexpr int kLongestPulseByte = 255;
-constexpr double kTicksPerMs = 12.8;
-constexpr int kTicksOfTheHub = 44;
-/// Above this firmware the tests of several inputs carry a drive's own inputs.
-constexpr float kDriveInputsFirmware = 1.08F;
 
 /// Writes one line, field by field.
 class LineCompiler {
@@ -255,8 +245,8 @@ std::string ImageOf(const CompiledProgram& compiled) {
     std::ranges::copy(bytes.substr(0, room), image.begin() + static_cast<std::ptrdiff_t>(offset));
   };
   for (std::size_t line = 0; line < kLines; ++line) put(line * kSlotBytes, kSlotBytes, compiled.lines[line]);
-  put(kLines * kSlotBytes, kSystemBytes, compiled.system);
-  put(kLines * kSlotBytes + kSystemBytes, kPoolBytes, compiled.pool);
+  put(kSystemAt, kSystemBytes, compiled.system);
+  put(kPoolAt, kPoolBytes, compiled.pool);
   return image;
 }
 

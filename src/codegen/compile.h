@@ -7,14 +7,9 @@
 
 #include "codegen/encodings.h"
 #include "model/program.h"
+#include "model/wire.h"
 
 namespace tavlo {
-
-/// Bytes of the hub's pool of prompt texts, its final 0x00 included.
-inline constexpr int kPoolBytes = 1536;
-inline constexpr int kSlotBytes = 32;
-inline constexpr int kSystemBytes = 256;
-inline constexpr int kImageBytes = kLines * kSlotBytes + kSystemBytes + kPoolBytes;
 
 /// The texts of the prompts as far as lines have been compiled: each text and a 255, in line order.
 /// Nothing holds it to the hub's 1536 bytes.

@@ -7,6 +7,7 @@
 #include "codegen/compile.h"
 #include "codegen/decode_exceptions.h"
 #include "codegen/line_layout.h"
+#include "model/wire.h"
 #include "platform/number_format.h"
 
 namespace tavlo {
@@ -14,17 +15,7 @@ namespace {
 
 using I = Instruction;
 
-constexpr int kTypeMask = 63;
-constexpr int kProceedBit = 64;
-constexpr int kWaitThisBit = 128;
-constexpr char kEndMark = '\xFF';
-constexpr std::size_t kLongestComment = 27;
-constexpr int kServoIndexInput = 255;
-constexpr double kTicksPerMs = 12.8;
-constexpr int kTicksOfTheHub = 44;
 constexpr int kLargestInteger = 32767;
-constexpr double kSpeedUnits = 40;
-constexpr float kDriveInputsFirmware = 1.08F;
 /// Bit of the first of the two flags that are read one place too low.
 constexpr int kSecondOperandBit = 16;
 
@@ -250,14 +241,13 @@ void Decode(Program& program, int line, std::string_view slot, std::string_view 
 }
 
 void DecodeImage(Program& program, std::string_view image) {
-  constexpr std::size_t kSystemAt = kLines * kSlotBytes;
   std::string bytes(image.substr(0, kImageBytes));
   bytes.resize(kImageBytes, '\0');
   const std::string_view memory = bytes;
   Program read = program;
   // The settings come first: how a sensor's number is read depends on the drive.
   DecodeSystem(read, memory.substr(kSystemAt, kSystemBytes));
-  const std::string_view pool = memory.substr(kSystemAt + kSystemBytes);
+  const std::string_view pool = memory.substr(kPoolAt);
   for (int line = 0; line < kLines; ++line) {
     const std::size_t at = static_cast<std::size_t>(line) * kSlotBytes;
     try {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "model/wire.h"
 #include "platform/number_format.h"
 
 namespace tavlo {
@@ -13,7 +14,6 @@ namespace {
 constexpr int kOldLines = 29;
 constexpr int kLines100 = 100;
 constexpr std::int16_t kOldDriveCode = 5;
-constexpr int kShortestPulse = 5;
 
 /// What a file of one revision holds. A single is compared with doubles: 1.2 counts as 1.2 or later,
 /// while 1.28, 1.4 and 1.41 count as below those boundaries.

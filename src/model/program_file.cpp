@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "model/wire.h"
 #include "platform/number_format.h"
 
 namespace tavlo {
@@ -30,9 +31,6 @@ struct Layout {
   bool port;
   bool same_flags;
 };
-
-constexpr std::size_t kLongestComment = 27;
-constexpr int kShortestPulse = 5;
 
 void WriteLine(RecordWriter& out, std::int16_t index, const Instruction& line) {
   out << index << line.Type, out.End();

@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 
+#include "model/wire.h"
 #include "motion/range.h"
 #include "platform/number_format.h"
 
@@ -143,7 +144,7 @@ SpeedEntry CleanUpSpeed(const Program& program, std::string_view text, int axis)
   double x = Entered(text);
   if (UsesUnits(program, axis)) x = UserToRev(program, x, axis);
   x = Quantised(Held(x, MinSpeed(program, axis), MaxSpeed(program, axis)), R(program, axis));
-  return {x, Format(ShownSpeed(program, x, axis), "#0.0000"), SliderValue(x * 40)};
+  return {x, Format(ShownSpeed(program, x, axis), "#0.0000"), SliderValue(x * kSpeedUnits)};
 }
 
 Speed2Entry CleanUpSpeed2(const Program& program, std::string_view text, int axis, double first_rev_s) {
@@ -185,8 +186,8 @@ std::int32_t CleanUpCount(std::string_view text) {
 }
 
 SliderEnds BarEnds(const Program& program, int axis) {
-  return {SliderValue(MinSpeed(program, axis) * 40), SliderValue(MaxSpeed(program, axis) * 40),
-          MinAccel(program, axis)};
+  return {SliderValue(MinSpeed(program, axis) * kSpeedUnits),
+          SliderValue(MaxSpeed(program, axis) * kSpeedUnits), MinAccel(program, axis)};
 }
 
 }  // namespace tavlo

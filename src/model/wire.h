@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <cstddef>
+
+#include "model/instruction.h"
+
+namespace tavlo {
+
+// The measures of the hub's memory and of what goes over the wire. They reach up to where an entry is held to
+// what can be sent.
+
+/// A line's place in the hub's memory.
+inline constexpr int kSlotBytes = 32;
+/// The axis settings: a block for each axis.
+inline constexpr int kAxisBlockBytes = 32;
+inline constexpr int kSystemBytes = 256;
+/// The pool of prompt texts, its final 0x00 included.
+inline constexpr int kPoolBytes = 1536;
+/// The memory holds the lines, the axis settings and the pool, in this order.
+inline constexpr std::size_t kSystemAt = std::size_t{kLines} * kSlotBytes;
+inline constexpr std::size_t kPoolAt = kSystemAt + kSystemBytes;
+inline constexpr int kImageBytes = kLines * kSlotBytes + kSystemBytes + kPoolBytes;
+
+/// The first byte of a line is its type and two flags.
+inline constexpr int kTypeMask = 63;
+inline constexpr int kProceedBit = 64;
+inline constexpr int kWaitThisBit = 128;
+
+/// Ends a text in a slot or in the pool.
+inline constexpr char kEndMark = '\xFF';
+/// A comment of this many characters fills its slot and has no end mark.
+inline constexpr std::size_t kLongestComment = 27;
+/// A knob line keeps this many characters of its text to itself; a text that is shorter needs no pool.
+inline constexpr std::size_t kKnobHead = 11;
+
+/// A speed on the wire, and a step of a speed's slider: 1/40 rev/s.
+inline constexpr double kSpeedUnits = 40;
+
+/// Milliseconds: a program file's shorter pulse is read as this.
+inline constexpr int kShortestPulse = 5;
+/// A pulse on the wire is in ticks, less those that the hub adds itself.
+inline constexpr double kTicksPerMs = 12.8;
+inline constexpr int kTicksOfTheHub = 44;
+
+/// The encoder index of an old servo, as an input.
+inline constexpr int kServoIndexInput = 255;
+/// Above this firmware the tests of several inputs carry a drive's own inputs.
+inline constexpr float kDriveInputsFirmware = 1.08F;
+
+}  // namespace tavlo
