@@ -6,14 +6,12 @@
 #include <array>
 
 #include "cli/encoding.h"
+#include "codegen/axis_layout.h"
 #include "model/axis_config.h"
 #include "platform/number_format.h"
 
 namespace tavlo::cli {
 namespace {
-
-constexpr std::size_t kBlockBytes = 32;
-constexpr std::size_t kUnitNameBytes = 4;
 
 int ByteAt(std::string_view bytes, std::size_t at) {
   return static_cast<unsigned char>(bytes[at]);
@@ -71,61 +69,46 @@ std::string LineNumber(std::string_view bytes) {
   return Joined(ByteAt(bytes, 0) + 1);
 }
 
-/// A field of an axis's block.
-struct Field {
-  std::size_t at;
-  std::size_t width;
-  std::string_view name;
-  std::string (*words)(std::string_view bytes);
-};
+using Words = std::string (*)(std::string_view bytes);
 
-constexpr std::array<Field, 13> kFields = {{{0, 2, "current", Amps},
-                                            {2, 1, "idle setting", Number},
-                                            {3, 1, "limit switches", LimitSwitch},
-                                            {4, 1, "drive model", Model},
-                                            {5, 2, "steps per revolution", Number},
-                                            {7, 1, "drive kind", Number},
-                                            {8, 3, "steps per unit", Number},
-                                            {11, 5, "unit name", UnitName},
-                                            {16, 8, "axis name", Name},
-                                            {24, 3, "speed factor", Number},
-                                            {27, 2, "second current", Amps},
-                                            {29, 2, "third current", Amps},
-                                            {31, 1, "spare byte", Number}}};
-
-constexpr bool FieldsFillTheBlock() {
-  std::size_t end = 0;
-  for (const Field& field : kFields) {
-    if (field.at != end) return false;
-    end += field.width;
+Words WordsOf(AxisField field) {
+  switch (field) {
+    case AxisField::Current:
+    case AxisField::SecondCurrent:
+    case AxisField::ThirdCurrent: return Amps;
+    case AxisField::LimitSwitches: return LimitSwitch;
+    case AxisField::DriveModel: return Model;
+    case AxisField::UnitName: return UnitName;
+    case AxisField::AxisName: return Name;
+    case AxisField::IdleSetting:
+    case AxisField::StepsPerRev:
+    case AxisField::DriveKind:
+    case AxisField::StepsPerUnit:
+    case AxisField::SpeedFactor:
+    case AxisField::HubSettings: return Number;
   }
-  return end == kBlockBytes;
+  return Number;
 }
-static_assert(FieldsFillTheBlock(), "every byte belongs to one field");
 
-/// Settings of the whole hub ride in the last byte of chosen axes, some by bits.
-struct HubField {
-  std::size_t axis;
-  int mask;
-  int shift;
-  std::string_view name;
-  std::string (*words)(std::string_view bytes);
-};
+Words WordsOf(HubSetting setting) {
+  switch (setting) {
+    case HubSetting::TerminalUsed:
+    case HubSetting::SameUnits:
+    case HubSetting::SameLimits:
+    case HubSetting::SameSpare: return YesNo;
+    case HubSetting::SpareBits: return Number;
+    case HubSetting::LimitAction: return LimitAction;
+    case HubSetting::LimitLine: return LineNumber;
+  }
+  return Number;
+}
 
-constexpr std::array<HubField, 7> kHubFields = {{{0, 255, 0, "operator terminal used", YesNo},
-                                                 {2, 1, 0, "same units for all axes", YesNo},
-                                                 {2, 2, 1, "same limits for all axes", YesNo},
-                                                 {2, 4, 2, "same spare setting for all axes", YesNo},
-                                                 {2, 248, 3, "spare bits", Number},
-                                                 {3, 255, 0, "limit action", LimitAction},
-                                                 {4, 255, 0, "limit line", LineNumber}}};
-
-bool CarriesHubFields(std::size_t axis) {
-  return std::ranges::any_of(kHubFields, [=](const HubField& field) { return field.axis == axis; });
+bool CarriesHubSettings(int axis) {
+  return std::ranges::any_of(kHubSettings, [=](const HubSettingRow& row) { return row.axis == axis; });
 }
 
 void Compare(std::vector<SettingDifference>& found, std::optional<int> axis, std::string_view name,
-             std::string (*words)(std::string_view), std::string_view file, std::string_view hub) {
+             Words words, std::string_view file, std::string_view hub) {
   if (file == hub) return;
   SettingDifference difference{axis, std::string(name), words(file), words(hub)};
   if (difference.file == difference.hub) {
@@ -135,25 +118,25 @@ void Compare(std::vector<SettingDifference>& found, std::optional<int> axis, std
   found.push_back(std::move(difference));
 }
 
-std::string Bits(std::string_view system, const HubField& field) {
-  const int byte = ByteAt(system, field.axis * kBlockBytes + kBlockBytes - 1);
-  return {static_cast<char>((byte & field.mask) >> field.shift)};
+std::string Bits(std::string_view system, const HubSettingRow& row) {
+  const int byte = ByteAt(system, row.axis * kAxisBlockBytes + kAxisLayout.back().at);
+  return {static_cast<char>((byte & row.mask) >> row.shift)};
 }
 
 }  // namespace
 
 std::vector<SettingDifference> CompareSettings(std::string_view file, std::string_view hub) {
   std::vector<SettingDifference> found;
-  for (std::size_t axis = 0; axis < kAxes; ++axis) {
-    for (const Field& field : kFields) {
-      if (field.at + 1 == kBlockBytes && CarriesHubFields(axis)) continue;
-      const std::size_t at = axis * kBlockBytes + field.at;
-      Compare(found, static_cast<int>(axis) + 1, field.name, field.words, file.substr(at, field.width),
-              hub.substr(at, field.width));
+  for (int axis = 0; axis < kAxes; ++axis) {
+    for (const AxisFieldRow& row : kAxisLayout) {
+      if (row.field == AxisField::HubSettings && CarriesHubSettings(axis)) continue;
+      const std::size_t at = axis * kAxisBlockBytes + row.at;
+      Compare(found, axis + 1, row.name, WordsOf(row.field), file.substr(at, row.width),
+              hub.substr(at, row.width));
     }
   }
-  for (const HubField& field : kHubFields) {
-    Compare(found, std::nullopt, field.name, field.words, Bits(file, field), Bits(hub, field));
+  for (const HubSettingRow& row : kHubSettings) {
+    Compare(found, std::nullopt, row.name, WordsOf(row.setting), Bits(file, row), Bits(hub, row));
   }
   return found;
 }

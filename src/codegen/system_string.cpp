@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 
+#include "codegen/axis_layout.h"
 #include "codegen/compile.h"
 #include "motion/units.h"
 #include "platform/number_format.h"
@@ -11,10 +12,7 @@ namespace tavlo {
 namespace {
 
 constexpr float kDriveKindFirmware = 1.10F;
-constexpr std::size_t kUnitNameBytes = 4;
-constexpr std::size_t kAxisNameBytes = 8;
 constexpr int kServoOption = 16;
-constexpr int kSliderStepsPerRevS = 40;
 
 char LimChar(int kind) {
   constexpr std::array<char, 2> kKinds = {'5', '6'};
@@ -39,49 +37,81 @@ std::string Padded(const std::string& text, std::size_t width) {
   return text.size() < width ? text + std::string(width - text.size(), ' ') : text;
 }
 
-std::string SpeedFactor(const Program& program, int axis) {
+std::string SpeedFactor(const Program& program, int axis, std::string_view what) {
   const std::int32_t r = GetStepsPerRev(program, axis);
   if (r == 0) throw EncodeError("the steps per revolution are 0");
-  const double factor = static_cast<double>(program.Axis.StepsPerUnit[axis]) * kSliderStepsPerRevS / r;
-  return Pack3(WholeLong(RoundHalfEven(factor), "the speed factor"), "the speed factor");
+  const double factor = static_cast<double>(program.Axis.StepsPerUnit[axis]) * kSpeedUnits / r;
+  return Pack3(WholeLong(RoundHalfEven(factor), what), what);
 }
 
-/// Settings of the whole hub ride in the last byte of chosen axes.
-char SettingsByte(const Program& program, int axis) {
-  const AxisConfig& axes = program.Axis;
-  switch (axis) {
-    case 0: return WholeByte(program.MMIused ? 1 : 0);
-    case 2: return WholeByte((axes.SameUnits ? 1 : 0) + (axes.SameLimits ? 2 : 0) + (axes.SameSpare ? 4 : 0));
-    case 3: return WholeByte(program.LimitList, "the limit action");
-    case 4:
-      return WholeByte(WholeLong(RoundHalfEven(program.LimitBranch - 1), "the limit line"), "the limit line");
-    default: return 0;
+std::int32_t ValueOf(const Program& program, HubSetting setting, std::string_view what) {
+  switch (setting) {
+    case HubSetting::TerminalUsed: return program.MMIused ? 1 : 0;
+    case HubSetting::SameUnits: return program.Axis.SameUnits ? 1 : 0;
+    case HubSetting::SameLimits: return program.Axis.SameLimits ? 1 : 0;
+    case HubSetting::SameSpare: return program.Axis.SameSpare ? 1 : 0;
+    case HubSetting::SpareBits: return 0;
+    case HubSetting::LimitAction: return program.LimitList;
+    case HubSetting::LimitLine: return WholeLong(RoundHalfEven(program.LimitBranch - 1), what);
   }
+  return 0;
 }
 
-std::string Block(Program& program, int axis) {
-  AxisConfig& axes = program.Axis;
+std::string HubSettings(const Program& program, int axis) {
+  int byte = 0;
+  for (const HubSettingRow& row : kHubSettings) {
+    if (row.axis != axis) continue;
+    const std::string what = "the " + std::string(row.name);
+    byte |= static_cast<unsigned char>(WholeByte(ValueOf(program, row.setting, what), what)) << row.shift;
+  }
+  return {WholeByte(byte)};
+}
+
+/// The steppers' idle current goes out in the place of the peak current, and stays there.
+void TakeIdleCurrent(AxisConfig& axes, int axis) {
   const int model = axes.DriveModel[axis];
-  const bool rms_servo = ServoModel(model) && ZenuRmsModel(model);
-  std::string block = Amps(rms_servo ? axes.ContCurrent[axis] : axes.DriveCurrent[axis], "the current");
-  block += WholeByte(ServoModel(model) ? kServoOption : axes.IdleCode[axis], "the idle setting");
-  block += LimChar(axes.LimitKind[axis]);
-  block += WholeByte(model, "the drive model");
-  block += Pack2NZ(axes.StepsPerRev[axis], "the steps per revolution");
-  block += WholeByte(DriveKind(program.HubVersion, model));
-  block += Pack3(axes.StepsPerUnit[axis], "the steps per unit");
-  block += WholeByte(static_cast<std::int32_t>(axes.UnitName[axis].size()), "the length of the unit name");
-  block += Padded(axes.UnitName[axis], kUnitNameBytes);
-  block += Padded(axes.AxisName[axis], kAxisNameBytes);
-  block += SpeedFactor(program, axis);
   if (PelmarModel(model) || DreskModel(model)) {
     axes.PeakCurrent[axis] = static_cast<float>(static_cast<double>(axes.DriveCurrent[axis]) / 2);
   } else if (MirelModel(model)) {
     axes.PeakCurrent[axis] = axes.IdleCurrent[axis];
   }
-  block += Amps(axes.PeakCurrent[axis], "the second current");
-  block += MirelModel(model) ? Amps(axes.AccelCurrent[axis], "the third current") : std::string(2, '\0');
-  block += SettingsByte(program, axis);
+}
+
+std::string FieldOf(Program& program, int axis, AxisField field, std::string_view what) {
+  AxisConfig& axes = program.Axis;
+  const int model = axes.DriveModel[axis];
+  switch (field) {
+    case AxisField::Current: {
+      const bool rms_servo = ServoModel(model) && ZenuRmsModel(model);
+      return Amps(rms_servo ? axes.ContCurrent[axis] : axes.DriveCurrent[axis], what);
+    }
+    case AxisField::IdleSetting:
+      return {WholeByte(ServoModel(model) ? kServoOption : axes.IdleCode[axis], what)};
+    case AxisField::LimitSwitches: return {LimChar(axes.LimitKind[axis])};
+    case AxisField::DriveModel: return {WholeByte(model, what)};
+    case AxisField::StepsPerRev: return Pack2NZ(axes.StepsPerRev[axis], what);
+    case AxisField::DriveKind: return {WholeByte(DriveKind(program.HubVersion, model))};
+    case AxisField::StepsPerUnit: return Pack3(axes.StepsPerUnit[axis], what);
+    case AxisField::UnitName: {
+      const std::string& name = axes.UnitName[axis];
+      return WholeByte(static_cast<std::int32_t>(name.size()), "the length of the unit name") +
+             Padded(name, kUnitNameBytes);
+    }
+    case AxisField::AxisName: return Padded(axes.AxisName[axis], kAxisNameBytes);
+    case AxisField::SpeedFactor: return SpeedFactor(program, axis, what);
+    case AxisField::SecondCurrent: TakeIdleCurrent(axes, axis); return Amps(axes.PeakCurrent[axis], what);
+    case AxisField::ThirdCurrent:
+      return MirelModel(model) ? Amps(axes.AccelCurrent[axis], what) : std::string(2, '\0');
+    case AxisField::HubSettings: return HubSettings(program, axis);
+  }
+  return {};
+}
+
+std::string Block(Program& program, int axis) {
+  std::string block;
+  for (const AxisFieldRow& row : kAxisLayout) {
+    block += FieldOf(program, axis, row.field, "the " + std::string(row.name));
+  }
   return block;
 }
 
