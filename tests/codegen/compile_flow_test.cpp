@@ -129,8 +129,8 @@ TEST(CompileFlow, SetOutputPulsesInTicks) {
   struct {
     int time;
     int ticks;
-  } const cases[] = {{3, 1}, {0, 1}, {5, 20},     {10, 84},    {500, 6356},
-                     {4, 7}, {1, 1}, {100, 1236}, {255, 3220}, {-5, 1}};
+  } const cases[] = {{3, 1},      {0, 1}, {5, 20}, {6, 33},     {7, 46},     {8, 58}, {10, 84},
+                     {500, 6356}, {4, 7}, {1, 1},  {100, 1236}, {255, 3220}, {-5, 1}};
   for (const auto& c : cases) {
     OneLine one(SO);
     one.line().Time = c.time;

@@ -115,6 +115,7 @@ TEST(CompileProgram, ATextWhoseEndTheHubWouldMistakeIsRefused) {
                      {CM, std::string(22, 'c') + std::string(4, '\0'), true},
                      {CM, "c" + std::string(1, '\0') + std::string(25, 'c'), true},
                      {CM, std::string(21, 'c') + '\0' + std::string(5, 'c'), true},
+                     {CM, '\0' + std::string(26, 'c'), true},
                      {FE, "\xff", true},
                      {FE, std::string("turn\0it", 7), true},
                      {FE, "turn it by hand", false},
@@ -129,6 +130,22 @@ TEST(CompileProgram, ATextWhoseEndTheHubWouldMistakeIsRefused) {
     });
     EXPECT_EQ(message.substr(0, 27), c.refused ? "Line 8 cannot be compiled: " : "")
         << c.type << " " << c.text;
+  }
+}
+
+TEST(CompileProgram, ATextThatDoesNotGoOutMayHoldAnything) {
+  struct {
+    int type;
+    bool flag;
+  } const cases[] = {{RP, true}, {WT, true}, {FE, false}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(MessageOf([&c](Program& program) {
+                program.Prog[7].Type = static_cast<std::int16_t>(c.type);
+                program.Prog[7].CountIsMMI = c.flag;
+                program.Prog[7].Text = std::string("\0\xff", 2);
+              }),
+              "")
+        << c.type;
   }
 }
 
