@@ -215,6 +215,18 @@ TEST(SystemString, TheSettingsByteCarriesADifferentThingForEachAxis) {
   for (const int axis : {1, 5, 6, 7}) EXPECT_EQ(settings(axis), 0);
 }
 
+TEST(SystemString, ALimitLineBetweenTwoLinesIsRoundedToTheEvenOne) {
+  struct {
+    double branch;
+    int byte;
+  } const cases[] = {{12.6, 12}, {12.4, 11}, {12.5, 12}, {13.5, 12}};
+  for (const auto& c : cases) {
+    Program program = NewProgram();
+    program.LimitBranch = c.branch;
+    EXPECT_EQ(static_cast<unsigned char>(Block(program, 4)[31]), c.byte) << c.branch;
+  }
+}
+
 TEST(SystemString, ASettingThatHasNoBytesNamesItsAxis) {
   const auto message = [](const std::function<void(Program&)>& spoil) -> std::string {
     Program program = NewProgram();
@@ -235,6 +247,33 @@ TEST(SystemString, ASettingThatHasNoBytesNamesItsAxis) {
   for (const auto& spoil : spoils) {
     const std::string text = message(spoil);
     EXPECT_TRUE(text.find("axis 6") != std::string::npos || text.find("Axis 6") != std::string::npos) << text;
+  }
+}
+
+TEST(SystemString, ARefusedSettingIsToldInWords) {
+  struct {
+    std::function<void(Program&)> spoil;
+    std::string_view reason;
+  } const cases[] = {
+      {[](Program& p) { p.Axis.StepsPerRev[5] = -1; }, "the steps per revolution is negative"},
+      {[](Program& p) { p.Axis.StepsPerUnit[5] = -1; }, "the steps per unit is negative"},
+      {[](Program& p) { p.Axis.DriveModel[5] = 256; }, "the drive model is above 255"},
+      {[](Program& p) { p.Axis.IdleCode[5] = 300; }, "the idle setting is above 255"},
+      {[](Program& p) { p.Axis.DriveCurrent[5] = 256; }, "the current is above 255"},
+      {[](Program& p) { p.Axis.PeakCurrent[5] = 1e30F; }, "the second current is too large"},
+      {[](Program& p) { p.Axis.StepResCode[5] = 17; }, "the steps per revolution are 0"},
+      {[](Program& p) { p.Axis.UnitName[5] = "metre"; }, "its unit name is longer than 4 characters"},
+      {[](Program& p) { p.Axis.AxisName[5] = "Conveyor1"; }, "its name is longer than 8 characters"}};
+  for (const auto& c : cases) {
+    Program program = NewProgram();
+    c.spoil(program);
+    std::string message;
+    try {
+      static_cast<void>(CompileProgram(program));
+    } catch (const EncodeError& error) {
+      message = error.what();
+    }
+    EXPECT_EQ(message, "The settings of axis 6 cannot be compiled: " + std::string(c.reason) + ".");
   }
 }
 
