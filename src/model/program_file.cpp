@@ -32,87 +32,119 @@ struct Layout {
   bool same_flags;
 };
 
-void WriteLine(RecordWriter& out, std::int16_t index, const Instruction& line) {
-  out << index << line.Type, out.End();
-  out << line.Dist << line.Dist2 << line.SafetyDist, out.End();
-  out << line.Speed << line.Speed2 << line.RetSpeed, out.End();
-  out << line.Dir << line.Accel << line.Decel, out.End();
-  out << line.State << line.Time << line.LineNum << line.IONum << line.Count, out.End();
-  out << line.Text, out.End();
-  out << line.SubType << line.UpperInt << line.UpperFrac << line.LowerInt << line.LowerFrac, out.End();
-  out << line.DistVar << line.SpeedVar << line.Dist2Var << line.Speed2Var, out.End();
-  out << line.DistIsMMI << line.SpeedIsMMI << line.Dist2IsMMI << line.Speed2IsMMI << line.CountIsMMI,
-      out.End();
-  out << line.Blank1 << line.Wrap1 << line.Blank2 << line.Wrap2 << line.Blank3 << line.Wrap3, out.End();
-  out << line.Reserved3 << line.InState << line.InMask << line.WaitAND, out.End();
-  out << line.MotorOn << line.Current << line.IdlePct, out.End();
-  for (const std::int16_t target : line.MenuLine) out << target;
-  out.End();
-  for (const bool used : line.MenuKey) out << used;
-  out.End();
-  out << line.Drive << line.Proceed << line.JogSpeed << line.JogAccel << line.JogOn << line.JogLR
-      << line.JogLRSpeed << line.JogLRAccel << line.JogUD << line.JogUDSpeed << line.JogUDAccel,
-      out.End();
-  out << line.JogLRDrive << line.JogUDDrive << line.WaitThis, out.End();
+/// Both walk the same records. A reader takes a record's end for a comma.
+class Reading {
+ public:
+  explicit Reading(ItemReader& items) : items_(items) {}
+  template <class... Fields>
+  void Record(Fields&... fields) {
+    items_.ReadAll(fields...);
+  }
+  template <class Fields>
+  void Row(Fields& fields, int count) {
+    for (int i = 0; i < count; ++i) items_.Read(fields[i]);
+  }
+
+ private:
+  ItemReader& items_;
+};
+
+class Writing {
+ public:
+  explicit Writing(RecordWriter& out) : out_(out) {}
+  template <class... Fields>
+  void Record(const Fields&... fields) {
+    (out_ << ... << fields);
+    out_.End();
+  }
+  template <class Fields>
+  void Row(const Fields& fields, int count) {
+    for (int i = 0; i < count; ++i) out_ << fields[i];
+    out_.End();
+  }
+
+ private:
+  RecordWriter& out_;
+};
+
+/// What a file holds apart from the lines and the axes, in the form that it has there.
+struct Remainder {
+  std::int16_t action = HaltProgram;
+  /// 0-based.
+  double target = 0;
+  bool has_port = false;
+  std::int16_t port = 0;
+};
+
+template <class Records, class Line>
+void LineRecords(Records records, const Layout& layout, Line& line) {
+  records.Record(line.Dist, line.Dist2, line.SafetyDist);
+  records.Record(line.Speed, line.Speed2, line.RetSpeed);
+  records.Record(line.Dir, line.Accel, line.Decel);
+  records.Record(line.State, line.Time, line.LineNum, line.IONum, line.Count);
+  records.Record(line.Text);
+  records.Record(line.SubType, line.UpperInt, line.UpperFrac, line.LowerInt, line.LowerFrac);
+  records.Record(line.DistVar, line.SpeedVar, line.Dist2Var, line.Speed2Var);
+  records.Record(line.DistIsMMI, line.SpeedIsMMI, line.Dist2IsMMI, line.Speed2IsMMI, line.CountIsMMI);
+  records.Record(line.Blank1, line.Wrap1, line.Blank2, line.Wrap2, line.Blank3, line.Wrap3);
+  records.Record(line.Reserved3, line.InState, line.InMask, line.WaitAND);
+  records.Record(line.MotorOn, line.Current, line.IdlePct);
+  const int menu_items = layout.eight_menu_items ? 8 : 9;
+  records.Row(line.MenuLine, menu_items);
+  records.Row(line.MenuKey, menu_items);
+  records.Record(line.Drive, line.Proceed, line.JogSpeed, line.JogAccel, line.JogOn, line.JogLR,
+                 line.JogLRSpeed, line.JogLRAccel, line.JogUD, line.JogUDSpeed, line.JogUDAccel);
+  if (layout.wait_this) {
+    records.Record(line.JogLRDrive, line.JogUDDrive, line.WaitThis);
+  } else if (layout.jog_drives) {
+    records.Record(line.JogLRDrive, line.JogUDDrive);
+  }
 }
 
-void ReadLine(ItemReader& items, const Layout& layout, Instruction& line) {
-  std::int16_t own_number = 0;  // dropped: the order in the file is what counts
-  items.ReadAll(own_number);
-  items.ReadAll(line.Type);
-  items.ReadAll(line.Dist, line.Dist2, line.SafetyDist);
-  items.ReadAll(line.Speed, line.Speed2, line.RetSpeed);
-  items.ReadAll(line.Dir, line.Accel, line.Decel);
-  items.ReadAll(line.State, line.Time, line.LineNum, line.IONum, line.Count);
+template <class Records, class Axes>
+void AxisRecords(Records records, const Layout& layout, Axes& axes, int axis) {
+  records.Record(axes.DriveModel[axis], axes.DriveCurrent[axis], axes.IdleCode[axis], axes.StepResCode[axis],
+                 axes.StepsPerUnit[axis], axes.UnitName[axis], axes.UseUnits[axis], axes.StepsPerRev[axis],
+                 axes.LimitKind[axis]);
+  if (layout.servo_currents) records.Record(axes.ContCurrent[axis], axes.PeakCurrent[axis]);
+}
+
+template <class Records, class AnyProgram>
+void ProgramRecords(Records records, const Layout& layout, AnyProgram& program, Remainder& remainder) {
+  for (std::int16_t line = 0; line < kLines; ++line) {
+    std::int16_t own_number = line;  // for who reads the file: its order is what counts
+    records.Record(own_number, program.Prog[line].Type);
+    LineRecords(records, layout, program.Prog[line]);
+  }
+  for (int axis = 0; axis < kAxes; ++axis) AxisRecords(records, layout, program.Axis, axis);
+  records.Record(remainder.action, remainder.target);
+  for (int axis = 0; axis < kAxes; ++axis) records.Record(program.Axis.AxisName[axis]);
+  if (remainder.has_port) records.Record(remainder.port);
+  if (layout.same_flags) records.Record(program.Axis.SameUnits, program.Axis.SameLimits);
+}
+
+/// What an older file means, and what no file may bring.
+void SettleLine(const Layout& layout, Instruction& line) {
   // The drives' own inputs were once numbered along with the others.
   const bool old_home = line.Type == SH && line.IONum == 6;
   const bool old_sensor = line.Type == FS && line.IONum == 8;
   if (layout.old_home_inputs && (old_home || old_sensor)) line.IONum = kFirstDriveInput;
-  items.ReadAll(line.Text);
-  items.ReadAll(line.SubType, line.UpperInt, line.UpperFrac, line.LowerInt, line.LowerFrac);
-  items.ReadAll(line.DistVar, line.SpeedVar, line.Dist2Var, line.Speed2Var);
-  items.ReadAll(line.DistIsMMI, line.SpeedIsMMI, line.Dist2IsMMI, line.Speed2IsMMI, line.CountIsMMI);
-  items.ReadAll(line.Blank1, line.Wrap1, line.Blank2, line.Wrap2, line.Blank3, line.Wrap3);
-  items.ReadAll(line.Reserved3, line.InState, line.InMask, line.WaitAND);
-  items.ReadAll(line.MotorOn, line.Current, line.IdlePct);
-  const int menu_items = layout.eight_menu_items ? 8 : 9;
-  for (int key = 0; key < menu_items; ++key) items.Read(line.MenuLine[key]);
-  for (int key = 0; key < menu_items; ++key) items.Read(line.MenuKey[key]);
-  items.ReadAll(line.Drive, line.Proceed, line.JogSpeed, line.JogAccel, line.JogOn, line.JogLR,
-                line.JogLRSpeed, line.JogLRAccel, line.JogUD, line.JogUDSpeed, line.JogUDAccel);
-  if (layout.jog_drives) {
-    items.ReadAll(line.JogLRDrive, line.JogUDDrive);
-    if (layout.wait_this) {
-      items.Read(line.WaitThis);
-    } else {
-      line.WaitThis = false;
-    }
-  }
+  if (layout.jog_drives && !layout.wait_this) line.WaitThis = false;
   if ((line.Type == SO || line.Type == FLSO) && line.Time < kShortestPulse) line.Time = kShortestPulse;
   if (line.Type == CM && line.Text.size() > kLongestComment) line.Text.resize(kLongestComment);
 }
 
-void ReadAxis(ItemReader& items, const Layout& layout, AxisConfig& axes, int axis) {
-  bool use_units = true;
-  items.ReadAll(axes.DriveModel[axis], axes.DriveCurrent[axis], axes.IdleCode[axis], axes.StepResCode[axis],
-                axes.StepsPerUnit[axis], axes.UnitName[axis], use_units, axes.StepsPerRev[axis],
-                axes.LimitKind[axis]);
+void SettleAxis(AxisConfig& axes, int axis) {
   axes.UseUnits[axis] = true;
-  if (layout.servo_currents) items.ReadAll(axes.ContCurrent[axis], axes.PeakCurrent[axis]);
   axes.DriveCurrent[axis] = std::min(axes.DriveCurrent[axis], MaxCurrent(axes.DriveModel[axis]));
 }
 
-void ReadLimitBranch(ItemReader& items, Program& program) {
-  std::int16_t action = program.LimitList;
-  double target = program.LimitBranch - 1;
-  items.ReadAll(action, target);
-  program.LimitBranch = target + 1;
-  // A list can only show an entry that it has.
-  if (action < HaltProgram || action > ContinueProgram) {
-    items.Fail();
-  } else {
-    program.LimitList = action;
-  }
+/// A list can only show an entry that it has. False for another.
+bool TakeLimit(const Remainder& remainder, Program& program) {
+  program.LimitBranch = remainder.target + 1;
+  if (remainder.action < HaltProgram || remainder.action > ContinueProgram) return false;
+  program.LimitList = remainder.action;
+  return true;
 }
 
 }  // namespace
@@ -137,19 +169,9 @@ std::string WriteHubProg(const Program& program, std::optional<int> port) {
   RecordWriter out;
   out.PrintLine(VersionTextOf(kVersion));
   out.PrintLine(Printed(kHubModels[program.HubIndex == HubQuad ? HubQuad : HubOcto].code));
-  for (std::int16_t line = 0; line < kLines; ++line) WriteLine(out, line, program.Prog[line]);
-  const AxisConfig& axes = program.Axis;
-  for (int axis = 0; axis < kAxes; ++axis) {
-    out << axes.DriveModel[axis] << axes.DriveCurrent[axis] << axes.IdleCode[axis] << axes.StepResCode[axis]
-        << axes.StepsPerUnit[axis] << axes.UnitName[axis] << axes.UseUnits[axis] << axes.StepsPerRev[axis]
-        << axes.LimitKind[axis],
-        out.End();
-    out << axes.ContCurrent[axis] << axes.PeakCurrent[axis], out.End();
-  }
-  out << program.LimitList << program.LimitBranch - 1, out.End();
-  for (int axis = 0; axis < kAxes; ++axis) out << axes.AxisName[axis], out.End();
-  if (port) out << static_cast<std::int16_t>(*port), out.End();
-  out << axes.SameUnits << axes.SameLimits, out.End();
+  Remainder remainder{program.LimitList, program.LimitBranch - 1, port.has_value(),
+                      static_cast<std::int16_t>(port.value_or(0))};
+  ProgramRecords(Writing(out), Layout(ParseRevision(VersionTextOf(kVersion))), program, remainder);
   return out.Text();
 }
 
@@ -163,13 +185,11 @@ bool LoadHubProg(ItemReader& items, float r, Program& program) {
   std::int16_t hub_code = 0;
   items.Read(hub_code);
   program.HubIndex = HubOfCode(hub_code).value_or(HubOcto);
-  for (int line = 0; line < kLines; ++line) ReadLine(items, layout, program.Prog[line]);
-  for (int axis = 0; axis < kAxes; ++axis) ReadAxis(items, layout, program.Axis, axis);
-  ReadLimitBranch(items, program);
-  for (int axis = 0; axis < kAxes; ++axis) items.Read(program.Axis.AxisName[axis]);
-  std::int16_t port = 0;  // dropped
-  if (layout.port) items.Read(port);
-  if (layout.same_flags) items.ReadAll(program.Axis.SameUnits, program.Axis.SameLimits);
+  Remainder remainder{program.LimitList, program.LimitBranch - 1, layout.port, 0};
+  ProgramRecords(Reading(items), layout, program, remainder);
+  for (int line = 0; line < kLines; ++line) SettleLine(layout, program.Prog[line]);
+  for (int axis = 0; axis < kAxes; ++axis) SettleAxis(program.Axis, axis);
+  if (!TakeLimit(remainder, program)) items.Fail();
   return !items.Failed();
 }
 
