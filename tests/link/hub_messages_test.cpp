@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <set>
 
 #include "desk/grid.h"
 #include "link/scripted_hub.h"
@@ -18,6 +19,21 @@ void Handle(FakeDesk& d, int header, int b2, int b3 = 0, int b4 = 0) {
 
 ShownBox Plain(const std::string& text, const std::string& title) {
   return {text, title, Buttons::OK, Icon::None};
+}
+
+TEST(HubMessages, AHeaderWithoutAMeaningDoesNothing) {
+  std::set<int> known = {255, 254, 253, 252, 251, 250, 249, 240, 239, 238, 237, 236, 235, 212, 211};
+  for (int axis = 0; axis < kAxes; ++axis) known.insert({241 + axis, 221 + axis, 213 + axis});
+  for (int header = 0; header < 256; ++header) {
+    if (known.contains(header)) continue;
+    FakeDesk d;
+    d.run.active = RunWindow::ExecStatus;
+    Handle(d, header, 1, 1, 1);
+    EXPECT_TRUE(d.port.sent.empty() && d.boxes.shown.empty()) << header;
+    EXPECT_TRUE(d.view.rows.empty() && d.view.scrolls.empty() && d.view.counters.empty()) << header;
+    EXPECT_TRUE(d.run.statuses.empty() && d.run.faults.empty()) << header;
+    EXPECT_EQ(d.run.active, RunWindow::ExecStatus) << header;
+  }
 }
 
 TEST(LineStarted, PaintsTheLineScrollsToItAndAcknowledges) {
