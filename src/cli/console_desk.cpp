@@ -11,13 +11,23 @@ namespace tavlo::cli {
 
 ConsoleDesk::ConsoleDesk(Source& source, Console& console, HubLine& line, AnswerBy by, ProgramView& view,
                          RunView& run)
-    : beeper_(console), boxes(console, by), progress(console, line.Time()), desk{source,      line.Port(),
-                                                                                 boxes,       line.Time(),
-                                                                                 line.Loop(), beeper_,
-                                                                                 view,        run,
-                                                                                 progress,    progress,
-                                                                                 settings_,   dialogs_,
-                                                                                 files_,      loading_} {
+    : beeper_(console),
+      boxes(console, by),
+      progress(console, line.Time()),
+      desk{.source = source,
+           .Comm1 = line.Port(),
+           .boxes = boxes,
+           .clock = line.Time(),
+           .loop = line.Loop(),
+           .beeper = beeper_,
+           .view = view,
+           .run = run,
+           .downbox = progress,
+           .upbox = progress,
+           .settings = settings_,
+           .dialogs = dialogs_,
+           .files = files_,
+           .loading = loading_} {
   // An exchange tells its own failure only on a port that is still there.
   source.ComNum = static_cast<std::int16_t>(line.Port().PortOpen() ? 1 : 0);
 }

@@ -28,9 +28,20 @@ ComposerWindows::ComposerWindows(const Outside& outside)
       upbox_(QStringLiteral("upbox"), QStringLiteral("Reading the program from the hub"),
              QStringLiteral("Reading"), HoldWhile(), &main_),
       loading_(&main_),
-      desk_{source_,          outside.Comm1,   outside.boxes, outside.clock, outside.loop,
-            outside.beeper,   main_,           run_,          downbox_,      upbox_,
-            outside.settings, outside.dialogs, outside.files, loading_} {
+      desk_{.source = source_,
+            .Comm1 = outside.Comm1,
+            .boxes = outside.boxes,
+            .clock = outside.clock,
+            .loop = outside.loop,
+            .beeper = outside.beeper,
+            .view = main_,
+            .run = run_,
+            .downbox = downbox_,
+            .upbox = upbox_,
+            .settings = outside.settings,
+            .dialogs = outside.dialogs,
+            .files = outside.files,
+            .loading = loading_} {
   InstallWindowAccessibility();
   run_.Attach(desk_);
   terminal_.Attach(desk_);

@@ -348,8 +348,20 @@ struct FakeDesk {
   FakeDialogs dialogs;
   FakeFiles files;
   FakeLoading loading;
-  Desk desk{source, port,    boxes, clock,    loop,    beeper, view,
-            run,    downbox, upbox, settings, dialogs, files,  loading};
+  Desk desk{.source = source,
+            .Comm1 = port,
+            .boxes = boxes,
+            .clock = clock,
+            .loop = loop,
+            .beeper = beeper,
+            .view = view,
+            .run = run,
+            .downbox = downbox,
+            .upbox = upbox,
+            .settings = settings,
+            .dialogs = dialogs,
+            .files = files,
+            .loading = loading};
 };
 
 }  // namespace tavlo::testing
