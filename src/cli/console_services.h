@@ -20,8 +20,6 @@ class ConsoleBoxes : public MessageBoxes {
 
   /// The boxes so far, oldest first.
   [[nodiscard]] const std::vector<Box>& Shown() const { return shown_; }
-  /// Title of the last box; empty before the first.
-  [[nodiscard]] std::string LastTitle() const { return shown_.empty() ? std::string() : shown_.back().title; }
 
  protected:
   Answer Show(const Box& box) override;

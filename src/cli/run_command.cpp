@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
-#include <algorithm>
-#include <array>
 #include <functional>
 
 #include "cli/command.h"
@@ -17,10 +15,6 @@
 
 namespace tavlo::cli {
 namespace {
-
-/// Titles of the boxes by which the drives are refused; any other box of that check tells of a hub that
-/// did not answer.
-constexpr std::array<std::string_view, 3> kDriveRefusals = {"Old Firmware", "Missing drive", "Wrong drive"};
 
 ExitCode ExitOf(RunEnd end, Console& console) {
   switch (end) {
@@ -110,7 +104,8 @@ class RunCommand : public Command {
                              const ConsoleBoxes& boxes) {
     switch (result) {
       case ExecuteResult::DrivesNotOK:
-        if (std::ranges::find(kDriveRefusals, boxes.LastTitle()) != kDriveRefusals.end()) {
+        // Else the hub did not answer when it was asked for them.
+        if (!boxes.Shown().empty() && boxes.Shown().back().tells == Tells::DrivesRefused) {
           return ExitCode::Refused;
         }
         return HubFailure(console, line);

@@ -27,15 +27,15 @@ constexpr double kShortestWait = 0.001;
 double WaitOf(double seconds) {
   return seconds < kShortestWait / 2 ? 0 : std::max(seconds, kShortestWait);
 }
-/// What halts a program, by the title of its box.
+/// What halts a program, by what its box tells.
 struct HaltCause {
-  std::string_view title;
+  Tells tells;
   std::string_view cause;
 };
-constexpr std::array kHaltCauses = {HaltCause{"LIMIT", "limit"}, HaltCause{"STOP", "stopButton"},
-                                    HaltCause{"Stack Overflow", "stackOverflow"},
-                                    HaltCause{"Stack Underflow", "stackUnderflow"},
-                                    HaltCause{"Drive Error", "driveDisabled"}};
+constexpr std::array kHaltCauses = {
+    HaltCause{Tells::LimitHit, "limit"}, HaltCause{Tells::StopButton, "stopButton"},
+    HaltCause{Tells::StackOverflow, "stackOverflow"}, HaltCause{Tells::StackUnderflow, "stackUnderflow"},
+    HaltCause{Tells::DriveDisabled, "driveDisabled"}};
 
 constexpr std::string_view kStop = "S";
 
@@ -127,7 +127,7 @@ std::string_view RunSession::Cause() const {
   if (end_ != RunEnd::Halted) return {};
   if (fault_) return "driveFault";
   for (const Box& box : boxes_->Shown()) {
-    const auto row = std::ranges::find(kHaltCauses, box.title, &HaltCause::title);
+    const auto row = std::ranges::find(kHaltCauses, box.tells, &HaltCause::tells);
     if (row != kHaltCauses.end()) return row->cause;
   }
   return {};

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <optional>
-#include <string_view>
 #include <utility>
 
 #include "cli/console_services.h"
@@ -32,14 +31,12 @@ class SettlingBoxes : public ConsoleBoxes {
 
  protected:
   Answer Show(const Box& box) override {
-    if (!std::exchange(withholds_, false) || box.title != kSilentHub) return ConsoleBoxes::Show(box);
+    if (!std::exchange(withholds_, false) || box.tells != Tells::HubSilent) return ConsoleBoxes::Show(box);
     withheld_ = box;
     return HarmlessAnswer(box.buttons);
   }
 
  private:
-  static constexpr std::string_view kSilentHub = "Communication Error";
-
   bool withholds_ = false;
   std::optional<Box> withheld_;
 };

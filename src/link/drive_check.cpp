@@ -49,7 +49,8 @@ bool FirmwareOK(Desk& desk) {
                           AxisNameOf(program, axis) + ". This instruction requires drive firmware version " +
                           Format(needed, "##0.00") + " or later. Your drive has version " +
                           Joined(desk.source.DriveRev[axis]) + ".",
-                  .title = "Old Firmware"});
+                  .title = "Old Firmware",
+                  .tells = Tells::DrivesRefused});
     return false;
   }
   return true;
@@ -65,7 +66,8 @@ bool NoneMissing(Desk& desk, const DriveList& drives) {
                         : "The drive connected to port " + n +
                               " is not responding.  If you don't plan to use a drive on port " + n +
                               " then change the model of drive " + n + " to \"none\", and download.",
-            .title = "Missing drive"});
+            .title = "Missing drive",
+            .tells = Tells::DrivesRefused});
     return false;
   }
   return true;
@@ -82,7 +84,9 @@ bool WrongOnesAccepted(Desk& desk, const DriveList& drives) {
                                  std::string(ModelName(actual)) + ".  Your program expects drive " + n +
                                  " to be a " + std::string(ModelName(expected)) +
                                  ".  Do you want to run anyway?";
-    const Answer answer = MsgBox(desk, {.text = question, .title = "Wrong drive", .buttons = Buttons::YesNo});
+    const Answer answer = MsgBox(
+        desk,
+        {.text = question, .title = "Wrong drive", .buttons = Buttons::YesNo, .tells = Tells::DrivesRefused});
     if (answer != Answer::Yes) return false;
   }
   return true;
@@ -119,7 +123,8 @@ std::string CheckDrive(Desk& desk) {
         desk, {.text = "The Tavlo Hub is not communicating.  Is it connected to the right port and turned "
                        "on?  Do you have the right comm port selected?  Perhaps cycling power will help.",
                .title = kErrorTitle,
-               .icon = Icon::Question});
+               .icon = Icon::Question,
+               .tells = Tells::HubSilent});
     return {};
   }
   desk.program().HubVersion = RevisionOf(static_cast<unsigned char>(reply[0]));
@@ -150,7 +155,8 @@ std::string SilentCheckDrive(Desk& desk) {
         desk, {.text = "The Tavlo Hub is not communicating.  Is it connected to the right port and turned "
                        "on?  Perhaps cycling power will help.",
                .title = kErrorTitle,
-               .icon = Icon::Question});
+               .icon = Icon::Question,
+               .tells = Tells::HubSilent});
     return {};
   }
   return CompleteReply(desk, std::move(reply));

@@ -47,9 +47,10 @@ void EndRun(Desk& desk) {
   desk.run.Hide();
 }
 
-void AskForReset(Desk& desk, const std::string& title, const std::string& text) {
-  const Answer answer =
-      MsgBox(desk, {.text = text, .title = title, .buttons = Buttons::YesNo, .icon = Icon::Exclamation});
+void AskForReset(Desk& desk, Tells tells, const std::string& title, const std::string& text) {
+  const Answer answer = MsgBox(
+      desk,
+      {.text = text, .title = title, .buttons = Buttons::YesNo, .icon = Icon::Exclamation, .tells = tells});
   if (answer == Answer::Yes) ResetDrive(desk);
 }
 
@@ -58,7 +59,7 @@ void LimitHit(Desk& desk, const Message& m) {
   ClearAnimation(desk);
   desk.Comm1.RThreshold(1);
   AskForReset(
-      desk, "LIMIT",
+      desk, Tells::LimitHit, "LIMIT",
       "Program halted: drive " + Joined(m.b2 + 1) + " (" + AxisNameOf(desk.program(), m.b2) +
           ") hit a limit.  Should I reset the hub now?."
           " If one of the drives is a servo and has faulted, its LED will be displaying an error code.  That "
@@ -69,13 +70,14 @@ void LimitHit(Desk& desk, const Message& m) {
 void StopButton(Desk& desk, const Message&) {
   EndRun(desk);
   desk.Comm1.RThreshold(1);
-  AskForReset(desk, "STOP", "The STOP button on the drive has been pressed. Should I reset the drive now?");
+  AskForReset(desk, Tells::StopButton, "STOP",
+              "The STOP button on the drive has been pressed. Should I reset the drive now?");
 }
 
 void StackOverflow(Desk& desk, const Message& m) {
   EndRun(desk);
   AskForReset(
-      desk, "Stack Overflow",
+      desk, Tells::StackOverflow, "Stack Overflow",
       "Line " + Joined(m.b2 + 1) +
           " of your program has caused a stack overflow.  You have made too many Calls without Returns. "
           "Should I reset the drive now?");
@@ -84,7 +86,7 @@ void StackOverflow(Desk& desk, const Message& m) {
 void StackUnderflow(Desk& desk, const Message& m) {
   EndRun(desk);
   AskForReset(
-      desk, "Stack Underflow",
+      desk, Tells::StackUnderflow, "Stack Underflow",
       "Line " + Joined(m.b2 + 1) +
           " of your program has caused a stack underflow.  Your program reached a Return instruction without "
           "making a Call. Should I reset the drive now?");
@@ -225,7 +227,8 @@ void ServoNotOn(Desk& desk, int axis) {
                   "Trim (for Zenu servo drives) or Setup Desk (for Dresk drives) and make sure it is "
                   "programmed for use with the Hub.  You must cycle power to reset this error.",
           .title = "Drive Error",
-          .icon = Icon::Stop});
+          .icon = Icon::Stop,
+          .tells = Tells::DriveDisabled});
   EndRun(desk);
   ClearAnimation(desk);
 }

@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -21,6 +22,18 @@ enum class Answer { OK, Cancel, Yes, No, WithoutPort };
 /// The answer that costs no work and moves no machine: what Enter, Escape and the box's frame give.
 [[nodiscard]] Answer HarmlessAnswer(Buttons buttons);
 
+/// What a box tells, for a program that acts on it: text and title are the operator's alone.
+enum class Tells : std::uint8_t {
+  Other,
+  HubSilent,
+  DrivesRefused,
+  LimitHit,
+  StopButton,
+  StackOverflow,
+  StackUnderflow,
+  DriveDisabled,
+};
+
 /// A message box.
 struct Box {
   std::string text;
@@ -29,6 +42,7 @@ struct Box {
   Icon icon = Icon::None;
   /// It follows on nothing that the operator did, who may be in the middle of typing something else.
   bool by_itself = false;
+  Tells tells = Tells::Other;
   bool operator==(const Box&) const = default;
 };
 
