@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "hubsim/io_board.h"
+#include "hubsim/io.h"
 #include "hubsim/profile.h"
 
 namespace tavlo::hubsim {

@@ -8,27 +8,10 @@
 #include <optional>
 #include <vector>
 
+#include "hubsim/io.h"
 #include "hubsim/memory.h"
 
 namespace tavlo::hubsim {
-
-/// Inputs 0..7 are a drive's main inputs, 8..15 its inputs X0..X7.
-inline constexpr int kInputCount = 16;
-inline constexpr int kFirstXInput = 8;
-/// Outputs 0..3 are a drive's main outputs, 4..6 its outputs Y1..Y3.
-inline constexpr int kOutputCount = 7;
-inline constexpr int kFirstYOutput = 4;
-
-/// As the wire counts them.
-enum class Condition : std::uint8_t { kHigh = 0, kLow = 1, kRisingEdge = 2, kFallingEdge = 3 };
-enum class OutputAction : std::uint8_t { kHigh = 0, kLow = 1, kHighPulse = 2, kLowPulse = 3 };
-
-/// An input that a line names. `input` is empty where the drive has none of that number; such an input reads
-/// high, as an open contact does.
-struct InputRef {
-  int axis = 0;
-  std::optional<int> input;
-};
 
 /// Levels of all inputs and outputs. A set bit is high, which is the open, inactive state; all start high.
 class IoBoard {

@@ -9,10 +9,10 @@
 #include <string>
 #include <variant>
 
-#include "hubsim/io_board.h"
+#include "hubsim/fixed4.h"
+#include "hubsim/io.h"
 #include "hubsim/line_codes.h"
 #include "hubsim/memory.h"
-#include "hubsim/value_entry.h"
 
 namespace tavlo::hubsim {
 

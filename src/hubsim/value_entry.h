@@ -3,14 +3,11 @@
 
 #pragma once
 
-#include <cstdint>
 #include <string>
 
-namespace tavlo::hubsim {
+#include "hubsim/fixed4.h"
 
-/// A number with four decimals, counted in ten-thousandths.
-using Fixed4 = std::int64_t;
-inline constexpr Fixed4 kFixed4One = 10000;
+namespace tavlo::hubsim {
 
 /// As an operator writes it: no zeros behind the last decimal, no point behind a whole number.
 [[nodiscard]] std::string FormatFixed4(Fixed4 value);

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "hubsim/io_board.h"
+#include "hubsim/io.h"
 #include "hubsim/panel/dial.h"
 #include "hubsim/panel/drive_names.h"
 #include "hubsim/panel/lamp.h"
