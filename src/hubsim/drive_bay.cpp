@@ -48,12 +48,12 @@ bool HasExtendedIo(int model) {
 
 int DriveBay::PluggedModel(int axis) const {
   if (axis >= AxisCount()) return 0;
-  if (options_.drives) return (*options_.drives)[static_cast<std::size_t>(axis)];
+  if (sockets_.drives) return (*sockets_.drives)[static_cast<std::size_t>(axis)];
   return ReadAxisSettings(memory_.Axis(axis)).model;
 }
 
 bool DriveBay::HasIo(int axis) const {
-  return PluggedModel(axis) != 0 || (options_.model == HubModel::kQuad && axis == kQuadOwnBlock);
+  return PluggedModel(axis) != 0 || (sockets_.model == HubModel::kQuad && axis == kQuadOwnBlock);
 }
 
 std::string DriveBay::DriveList() const {
@@ -68,8 +68,7 @@ std::string DriveBay::DriveList() const {
 std::string DriveBay::Revisions() const {
   std::string digits;
   for (int axis = 0; axis < AxisCount(); ++axis) {
-    const int revision = options_.drive_revisions[static_cast<std::size_t>(axis)];
-    AppendDigits(digits, PluggedModel(axis) == 0 ? 0 : revision);
+    AppendDigits(digits, PluggedModel(axis) == 0 ? 0 : Revision(axis));
   }
   return digits;
 }

@@ -19,13 +19,13 @@ constexpr std::size_t kMostDigits = 9;
 
 struct Drive {
   int axis;
+  const DriveBay& bay;
   const Machine& machine;
-  const HubOptions& options;
   double now;
 };
 
 std::string Revision(const Drive& drive) {
-  const int hundredths = drive.options.drive_revisions[static_cast<std::size_t>(drive.axis)];
+  const int hundredths = drive.bay.Revision(drive.axis);
   const std::string digits = std::to_string(100 + hundredths % 100);
   return std::to_string(hundredths / 100) + '.' + digits.substr(1);
 }
@@ -99,12 +99,12 @@ std::string_view Trimmed(std::string_view line) {
 }  // namespace
 
 std::string AnswerDriveCommand(std::string_view line, const DriveBay& bay, const Machine& machine,
-                               const HubOptions& options, double now) {
+                               double now) {
   line = Trimmed(line);
   if (line.empty()) return {};
   const int axis = line.front() - '1';
   if (axis < 0 || axis >= bay.AxisCount() || bay.PluggedModel(axis) == 0) return {};
-  std::string answer = Ask(line.substr(1), Drive{axis, machine, options, now});
+  std::string answer = Ask(line.substr(1), Drive{axis, bay, machine, now});
   if (!answer.empty()) answer += '\r';
   return answer;
 }

@@ -38,14 +38,12 @@ std::string TwoBytes(std::uint16_t value) {
 Hub::Hub(HubOptions options)
     : options_(std::move(options)),
       bay_(options_, memory_),
-      reporter_(outbox_, options_),
+      reporter_(outbox_, options_.failure),
       display_(reporter_),
       runner_(memory_, bay_, reporter_, display_, options_.firmware),
       clock_(options_.speedup) {
   SetFailure(options_.failure);
-  if (!options_.greet) return;
-  reporter_.Greeting();
-  zeros_taken_ = 0;
+  if (options_.greet) Greet();
 }
 
 void Hub::SetTime(double now) {
@@ -184,6 +182,11 @@ bool Hub::IsKey(char byte) const {
 }
 
 /// A drive terminal that is open while the hub restarts still believes in its passthrough and says so.
+void Hub::Greet() {
+  reporter_.Greeting(options_.firmware, static_cast<std::uint8_t>(options_.model));
+  zeros_taken_ = 0;
+}
+
 bool Hub::TakeGreetingAnswer(char byte) {
   if (byte != '0') {
     zeros_taken_ = kGreetingAnswer.size();
@@ -266,7 +269,7 @@ void Hub::TakePassthroughByte(char byte) {
   std::string_view line = passthrough_line_;
   while (line.starts_with(kGreetingAnswer)) line.remove_prefix(kGreetingAnswer.size());
   if (line == kBackToHub) passthrough_ = false;
-  outbox_.Put(AnswerDriveCommand(line, bay_, runner_.GetMachine(), options_, ProgramNow()));
+  outbox_.Put(AnswerDriveCommand(line, bay_, runner_.GetMachine(), ProgramNow()));
   passthrough_line_.clear();
 }
 
@@ -327,9 +330,8 @@ void Hub::PowerUp(double now) {
   sum_.reset();
   passthrough_ = false;
   star_ = false;
-  zeros_taken_ = 0;
   resets_left_ = 0;
-  reporter_.Greeting();
+  Greet();
 }
 
 HubState Hub::State() const {

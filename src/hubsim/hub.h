@@ -119,6 +119,7 @@ class Hub {
   void TakeRunCommand(char command);
   void TakeDownloadByte(std::uint8_t byte);
   void TakePassthroughByte(char byte);
+  void Greet();
   [[nodiscard]] bool IsKey(char byte) const;
   void Answer(Reply reply, std::string bytes, std::int64_t index = 1);
   void StartDownload();

@@ -33,7 +33,7 @@ constexpr int kNoHub = 16;
 }  // namespace
 
 bool Reporter::Silent() const {
-  return options_.failure.mode == Failure::kSilentRun && sent_ >= options_.failure.at;
+  return failure_.mode == Failure::kSilentRun && sent_ >= failure_.at;
 }
 
 void Reporter::Send(int header, int b2, int b3, int b4) {
@@ -51,22 +51,21 @@ void Reporter::Text(std::string_view bytes) {
 
 /// Some failures come in the middle of a message.
 void Reporter::Tell(std::string_view bytes) {
-  const FailurePlan& plan = options_.failure;
   const auto size = static_cast<std::int64_t>(bytes.size());
-  const std::int64_t before = std::clamp<std::int64_t>(plan.at - told_bytes_, 0, size);
-  const bool here = told_bytes_ < plan.at && plan.at <= told_bytes_ + size;
+  const std::int64_t before = std::clamp<std::int64_t>(failure_.at - told_bytes_, 0, size);
+  const bool here = told_bytes_ < failure_.at && failure_.at <= told_bytes_ + size;
   told_bytes_ += size;
   const auto split = static_cast<std::size_t>(before);
-  if (plan.mode == Failure::kCutRun) return outbox_.Put(bytes.substr(0, split));
-  if (plan.mode != Failure::kStallRun || !here) return outbox_.Put(bytes);
+  if (failure_.mode == Failure::kCutRun) return outbox_.Put(bytes.substr(0, split));
+  if (failure_.mode != Failure::kStallRun || !here) return outbox_.Put(bytes);
   outbox_.Put(bytes.substr(0, split));
   outbox_.Stall(kStallSeconds);
   outbox_.Put(bytes.substr(split));
 }
 
-void Reporter::Greeting() {
-  const bool strange = options_.failure.mode == Failure::kUnknownModel;
-  Send(kGreeting, options_.firmware, strange ? kNoHub : static_cast<int>(options_.model));
+void Reporter::Greeting(std::uint8_t firmware, std::uint8_t model) {
+  const bool strange = failure_.mode == Failure::kUnknownModel;
+  Send(kGreeting, firmware, strange ? kNoHub : model);
 }
 
 void Reporter::LineStarted(int line) {

@@ -7,8 +7,8 @@
 #include <optional>
 #include <string_view>
 
+#include "hubsim/failure.h"
 #include "hubsim/halt.h"
-#include "hubsim/options.h"
 #include "hubsim/outbox.h"
 
 namespace tavlo::hubsim {
@@ -17,12 +17,13 @@ namespace tavlo::hubsim {
 /// 128. Lines and axes are 0-based.
 class Reporter {
  public:
-  Reporter(Outbox& outbox, const HubOptions& options) : outbox_(outbox), options_(options) {}
+  Reporter(Outbox& outbox, const FailurePlan& failure) : outbox_(outbox), failure_(failure) {}
 
   /// The number of a failure that counts what is told starts again.
   void CountAnew() { sent_ = told_bytes_ = 0; }
 
-  void Greeting();
+  /// The two bytes of the hub's identity.
+  void Greeting(std::uint8_t firmware, std::uint8_t model);
   void LineStarted(int line);
   void LineFinished(int line);
   void LineConcurrent(int line);
@@ -43,7 +44,7 @@ class Reporter {
   void Tell(std::string_view bytes);
 
   Outbox& outbox_;
-  const HubOptions& options_;
+  const FailurePlan& failure_;
   std::int64_t sent_ = 0;
   std::int64_t told_bytes_ = 0;
 };
