@@ -25,7 +25,8 @@ enum class WaitsFor : std::uint8_t {
 };
 
 /// A line under way that has to do with the operator: the keypad, a hand wheel, inputs that jog. Made when
-/// the line is let go, gone when it is over. Times are machine seconds.
+/// the line is let go, gone when it is over. What it was given to work on outlives it. Times are machine
+/// seconds.
 class Interaction {
  public:
   virtual ~Interaction() = default;

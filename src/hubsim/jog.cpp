@@ -4,8 +4,10 @@
 #include "hubsim/jog.h"
 
 #include <algorithm>
-#include <utility>
+#include <array>
 #include <vector>
+
+#include "hubsim/jog_motor.h"
 
 namespace tavlo::hubsim {
 namespace {
@@ -41,9 +43,9 @@ JogInputs JogInputsOf(int model) {
 
 class EnterWait : public Interaction {
  public:
-  EnterWait(const EnterStatement& prompt, const LineContext& context) : next_(context.line + 1) {
-    AddMotor(prompt.left_right, false, context);
-    AddMotor(prompt.up_down, true, context);
+  EnterWait(const EnterStatement& prompt, int line, Machine& machine, const DriveBay& bay) : next_(line + 1) {
+    if (prompt.left_right) arms_.push_back({JogMotor(machine, bay, *prompt.left_right), false});
+    if (prompt.up_down) arms_.push_back({JogMotor(machine, bay, *prompt.up_down), true});
   }
 
   [[nodiscard]] WaitsFor Waits() const override { return WaitsFor::kEnter; }
@@ -96,10 +98,6 @@ class EnterWait : public Interaction {
     double until = 0;
   };
 
-  void AddMotor(const std::optional<JogRate>& rate, bool up_down, const LineContext& context) {
-    if (rate) arms_.push_back({JogMotor(context, *rate), up_down});
-  }
-
   /// Where both pairs of keys turn the same axis the last key rules.
   void Press(Arm& arm, int direction, double now) {
     for (Arm& other : arms_) {
@@ -117,12 +115,12 @@ class EnterWait : public Interaction {
 
 class JoggedWait : public Interaction {
  public:
-  JoggedWait(const WaitInputStatement& wait, const LineContext& context)
-      : io_(context.machine.Io()),
+  JoggedWait(const WaitInputStatement& wait, int line, Machine& machine, const DriveBay& bay)
+      : io_(machine.Io()),
         wait_(wait),
-        motor_(context, *wait.jog),
-        inputs_(JogInputsOf(context.bay.PluggedModel(wait.jog->axis))),
-        next_(context.line + 1) {
+        motor_(machine, bay, *wait.jog),
+        inputs_(JogInputsOf(bay.PluggedModel(wait.jog->axis))),
+        next_(line + 1) {
     io_.ForgetEdges(wait.input);
   }
 
@@ -164,35 +162,14 @@ class JoggedWait : public Interaction {
 
 }  // namespace
 
-void JogMotor::Want(int direction) {
-  if (direction != blocked_) blocked_ = 0;
-  wanted_ = blocked_ == 0 ? direction : 0;
+std::unique_ptr<Interaction> WaitForEnter(const EnterStatement& prompt, int line, Machine& machine,
+                                          const DriveBay& bay) {
+  return std::make_unique<EnterWait>(prompt, line, machine, bay);
 }
 
-std::optional<Halt> JogMotor::Advance(double now) {
-  if (Motor().Idle()) ours_ = stopping_ = false;
-  if (ours_ && !stopping_ && !Motor().Endless()) blocked_ = std::exchange(wanted_, 0);
-  if (!ours_) {
-    if (wanted_ == 0 || !Motor().Idle()) return std::nullopt;
-    if (const auto halt = CannotMove(rate_.axis, *machine_, *bay_)) return halt;
-    const double accel = machine_->StepsPerSecond2(rate_.axis, rate_.accel);
-    Motor().RunOn(wanted_, {machine_->StepsPerSecond(rate_.axis, rate_.speed), accel, accel}, now);
-    ours_ = true;
-    return std::nullopt;
-  }
-  if (!stopping_ && wanted_ != Motor().Direction()) {
-    Motor().Stop(now);
-    stopping_ = true;
-  }
-  return std::nullopt;
-}
-
-std::unique_ptr<Interaction> WaitForEnter(const EnterStatement& prompt, const LineContext& context) {
-  return std::make_unique<EnterWait>(prompt, context);
-}
-
-std::unique_ptr<Interaction> WaitWithJog(const WaitInputStatement& wait, const LineContext& context) {
-  return std::make_unique<JoggedWait>(wait, context);
+std::unique_ptr<Interaction> WaitWithJog(const WaitInputStatement& wait, int line, Machine& machine,
+                                         const DriveBay& bay) {
+  return std::make_unique<JoggedWait>(wait, line, machine, bay);
 }
 
 }  // namespace tavlo::hubsim

@@ -7,6 +7,8 @@
 #include <array>
 #include <cmath>
 
+#include "hubsim/cannot_move.h"
+
 namespace tavlo::hubsim {
 namespace {
 
@@ -19,8 +21,8 @@ constexpr char kEnterKey = '\r';
 
 class KnobWait : public Interaction {
  public:
-  KnobWait(const FollowKnobStatement& knob, const LineContext& context)
-      : machine_(context.machine), bay_(context.bay), knob_(knob), line_(context.line) {
+  KnobWait(const FollowKnobStatement& knob, int line, Machine& machine, const DriveBay& bay)
+      : machine_(machine), bay_(bay), knob_(knob), line_(line) {
     if (!knob_.until_enter) machine_.Io().ForgetEdges(knob_.input);
   }
 
@@ -101,8 +103,9 @@ class KnobWait : public Interaction {
 
 }  // namespace
 
-std::unique_ptr<Interaction> FollowKnob(const FollowKnobStatement& knob, const LineContext& context) {
-  return std::make_unique<KnobWait>(knob, context);
+std::unique_ptr<Interaction> FollowKnob(const FollowKnobStatement& knob, int line, Machine& machine,
+                                        const DriveBay& bay) {
+  return std::make_unique<KnobWait>(knob, line, machine, bay);
 }
 
 }  // namespace tavlo::hubsim

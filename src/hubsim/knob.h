@@ -5,14 +5,17 @@
 
 #include <memory>
 
+#include "hubsim/drive_bay.h"
 #include "hubsim/interaction.h"
-#include "hubsim/line_runner.h"
+#include "hubsim/machine.h"
+#include "hubsim/statement.h"
 
 namespace tavlo::hubsim {
 
 /// Lets an axis follow its hand wheel until the line's input condition holds, or until ENTER in the form with
 /// a text. That form names no axis: there every axis follows its own wheel.
-[[nodiscard]] std::unique_ptr<Interaction> FollowKnob(const FollowKnobStatement& knob,
-                                                      const LineContext& context);
+/// `line` is the 0-based line that waits.
+[[nodiscard]] std::unique_ptr<Interaction> FollowKnob(const FollowKnobStatement& knob, int line,
+                                                      Machine& machine, const DriveBay& bay);
 
 }  // namespace tavlo::hubsim

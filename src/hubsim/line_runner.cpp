@@ -8,6 +8,7 @@
 #include <limits>
 #include <utility>
 
+#include "hubsim/cannot_move.h"
 #include "hubsim/jog.h"
 #include "hubsim/knob.h"
 #include "hubsim/move_order.h"
@@ -106,7 +107,7 @@ class Execution {
   }
 
   LineOutcome operator()(const WaitInputStatement& wait) const {
-    if (wait.jog) return With(WaitWithJog(wait, context_));
+    if (wait.jog) return With(WaitWithJog(wait, context_.line, context_.machine, context_.bay));
     LineOutcome outcome = Next();
     context_.machine.Io().ForgetEdges(wait.input);
     outcome.over = [&io = context_.machine.Io(), wait] { return io.Holds(wait.input, wait.condition); };
@@ -208,25 +209,25 @@ class Execution {
   LineOutcome operator()(const ValueStatement& prompt) const {
     if (context_.display == nullptr) return Next();
     context_.display->Show(TextOf(prompt), kEntryRow);
-    return With(AskValue(prompt, context_, *context_.display));
+    return With(AskValue(prompt, context_.line, context_.machine, *context_.display));
   }
 
   LineOutcome operator()(const EnterStatement& prompt) const {
     if (context_.display == nullptr) return Next();
     context_.display->Show(TextOf(prompt));
-    return With(WaitForEnter(prompt, context_));
+    return With(WaitForEnter(prompt, context_.line, context_.machine, context_.bay));
   }
 
   LineOutcome operator()(const YesNoStatement& prompt) const {
     if (context_.display == nullptr) return Next();
     context_.display->Show(TextOf(prompt));
-    return With(AskYesNo(prompt, context_));
+    return With(AskYesNo(prompt, context_.line));
   }
 
   LineOutcome operator()(const MenuStatement& menu) const {
     if (context_.display == nullptr) return Next();
     context_.display->Show(TextOf(menu));
-    return With(AskMenu(menu, context_));
+    return With(AskMenu(menu, context_.line));
   }
 
   LineOutcome operator()(const FollowKnobStatement& knob) const {
@@ -235,7 +236,7 @@ class Execution {
       context_.display->Show(knob.pool_offset ? knob.text + context_.memory.PoolText(*knob.pool_offset)
                                               : knob.text);
     }
-    return With(FollowKnob(knob, context_));
+    return With(FollowKnob(knob, context_.line, context_.machine, context_.bay));
   }
 
  private:
@@ -279,12 +280,6 @@ class Execution {
 };
 
 }  // namespace
-
-std::optional<Halt> CannotMove(int axis, const Machine& machine, const DriveBay& bay) {
-  if (bay.PluggedModel(axis) == 0) return Halt{HaltKind::kDriveLost, axis, 0};
-  if (!machine.MotorOn(axis)) return Halt{HaltKind::kDriveDisabled, axis, 0};
-  return std::nullopt;
-}
 
 bool MayGo(const Statement& statement, const LineContext& context) {
   return std::visit(Gate(context), statement);

@@ -41,9 +41,6 @@ struct LineContext {
   double now;                ///< machine seconds
 };
 
-/// Why a motor cannot turn; empty if it can.
-[[nodiscard]] std::optional<Halt> CannotMove(int axis, const Machine& machine, const DriveBay& bay);
-
 /// Whether a line may be let go now, or must wait for moves that it waits for or whose axis it wants. Brings
 /// an axis that turns with no end to rest where a move wants it.
 [[nodiscard]] bool MayGo(const Statement& statement, const LineContext& context);

@@ -41,12 +41,12 @@ ValueEntry::Rules RulesOf(const ValueStatement& prompt) {
 
 class ValueWait : public Interaction {
  public:
-  ValueWait(const ValueStatement& prompt, const LineContext& context, TerminalDisplay& display)
+  ValueWait(const ValueStatement& prompt, int line, Machine& machine, TerminalDisplay& display)
       : prompt_(prompt),
-        machine_(context.machine),
+        machine_(machine),
         display_(display),
-        next_(context.line + 1),
-        hub_units_(HubUnits(prompt, context.machine)),
+        next_(line + 1),
+        hub_units_(HubUnits(prompt, machine)),
         entry_(RulesOf(prompt)) {
     if (KeptValueFits()) display_.WriteRow(kEntryRow, FormatFixed4(KeptValue()));
   }
@@ -158,17 +158,17 @@ class MenuWait : public Interaction {
 
 }  // namespace
 
-std::unique_ptr<Interaction> AskValue(const ValueStatement& prompt, const LineContext& context,
+std::unique_ptr<Interaction> AskValue(const ValueStatement& prompt, int line, Machine& machine,
                                       TerminalDisplay& display) {
-  return std::make_unique<ValueWait>(prompt, context, display);
+  return std::make_unique<ValueWait>(prompt, line, machine, display);
 }
 
-std::unique_ptr<Interaction> AskYesNo(const YesNoStatement& prompt, const LineContext& context) {
-  return std::make_unique<YesNoWait>(prompt.line, context.line + 1);
+std::unique_ptr<Interaction> AskYesNo(const YesNoStatement& prompt, int line) {
+  return std::make_unique<YesNoWait>(prompt.line, line + 1);
 }
 
-std::unique_ptr<Interaction> AskMenu(const MenuStatement& menu, const LineContext& context) {
-  return std::make_unique<MenuWait>(menu, context.line + 1);
+std::unique_ptr<Interaction> AskMenu(const MenuStatement& menu, int line) {
+  return std::make_unique<MenuWait>(menu, line + 1);
 }
 
 }  // namespace tavlo::hubsim
