@@ -19,7 +19,6 @@ constexpr std::size_t kSpeedFactorAt = 24;
 constexpr std::size_t kSettingsAt = 31;
 
 constexpr std::uint8_t kLimitsNotUsed = '3';
-constexpr double kSpeedUnitsPerRev = 40;
 constexpr double kUsualStepsPerRev = 20000;
 
 /// Resolutions that a stepper drive can be set to, the usual one first: it wins where the block leaves a

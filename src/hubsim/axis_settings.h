@@ -9,6 +9,9 @@
 
 namespace tavlo::hubsim {
 
+/// A speed on the wire counts fortieths of a revolution a second.
+inline constexpr double kSpeedUnitsPerRev = 40;
+
 /// What the hub takes from one axis's 32-byte block.
 struct AxisSettings {
   int model = 0;

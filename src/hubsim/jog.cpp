@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "hubsim/jog_motor.h"
+#include "hubsim/keys.h"
 
 namespace tavlo::hubsim {
 namespace {
@@ -15,7 +16,6 @@ namespace {
 /// The wire tells of a key's press and never of its release, so a press counts for so long. It is longer than
 /// the pause in which a keyboard that is held down repeats its keys.
 constexpr double kPressSeconds = 0.3;
-constexpr char kEnterKey = '\r';
 
 struct ArrowRow {
   char key;

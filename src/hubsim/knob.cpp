@@ -8,6 +8,7 @@
 #include <cmath>
 
 #include "hubsim/cannot_move.h"
+#include "hubsim/keys.h"
 
 namespace tavlo::hubsim {
 namespace {
@@ -17,7 +18,6 @@ constexpr int kKnobSpeed = 120;
 constexpr int kKnobAccel = 100;
 /// What a move on the wire can cover at most; a wheel that is turned on and on runs no further ahead.
 constexpr double kFarthest = 16777215;
-constexpr char kEnterKey = '\r';
 
 class KnobWait : public Interaction {
  public:

@@ -8,8 +8,6 @@
 namespace tavlo::hubsim {
 namespace {
 
-constexpr double kSpeedUnitsPerRev = 40;
-
 bool Earlier(const std::optional<double>& a, const std::optional<double>& b) {
   return a && (!b || *a < *b);
 }

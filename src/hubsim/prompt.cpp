@@ -7,18 +7,17 @@
 #include <cmath>
 #include <limits>
 
+#include "hubsim/keys.h"
 #include "hubsim/value_entry.h"
 
 namespace tavlo::hubsim {
 namespace {
 
-constexpr char kEnterKey = '\r';
 constexpr char kYesKey = '+';
 constexpr char kNoKey = '-';
 /// The variables that hold positions; the only numbers that a sign belongs to.
 constexpr int kFirstPositionVariable = 15;
 constexpr int kLastPositionVariable = 24;
-constexpr double kSpeedUnitsPerRev = 40;
 
 /// What a variable counts for one of the units that the operator types.
 double HubUnits(const ValueStatement& prompt, const Machine& machine) {
