@@ -7,8 +7,8 @@
 #include <cstdlib>
 #include <utility>
 
-#include "hubsim/drive_commands.h"
-#include "hubsim/faults.h"
+#include "hubsim/machine/drive_commands.h"
+#include "hubsim/machine/faults.h"
 
 namespace tavlo::hubsim {
 namespace {

@@ -8,16 +8,16 @@
 #include <string>
 #include <string_view>
 
-#include "hubsim/display.h"
-#include "hubsim/download.h"
-#include "hubsim/drive_bay.h"
-#include "hubsim/memory.h"
+#include "hubsim/machine/drive_bay.h"
 #include "hubsim/options.h"
-#include "hubsim/outbox.h"
-#include "hubsim/program_clock.h"
-#include "hubsim/reporter.h"
-#include "hubsim/runner.h"
-#include "hubsim/wire_faults.h"
+#include "hubsim/program/memory.h"
+#include "hubsim/running/program_clock.h"
+#include "hubsim/running/runner.h"
+#include "hubsim/terminal/display.h"
+#include "hubsim/wire/download.h"
+#include "hubsim/wire/outbox.h"
+#include "hubsim/wire/reporter.h"
+#include "hubsim/wire/wire_faults.h"
 
 namespace tavlo::hubsim {
 

@@ -6,12 +6,12 @@
 #include <iostream>
 #include <string>
 
-#include "hubsim/device_link.h"
-#include "hubsim/failure.h"
 #include "hubsim/hub.h"
-#include "hubsim/option_text.h"
+#include "hubsim/mount/device_link.h"
+#include "hubsim/mount/option_text.h"
+#include "hubsim/mount/server.h"
 #include "hubsim/panel/panel.h"
-#include "hubsim/server.h"
+#include "hubsim/wire/failure.h"
 
 namespace {
 

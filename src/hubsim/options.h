@@ -5,8 +5,8 @@
 
 #include <cstdint>
 
-#include "hubsim/drive_bay.h"
-#include "hubsim/failure.h"
+#include "hubsim/machine/drive_bay.h"
+#include "hubsim/wire/failure.h"
 
 namespace tavlo::hubsim {
 

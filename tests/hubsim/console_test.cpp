@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
 
-#include "hubsim/console.h"
+#include "hubsim/mount/console.h"
 
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
 
-#include "hubsim/faults.h"
 #include "hubsim/hub_bench.h"
+#include "hubsim/machine/faults.h"
 #include "hubsim/wire_prompts.h"
 
 namespace tavlo::hubsim {

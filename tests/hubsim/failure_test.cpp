@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
 
-#include "hubsim/failure.h"
+#include "hubsim/wire/failure.h"
 
 #include <gtest/gtest.h>
 

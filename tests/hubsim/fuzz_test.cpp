@@ -8,8 +8,8 @@
 #include <iterator>
 #include <random>
 
-#include "hubsim/console.h"
 #include "hubsim/hub_bench.h"
+#include "hubsim/mount/console.h"
 
 namespace tavlo::hubsim {
 namespace {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
 
-#include "hubsim/line_codes.h"
+#include "hubsim/program/line_codes.h"
 
 #include <gtest/gtest.h>
 

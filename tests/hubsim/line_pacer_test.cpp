@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
 
-#include "hubsim/line_pacer.h"
+#include "hubsim/wire/line_pacer.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
 
-#include "hubsim/profile.h"
+#include "hubsim/machine/profile.h"
 
 #include <gtest/gtest.h>
 

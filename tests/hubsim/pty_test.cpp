@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
 
-#include "hubsim/pty.h"
+#include "hubsim/mount/pty.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@
 #include <nlohmann/json.hpp>
 #include <thread>
 
-#include "hubsim/device_link.h"
+#include "hubsim/mount/device_link.h"
 #include "hubsim/wire_lines.h"
 
 namespace tavlo::hubsim {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
 
-#include "hubsim/value_entry.h"
+#include "hubsim/terminal/value_entry.h"
 
 #include <gtest/gtest.h>
 

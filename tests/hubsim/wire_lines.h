@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "hubsim/memory.h"
+#include "hubsim/program/memory.h"
 
 namespace tavlo::hubsim {
 

@@ -5,8 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include "hubsim/device_link.h"
-#include "hubsim/line_codes.h"
+#include "hubsim/mount/device_link.h"
+#include "hubsim/program/line_codes.h"
 #include "hubsim/wire_lines.h"
 
 namespace tavlo::hubsim {

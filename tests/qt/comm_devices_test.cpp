@@ -11,7 +11,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "hubsim/device_link.h"
+#include "hubsim/mount/device_link.h"
 
 namespace tavlo::testing {
 namespace {

@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "hubsim/failure.h"
+#include "hubsim/wire/failure.h"
 #include "link/download.h"
 #include "link/drive_check.h"
 #include "link/polled.h"

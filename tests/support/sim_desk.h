@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "hubsim/hub.h"
-#include "hubsim/line_pacer.h"
+#include "hubsim/wire/line_pacer.h"
 #include "link/receive.h"
 #include "support/fake_desk.h"
 #include "support/waiting_port.h"

@@ -10,11 +10,11 @@
 #include <string>
 #include <vector>
 
-#include "hubsim/io.h"
 #include "hubsim/panel/dial.h"
 #include "hubsim/panel/drive_names.h"
 #include "hubsim/panel/lamp.h"
 #include "hubsim/panel/shown_text.h"
+#include "hubsim/program/io.h"
 
 namespace tavlo::hubsim {
 namespace {

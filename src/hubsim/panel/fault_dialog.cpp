@@ -10,7 +10,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "hubsim/faults.h"
+#include "hubsim/machine/faults.h"
 #include "hubsim/panel/shown_text.h"
 
 namespace tavlo::hubsim {

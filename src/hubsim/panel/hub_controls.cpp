@@ -19,11 +19,11 @@
 #include <algorithm>
 #include <limits>
 
-#include "hubsim/display.h"
-#include "hubsim/failure.h"
 #include "hubsim/panel/hub_words.h"
 #include "hubsim/panel/look.h"
 #include "hubsim/panel/shown_text.h"
+#include "hubsim/terminal/display.h"
+#include "hubsim/wire/failure.h"
 
 namespace tavlo::hubsim {
 namespace {

@@ -6,8 +6,8 @@
 #include <QObject>
 #include <memory>
 
-#include "hubsim/server.h"
-#include "hubsim/unique_fd.h"
+#include "hubsim/mount/server.h"
+#include "hubsim/mount/unique_fd.h"
 
 class QSocketNotifier;
 

@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <array>
 
-#include "hubsim/device_link.h"
-#include "hubsim/line_codes.h"
-#include "hubsim/statement.h"
+#include "hubsim/mount/device_link.h"
+#include "hubsim/program/line_codes.h"
+#include "hubsim/program/statement.h"
 
 namespace tavlo::hubsim {
 namespace {

@@ -9,9 +9,9 @@
 #include <string>
 #include <string_view>
 
-#include "hubsim/failure.h"
 #include "hubsim/hub.h"
-#include "hubsim/memory.h"
+#include "hubsim/program/memory.h"
+#include "hubsim/wire/failure.h"
 
 namespace tavlo::hubsim {
 

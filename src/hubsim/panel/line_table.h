@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "hubsim/memory.h"
+#include "hubsim/program/memory.h"
 
 namespace tavlo::hubsim {
 

@@ -3,8 +3,8 @@
 
 #pragma once
 
+#include "hubsim/mount/server.h"
 #include "hubsim/options.h"
-#include "hubsim/server.h"
 
 namespace tavlo::hubsim {
 

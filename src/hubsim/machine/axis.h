@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "hubsim/machine/profile.h"
+#include "hubsim/program/io.h"
+
+namespace tavlo::hubsim {
+
+/// How a move ends on an input.
+struct SensorStop {
+  InputRef input;
+  Condition condition = Condition::kLow;
+};
+
+/// A return to where the move began, after a rest.
+struct ReturnTrip {
+  double speed = 1;   ///< steps/s
+  double rest_s = 0;  ///< seconds at rest before it
+};
+
+/// An output that acts when the move has come to a distance, at the latest at the move's end.
+struct MarkedOutput {
+  double at = 0;
+  int output = 0;
+  OutputAction action = OutputAction::kHigh;
+  double width_s = 0;
+};
+
+/// Gives the sensor up after `distance`; the program then goes on at `line`.
+struct SafetyStop {
+  double distance = 0;
+  int line = 0;
+};
+
+/// One move of an axis, in steps. Exactly one of `sensor` and a plain distance rules its first stretch: with
+/// a sensor, `distance` is what is still travelled behind the sensor.
+struct MoveOrder {
+  int line = 0;             ///< 0-based line that ordered it
+  bool concurrent = false;  ///< the program went on without waiting
+  int direction = 1;        ///< 1 clockwise, -1 counter-clockwise
+  double distance = 0;
+  MotionLimits limits;
+  std::optional<SpeedChange> change;
+  std::optional<MarkedOutput> output;
+  std::optional<SensorStop> sensor;
+  std::optional<SafetyStop> safety;
+  std::optional<ReturnTrip> trip;
+  bool home = false;  ///< go back to where the sensor was seen and call it position 0
+};
+
+enum class AxisEvent : std::uint8_t {
+  kMark,      ///< the move's output is due
+  kFinished,  ///< the move is over
+  kGaveUp,    ///< the move is over without its sensor
+};
+
+/// One motor: where it is, how fast, and which stretch of its move it is in. Times are machine seconds and
+/// never run backwards.
+class Axis {
+ public:
+  /// Only while `Idle()`.
+  void Begin(const MoveOrder& order, double now);
+  /// Turns with no end, from rest or from an earlier `RunOn` in the same direction.
+  void RunOn(int direction, const MotionLimits& limits, double now);
+  /// Of an axis that turns with no end; otherwise nothing.
+  void ChangeSpeed(double speed, double now);
+  /// Brings the axis to rest with its deceleration. Its move is over when it stands.
+  void Stop(double now);
+  /// At rest at once; the move is forgotten.
+  void Cut(double now);
+  /// The condition of the move's sensor holds.
+  void SensorSeen(double now);
+  /// The program no longer wants to hear of the move under way.
+  void Disown() { owned_ = false; }
+  void SetPosition(double steps) { position_ = steps; }
+
+  [[nodiscard]] bool Idle() const { return phase_ == Phase::kIdle; }
+  /// Turns with no end.
+  [[nodiscard]] bool Endless() const { return phase_ == Phase::kEndless; }
+  [[nodiscard]] bool Seeking() const { return phase_ == Phase::kSeek; }
+  /// Under way for a line that wants to hear of its end.
+  [[nodiscard]] bool Owned() const { return !Idle() && owned_; }
+  [[nodiscard]] int Direction() const { return direction_; }
+  /// The last move ordered.
+  [[nodiscard]] const MoveOrder& Order() const { return order_; }
+  [[nodiscard]] double Position(double now) const;
+  /// Signed, steps/s.
+  [[nodiscard]] double Speed(double now) const;
+
+  [[nodiscard]] std::optional<double> NextEvent() const;
+  /// Works off what is due at `now` up to the first thing that the program must hear of. Call until empty.
+  [[nodiscard]] std::optional<AxisEvent> Advance(double now);
+
+ private:
+  enum class Phase : std::uint8_t {
+    kIdle,
+    kTravel,
+    kSeek,
+    kRunOut,
+    kRest,
+    kReturn,
+    kHomeBack,
+    kEndless,
+    kStop,
+    kGiveUp,
+  };
+
+  void Enter(Phase phase, const Profile& profile, int direction, double now);
+  void EnterRest(double now);
+  void Settle(double now);
+  [[nodiscard]] std::optional<AxisEvent> EndPhase(double now);
+  [[nodiscard]] std::optional<AxisEvent> Finish(AxisEvent event);
+  [[nodiscard]] std::optional<AxisEvent> AfterOutwardTrip(double now);
+  [[nodiscard]] MotionLimits BackLimits(double speed) const;
+
+  Phase phase_ = Phase::kIdle;
+  MoveOrder order_;
+  MotionLimits limits_;
+  Profile profile_;
+  int direction_ = 1;
+  double started_ = 0;
+  double phase_end_ = 0;
+  double mark_time_ = 0;
+  bool marked_ = true;
+  bool owned_ = false;
+  double position_ = 0;  ///< at the start of the phase
+  double origin_ = 0;    ///< at the start of the move
+  double sensor_at_ = 0;
+};
+
+}  // namespace tavlo::hubsim

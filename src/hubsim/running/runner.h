@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "hubsim/machine/drive_bay.h"
+#include "hubsim/machine/machine.h"
+#include "hubsim/program/axis_settings.h"
+#include "hubsim/program/memory.h"
+#include "hubsim/program/statement.h"
+#include "hubsim/running/flow.h"
+#include "hubsim/running/line_runner.h"
+#include "hubsim/terminal/display.h"
+#include "hubsim/wire/reporter.h"
+
+namespace tavlo::hubsim {
+
+enum class RunState : std::uint8_t {
+  kIdle,
+  kRunning,  ///< paused or not
+  kEnded,    ///< came to its end; motion that it started may go on
+  kHalted,
+};
+
+/// Steps through the program in the memory: tells of each line before it runs, waits for the PC's
+/// acknowledgement, lets it run, and tells of its end. All times are machine seconds.
+class Runner {
+ public:
+  Runner(const Memory& memory, const DriveBay& bay, Reporter& reporter, TerminalDisplay& display,
+         std::uint8_t firmware)
+      : memory_(memory), bay_(bay), reporter_(reporter), display_(display), firmware_(firmware) {}
+
+  /// From the first line, whatever ran before. `terminal`: somebody sits at the operator terminal.
+  void Start(bool terminal, double now);
+  /// Motion comes to rest, nothing more is told. Ends a halt too.
+  void Stop(double now);
+  /// Takes effect at the next line; a line under way and motion go on.
+  void Pause(double now);
+  void Resume(double now);
+  /// Runs one line of a paused program; while a line is still under way, that one is the step.
+  void Step(double now);
+  /// To the first line, in the same state of running or being paused.
+  void Rewind(double now);
+  /// The PC has shown a line event.
+  void Acknowledge(double now);
+  /// Cuts motion, releases outputs, forgets the run. Positions and variables stay.
+  void Reset(double now);
+  /// Everything but the levels of the inputs as it is after power-up.
+  void PowerUp(double now);
+
+  /// True if something becomes of it: the axis has a drive that uses its limit switches, and a program runs,
+  /// or has ended while something moves; where the program continues behind a limit, the axis moves.
+  bool HitLimit(int axis, double now);
+  /// True if a program runs, or has ended while something moves.
+  bool PressStop(double now);
+  /// True if the axis has a drive.
+  bool Fail(int axis, int code, double now);
+  void SetInput(int axis, int input, bool high, double now);
+  /// A key of the operator terminal. Ignored unless a line waits for it.
+  void PressKey(char key, double now);
+  /// True if a line follows the axis's hand wheel.
+  bool TurnKnob(int axis, int counts, double now);
+
+  [[nodiscard]] RunState State() const { return state_; }
+  [[nodiscard]] bool Paused() const { return paused_; }
+  /// Started for the operator terminal, and neither stopped nor halted since.
+  [[nodiscard]] bool TerminalRun() const { return terminal_; }
+  [[nodiscard]] WaitsFor Waits() const;
+  /// The line under way; empty between lines.
+  [[nodiscard]] std::optional<int> Line() const;
+  [[nodiscard]] const Machine& GetMachine() const { return machine_; }
+  [[nodiscard]] const Flow& GetFlow() const { return flow_; }
+
+  [[nodiscard]] std::optional<double> NextEvent() const;
+  void Advance(double now);
+  /// Tells inputs and outputs of all drives.
+  void ReportAllStatus();
+
+ private:
+  enum class Phase : std::uint8_t {
+    kBetween,     ///< the next line is to be taken up
+    kHeld,        ///< paused in front of the next line
+    kStarted,     ///< told of, not yet acknowledged
+    kGated,       ///< acknowledged, waits for moves before it runs
+    kExecuting,   ///< runs
+    kConcurrent,  ///< its move goes on beside the program; not yet acknowledged
+  };
+
+  void Pump(double now);
+  [[nodiscard]] bool Progress(double now);
+  void BeginLine();
+  void SkipSilentLines();
+  void Execute(double now);
+  [[nodiscard]] bool LineOver(double now);
+  [[nodiscard]] bool InteractionOver(double now);
+  void FinishLine();
+  void GoOn();
+  void End();
+  void HaltProgram(const Halt& halt, double now);
+  void JumpTo(int line, double now);
+  void Release(int axis);
+  void HandleEnd(const MoveEnd& end);
+  void ReportStatus(int axis);
+  void HideMarker();
+  void Forget();
+  [[nodiscard]] bool Active() const { return state_ == RunState::kRunning || state_ == RunState::kEnded; }
+  [[nodiscard]] bool UnderWay() const {
+    return state_ == RunState::kRunning || (state_ == RunState::kEnded && machine_.AnythingMoves());
+  }
+  [[nodiscard]] bool LineUnderWay() const { return phase_ != Phase::kBetween && phase_ != Phase::kHeld; }
+  [[nodiscard]] LineContext Context(double now);
+
+  const Memory& memory_;
+  const DriveBay& bay_;
+  Reporter& reporter_;
+  TerminalDisplay& display_;
+  std::uint8_t firmware_;
+
+  Machine machine_;
+  Flow flow_;
+  HubSettings settings_;
+  RunState state_ = RunState::kIdle;
+  Phase phase_ = Phase::kBetween;
+  bool terminal_ = false;
+  bool paused_ = false;
+  bool stepping_ = false;
+  bool marker_shown_ = false;
+  int line_ = 0;
+  Statement statement_;
+  LineOutcome outcome_;
+  std::optional<int> jump_;
+  int owed_acknowledgements_ = 0;
+};
+
+}  // namespace tavlo::hubsim

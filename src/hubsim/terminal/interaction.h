@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "hubsim/program/halt.h"
+
+namespace tavlo::hubsim {
+
+/// What a program stands still for.
+enum class WaitsFor : std::uint8_t {
+  kNothing,
+  kAcknowledge,  ///< the PC has not shown the line yet
+  kResume,       ///< paused in front of a line
+  kMotion,
+  kTime,
+  kInput,
+  kValue,    ///< a value is entered on the keypad
+  kEnter,    ///< the keypad's ENTER, perhaps with jogging
+  kYesOrNo,  ///< "+" or "-"
+  kMenuKey,  ///< a number key
+};
+
+/// A line under way that has to do with the operator: the keypad, a hand wheel, inputs that jog. Made when
+/// the line is let go, gone when it is over. What it was given to work on outlives it. Times are machine
+/// seconds.
+class Interaction {
+ public:
+  virtual ~Interaction() = default;
+
+  [[nodiscard]] virtual WaitsFor Waits() const = 0;
+  /// A key of the operator terminal, as its byte.
+  virtual void Key(char /*key*/, double /*now*/) {}
+  /// A hand wheel was turned by so many counts; false if the line does not follow that axis's.
+  virtual bool TurnKnob(int /*axis*/, int /*counts*/, double /*now*/) { return false; }
+  /// Works off what is due at `now`; called whenever something may have changed.
+  virtual void Advance(double /*now*/) {}
+  [[nodiscard]] virtual std::optional<double> NextEvent() const { return std::nullopt; }
+  /// The line is left before it is over: brings what it moves to rest.
+  virtual void Leave(double /*now*/) {}
+
+  /// The line to go on with; empty while this one is not over.
+  [[nodiscard]] virtual std::optional<int> Next() const = 0;
+  /// Why the program must be halted.
+  [[nodiscard]] virtual std::optional<Halt> Trouble() const { return std::nullopt; }
+};
+
+}  // namespace tavlo::hubsim
