@@ -12,7 +12,7 @@ import re
 import sys
 import tempfile
 
-from layers import ALLOWED, CORE, HUBSIM_LIBRARIES, POSIX, STANDARD
+from layers import ALLOWED, CORE, HUBSIM_LIBRARIES, HUBSIM_ROOMS, POSIX, STANDARD
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
 # Made by the build beside the file that includes it.
@@ -32,6 +32,29 @@ def is_panel(path):
     return path.as_posix().startswith("hubsim/panel/")
 
 
+def hubsim_room(relative):
+    """The room of a file of the simulated hub, named from src/."""
+    if len(relative.parts) > 2:
+        return relative.parts[1]
+    return "main" if relative.name == "main.cpp" else "hub"
+
+
+def room_error(header, relative):
+    room, target = hubsim_room(relative), hubsim_room(pathlib.PurePosixPath(header))
+    if room in HUBSIM_ROOMS and target != room and target not in HUBSIM_ROOMS[room]:
+        return f'the simulated hub\'s {room} may not lean on its {target}: "{header}"'
+    return None
+
+
+def rooms_errors(rooms):
+    """A table that does not go from the bottom up would let rooms lean on each other."""
+    below, errors = set(), []
+    for room, leans_on in rooms.items():
+        errors += [f"layers.py: {room} leans on {other}, which does not stand below it" for other in leans_on - below]
+        below.add(room)
+    return errors
+
+
 def quoted_error(layer, header, source_root, path):
     if GENERATED.match(header) and layer in ("editors", "windows", "composer", "qt", "hubsim"):
         return None
@@ -44,7 +67,7 @@ def quoted_error(layer, header, source_root, path):
         return f'{layer} may not lean on {target}: "{header}"'
     if header.startswith("hubsim/panel/") and header != PANEL_DOOR and not is_panel(path.relative_to(source_root)):
         return f'the window of the simulated hub is reached through "{PANEL_DOOR}" alone: "{header}"'
-    return None
+    return room_error(header, path.relative_to(source_root)) if layer == target == "hubsim" else None
 
 
 def system_error(layer, header, path):
@@ -62,13 +85,15 @@ def check(root):
     """The number of files looked at and a list of complaints."""
     source_root = root / "src"
     files = sorted(p for p in source_root.rglob("*") if p.suffix in (".cpp", ".h"))
-    errors = []
+    errors = rooms_errors(HUBSIM_ROOMS)
     for path in files:
         relative = path.relative_to(source_root)
         layer = relative.parts[0]
         if len(relative.parts) < 2 or layer not in ALLOWED:
             errors.append(f"src/{relative}: belongs to no layer")
             continue
+        if layer == "hubsim" and hubsim_room(relative) not in HUBSIM_ROOMS:
+            errors.append(f"src/{relative}: belongs to no room of the simulated hub")
         for match in INCLUDE.finditer(path.read_text(encoding="utf-8", errors="replace")):
             quoted, system = match.groups()
             error = (
@@ -104,8 +129,19 @@ CASES = [
     ("the simulated hub's own window", "hubsim/panel/window.cpp", "<QTimer>", False),
     ("the simulated hub's own window in its door", "hubsim/panel/panel.h", "<QTimer>", True),
     ("a file that is only called a panel", "hubsim/panel_window.cpp", "<QTimer>", True),
-    ("the simulated hub on the inside of its window", "hubsim/a.cpp", '"hubsim/panel/b.h"', True),
-    ("the simulated hub on its window's door", "hubsim/a.cpp", '"hubsim/panel/panel.h"', False),
+    ("the simulated hub on the inside of its window", "hubsim/main.cpp", '"hubsim/panel/b.h"', True),
+    ("the simulated hub's main() on its window's door", "hubsim/main.cpp", '"hubsim/panel/panel.h"', False),
+    ("the hub itself on its window's door", "hubsim/a.cpp", '"hubsim/panel/panel.h"', True),
+    ("the simulated hub's reading of a line on its machine", "hubsim/program/a.h", '"hubsim/machine/b.h"', True),
+    ("the simulated hub's machine on its wire", "hubsim/machine/a.cpp", '"hubsim/wire/b.h"', True),
+    ("a line that waits for the operator on what runs it", "hubsim/terminal/a.h", '"hubsim/running/b.h"', True),
+    ("what runs a program on the whole hub", "hubsim/running/a.cpp", '"hubsim/b.h"', True),
+    ("the hub itself on its mount", "hubsim/a.h", '"hubsim/mount/b.h"', True),
+    ("a room of the simulated hub that nobody drew", "hubsim/extras/a.cpp", "<string>", True),
+    ("a room of the simulated hub on one below", "hubsim/machine/a.cpp", '"hubsim/program/b.h"', False),
+    ("a room of the simulated hub on itself", "hubsim/machine/a.cpp", '"hubsim/machine/b.h"', False),
+    ("the hub itself on a room", "hubsim/a.h", '"hubsim/running/b.h"', False),
+    ("the simulated hub's mount on the hub itself", "hubsim/mount/a.cpp", '"hubsim/b.h"', False),
     ("the simulated hub on the system", "hubsim/a.cpp", "<sys/ioctl.h>", False),
     ("the desktop on the toolkit", "windows/a.cpp", "<QWidget>", False),
     ("the companion on the simulated hub", "cli/a.cpp", '"hubsim/b.h"', False),
@@ -120,16 +156,18 @@ def self_test():
             for layer in ALLOWED:
                 (source_root / layer).mkdir(parents=True)
                 (source_root / layer / "b.h").write_text("#pragma once\n")
-            panel = source_root / PANEL_DOOR
-            panel.parent.mkdir()
-            for header in (panel, panel.parent / "b.h"):
-                header.write_text("#pragma once\n")
+            for room in HUBSIM_ROOMS:
+                (source_root / "hubsim" / room).mkdir()
+                (source_root / "hubsim" / room / "b.h").write_text("#pragma once\n")
+            (source_root / PANEL_DOOR).write_text("#pragma once\n")
             path = source_root / file
             path.parent.mkdir(exist_ok=True)
             path.write_text(f"// made up\n#include {include}\n")
             _, errors = check(pathlib.Path(folder))
             if bool(errors) != refused:
                 wrong.append(f"{name}: {'passed' if refused else errors}")
+    if not rooms_errors({"lower": {"upper"}, "upper": set()}):
+        wrong.append("a table of rooms that is upside down: passed")
     return wrong
 
 

@@ -24,6 +24,20 @@ ALLOWED = {
     "hubsim": set(),
 }
 
+# The rooms of the simulated hub from the bottom up, and the rooms whose headers the files of each may include
+# besides its own. "hub" and "main" are the files that stand beside the rooms: the hub itself and main().
+HUBSIM_ROOMS = {
+    "program": set(),
+    "wire": {"program"},
+    "machine": {"program"},
+    "terminal": {"machine", "wire", "program"},
+    "running": {"terminal", "machine", "wire", "program"},
+    "hub": {"running", "terminal", "machine", "wire", "program"},
+    "mount": {"hub", "machine", "wire", "program"},
+    "panel": {"mount", "hub", "terminal", "machine", "wire", "program"},
+    "main": {"panel", "mount", "hub", "wire"},
+}
+
 # Headers of the language's own library that the core may use: nothing of a system, nothing of a toolkit.
 STANDARD = set(
     """algorithm any array atomic barrier bit bitset cassert cctype cerrno cfenv cfloat charconv chrono cinttypes
