@@ -21,7 +21,7 @@
 
 namespace tavlo::hubsim {
 
-/// A hand wheel is turned by no more counts at once.
+/// A hand wheel turns by this many counts at once at most.
 inline constexpr int kMostKnobCounts = 10000;
 
 enum class HubState : std::uint8_t {
@@ -49,8 +49,8 @@ struct AxisView {
 
 /// The hub at the other end of the wire: bytes and times in, bytes out. It does no I/O, reads no clock and
 /// starts no thread. Times are seconds of any epoch and do not run backwards (an earlier one counts as the
-/// last). Lines and axes are 0-based. A call with an axis, input or code out of range does nothing and gives
-/// false.
+/// last). Lines and axes are 0-based. A call with an axis, input or code out of range does nothing and
+/// returns false.
 class Hub {
  public:
   explicit Hub(HubOptions options);
@@ -59,7 +59,8 @@ class Hub {
 
   /// Takes bytes from the PC. Lost while the hub is unplugged.
   void Receive(std::string_view bytes, double now);
-  /// Lets time pass. One call does a bounded amount of work; `NextEvent` then still lies in the past.
+  /// Lets time pass. One call does a bounded amount of work; if more is due, `NextEvent` lies in the past
+  /// afterwards.
   void Advance(double now);
   /// When `Advance` has something to do next; empty when only bytes or an input change anything.
   [[nodiscard]] std::optional<double> NextEvent() const;
@@ -68,15 +69,18 @@ class Hub {
 
   /// `input` is 0..7 for the inputs 1..8 and 8..15 for X0..X7. False only for what is out of range.
   bool SetInput(int axis, int input, bool high, double now);
-  /// A hand wheel at an axis is turned by so many counts, at most
-  /// `kMostKnobCounts` at once. False unless a line follows it.
+  /// Turns the hand wheel of an axis, at most `kMostKnobCounts` either way. Returns false unless a line
+  /// follows it.
   bool TurnKnob(int axis, int counts, double now);
-  /// False if nothing comes of it: no drive on the axis, its limit switches not used, no program that runs or
-  /// has anything moving behind its end, nothing to brake where the program continues behind a limit.
+  /// A limit switch of an axis closes. Returns false if that changes nothing: the axis has no drive or does
+  /// not use its limit switches; no program runs, and none that has ended left anything moving; a limit
+  /// does no more than stop the axis, which stands.
   bool HitLimit(int axis, double now);
-  /// `code` is 0..16383, one bit a fault. False too if the axis has no drive.
+  /// The drive of an axis reports faults. `code` is 0..16383, one bit a fault. Returns false if the axis has
+  /// no drive.
   bool Fail(int axis, int code, double now);
-  /// The stop button on a drive. False unless a program runs or has anything moving behind its end.
+  /// The stop button of a drive is pressed. Returns false unless a program runs, or has ended and left
+  /// something moving.
   bool PressStop(double now);
   /// Power off and on: the memory stays, everything else is new, the greeting goes out.
   void PowerUp(double now);

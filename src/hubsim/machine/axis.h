@@ -23,7 +23,7 @@ struct ReturnTrip {
   double rest_s = 0;  ///< seconds at rest before it
 };
 
-/// An output that acts when the move has come to a distance, at the latest at the move's end.
+/// An output that acts once the move has covered `at` steps, or at the end of a move that is shorter.
 struct MarkedOutput {
   double at = 0;
   int output = 0;
@@ -31,14 +31,14 @@ struct MarkedOutput {
   double width_s = 0;
 };
 
-/// Gives the sensor up after `distance`; the program then goes on at `line`.
+/// If the sensor has not been seen after `distance`, the move ends and the program goes on at `line`.
 struct SafetyStop {
   double distance = 0;
   int line = 0;
 };
 
-/// One move of an axis, in steps. Exactly one of `sensor` and a plain distance rules its first stretch: with
-/// a sensor, `distance` is what is still travelled behind the sensor.
+/// One move of an axis, in steps. Without a `sensor` the axis travels `distance`. With one it travels until
+/// the sensor's condition holds, and `distance` further.
 struct MoveOrder {
   int line = 0;             ///< 0-based line that ordered it
   bool concurrent = false;  ///< the program went on without waiting
@@ -67,7 +67,7 @@ class Axis {
   void Begin(const MoveOrder& order, double now);
   /// Turns with no end, from rest or from an earlier `RunOn` in the same direction.
   void RunOn(int direction, const MotionLimits& limits, double now);
-  /// Of an axis that turns with no end; otherwise nothing.
+  /// Changes the speed of an axis that turns with no end; does nothing to any other.
   void ChangeSpeed(double speed, double now);
   /// Brings the axis to rest with its deceleration. Its move is over when it stands.
   void Stop(double now);
@@ -75,7 +75,7 @@ class Axis {
   void Cut(double now);
   /// The condition of the move's sensor holds.
   void SensorSeen(double now);
-  /// The program no longer wants to hear of the move under way.
+  /// The end of the move under way is not reported any more.
   void Disown() { owned_ = false; }
   void SetPosition(double steps) { position_ = steps; }
 
@@ -83,7 +83,7 @@ class Axis {
   /// Turns with no end.
   [[nodiscard]] bool Endless() const { return phase_ == Phase::kEndless; }
   [[nodiscard]] bool Seeking() const { return phase_ == Phase::kSeek; }
-  /// Under way for a line that wants to hear of its end.
+  /// A move is under way whose end is to be reported.
   [[nodiscard]] bool Owned() const { return !Idle() && owned_; }
   [[nodiscard]] int Direction() const { return direction_; }
   /// The last move ordered.
@@ -93,7 +93,8 @@ class Axis {
   [[nodiscard]] double Speed(double now) const;
 
   [[nodiscard]] std::optional<double> NextEvent() const;
-  /// Works off what is due at `now` up to the first thing that the program must hear of. Call until empty.
+  /// Carries out what is due at `now` and returns at the first event that the program must be told of. To be
+  /// called until it returns nothing.
   [[nodiscard]] std::optional<AxisEvent> Advance(double now);
 
  private:

@@ -12,11 +12,12 @@
 
 namespace tavlo::hubsim {
 
-/// What a drive calls itself on the wire; 0 for no drive, `kUnlistedIdentity` for a model that has none.
+/// Returns what a drive of a model calls itself on the wire: 0 for no drive, `kUnlistedIdentity` for a model
+/// that no list knows.
 [[nodiscard]] std::uint8_t IdentityOf(int model);
 inline constexpr std::uint8_t kUnlistedIdentity = 200;
 
-/// Drives with the further inputs X0..X7 and outputs Y1..Y3 beside their main ones.
+/// Whether a drive of a model has the inputs X0..X7 and the outputs Y1..Y3 beside its main ones.
 [[nodiscard]] bool HasExtendedIo(int model);
 
 /// The value is the model byte on the wire.
@@ -44,17 +45,17 @@ class DriveBay {
   /// Model code of the drive in the socket of `axis` (0..7), 0 for an empty one. Sockets that the hub lacks
   /// are empty.
   [[nodiscard]] int PluggedModel(int axis) const;
-  /// True where a status of inputs and outputs can come from: a drive, or the Hub Quad's own block behind its
-  /// four axes.
+  /// Whether there are inputs and outputs to report: those of a drive, or the Hub Quad's own, which count as
+  /// the axis behind its four.
   [[nodiscard]] bool HasIo(int axis) const;
   /// Revision of the drive on `axis` (0..7) in hundredths.
   [[nodiscard]] int Revision(int axis) const {
     return sockets_.drive_revisions[static_cast<std::size_t>(axis)];
   }
 
-  /// Two bytes an axis: the model that the program expects, the identity of what is plugged in.
+  /// Returns two bytes an axis: the model that the program expects, the identity of what is plugged in.
   [[nodiscard]] std::string DriveList() const;
-  /// Three digits an axis; "000" for an empty socket.
+  /// Returns three digits an axis; "000" for an empty socket.
   [[nodiscard]] std::string Revisions() const;
 
  private:

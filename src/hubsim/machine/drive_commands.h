@@ -11,8 +11,9 @@
 
 namespace tavlo::hubsim {
 
-/// What the drives say to a line of text in the passthrough, with the carriage return that ends it. Nothing
-/// where no drive has the address that the line begins with. Commands are told in docs/hub-protocol.md.
+/// Returns what the drives answer to a line of text in the passthrough, the carriage return behind it
+/// included, or nothing if no drive has the address that the line begins with. docs/hub-protocol.md lists the
+/// commands.
 [[nodiscard]] std::string AnswerDriveCommand(std::string_view line, const DriveBay& bay,
                                              const Machine& machine, double now);
 

@@ -28,13 +28,13 @@ class IoBoard {
   /// Bits 0..3 the main outputs, 4..6 Y1..Y3.
   [[nodiscard]] std::uint8_t Outputs(int axis) const;
 
-  /// For an edge: whether it was seen since the last `ForgetEdges` of this input.
+  /// Whether the condition holds. An edge does if it was seen since the last `ForgetEdges` of this input.
   [[nodiscard]] bool Holds(const InputRef& input, Condition condition) const;
   void ForgetEdges(const InputRef& input);
   void ForgetAllEdges();
 
-  /// Sets an output at `now`; a pulse falls back after `width_s`. A later action on the same output ends an
-  /// earlier pulse without its falling back.
+  /// Sets an output at `now`; a pulse falls back after `width_s`, unless another action on the same output
+  /// comes before that.
   void Act(int axis, int output, OutputAction action, double width_s, double now);
   void ReleaseOutputs();
   [[nodiscard]] std::optional<double> NextEvent() const;

@@ -12,21 +12,21 @@
 
 namespace tavlo::hubsim {
 
-/// One axis that the operator turns by hand while a line waits. It leaves an axis alone that is under way for
-/// the program.
+/// One axis that the operator turns by hand while a line waits. While the axis is under way for the program
+/// it is left alone.
 class JogMotor {
  public:
   JogMotor(Machine& machine, const DriveBay& bay, const JogRate& rate)
       : machine_(&machine), bay_(&bay), rate_(rate) {}
 
   [[nodiscard]] int AxisNumber() const { return rate_.axis; }
-  /// Wants the axis to turn: 1 clockwise, -1 counter-clockwise, 0 not at all. A direction in which a limit
-  /// switch stopped the axis is not taken before another one, or none, was wanted.
+  /// Asks for a direction: 1 clockwise, -1 counter-clockwise, 0 to stand. Once a limit switch has stopped the
+  /// axis in a direction, that direction is ignored until the other one, or 0, is asked for.
   void Want(int direction);
   [[nodiscard]] int Wanted() const { return wanted_; }
-  /// Brings the axis nearer to what is wanted. Empty, or why it cannot turn.
+  /// Starts or brakes the axis as was asked for. Returns why it cannot turn; empty if it can.
   [[nodiscard]] std::optional<Halt> Advance(double now);
-  /// Nothing of its doing is under way.
+  /// No motion that it began is under way.
   [[nodiscard]] bool Standing() const { return !ours_; }
 
  private:

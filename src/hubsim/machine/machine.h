@@ -32,8 +32,8 @@ class Machine {
   [[nodiscard]] IoBoard& Io() { return io_; }
   [[nodiscard]] const IoBoard& Io() const { return io_; }
 
-  /// Takes the axes' settings over from the memory, as at the start of a program; all motors get their normal
-  /// current.
+  /// Reads the settings of the axes from the memory, as at the start of a program, and gives all motors their
+  /// normal current.
   void Load(const Memory& memory);
   [[nodiscard]] const AxisSettings& Settings(int axis) const {
     return settings_[static_cast<std::size_t>(axis)];
@@ -62,13 +62,13 @@ class Machine {
   /// Brings every axis to rest.
   void StopAll(double now);
   void CutAll(double now);
-  /// No axis is under way, but for those that turn with no end.
+  /// No axis moves, except those that turn with no end.
   [[nodiscard]] bool AllMovesDone() const;
   [[nodiscard]] bool AnythingMoves() const;
   [[nodiscard]] bool Matches(const InputPattern& pattern) const;
 
   [[nodiscard]] std::optional<double> NextEvent() const;
-  /// Works off what is due at `now`, sensors included.
+  /// Carries out what is due at `now`, sensors included, and returns the moves that ended.
   [[nodiscard]] std::vector<MoveEnd> Advance(double now);
 
  private:

@@ -11,13 +11,14 @@
 
 namespace tavlo::hubsim {
 
-/// Plays the machine by lines of text. Axes, inputs and lines are counted as an operator counts them.
+/// Does to a hub what lines of text say: inputs, limits, faults, the cable. Axes, inputs and lines count from
+/// 1, as an operator counts them.
 class Console {
  public:
   explicit Console(Hub& hub) : hub_(hub) {}
 
-  /// Carries one line out and gives the answer: "ok", a line of JSON, the help, or what was wrong, each
-  /// ending in a line feed. Nothing for an empty line.
+  /// Carries out one line and returns the answer: "ok", a line of JSON, the help, or what was wrong, each
+  /// ending in a line feed. The answer to an empty line is empty.
   [[nodiscard]] std::string Execute(std::string_view line, double now);
   /// `quit` was given.
   [[nodiscard]] bool Quitting() const { return quitting_; }
@@ -46,7 +47,7 @@ class Console {
   bool quitting_ = false;
 };
 
-/// The hub as one line of JSON, without a line feed. Lines and axes count from 1.
+/// Returns the state of the hub as one line of JSON, without a line feed. Lines and axes count from 1.
 [[nodiscard]] std::string DescribeState(const Hub& hub);
 
 }  // namespace tavlo::hubsim

@@ -13,23 +13,24 @@ namespace tavlo::hubsim {
 /// Where the system keeps a folder for each user who is signed in.
 inline constexpr const char* kUserFolders = "/run/user";
 
-/// The folder of this user's links to simulated hubs, made with mode 0700 if need be: `tavlo-composer` in
-/// XDG_RUNTIME_DIR, else in this user's folder below `user_folders`, where the system keeps one for each user
-/// who is signed in; either only if it is this user's. Else `/tmp/tavlo-composer-{uid}`. Throws
-/// std::runtime_error where the folder is not this user's alone.
+/// Returns the folder of this user's links to simulated hubs and makes it, with mode 0700, if it does not
+/// exist. It is `tavlo-composer` in the first of these two that exists and belongs to this user:
+/// XDG_RUNTIME_DIR, and the user's folder below `user_folders`. If neither does, it is
+/// `/tmp/tavlo-composer-{uid}`. Throws std::runtime_error if the folder is not this user's alone.
 [[nodiscard]] std::string RuntimeFolder(const std::string& user_folders = kUserFolders);
 
 /// `{RuntimeFolder()}/comm{number}`.
 [[nodiscard]] std::string CommLink(int number);
-/// The number of the Comm whose link that is; empty for any other path.
+/// Returns the number of the Comm whose link `link` is; empty for any other path.
 [[nodiscard]] std::optional<int> CommOf(const std::string& link);
 
-/// A symbolic link under a fixed name to wherever the hub's terminal is. While the object lives the name is
-/// reserved by a locked file beside it, so that a link left by a killed hub is told from a living one's.
+/// A symbolic link under a fixed name to wherever the hub's terminal is. While the object lives a locked file
+/// beside the link reserves the name, which tells the link of a living hub from one that a killed hub has
+/// left.
 class DeviceLink {
  public:
-  /// Throws std::runtime_error if a living hub holds the name, or something else than a link to a pseudo
-  /// terminal stands there.
+  /// Throws std::runtime_error if a living hub holds the name, or if there is anything there but a link to a
+  /// pseudo terminal.
   explicit DeviceLink(std::string path);
   DeviceLink(const DeviceLink&) = delete;
   DeviceLink& operator=(const DeviceLink&) = delete;

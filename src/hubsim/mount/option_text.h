@@ -12,20 +12,21 @@
 
 namespace tavlo::hubsim {
 
-/// "1.38" gives 138. One to three digits, then a point and two digits; anything else is empty.
+/// Returns 138 for "1.38". Empty for anything but one to three digits, a point and two digits.
 [[nodiscard]] std::optional<int> ParseHundredths(std::string_view text);
-/// "1.38" gives 38. Empty outside 1.00 to 2.27, the revisions that a greeting can carry.
+/// Returns 38 for "1.38". Empty outside 1.00 to 2.27, the revisions that a greeting can carry.
 [[nodiscard]] std::optional<int> ParseFirmware(std::string_view text);
-/// "1,4,3": model codes by axis, the axes not named having no drive. Codes are 0..50 and 100, a drive that no
-/// list knows.
+/// Reads model codes by axis, as "1,4,3"; an axis that is not named has no drive. Codes are 0..50, and 100
+/// for a drive that no list knows.
 [[nodiscard]] std::optional<std::array<int, kAxisCount>> ParseDrives(std::string_view text);
-/// "1.89,2.00": revisions 0.00 to 9.99 by axis in hundredths; the axes not named have those of `others`.
+/// Reads revisions from 0.00 to 9.99 by axis, as "1.89,2.00", into hundredths; an axis that is not named has
+/// that of `others`.
 [[nodiscard]] std::optional<std::array<int, kAxisCount>> ParseRevisions(
     std::string_view text, const std::array<int, kAxisCount>& others);
 
-/// A whole number without a sign or blanks.
+/// Reads a whole number without a sign or blanks.
 [[nodiscard]] std::optional<int> ParseWhole(std::string_view text);
-/// "fe0102" or "FE 01 02".
+/// Reads bytes as "fe0102" or "FE 01 02".
 [[nodiscard]] std::optional<std::string> ParseHex(std::string_view text);
 [[nodiscard]] std::string ToHex(std::string_view bytes);
 

@@ -10,8 +10,8 @@
 
 namespace tavlo::hubsim {
 
-/// A raw pseudo terminal. The hub holds both ends: its own, and the PC's, so that the line stays up and raw
-/// while no PC has it open. None of the calls blocks.
+/// A raw pseudo terminal. The hub holds its own end, and the PC's too, so that the line stays up and raw
+/// while no PC has it open. No call blocks.
 class Pty {
  public:
   /// Throws std::runtime_error.
@@ -19,14 +19,14 @@ class Pty {
 
   /// The path that the PC opens.
   [[nodiscard]] const std::string& Path() const { return path_; }
-  /// Can be read while Read() has something to do.
+  /// Is readable while `Read` has something to do.
   [[nodiscard]] int Fd() const { return waiting_.Get(); }
-  /// What has come from the PC; may be empty. A program on the PC that was killed has left the line to itself
-  /// alone: others can open it again from here on.
+  /// Returns what has come from the PC, which may be nothing. If a program on the PC was killed that kept the
+  /// line to itself, others can open it again after this call.
   [[nodiscard]] std::string Read();
-  /// Gives the number of bytes taken, which may be 0: what the PC does not read does not pile up in the
-  /// kernel, for the next program to open the line would be fed old news. Nothing tells when there is room
-  /// again.
+  /// Returns the number of bytes taken, which may be 0: what the PC does not read must not pile up in the
+  /// kernel, where the next program to open the line would find it. There is no event for room that becomes
+  /// free.
   [[nodiscard]] std::size_t Write(std::string_view bytes);
   /// Bytes written that the PC has not read. Those of the last milliseconds may be missing.
   [[nodiscard]] std::size_t Unread() const;

@@ -37,7 +37,7 @@ class Server {
 
   /// "{link} -> {terminal}".
   [[nodiscard]] std::string Where() const;
-  /// Tells on standard output that the PC may come.
+  /// Tells on standard output that the hub is ready for a PC.
   void Announce() const;
   /// Serves until `quit`, SIGINT, SIGTERM or SIGHUP. Blocks in the system while there is nothing to do.
   void Run();
@@ -46,13 +46,13 @@ class Server {
   // read, at `NextEvent`, and behind everything it did to the hub itself. The stop signals are blocked; the
   // caller looks after them.
 
-  /// Does what is there to do and returns.
+  /// Does what there is to do and returns.
   void Serve();
-  /// When there is something to do next, on the clock of `Now`; empty if only bytes bring it.
+  /// When there is something to do next, on the clock of `Now`; empty if nothing is to do before bytes come.
   [[nodiscard]] std::optional<double> NextEvent() const;
   /// -1 while the cable is off.
   [[nodiscard]] int PtyFd() const { return pty_ ? pty_->Fd() : -1; }
-  /// Standard input has not come to its end and is not left alone for a while.
+  /// Whether standard input is to be read: it has not ended, and it does not rest after too long a line.
   [[nodiscard]] bool ReadsConsole() const { return stdin_open_ && !console_rests_until_; }
   /// `quit` was given.
   [[nodiscard]] bool Quitting() const { return console_.Quitting(); }

@@ -7,8 +7,8 @@
 
 namespace tavlo::hubsim {
 
-/// A motor's shaft: a hand that turns clockwise with the position and stands up at 0. Pale while the motor
-/// has no current.
+/// A motor's shaft: a hand that turns clockwise with the position and points up at 0. It is pale while the
+/// motor has no current.
 class Dial : public QWidget {
  public:
   /// `owner` is whose shaft it is, as "axis 3".

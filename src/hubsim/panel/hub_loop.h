@@ -13,8 +13,8 @@ class QSocketNotifier;
 
 namespace tavlo::hubsim {
 
-/// The stop signals as something that can be read. Made while the process has one thread: the threads that
-/// come later keep them blocked too.
+/// The stop signals as something that can be read. To be made while the process has one thread, for a thread
+/// inherits that they are blocked.
 class StopSignals {
  public:
   /// Throws std::runtime_error.
@@ -34,7 +34,7 @@ class HubLoop : public QObject {
   HubLoop(Server& server, const StopSignals& stop_signals);
   ~HubLoop() override;
 
-  /// Lets the hub do what is due. Call behind everything that was done to the hub.
+  /// Lets the hub do what is due. To be called after everything that was done to the hub.
   void Serve();
 
  signals:

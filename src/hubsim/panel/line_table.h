@@ -20,7 +20,7 @@ class LineTable : public QAbstractTableModel {
   enum Column { kNumber, kKind, kBytes, kColumns };
 
   explicit LineTable(QObject* parent);
-  /// Tells of no row that did not change.
+  /// Announces only the rows that have changed.
   void Show(MemoryView memory, std::uint8_t firmware, std::optional<int> running);
 
   [[nodiscard]] int rowCount(const QModelIndex& parent) const override;

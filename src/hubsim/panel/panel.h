@@ -8,8 +8,9 @@
 
 namespace tavlo::hubsim {
 
-/// Serves a hub and shows it in a window, until that is closed, `quit` is typed or a stop signal comes. Gives
-/// the exit code. Throws std::runtime_error as `Server` does, and where there is nothing to show a window on.
+/// Serves a hub and shows it in a window, until the window is closed, `quit` is typed or a stop signal comes.
+/// Returns the exit code. Throws std::runtime_error where `Server` does, and if there is no display to show a
+/// window on.
 [[nodiscard]] int RunPanel(int& argc, char** argv, const HubOptions& hub_options,
                            const ServerOptions& server_options);
 

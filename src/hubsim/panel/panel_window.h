@@ -22,8 +22,8 @@ class PanelWindow : public QWidget {
   Q_OBJECT
 
  public:
-  /// `now` is the hub's clock. `serve` lets the hub do what is due and sends what it says; it is called in
-  /// front of every look at the hub and behind everything done to it.
+  /// `now` is the hub's clock. `serve` lets the hub do what is due and sends what it says; it is called
+  /// before each look at the hub and after everything that was done to it.
   PanelWindow(Hub& hub, const QString& title, std::function<double()> now, std::function<void()> serve);
 
   /// Shows the hub as it is now. While the window can be seen it does so by itself.
@@ -40,7 +40,7 @@ class PanelWindow : public QWidget {
  private:
   void ConnectControls();
   void AskFault(int axis);
-  /// Behind something done to the hub; `note` tells why it had no effect.
+  /// Called after something was done to the hub; `note` tells why it had no effect.
   void Acted(const QString& note = {});
 
   Hub& hub_;

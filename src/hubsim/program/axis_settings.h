@@ -12,19 +12,19 @@ namespace tavlo::hubsim {
 /// A speed on the wire counts fortieths of a revolution a second.
 inline constexpr double kSpeedUnitsPerRev = 40;
 
-/// What the hub takes from one axis's 32-byte block.
+/// What the hub reads from the 32-byte block of one axis.
 struct AxisSettings {
   int model = 0;
   double steps_per_rev = 0;
   double steps_per_unit = 0;
-  double speed_factor = 0;  ///< 1/40 rev/s in one unit a second, rounded by the PC
+  double speed_factor = 0;  ///< fortieths of rev/s in one unit a second, as the PC rounded it
   double current_amps = 0;
   bool limits_used = true;
 };
 
 enum class LimitAction : std::uint8_t { kHalt = 0, kBranch = 1, kContinue = 2 };
 
-/// Hub-wide settings, which ride in the last bytes of some axes' blocks.
+/// Settings of the whole hub, which stand in the last bytes of some axes' blocks.
 struct HubSettings {
   bool uses_terminal = false;
   LimitAction limit_action = LimitAction::kHalt;

@@ -50,16 +50,16 @@ inline constexpr std::uint8_t kWaitThisBit = 0x80;
 inline constexpr std::uint8_t kTextEnd = 0xFF;
 inline constexpr int kLineCodes = 32;
 
-/// A comment brings at most this many characters and then needs no end mark.
+/// A comment has at most this many characters; one that has them all needs no end mark.
 inline constexpr int kCommentText = 27;
-/// A knob line's text has at most this many bytes in the line itself, its end mark included.
+/// At most so many bytes of a knob line's text stand in the line itself, the end mark included.
 inline constexpr int kKnobText = 11;
 
-/// Multi-input lines carry the drive's own inputs from the firmware behind this one (1.08) on.
+/// Up to this firmware (1.08) a line that looks at several inputs does not carry the drive's own ones.
 inline constexpr std::uint8_t kLastShortMultiInput = 8;
 
-/// True when `line`, the bytes received since the last line's end, is a whole line.
-/// `firmware` is the hub's revision byte (38 is 1.38). Code 32 and above mean nothing and are one byte long.
+/// Whether `line`, the bytes received since the last line's end, is a whole line. `firmware` is the hub's
+/// revision byte (38 is 1.38). Codes of 32 and above mean nothing, and such a line is one byte long.
 [[nodiscard]] bool LineComplete(std::span<const std::uint8_t> line, std::uint8_t firmware);
 
 }  // namespace tavlo::hubsim

@@ -34,8 +34,8 @@ class Memory {
   [[nodiscard]] Slot Line(int line) const;
   /// `axis` is 0..7.
   [[nodiscard]] AxisBlock Axis(int axis) const;
-  /// The text that begins at an offset of the pool, up to a byte 255, a byte 0 or the pool's end. Empty
-  /// behind the pool.
+  /// Returns the text that begins at an offset of the pool and goes to a byte 255, a byte 0 or the pool's
+  /// end. Empty if the offset is not in the pool.
   [[nodiscard]] std::string PoolText(int offset) const;
 
   /// Keeps the first 32 bytes of `bytes` in the slot of `line` and clears the rest of the slot.

@@ -67,7 +67,7 @@ struct MoveStatement {
   bool home = false;
 };
 
-/// Nothing to do and nothing to tell: an empty line, a comment, a code that means nothing.
+/// A line that does nothing and is not reported: an empty one, a comment, a code that means nothing.
 struct SilentStatement {};
 struct WaitTimeStatement {
   int hundredths = 1;
@@ -91,7 +91,7 @@ struct InputPattern {
   std::uint8_t mask = 0;
   std::uint8_t drive_states = 0;
   std::uint8_t drive_mask = 0;
-  /// False: the states are what no input may be for the pattern to hold (one of them differs).
+  /// True: the pattern holds if every input is as `states` says. False: it holds if at least one is not.
   bool all = true;
 };
 struct WaitInputsStatement {
@@ -212,11 +212,11 @@ using Statement =
                  StartStopStatement, DisplayStatement, ValueStatement, EnterStatement, YesNoStatement,
                  MenuStatement, FollowKnobStatement>;
 
-/// Reads a slot. Any 32 bytes are a statement. An axis above 7 makes the line silent, since no such drive can
-/// be meant. `firmware` is the revision byte that the line was downloaded under.
+/// Reads a slot. Any 32 bytes are a statement; a line that names an axis above 7 is a silent one. `firmware`
+/// is the hub's revision byte at the download of the line.
 [[nodiscard]] Statement ReadStatement(Slot slot, std::uint8_t firmware);
 
-/// The axis that a statement names.
+/// Returns the axis that a statement names; empty if it names none.
 [[nodiscard]] std::optional<int> AxisOf(const Statement& statement);
 
 }  // namespace tavlo::hubsim

@@ -19,7 +19,7 @@ enum class CountDisplay : std::uint8_t {
   kUp,    ///< the number of the present round, from 1
 };
 
-/// Where the program comes back to, and how often its loops still run.
+/// The lines to which the calls return, and the rounds that the loops have left.
 class Flow {
  public:
   void Clear();
@@ -30,10 +30,11 @@ class Flow {
   [[nodiscard]] std::optional<int> Return();
   [[nodiscard]] int Depth() const { return static_cast<int>(stack_.size()); }
 
-  /// `loop` is the ordinal of the wire, 0..255. A loop that is already counting goes on counting: a program
-  /// that jumped out of it and comes back finds its count as it was. A count below 1 is one round.
+  /// Enters a loop. `loop` is its number on the wire, 0..255. A loop that is already counting keeps its
+  /// count, so a program that jumped out of it and comes back goes on where it was. A count below 1 is one
+  /// round.
   void Repeat(int loop, int count, CountDisplay display);
-  /// One round is over. True if another one follows. A loop that was never entered has none.
+  /// Ends a round. Returns true if another one follows, which is never so in a loop that was not entered.
   [[nodiscard]] bool EndRound(int loop);
   /// The next Repeat counts anew.
   void ResetLoop(int loop);

@@ -19,7 +19,7 @@
 
 namespace tavlo::hubsim {
 
-/// What became of a line that was let go.
+/// What has become of a line that began.
 struct LineOutcome {
   int next = 0;                ///< the line to go on with; 200 and above end the program
   std::function<bool()> over;  ///< tells when the line is over
@@ -41,11 +41,11 @@ struct LineContext {
   double now;                ///< machine seconds
 };
 
-/// Whether a line may be let go now, or must wait for moves that it waits for or whose axis it wants. Brings
-/// an axis that turns with no end to rest where a move wants it.
+/// Whether a line may begin now: the moves that it waits for are over, and the axis that it wants is free.
+/// Brakes an axis that turns with no end if a move wants it.
 [[nodiscard]] bool MayGo(const Statement& statement, const LineContext& context);
 
-/// Carries one line out as far as it goes at once.
+/// Begins a line, and carries out what of it takes no time.
 [[nodiscard]] LineOutcome RunLine(const Statement& statement, const LineContext& context);
 
 }  // namespace tavlo::hubsim

@@ -35,33 +35,34 @@ class Runner {
 
   /// From the first line, whatever ran before. `terminal`: somebody sits at the operator terminal.
   void Start(bool terminal, double now);
-  /// Motion comes to rest, nothing more is told. Ends a halt too.
+  /// Brakes all motion and forgets the run; no more of it is told. Ends a halt too.
   void Stop(double now);
   /// Takes effect at the next line; a line under way and motion go on.
   void Pause(double now);
   void Resume(double now);
-  /// Runs one line of a paused program; while a line is still under way, that one is the step.
+  /// Runs one line of a paused program. If a line is still under way, its rest is the step.
   void Step(double now);
-  /// To the first line, in the same state of running or being paused.
+  /// Goes to the first line; a paused program stays paused.
   void Rewind(double now);
-  /// The PC has shown a line event.
+  /// The PC acknowledges a line event.
   void Acknowledge(double now);
-  /// Cuts motion, releases outputs, forgets the run. Positions and variables stay.
+  /// Stops all motion at once, releases the outputs and forgets the run. Positions and variables stay.
   void Reset(double now);
-  /// Everything but the levels of the inputs as it is after power-up.
+  /// Makes everything as it is after power-up, except the levels of the inputs.
   void PowerUp(double now);
 
-  /// True if something becomes of it: the axis has a drive that uses its limit switches, and a program runs,
-  /// or has ended while something moves; where the program continues behind a limit, the axis moves.
+  /// Returns false if it changes nothing: the axis has no drive or does not use its limit switches; no
+  /// program runs, and none that has ended left anything moving; a limit does no more than stop the axis,
+  /// which stands.
   bool HitLimit(int axis, double now);
-  /// True if a program runs, or has ended while something moves.
+  /// Returns false unless a program runs, or has ended and left something moving.
   bool PressStop(double now);
-  /// True if the axis has a drive.
+  /// Returns false if the axis has no drive.
   bool Fail(int axis, int code, double now);
   void SetInput(int axis, int input, bool high, double now);
   /// A key of the operator terminal. Ignored unless a line waits for it.
   void PressKey(char key, double now);
-  /// True if a line follows the axis's hand wheel.
+  /// Returns false unless a line follows the axis's hand wheel.
   bool TurnKnob(int axis, int counts, double now);
 
   [[nodiscard]] RunState State() const { return state_; }

@@ -17,8 +17,8 @@ inline constexpr int kDisplayColumns = 20;
 inline constexpr int kEntryRow = kDisplayRows - 1;
 using DisplayLines = std::array<std::string, kDisplayRows>;
 
-/// The operator terminal's display as the hub believes it, and the bytes that make the terminal agree. Rows
-/// hold printable characters alone, at most 20, without blanks at their end unless one was just written.
+/// What the operator terminal's display shows, as the hub believes, and the bytes that make the terminal show
+/// it. A row holds at most 20 characters, all printable. It ends in no blank, unless one was just written.
 class TerminalDisplay {
  public:
   explicit TerminalDisplay(Reporter& reporter) : reporter_(reporter) {}
@@ -26,14 +26,14 @@ class TerminalDisplay {
   [[nodiscard]] const DisplayLines& Lines() const { return lines_; }
 
   void Clear();
-  /// Clears the display and writes a text that is stored 20 characters a row. A line feed goes to the next
-  /// row, a carriage return is dropped, any other character that no display has is shown as "?". What does
-  /// not fit into the first `rows` rows is dropped.
+  /// Clears the display and writes a text, 20 characters a row. A line feed goes to the next row, a carriage
+  /// return is dropped, any other character that is not printable is shown as "?". What does not fit into the
+  /// first `rows` rows is dropped.
   void Show(std::string_view text, int rows = kDisplayRows);
-  /// Makes a row read `text`, cut at 20 characters; sends no more than the difference where the terminal's
-  /// cursor is in the row.
+  /// Makes a row read `text`, cut at 20 characters. While the terminal's cursor is in the row, only the
+  /// difference is sent.
   void WriteRow(int row, std::string_view text);
-  /// The terminal lost its power with the hub: nothing is sent.
+  /// The terminal has lost its power with the hub: the display is empty, and nothing is sent.
   void Forget();
 
  private:

@@ -24,9 +24,9 @@ enum class WaitsFor : std::uint8_t {
   kMenuKey,  ///< a number key
 };
 
-/// A line under way that has to do with the operator: the keypad, a hand wheel, inputs that jog. Made when
-/// the line is let go, gone when it is over. What it was given to work on outlives it. Times are machine
-/// seconds.
+/// A line under way that has to do with the operator: the keypad, a hand wheel, inputs that jog. It is made
+/// when the line begins and gone when the line is over; what it was given to work on outlives it. Times are
+/// machine seconds.
 class Interaction {
  public:
   virtual ~Interaction() = default;
@@ -34,12 +34,12 @@ class Interaction {
   [[nodiscard]] virtual WaitsFor Waits() const = 0;
   /// A key of the operator terminal, as its byte.
   virtual void Key(char /*key*/, double /*now*/) {}
-  /// A hand wheel was turned by so many counts; false if the line does not follow that axis's.
+  /// The hand wheel of an axis was turned. Returns false if the line does not follow that wheel.
   virtual bool TurnKnob(int /*axis*/, int /*counts*/, double /*now*/) { return false; }
-  /// Works off what is due at `now`; called whenever something may have changed.
+  /// Carries out what is due at `now`; called whenever something may have changed.
   virtual void Advance(double /*now*/) {}
   [[nodiscard]] virtual std::optional<double> NextEvent() const { return std::nullopt; }
-  /// The line is left before it is over: brings what it moves to rest.
+  /// The line is left before it is over: brakes what it moves.
   virtual void Leave(double /*now*/) {}
 
   /// The line to go on with; empty while this one is not over.

@@ -23,11 +23,11 @@ class ValueEntry {
 
   explicit ValueEntry(Rules rules) : rules_(rules) {}
 
-  /// False if the key changed nothing.
+  /// Returns false if the key changed nothing.
   bool Key(char key);
   void Clear();
   [[nodiscard]] const std::string& Text() const { return text_; }
-  /// No digit was typed.
+  /// No digit has been typed.
   [[nodiscard]] bool Empty() const;
   [[nodiscard]] Fixed4 Value() const;
 

@@ -12,11 +12,11 @@
 
 namespace tavlo::hubsim {
 
-/// One download after its "F": 200 lines, the 256 bytes of the axis blocks, the pool up to its 0x00. Bytes go
-/// into the memory as they come; a line goes in when it is whole.
+/// One download behind its "F": 200 lines, the 256 bytes of the axis blocks, the pool up to its 0x00. A line
+/// is stored in the memory when it is whole, any other byte as it comes.
 class Download {
  public:
-  /// What is to be acknowledged: `index` counts from 1 within its kind.
+  /// What the hub has to acknowledge: line or block number `index`, from 1.
   struct Acknowledge {
     Reply reply = Reply::kLine;
     std::int64_t index = 0;

@@ -199,7 +199,7 @@ constexpr bool FailuresInOrder() {
 }
 static_assert(FailuresInOrder(), "the table is indexed by the mode");
 
-/// One mode and its number. `at` counts from 1; 1 when a mode that takes a number is given none.
+/// One mode and its number, which counts from 1 and is 1 if none is given.
 struct FailurePlan {
   Failure mode = Failure::kNone;
   int at = 1;
@@ -209,8 +209,8 @@ struct FailurePlan {
   return kFailures[static_cast<std::size_t>(mode)];
 }
 
-/// "MODE" or "MODE:N", N a whole number from 1. Empty for an unknown mode, a number that is none, and a
-/// number behind a mode that takes none.
+/// Reads "MODE" or "MODE:N", N a whole number from 1. Empty for an unknown mode, for an N that is anything
+/// else, and for an N behind a mode that takes none.
 [[nodiscard]] std::optional<FailurePlan> ParseFailure(std::string_view text);
 
 /// What becomes of one answer.
@@ -219,7 +219,8 @@ struct SpoiledReply {
   double delay_s = 0;
 };
 
-/// Gives `bytes` as `plan` lets them out, answer number `index` (from 1) of its kind. Empty bytes: silence.
+/// Returns what `plan` lets out of `bytes`, which are answer number `index` (from 1) of their kind. Empty
+/// bytes are silence.
 [[nodiscard]] SpoiledReply SpoilReply(const FailurePlan& plan, Reply reply, std::int64_t index,
                                       std::string bytes);
 

@@ -15,7 +15,7 @@ namespace tavlo::hubsim {
 class Outbox {
  public:
   void Put(std::string_view bytes);
-  /// Holds back what is put in from here on, for so long from the time of the last `Advance`.
+  /// Holds back what is put in from now on, until `seconds` after the time of the last `Advance`.
   void Stall(double seconds) { stalled_until_ = now_ + seconds; }
   /// Puts `bytes` in when `Advance` reaches `when`.
   void PutAt(std::string bytes, double when);

@@ -19,7 +19,7 @@ class Reporter {
  public:
   Reporter(Outbox& outbox, const FailurePlan& failure) : outbox_(outbox), failure_(failure) {}
 
-  /// The number of a failure that counts what is told starts again.
+  /// A failure that counts messages or bytes counts from here on.
   void CountAnew() { sent_ = told_bytes_ = 0; }
 
   /// The two bytes of the hub's identity.

@@ -13,20 +13,20 @@ namespace tavlo::hubsim {
 /// What goes wrong with the bytes from the PC before the hub sees them.
 class WireFaults {
  public:
-  /// Counts its bytes from here on.
+  /// Plays `plan`, whose bytes count from here on.
   void Start(const FailurePlan& plan) {
     plan_ = plan;
     count_ = 0;
   }
 
-  /// Empty if the byte got lost.
+  /// Returns what arrives of a byte; empty if it is lost.
   [[nodiscard]] std::optional<std::uint8_t> Pass(std::uint8_t byte) {
     const bool here = ++count_ == plan_.at;
     if (here && plan_.mode == Failure::kDropByte) return std::nullopt;
     if (here && plan_.mode == Failure::kFlipByte) return static_cast<std::uint8_t>(byte ^ 1);
     return byte;
   }
-  /// The cable is to come off behind the byte that passed last.
+  /// The cable comes off behind the byte that passed last.
   [[nodiscard]] bool CableComesOff() const { return plan_.mode == Failure::kUnplug && count_ >= plan_.at; }
 
  private:
