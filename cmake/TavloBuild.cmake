@@ -1,21 +1,36 @@
 # Compiler settings and the few functions that the CMakeLists of the layers are written with.
 
+include(CheckLinkerFlag)
+
+# A launcher of the builder's own stays, and an empty one leaves the cache out.
 find_program(CCACHE_PROGRAM ccache)
-if(CCACHE_PROGRAM)
+if(CCACHE_PROGRAM AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
   # Precompiled headers are only kept with these allowances; no code here asks for the time of its build.
-  set(CMAKE_CXX_COMPILER_LAUNCHER
-      ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1
-      CCACHE_DEPEND=1 CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE_PROGRAM})
+  set(ccache_settings CCACHE_DEPEND=1 CCACHE_SLOPPINESS=pch_defines,time_macros)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # What one clone has built serves the next. The headers that clang precompiles hold the path of their folder.
+    list(APPEND ccache_settings CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1)
+  endif()
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env ${ccache_settings} ${CCACHE_PROGRAM})
   if(TAVLO_PRECOMPILE AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     add_compile_options(-fpch-preprocess)
+  elseif(TAVLO_PRECOMPILE AND CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    add_compile_options("SHELL:-Xclang -fno-pch-timestamp")
   endif()
 endif()
+
 find_program(MOLD_PROGRAM mold)
 if(MOLD_PROGRAM)
-  add_link_options(-fuse-ld=mold)
+  check_linker_flag(CXX -fuse-ld=mold TAVLO_LINKS_WITH_MOLD)
+  if(TAVLO_LINKS_WITH_MOLD)
+    add_link_options(-fuse-ld=mold)
+  endif()
 endif()
 
-add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+# The presets make errors of them; another compiler, or another setting of this one, may warn of what is right.
+if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+  add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
+endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # They raise false alarms inside its own std::string; the sanitizers look for the real thing.
   add_compile_options(-Wno-array-bounds -Wno-restrict -Wno-stringop-overflow -Wno-stringop-overread)
