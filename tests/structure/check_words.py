@@ -14,7 +14,7 @@ import tempfile
 
 PLACES = [
     "src", "tests", "docs", "examples", "packaging", "bench", "fuzz", "help", "cmake", "resources", ".ci",
-    "README.md", "CMakeLists.txt", "CMakePresets.json", "run", "test",
+    "README.md", "CONTRIBUTING.md", "CMakeLists.txt", "CMakePresets.json", "run", "test",
 ]
 # Written in pieces so that this file does not find itself.
 OUTSIDE = [
