@@ -63,6 +63,14 @@ TEST_F(Documents, ListEveryMnemonic) {
   }
 }
 
+TEST_F(Documents, ListEveryCodeOfALineOnTheWire) {
+  const std::string page = TextOf("docs/hub-protocol.md");
+  for (int type = 0; type < kTypes; ++type) {
+    const std::regex row("\\| " + std::to_string(type) + " \\| [a-z ]+ \\| [0-9bw]");
+    EXPECT_TRUE(std::regex_search(page, row)) << "no row of code " << type << ", " << Mnemonic(type);
+  }
+}
+
 TEST_F(Documents, TellWhatStopsAMachineAndHowAWaitReads) {
   const std::string guide = TextOf("docs/command-line.md");
   for (const char* words : {"## What stops a machine", "`Wait 0.05 seconds`", "TAVLO_PORT"}) {

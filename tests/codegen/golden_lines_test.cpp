@@ -78,7 +78,7 @@ constexpr GoldenLine kGolden[] = {
 TEST(GoldenLines, ThereIsOneOfEachType) {
   int type = 0;
   for (const GoldenLine& golden : kGolden) EXPECT_EQ(golden.type, type++);
-  EXPECT_EQ(type, kTypes);
+  EXPECT_EQ(type, kTypes) << "a kind of line has no bytes here that were worked out by hand";
 }
 
 TEST(GoldenLines, EachTypeCompilesToTheBytesWorkedOutByHand) {

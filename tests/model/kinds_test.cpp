@@ -45,7 +45,7 @@ TEST(Kinds, EveryCodeHasItsMnemonic) {
     EXPECT_EQ(Mnemonic(row.code), row.mnemonic);
     ++code;
   }
-  EXPECT_EQ(code, kTypes);
+  EXPECT_EQ(code, kTypes) << "a kind of line has no row in this table";
 }
 
 TEST(Kinds, ACodeOutsideTheTableHasNoMnemonic) {

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "hubsim/line_codes.h"
 #include "model/program_file.h"
 #include "programs.h"
 #include "support/fake_desk.h"
@@ -40,12 +41,18 @@ TEST(Examples, EachIsTheSameByteForByteAfterALoadAndASave) {
   }
 }
 
+TEST(Examples, TheSimulatedHubHasACodeForEveryKindOfLine) {
+  EXPECT_EQ(hubsim::kLineCodes, kTypes) << "a kind of line would be taken for one that means nothing";
+}
+
 TEST(Examples, TogetherTheyUseEveryKindOfLine) {
   std::array<int, kTypes> used{};
   for (const auto& example : examples::ExamplePrograms()) {
     for (const Instruction& line : example.program.Prog) ++used[line.Type];
   }
-  for (int type = 0; type < kTypes; ++type) EXPECT_EQ(used[type] > 0, type != MMImenu) << type;
+  for (int type = 0; type < kTypes; ++type) {
+    EXPECT_EQ(used[type] > 0, type != MMImenu) << "no example has a line of type " << type;
+  }
 }
 
 }  // namespace

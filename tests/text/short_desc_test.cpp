@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
-#include "model/kinds.h"
 #include "text/short_desc.h"
 
 #include <gtest/gtest.h>
@@ -8,6 +7,7 @@
 #include <limits>
 #include <string>
 
+#include "model/kinds.h"
 #include "text/one_text.h"
 
 namespace tavlo {
@@ -43,36 +43,39 @@ TEST(ShortDesc, TheExamples) {
 }
 
 TEST(ShortDesc, EveryTypeInItsPlainForm) {
-  ExpectTexts({{FL, Untouched, "Axis 1:CW 2.0 rev, 2.0 rps"},
-               {FR, Untouched, "Axis 1:CW 2.0 rev, 2.0 rps, return"},
-               {FS, Untouched, "Axis 1:CW to sensor 1 low"},
-               {FSR, Untouched, "Axis 1:CW to sensor 1 low ,return"},
-               {WT, Untouched, "Wait 0.01 seconds"},
-               {WI, Untouched, "Axis 1:Wait for Input 1 low"},
-               {GT, Untouched, "Go to line 1"},
-               {RP, Untouched, "Repeat 10 times"},
-               {ER, Untouched, "End Repeat Loop"},
-               {SO, Untouched, "Axis 1:Set Output 1 low"},
-               {II, Untouched, "Axis 1:If Input 1 low, go to line 1"},
-               {NO, Untouched, ""},
-               {SH, Untouched, "Axis 1:CW seek home 1 low, 2.0 rps"},
-               {CM, [](Instruction& l) { l.Text = "Cut & go"; }, "Cut && go"},
-               {MMI, [](Instruction& l) { l.Text = "Hello"; }, "MMI: \"Hello\""},
-               {FP, Untouched, "Axis 1:Abs move to 2.0 rev, 2.0 rps"},
-               {ED, Untouched, "Axis 1:Disable motor"},
-               {SP, Untouched, "Axis 1:Set abs posn = 2.0 rev"},
-               {CC, Untouched, "Axis 1:Change current to 1.00 A (0% idle)"},
-               {III, Untouched, "Illegal Multi-If Input"},
-               {FLSO, Untouched, "Axis 1:CW 2.0 rev, Out 1 low"},
-               {FLCS, Untouched, "Axis 1:CW 2.0 rev, 2.0/.5 rps"},
-               {WII, Untouched, "Illegal Multi-Wait Input"},
-               {FSS, Untouched, "Axis 1:CW to sensor 1 low"},
-               {RL, Untouched, "Reset repeat loop on line 1"},
-               {LP, [](Instruction& l) { l.DistVar = 15; }, "Axis 1:Save abs position to Posn1"},
-               {CL, Untouched, "Call subroutine on line 1"},
-               {RT, Untouched, "Return from subroutine"},
-               {IM, Untouched, "Axis 1: if moving go to line 1"},
-               {SS, [](Instruction& l) { l.SubType = 3; }, "Start Axis 1 cw, 2.0 rps"}});
+  const std::initializer_list<TextRow> rows = {
+      {FL, Untouched, "Axis 1:CW 2.0 rev, 2.0 rps"},
+      {FR, Untouched, "Axis 1:CW 2.0 rev, 2.0 rps, return"},
+      {FS, Untouched, "Axis 1:CW to sensor 1 low"},
+      {FSR, Untouched, "Axis 1:CW to sensor 1 low ,return"},
+      {WT, Untouched, "Wait 0.01 seconds"},
+      {WI, Untouched, "Axis 1:Wait for Input 1 low"},
+      {GT, Untouched, "Go to line 1"},
+      {RP, Untouched, "Repeat 10 times"},
+      {ER, Untouched, "End Repeat Loop"},
+      {SO, Untouched, "Axis 1:Set Output 1 low"},
+      {II, Untouched, "Axis 1:If Input 1 low, go to line 1"},
+      {NO, Untouched, ""},
+      {SH, Untouched, "Axis 1:CW seek home 1 low, 2.0 rps"},
+      {CM, [](Instruction& l) { l.Text = "Cut & go"; }, "Cut && go"},
+      {MMI, [](Instruction& l) { l.Text = "Hello"; }, "MMI: \"Hello\""},
+      {FP, Untouched, "Axis 1:Abs move to 2.0 rev, 2.0 rps"},
+      {ED, Untouched, "Axis 1:Disable motor"},
+      {SP, Untouched, "Axis 1:Set abs posn = 2.0 rev"},
+      {CC, Untouched, "Axis 1:Change current to 1.00 A (0% idle)"},
+      {III, Untouched, "Illegal Multi-If Input"},
+      {FLSO, Untouched, "Axis 1:CW 2.0 rev, Out 1 low"},
+      {FLCS, Untouched, "Axis 1:CW 2.0 rev, 2.0/.5 rps"},
+      {WII, Untouched, "Illegal Multi-Wait Input"},
+      {FSS, Untouched, "Axis 1:CW to sensor 1 low"},
+      {RL, Untouched, "Reset repeat loop on line 1"},
+      {LP, [](Instruction& l) { l.DistVar = 15; }, "Axis 1:Save abs position to Posn1"},
+      {CL, Untouched, "Call subroutine on line 1"},
+      {RT, Untouched, "Return from subroutine"},
+      {IM, Untouched, "Axis 1: if moving go to line 1"},
+      {SS, [](Instruction& l) { l.SubType = 3; }, "Start Axis 1 cw, 2.0 rps"}};
+  ExpectTexts(rows);
+  EXPECT_EQ(rows.size(), kTypes - 2U) << "each type but FE and the menu's hub code has a row in this table";
 }
 
 TEST(ShortDesc, FEAndTheMenusHubCodeAndAnyTypeThatThereIsNotLeaveTheTextAsItWas) {
