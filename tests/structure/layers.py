@@ -1,28 +1,52 @@
 # SPDX-License-Identifier: MIT
 # Copyright (c) 2026 The Tavlo Composer authors
-"""Who may lean on whom. Nothing points the other way."""
+"""Who may lean on whom. Nothing points the other way.
 
+The one table: check_layers.py holds the includes to it, check_arrows.py the picture in docs/architecture.md and the
+link lists of CMake, and packaging/tidy takes from it which folders are the core.
+"""
+
+# On the standard library alone.
 CORE = ["platform", "model", "motion", "codegen", "text", "desk", "checks", "link"]
 
-# A folder of src/ and the folders whose headers its files may include besides its own.
-ALLOWED = {
-    "platform": set(),
-    "model": {"platform"},
-    "motion": {"model", "platform"},
-    "codegen": {"motion", "model", "platform"},
-    "text": {"motion", "model", "platform"},
-    "desk": {"text", "motion", "model", "platform"},
-    # What stands between a program and its download may look at all that is known of it.
-    "checks": {"desk", "codegen", "text", "motion", "model", "platform"},
-    "link": {"desk", "checks", "codegen", "text", "motion", "model", "platform"},
-    "editors": set(CORE),
-    "windows": set(CORE) | {"editors", "qt"},
-    "qt": {"platform"},
-    "composer": set(CORE) | {"editors", "windows", "qt"},
-    "cli": set(CORE) | {"qt", "hubsim"},
+# A folder of src/ and those that it leans on directly; on what these lean it may lean too. What is deeper down in src/
+# belongs to the nearest folder that has a row.
+LEANS_ON = {
+    "platform": [],
+    "model": ["platform"],
+    "motion": ["model"],
+    "codegen": ["motion"],
+    "text": ["motion"],
+    "desk": ["text"],
+    "checks": ["desk"],
+    "link": ["checks", "codegen"],
+    "qt": ["platform"],
+    "qt/gui": ["platform"],
+    "windows": ["link", "qt/gui"],
+    "composer": ["windows", "qt"],
+    "cli": ["link", "qt"],
     # The simulated hub has its own reading of the bytes, so that a program that runs on it proves something.
-    "hubsim": set(),
+    "hubsim": [],
 }
+
+
+def layer_of(path):
+    """The layer of a path below src/, a file or a folder; None for one that nobody drew."""
+    parts = path.split("/")
+    while parts and "/".join(parts) not in LEANS_ON:
+        parts.pop()
+    return "/".join(parts) or None
+
+
+def all_below(layer):
+    """What a layer may include besides its own."""
+    below = set()
+    for other in LEANS_ON[layer]:
+        below |= {other} | all_below(other)
+    return below
+
+
+ALLOWED = {layer: all_below(layer) for layer in LEANS_ON}
 
 # The rooms of the simulated hub from the bottom up, and the rooms whose headers the files of each may include
 # besides its own. "hub" and "main" are the files that stand beside the rooms: the hub itself and main().
