@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "checks/scans.h"
-#include "model/kinds.h"
 
 #include <gtest/gtest.h>
 
@@ -10,6 +9,8 @@
 #include <random>
 #include <utility>
 #include <vector>
+
+#include "model/kinds.h"
 
 namespace tavlo::testing {
 namespace {
