@@ -83,7 +83,7 @@ TEST(ConsoleBoxes, TheTitleStandsInFrontUnlessItIsTheApplicationsOrEmpty) {
   boxes.MsgBox({.text = "two", .title = ""});
   boxes.MsgBox({.text = "three", .title = "Missing drive"});
   EXPECT_EQ(err.str(), "one\ntwo\nMissing drive: three\n");
-  EXPECT_EQ(boxes.LastTitle(), "Missing drive");
+  EXPECT_EQ(boxes.Shown().back().title, "Missing drive");
 }
 
 TEST(ConsoleStatus, ShowsOnATerminalOnlyAndGivesWayToAMessage) {
