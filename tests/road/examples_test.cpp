@@ -5,7 +5,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "hubsim/line_codes.h"
+#include "hubsim/program/line_codes.h"
 #include "model/program_file.h"
 #include "programs.h"
 #include "support/fake_desk.h"
