@@ -119,13 +119,18 @@ class FakeBoxes : public MessageBoxes {
  public:
   void setNextAnswer(Answer answer) { answers.push_back(answer); }
 
+  /// As the operator sees them.
   std::vector<ShownBox> shown;
+  /// What each of them tells a program.
+  std::vector<Tells> told;
   std::deque<Answer> answers;
   std::function<void(const ShownBox&)> on_box;
 
  protected:
   Answer Show(const Box& box) override {
+    told.push_back(box.tells);
     shown.push_back(box);
+    shown.back().tells = Tells::Other;
     if (on_box) on_box(box);
     if (!answers.empty()) {
       const Answer answer = answers.front();
