@@ -94,6 +94,7 @@ TEST(CheckDrive, SilenceIsToldAfterASecond) {
   const double start = d.clock.now;
   EXPECT_EQ(CheckDrive(d.desk), "");
   EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{kNoHubBox});
+  EXPECT_EQ(d.boxes.told, std::vector<Tells>{Tells::HubSilent});
   EXPECT_GE(d.clock.now - start, 1.0);
   EXPECT_LT(d.clock.now - start, 1.1);
   EXPECT_EQ(d.source.program.HubVersion, 0.0F);
@@ -170,6 +171,7 @@ TEST(SilentCheckDrive, SilenceIsToldInFewerWords) {
   d.hub.instead["C"] = "";
   EXPECT_EQ(SilentCheckDrive(d.desk), "");
   EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{kNoHubShortBox});
+  EXPECT_EQ(d.boxes.told, std::vector<Tells>{Tells::HubSilent});
 }
 
 TEST(SilentCheckDrive, ASecondByteMayComeASecondAfterTheFirst) {

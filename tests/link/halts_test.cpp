@@ -80,6 +80,23 @@ TEST(Halt, EachAsksItsQuestion) {
   }
 }
 
+TEST(Halt, EachTellsAProgramWhatItIs) {
+  struct {
+    int header;
+    Tells tells;
+  } const cases[] = {{252, Tells::LimitHit},
+                     {251, Tells::StopButton},
+                     {239, Tells::StackOverflow},
+                     {238, Tells::StackUnderflow},
+                     {kDisabled, Tells::DriveDisabled}};
+  for (const auto& c : cases) {
+    RunningDesk d;
+    d.boxes.setNextAnswer(Answer::No);
+    Handle(d, c.header, 3);
+    EXPECT_EQ(d.boxes.told, std::vector<Tells>{c.tells}) << c.header;
+  }
+}
+
 TEST(Halt, TheRunWindowIsHiddenBeforeTheQuestion) {
   for (const Halt& halt : Halts()) {
     for (const RunWindow window : {RunWindow::ExecStatus, RunWindow::fakeMMI}) {
