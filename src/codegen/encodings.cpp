@@ -30,7 +30,7 @@ std::string Pack2NZ(std::int32_t x, std::string_view what) {
 }
 
 std::string PackSpeed(float rev_s, std::string_view what) {
-  return Pack2NZ(WholeLong(RoundHalfEven(static_cast<double>(rev_s) * kSpeedUnits), what), what);
+  return Pack2NZ(WholeLong(RoundHalfEven(rev_s * kSpeedUnits), what), what);
 }
 
 std::string Pack3(std::int32_t x, std::string_view what) {
