@@ -5,8 +5,8 @@
 #include <string>
 
 #include "codegen/compile.h"
-#include "desk/rows.h"
 #include "input.h"
+#include "session/rows.h"
 #include "text/short_desc.h"
 
 namespace tavlo::fuzzing {

@@ -2,7 +2,7 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #pragma once
 
-#include "desk/desk.h"
+#include "session/desk.h"
 
 namespace tavlo {
 

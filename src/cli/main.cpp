@@ -10,11 +10,11 @@
 #include <string>
 #include <vector>
 
-#include "cli/descriptor_stream.h"
-#include "cli/interrupts.h"
-#include "cli/qt_line.h"
-#include "cli/standard_descriptors.h"
-#include "cli/standard_input.h"
+#include "cli/console/descriptor_stream.h"
+#include "cli/console/interrupts.h"
+#include "cli/console/standard_descriptors.h"
+#include "cli/console/standard_input.h"
+#include "cli/desk/qt_line.h"
 #include "cli/tavlo.h"
 
 namespace {

@@ -7,10 +7,10 @@
 #include <array>
 #include <exception>
 
-#include "cli/command.h"
-#include "cli/console.h"
-#include "cli/json_text.h"
-#include "cli/spelling.h"
+#include "cli/commands/command.h"
+#include "cli/console/console.h"
+#include "cli/console/json_text.h"
+#include "cli/console/spelling.h"
 #include "model/program_file.h"
 #include "platform/number_format.h"
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "cli/environment.h"
-#include "cli/exit_code.h"
+#include "cli/console/environment.h"
+#include "cli/console/exit_code.h"
 
 namespace tavlo::cli {
 

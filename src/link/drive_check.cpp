@@ -2,10 +2,10 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "link/drive_check.h"
 
-#include "desk/main_window.h"
 #include "link/polled.h"
 #include "model/program_queries.h"
 #include "platform/number_format.h"
+#include "session/main_window.h"
 
 namespace tavlo {
 namespace {

@@ -2,10 +2,10 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "link/execution.h"
 
-#include "desk/grid.h"
 #include "link/drive_check.h"
 #include "link/operation.h"
 #include "link/polled.h"
+#include "session/grid.h"
 
 namespace tavlo {
 namespace {

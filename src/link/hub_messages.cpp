@@ -6,10 +6,10 @@
 #include <array>
 #include <optional>
 
-#include "desk/grid.h"
 #include "link/drive_check.h"
 #include "link/execution.h"
 #include "platform/number_format.h"
+#include "session/grid.h"
 
 namespace tavlo {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "desk/desk.h"
+#include "session/desk.h"
 
 namespace tavlo {
 

@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-#include "desk/desk.h"
+#include "session/desk.h"
 
 namespace tavlo {
 

@@ -7,11 +7,11 @@
 #include "codegen/compile.h"
 #include "codegen/decode.h"
 #include "codegen/encodings.h"
-#include "desk/grid.h"
 #include "link/drive_check.h"
 #include "link/operation.h"
 #include "link/polled.h"
 #include "platform/number_format.h"
+#include "session/grid.h"
 
 namespace tavlo {
 namespace {

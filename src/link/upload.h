@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "desk/desk.h"
+#include "session/desk.h"
 
 namespace tavlo {
 

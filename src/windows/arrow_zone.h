@@ -6,7 +6,7 @@
 #include <QWidget>
 #include <array>
 
-#include "desk/desk.h"
+#include "session/desk.h"
 #include "windows/row_geometry.h"
 
 namespace tavlo {

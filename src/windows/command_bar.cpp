@@ -9,10 +9,10 @@
 #include <optional>
 
 #include "qt/gui/shown_text.h"
-#include "windows/icon_images.h"
-#include "windows/ringed_button.h"
-#include "windows/rule.h"
-#include "windows/takes_input.h"
+#include "widgets/icon_images.h"
+#include "widgets/ringed_button.h"
+#include "widgets/rule.h"
+#include "widgets/takes_input.h"
 
 namespace tavlo {
 namespace {

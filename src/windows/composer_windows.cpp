@@ -6,9 +6,9 @@
 
 #include "link/com_port.h"
 #include "link/receive.h"
-#include "windows/icon_images.h"
+#include "widgets/icon_images.h"
+#include "widgets/window_accessible.h"
 #include "windows/start_form.h"
-#include "windows/window_accessible.h"
 
 namespace tavlo {
 namespace {

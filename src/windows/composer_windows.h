@@ -5,14 +5,14 @@
 #include <functional>
 #include <memory>
 
-#include "desk/desk.h"
 #include "platform/comm_devices.h"
-#include "windows/held_enter.h"
+#include "session/desk.h"
+#include "widgets/held_enter.h"
+#include "widgets/wheel_focus.h"
 #include "windows/long_form.h"
 #include "windows/run_windows.h"
 #include "windows/small_forms.h"
 #include "windows/vox_term.h"
-#include "windows/wheel_focus.h"
 
 namespace tavlo {
 

@@ -7,7 +7,7 @@
 #include <array>
 #include <vector>
 
-#include "desk/desk.h"
+#include "session/desk.h"
 
 namespace tavlo {
 

@@ -10,22 +10,22 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#include "desk/grid.h"
-#include "desk/main_window.h"
 #include "link/com_port.h"
 #include "link/download.h"
 #include "link/drive_terminal.h"
 #include "link/execution.h"
 #include "link/upload.h"
 #include "qt/gui/shown_text.h"
+#include "session/grid.h"
+#include "session/main_window.h"
+#include "widgets/font_size.h"
+#include "widgets/icon_images.h"
+#include "widgets/rule.h"
+#include "widgets/takes_input.h"
+#include "widgets/tall_pane.h"
 #include "windows/command_bar.h"
-#include "windows/font_size.h"
-#include "windows/icon_images.h"
 #include "windows/program_grid.h"
-#include "windows/rule.h"
 #include "windows/side_panels.h"
-#include "windows/takes_input.h"
-#include "windows/tall_pane.h"
 
 namespace tavlo {
 namespace {

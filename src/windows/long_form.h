@@ -4,8 +4,8 @@
 
 #include <QWidget>
 
-#include "desk/desk.h"
 #include "platform/comm_devices.h"
+#include "session/desk.h"
 
 namespace tavlo {
 

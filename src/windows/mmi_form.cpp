@@ -17,7 +17,7 @@
 #include <optional>
 
 #include "qt/gui/shown_text.h"
-#include "windows/font_size.h"
+#include "widgets/font_size.h"
 
 namespace tavlo {
 namespace {

@@ -15,9 +15,9 @@
 #include <utility>
 
 #include "qt/gui/shown_text.h"
-#include "windows/contrast.h"
+#include "widgets/contrast.h"
+#include "widgets/takes_input.h"
 #include "windows/row_accessible.h"
-#include "windows/takes_input.h"
 
 namespace tavlo {
 namespace {

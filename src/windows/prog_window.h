@@ -9,7 +9,7 @@
 #include <array>
 #include <optional>
 
-#include "desk/desk.h"
+#include "session/desk.h"
 #include "windows/arrow_zone.h"
 #include "windows/prog_counter.h"
 #include "windows/row_geometry.h"

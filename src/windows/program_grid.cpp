@@ -10,7 +10,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "windows/font_size.h"
+#include "widgets/font_size.h"
 
 namespace tavlo {
 namespace {

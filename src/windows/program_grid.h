@@ -8,7 +8,7 @@
 #include <QWidget>
 #include <optional>
 
-#include "desk/desk.h"
+#include "session/desk.h"
 #include "windows/prog_window.h"
 
 class QLabel;

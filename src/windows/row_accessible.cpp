@@ -8,8 +8,8 @@
 #include <QPointer>
 #include <array>
 
+#include "widgets/takes_input.h"
 #include "windows/prog_window.h"
-#include "windows/takes_input.h"
 
 namespace tavlo {
 namespace {

@@ -6,7 +6,7 @@
 #include <algorithm>
 
 #include "model/instruction.h"
-#include "windows/icon_images.h"
+#include "widgets/icon_images.h"
 
 namespace tavlo {
 

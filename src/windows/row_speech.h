@@ -4,7 +4,7 @@
 
 #include <QString>
 
-#include "desk/rows.h"
+#include "session/rows.h"
 
 namespace tavlo {
 

@@ -10,9 +10,9 @@
 #include <QVBoxLayout>
 
 #include "qt/gui/shown_text.h"
-#include "windows/contrast.h"
-#include "windows/drawn_icon.h"
-#include "windows/ringed_button.h"
+#include "widgets/contrast.h"
+#include "widgets/drawn_icon.h"
+#include "widgets/ringed_button.h"
 
 namespace tavlo {
 namespace {

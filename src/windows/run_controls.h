@@ -5,7 +5,7 @@
 #include <QWidget>
 #include <array>
 
-#include "desk/desk.h"
+#include "session/desk.h"
 
 class QLabel;
 class QToolButton;

@@ -7,7 +7,7 @@
 #include <functional>
 #include <optional>
 
-#include "desk/desk.h"
+#include "session/desk.h"
 
 class QEventLoop;
 class QHBoxLayout;

@@ -4,7 +4,7 @@
 
 #include <functional>
 
-#include "desk/desk.h"
+#include "session/desk.h"
 
 class QEventLoop;
 class QWidget;

@@ -10,8 +10,8 @@
 #include <algorithm>
 
 #include "qt/gui/shown_text.h"
-#include "windows/contrast.h"
-#include "windows/font_size.h"
+#include "widgets/contrast.h"
+#include "widgets/font_size.h"
 
 namespace tavlo {
 namespace {

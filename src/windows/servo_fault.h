@@ -6,8 +6,8 @@
 #include <array>
 #include <memory>
 
-#include "desk/views.h"
 #include "qt/gui/key_guard.h"
+#include "session/views.h"
 
 class QLabel;
 

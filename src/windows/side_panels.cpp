@@ -14,8 +14,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "desk/main_window.h"
 #include "qt/gui/shown_text.h"
+#include "session/main_window.h"
 #include "windows/row_text.h"
 
 namespace tavlo {

@@ -7,10 +7,10 @@
 #include <QString>
 #include <array>
 
-#include "desk/desk.h"
-#include "desk/grid.h"
 #include "link/com_port.h"
 #include "platform/comm_devices.h"
+#include "session/desk.h"
+#include "session/grid.h"
 #include "windows/comm_option.h"
 
 class QButtonGroup;

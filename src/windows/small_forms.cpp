@@ -8,7 +8,7 @@
 #include <cmath>
 
 #include "qt/gui/shown_text.h"
-#include "windows/font_size.h"
+#include "widgets/font_size.h"
 
 namespace tavlo {
 namespace {

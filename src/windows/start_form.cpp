@@ -11,11 +11,11 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
-#include "desk/desk.h"
 #include "model/program_file.h"
 #include "qt/gui/shown_text.h"
-#include "windows/font_size.h"
-#include "windows/icon_images.h"
+#include "session/desk.h"
+#include "widgets/font_size.h"
+#include "widgets/icon_images.h"
 
 namespace tavlo {
 namespace {

@@ -20,7 +20,7 @@
 
 #include "link/drive_terminal.h"
 #include "qt/gui/shown_text.h"
-#include "windows/font_size.h"
+#include "widgets/font_size.h"
 
 namespace tavlo {
 namespace {

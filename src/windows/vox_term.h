@@ -6,7 +6,7 @@
 #include <QWidget>
 #include <string>
 
-#include "desk/desk.h"
+#include "session/desk.h"
 
 class QEventLoop;
 class QPlainTextEdit;

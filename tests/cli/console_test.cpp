@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
-#include "cli/console.h"
+#include "cli/console/console.h"
 
 #include <gtest/gtest.h>
 
 #include <deque>
 #include <sstream>
 
-#include "cli/console_services.h"
+#include "cli/desk/console_services.h"
 
 namespace tavlo::testing {
 namespace {

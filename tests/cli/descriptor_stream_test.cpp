@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
-#include "cli/descriptor_stream.h"
+#include "cli/console/descriptor_stream.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -15,7 +15,7 @@
 #include <string>
 #include <thread>
 
-#include "cli/interrupts.h"
+#include "cli/console/interrupts.h"
 
 namespace tavlo::testing {
 namespace {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
-#include "cli/key_terminal.h"
+#include "cli/console/key_terminal.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

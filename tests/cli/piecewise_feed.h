@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "cli/environment.h"
+#include "cli/console/environment.h"
 
 namespace tavlo::testing {
 

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
-#include "cli/program_files.h"
+#include "cli/desk/program_files.h"
 
 #include <unistd.h>
 
 #include <array>
 
 #include "cli/companion.h"
+#include "cli/console/standard_input.h"
 #include "cli/piecewise_feed.h"
-#include "cli/standard_input.h"
 #include "model/hand_file.h"
 #include "model/old_file.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
-#include "cli/progress.h"
+#include "cli/desk/progress.h"
 
 #include <gtest/gtest.h>
 

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <sstream>
 
-#include "cli/axis_status.h"
 #include "cli/companion.h"
 #include "cli/piecewise_feed.h"
-#include "cli/run_reporter.h"
-#include "desk/main_window.h"
+#include "cli/run/axis_status.h"
+#include "cli/run/run_reporter.h"
+#include "session/main_window.h"
 #include "support/bytes.h"
 
 namespace tavlo::testing {

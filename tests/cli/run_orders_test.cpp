@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
-#include "cli/run_orders.h"
+#include "cli/run/run_orders.h"
 
 #include <gtest/gtest.h>
 

@@ -10,7 +10,7 @@
 #include <string>
 #include <utility>
 
-#include "cli/environment.h"
+#include "cli/console/environment.h"
 #include "support/sim_desk.h"
 
 namespace tavlo::testing {

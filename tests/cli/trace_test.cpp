@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
-#include "cli/trace.h"
+#include "cli/desk/trace.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "cli/companion.h"
-#include "cli/options.h"
+#include "cli/console/options.h"
 
 namespace tavlo::testing {
 namespace {

@@ -3,7 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/companion.h"
-#include "cli/comparison.h"
+#include "cli/desk/comparison.h"
 #include "codegen/compile.h"
 #include "programs.h"
 #include "support/bytes.h"

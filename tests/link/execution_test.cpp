@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include "desk/grid.h"
 #include "link/receive.h"
 #include "link/scripted_hub.h"
+#include "session/grid.h"
 
 namespace tavlo::testing {
 namespace {

@@ -7,8 +7,8 @@
 #include <random>
 #include <set>
 
-#include "desk/grid.h"
 #include "link/scripted_hub.h"
+#include "session/grid.h"
 
 namespace tavlo::testing {
 namespace {

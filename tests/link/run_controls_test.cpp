@@ -2,10 +2,10 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include <gtest/gtest.h>
 
-#include "desk/grid.h"
 #include "link/execution.h"
 #include "link/receive.h"
 #include "link/scripted_hub.h"
+#include "session/grid.h"
 
 namespace tavlo::testing {
 namespace {

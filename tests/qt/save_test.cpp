@@ -2,9 +2,9 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include <gtest/gtest.h>
 
-#include "desk/main_window.h"
 #include "model/program_file.h"
 #include "qt/qt_services.h"
+#include "session/main_window.h"
 #include "support/allowed_size.h"
 #include "support/failing_disk.h"
 #include "support/fake_desk.h"

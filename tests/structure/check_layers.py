@@ -12,7 +12,7 @@ import re
 import sys
 import tempfile
 
-from layers import ALLOWED, CORE, HUBSIM_LIBRARIES, HUBSIM_ROOMS, POSIX, STANDARD, layer_of
+from layers import ALLOWED, CORE, HUBSIM_LIBRARIES, POSIX, ROOMS, STANDARD, layer_of
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
 # Made by the build beside the file that includes it.
@@ -32,25 +32,27 @@ def is_panel(path):
     return path.as_posix().startswith("hubsim/panel/")
 
 
-def hubsim_room(relative):
-    """The room of a file of the simulated hub, named from src/."""
-    if len(relative.parts) > 2:
-        return relative.parts[1]
-    return "main" if relative.name == "main.cpp" else "hub"
+def room_of(path, layer):
+    """The room of a file, named from src/, in a layer that has rooms."""
+    inside = path.relative_to(layer)
+    return inside.parts[0] if len(inside.parts) > 1 else inside.stem
 
 
-def room_error(header, relative):
-    room, target = hubsim_room(relative), hubsim_room(pathlib.PurePosixPath(header))
-    if room in HUBSIM_ROOMS and target != room and target not in HUBSIM_ROOMS[room]:
-        return f'the simulated hub\'s {room} may not lean on its {target}: "{header}"'
+def room_error(layer, header, relative):
+    rooms = ROOMS[layer]
+    room, target = room_of(relative, layer), room_of(pathlib.PurePosixPath(header), layer)
+    if room in rooms and target != room and target not in rooms[room]:
+        return f'{layer}/{room} may not lean on {layer}/{target}: "{header}"'
     return None
 
 
-def rooms_errors(rooms):
+def rooms_errors(layer, rooms):
     """A table that does not go from the bottom up would let rooms lean on each other."""
     below, errors = set(), []
     for room, leans_on in rooms.items():
-        errors += [f"layers.py: {room} leans on {other}, which does not stand below it" for other in leans_on - below]
+        errors += [
+            f"layers.py: {layer}/{room} leans on {other}, which does not stand below it" for other in leans_on - below
+        ]
         below.add(room)
     return errors
 
@@ -67,7 +69,7 @@ def quoted_error(layer, header, source_root, path):
         return f'{layer} may not lean on {target}: "{header}"'
     if header.startswith("hubsim/panel/") and header != PANEL_DOOR and not is_panel(path.relative_to(source_root)):
         return f'the window of the simulated hub is reached through "{PANEL_DOOR}" alone: "{header}"'
-    return room_error(header, path.relative_to(source_root)) if layer == target == "hubsim" else None
+    return room_error(layer, header, path.relative_to(source_root)) if layer == target and layer in ROOMS else None
 
 
 def system_error(layer, header, path):
@@ -85,15 +87,15 @@ def check(root):
     """The number of files looked at and a list of complaints."""
     source_root = root / "src"
     files = sorted(p for p in source_root.rglob("*") if p.suffix in (".cpp", ".h"))
-    errors = rooms_errors(HUBSIM_ROOMS)
+    errors = [error for layer, rooms in ROOMS.items() for error in rooms_errors(layer, rooms)]
     for path in files:
         relative = path.relative_to(source_root)
         layer = layer_of(relative.parent.as_posix())
         if layer is None:
             errors.append(f"src/{relative}: belongs to no layer")
             continue
-        if layer == "hubsim" and hubsim_room(relative) not in HUBSIM_ROOMS:
-            errors.append(f"src/{relative}: belongs to no room of the simulated hub")
+        if layer in ROOMS and room_of(relative, layer) not in ROOMS[layer]:
+            errors.append(f"src/{relative}: belongs to no room of {layer}")
         for match in INCLUDE.finditer(path.read_text(encoding="utf-8", errors="replace")):
             quoted, system = match.groups()
             error = (
@@ -108,15 +110,15 @@ def check(root):
 CASES = [
     ("a layer above", "model/a.cpp", '"link/b.h"', True),
     ("a layer beside", "codegen/a.cpp", '"text/b.h"', True),
-    ("a blank inside the directive", "model/a.cpp", '  "desk/b.h"', True),
-    ("the toolkit in the core", "desk/a.h", "<QString>", True),
+    ("a blank inside the directive", "model/a.cpp", '  "session/b.h"', True),
+    ("the toolkit in the core", "session/a.h", "<QString>", True),
     ("the toolkit in the core by its folder", "link/a.h", "<QtCore/QString>", True),
     ("a system header in the core", "platform/a.cpp", "<unistd.h>", True),
     ("a library in the core", "model/a.cpp", "<nlohmann/json.hpp>", True),
-    ("the simulated hub on the compilers", "hubsim/a.cpp", '"codegen/b.h"', True),
-    ("the simulated hub on the toolkit", "hubsim/a.cpp", "<QTimer>", True),
-    ("the companion on a window", "cli/a.cpp", '"windows/b.h"', True),
-    ("the desktop on the simulated hub", "composer/a.cpp", '"hubsim/b.h"', True),
+    ("the simulated hub on the compilers", "hubsim/hub.cpp", '"codegen/b.h"', True),
+    ("the simulated hub on the toolkit", "hubsim/hub.cpp", "<QTimer>", True),
+    ("the companion on a window", "cli/tavlo.cpp", '"windows/b.h"', True),
+    ("the desktop on the simulated hub", "composer/a.cpp", '"hubsim/hub.h"', True),
     ("the devices on the model", "qt/a.cpp", '"model/b.h"', True),
     ("the devices on what has a window", "qt/a.cpp", '"qt/gui/b.h"', True),
     ("what has a window on the devices", "qt/gui/a.cpp", '"qt/b.h"', True),
@@ -132,23 +134,27 @@ CASES = [
     ("the standard library", "link/a.cpp", "<string>", False),
     ("the simulated hub's own window", "hubsim/panel/window.cpp", "<QTimer>", False),
     ("the simulated hub's own window in its door", "hubsim/panel/panel.h", "<QTimer>", True),
-    ("a file that is only called a panel", "hubsim/panel_window.cpp", "<QTimer>", True),
+    ("a file that is only called a panel", "hubsim/mount/panel.cpp", "<QTimer>", True),
     ("the simulated hub on the inside of its window", "hubsim/main.cpp", '"hubsim/panel/b.h"', True),
     ("the simulated hub's main() on its window's door", "hubsim/main.cpp", '"hubsim/panel/panel.h"', False),
-    ("the hub itself on its window's door", "hubsim/a.cpp", '"hubsim/panel/panel.h"', True),
+    ("the hub itself on its window's door", "hubsim/hub.cpp", '"hubsim/panel/panel.h"', True),
     ("the simulated hub's reading of a line on its machine", "hubsim/program/a.h", '"hubsim/machine/b.h"', True),
     ("the simulated hub's machine on its wire", "hubsim/machine/a.cpp", '"hubsim/wire/b.h"', True),
     ("a line that waits for the operator on what runs it", "hubsim/terminal/a.h", '"hubsim/running/b.h"', True),
-    ("what runs a program on the whole hub", "hubsim/running/a.cpp", '"hubsim/b.h"', True),
-    ("the hub itself on its mount", "hubsim/a.h", '"hubsim/mount/b.h"', True),
+    ("what runs a program on the whole hub", "hubsim/running/a.cpp", '"hubsim/hub.h"', True),
+    ("the hub itself on its mount", "hubsim/hub.h", '"hubsim/mount/b.h"', True),
     ("a room of the simulated hub that nobody drew", "hubsim/extras/a.cpp", "<string>", True),
     ("a room of the simulated hub on one below", "hubsim/machine/a.cpp", '"hubsim/program/b.h"', False),
     ("a room of the simulated hub on itself", "hubsim/machine/a.cpp", '"hubsim/machine/b.h"', False),
-    ("the hub itself on a room", "hubsim/a.h", '"hubsim/running/b.h"', False),
-    ("the simulated hub's mount on the hub itself", "hubsim/mount/a.cpp", '"hubsim/b.h"', False),
-    ("the simulated hub on the system", "hubsim/a.cpp", "<sys/ioctl.h>", False),
+    ("the hub itself on a room", "hubsim/hub.h", '"hubsim/running/b.h"', False),
+    ("the simulated hub's mount on the hub itself", "hubsim/mount/a.cpp", '"hubsim/hub.h"', False),
+    ("the simulated hub on the system", "hubsim/hub.cpp", "<sys/ioctl.h>", False),
+    ("the companion's console on its desk", "cli/console/a.cpp", '"cli/desk/b.h"', True),
+    ("the companion's run on its commands", "cli/run/a.cpp", '"cli/commands/b.h"', True),
+    ("the companion's commands on its run", "cli/commands/a.cpp", '"cli/run/b.h"', False),
+    ("a file of the companion outside its rooms", "cli/extra.cpp", "<string>", True),
     ("the desktop on the toolkit", "windows/a.cpp", "<QWidget>", False),
-    ("the companion on the simulated hub", "cli/a.cpp", '"hubsim/b.h"', True),
+    ("the companion on the simulated hub", "cli/tavlo.cpp", '"hubsim/hub.h"', True),
 ]
 
 
@@ -159,10 +165,13 @@ def self_test():
             source_root = pathlib.Path(folder) / "src"
             for layer in ALLOWED:
                 (source_root / layer).mkdir(parents=True, exist_ok=True)
-                (source_root / layer / "b.h").write_text("#pragma once\n")
-            for room in HUBSIM_ROOMS:
-                (source_root / "hubsim" / room).mkdir()
-                (source_root / "hubsim" / room / "b.h").write_text("#pragma once\n")
+                if layer not in ROOMS:
+                    (source_root / layer / "b.h").write_text("#pragma once\n")
+            for layer, rooms in ROOMS.items():
+                for room in rooms:
+                    (source_root / layer / room).mkdir()
+                    (source_root / layer / room / "b.h").write_text("#pragma once\n")
+                    (source_root / layer / f"{room}.h").write_text("#pragma once\n")
             (source_root / PANEL_DOOR).write_text("#pragma once\n")
             path = source_root / file
             path.parent.mkdir(exist_ok=True)
@@ -170,7 +179,7 @@ def self_test():
             _, errors = check(pathlib.Path(folder))
             if bool(errors) != refused:
                 wrong.append(f"{name}: {'passed' if refused else errors}")
-    if not rooms_errors({"lower": {"upper"}, "upper": set()}):
+    if not rooms_errors("made-up", {"lower": {"upper"}, "upper": set()}):
         wrong.append("a table of rooms that is upside down: passed")
     return wrong
 

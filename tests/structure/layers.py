@@ -7,7 +7,7 @@ link lists of CMake, and packaging/tidy takes from it which folders are the core
 """
 
 # On the standard library alone.
-CORE = ["platform", "model", "motion", "codegen", "text", "desk", "checks", "link"]
+CORE = ["platform", "model", "motion", "codegen", "text", "session", "checks", "link"]
 
 # A folder of src/ and those that it leans on directly; on what these lean it may lean too. What is deeper down in src/
 # belongs to the nearest folder that has a row.
@@ -17,12 +17,13 @@ LEANS_ON = {
     "motion": ["model"],
     "codegen": ["motion"],
     "text": ["motion"],
-    "desk": ["text"],
-    "checks": ["desk"],
+    "session": ["text"],
+    "checks": ["session"],
     "link": ["checks", "codegen"],
     "qt": ["platform"],
     "qt/gui": ["platform"],
-    "windows": ["link", "qt/gui"],
+    "widgets": ["session", "qt/gui"],
+    "windows": ["link", "widgets"],
     "composer": ["windows", "qt"],
     "cli": ["link", "qt"],
     # The simulated hub has its own reading of the bytes, so that a program that runs on it proves something.
@@ -48,18 +49,29 @@ def all_below(layer):
 
 ALLOWED = {layer: all_below(layer) for layer in LEANS_ON}
 
-# The rooms of the simulated hub from the bottom up, and the rooms whose headers the files of each may include
-# besides its own. "hub" and "main" are the files that stand beside the rooms: the hub itself and main().
-HUBSIM_ROOMS = {
-    "program": set(),
-    "wire": {"program"},
-    "machine": {"program"},
-    "terminal": {"machine", "wire", "program"},
-    "running": {"terminal", "machine", "wire", "program"},
-    "hub": {"running", "terminal", "machine", "wire", "program"},
-    "mount": {"hub", "machine", "wire", "program"},
-    "panel": {"mount", "hub", "terminal", "machine", "wire", "program"},
-    "main": {"panel", "mount", "hub", "wire"},
+# Folders that have rooms: the rooms from the bottom up, and those whose headers the files of each may include besides
+# its own. A file that stands beside the rooms is a room of its own, called as it is.
+ROOMS = {
+    "cli": {
+        "console": set(),
+        "desk": {"console"},
+        "run": {"desk", "console"},
+        "commands": {"run", "desk", "console"},
+        "tavlo": {"commands", "desk", "console"},
+        "main": {"tavlo", "desk", "console"},
+    },
+    "hubsim": {
+        "program": set(),
+        "wire": {"program"},
+        "machine": {"program"},
+        "options": {"machine", "wire"},
+        "terminal": {"machine", "wire", "program"},
+        "running": {"terminal", "machine", "wire", "program"},
+        "hub": {"running", "terminal", "machine", "wire", "program", "options"},
+        "mount": {"hub", "machine", "wire", "program"},
+        "panel": {"mount", "hub", "terminal", "machine", "wire", "program", "options"},
+        "main": {"panel", "mount", "hub", "wire"},
+    },
 }
 
 # Headers of the language's own library that the core may use: nothing of a system, nothing of a toolkit.

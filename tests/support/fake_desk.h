@@ -11,9 +11,9 @@
 #include <utility>
 #include <vector>
 
-#include "desk/desk.h"
-#include "desk/main_window.h"
 #include "platform/comm_devices.h"
+#include "session/desk.h"
+#include "session/main_window.h"
 
 namespace tavlo::testing {
 

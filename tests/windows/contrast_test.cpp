@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
-#include "windows/contrast.h"
+#include "widgets/contrast.h"
 
 #include <gtest/gtest.h>
 

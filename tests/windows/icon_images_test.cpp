@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
-#include "windows/icon_images.h"
+#include "widgets/icon_images.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 #include <set>
 #include <string>
 
-#include "windows/contrast.h"
+#include "widgets/contrast.h"
 
 namespace tavlo {
 namespace {

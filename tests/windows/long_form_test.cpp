@@ -15,8 +15,8 @@
 #include <functional>
 #include <set>
 
-#include "desk/grid.h"
 #include "model/program_file.h"
+#include "session/grid.h"
 #include "windows/window_session.h"
 
 namespace tavlo::testing {

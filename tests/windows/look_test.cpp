@@ -16,7 +16,7 @@
 #include <map>
 #include <set>
 
-#include "windows/contrast.h"
+#include "widgets/contrast.h"
 #include "windows/led_panel.h"
 #include "windows/side_panels.h"
 #include "windows/window_walk.h"

@@ -6,7 +6,7 @@
 #include <QScrollBar>
 #include <QToolTip>
 
-#include "desk/grid.h"
+#include "session/grid.h"
 #include "windows/drag.h"
 
 namespace tavlo::testing {

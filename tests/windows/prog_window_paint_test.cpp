@@ -7,8 +7,8 @@
 #include <QScrollBar>
 #include <vector>
 
-#include "desk/grid.h"
-#include "desk/main_window.h"
+#include "session/grid.h"
+#include "session/main_window.h"
 #include "windows/window_session.h"
 
 namespace tavlo::testing {

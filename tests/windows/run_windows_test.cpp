@@ -5,8 +5,8 @@
 #include <QLabel>
 #include <QMessageBox>
 
-#include "desk/grid.h"
 #include "qt/gui/gui_services.h"
+#include "session/grid.h"
 #include "windows/run_form.h"
 #include "windows/run_session.h"
 

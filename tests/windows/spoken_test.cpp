@@ -5,8 +5,8 @@
 #include <set>
 #include <utility>
 
-#include "desk/grid.h"
-#include "desk/main_window.h"
+#include "session/grid.h"
+#include "session/main_window.h"
 #include "windows/window_walk.h"
 
 // What a screen reader meets.

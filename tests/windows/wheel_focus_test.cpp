@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
-#include "windows/wheel_focus.h"
+#include "widgets/wheel_focus.h"
 
 #include <QAbstractSlider>
 #include <QComboBox>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
-#include "windows/window_accessible.h"
+#include "widgets/window_accessible.h"
 
 #include <QAccessible>
 

@@ -4,9 +4,9 @@
 
 #include <QPlainTextEdit>
 
-#include "desk/grid.h"
-#include "desk/main_window.h"
 #include "link/execution.h"
+#include "session/grid.h"
+#include "session/main_window.h"
 #include "windows/start_form.h"
 
 namespace tavlo::testing {

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "cli/desk/hub_program.h"
+
+#include <string>
+
+#include "checks/scans.h"
+#include "link/polled.h"
+#include "model/program_queries.h"
+
+namespace tavlo::cli {
+namespace {
+
+/// A hub that knows its sum answers within a few milliseconds, also through a slow adapter.
+constexpr double kSumLimit = 0.3;
+
+}  // namespace
+
+CompiledProgram CompileAsDownloaded(Program& program) {
+  program.MMIused = ProgHasMMI(program);
+  if (program.HubIndex == HubQuad) FixMultiIn(program);
+  return CompileProgram(program);
+}
+
+std::optional<int> AskLastSum(Desk& desk) {
+  const EventsOff events(desk.Comm1);
+  std::string sum;
+  const double start = SendCommand(desk, "K");
+  const bool answered = AwaitUntil(desk, start, kSumLimit, [&] {
+    sum += desk.Comm1.Input();
+    return sum.size() >= 2;
+  });
+  if (!answered || sum.size() != 2) return std::nullopt;
+  return static_cast<unsigned char>(sum[0]) * 256 + static_cast<unsigned char>(sum[1]);
+}
+
+ImageReading ReadIdleHub(Desk& desk) {
+  const EventsOff events(desk.Comm1);
+  ImageReading reading = ReadImage(desk);
+  desk.upbox.Hide();
+  return reading;
+}
+
+}  // namespace tavlo::cli
