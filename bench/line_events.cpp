@@ -85,7 +85,7 @@ int main(int argc, char** argv) {
   windows.Main().show();
   PaintCounter counter;
   for (QWidget* widget : windows.Main().findChildren<QWidget*>()) widget->installEventFilter(&counter);
-  loop.YieldFor(0.5);
+  loop.WaitSecs(0.5);
 
   std::vector<double> latencies;
   const auto begin = Clock::now();

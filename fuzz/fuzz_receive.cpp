@@ -19,9 +19,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       constexpr std::array kWindows = {RunWindow::None, RunWindow::ExecStatus, RunWindow::fakeMMI,
                                        RunWindow::fakeMMI};
       d.run.active = kWindows[static_cast<std::size_t>(control % 4)];
-      d.source.MMIActive = (control & 4) != 0;
-      d.source.Stopped = (control & 8) != 0;
-      d.source.TermActive = (control & 16) != 0;
+      d.source.display.MMIActive = (control & 4) != 0;
+      d.source.link.Stopped = (control & 8) != 0;
+      d.source.VOXterm.TermActive = (control & 16) != 0;
       d.source.program.HubIndex = (control & 32) != 0 ? HubQuad : HubOcto;
     }
     d.RequireInRange();

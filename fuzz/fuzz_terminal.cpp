@@ -37,9 +37,9 @@ void Act(WatchedDesk& d, ShownLog& log, int act) {
       Require(CheckSize(text).size() <= kLongestCommand, "a command text is held short");
       break;
     }
-    case 5: d.source.DriveVersion = d.input.Take(5); break;
+    case 5: d.source.link.DriveVersion = d.input.Take(5); break;
     case 6: OpenTerminal(d.desk); break;
-    default: d.source.Busy = !d.source.Busy; break;
+    default: d.source.link.Busy = !d.source.link.Busy; break;
   }
 }
 

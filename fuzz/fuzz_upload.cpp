@@ -79,13 +79,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const double start = d.clock.now;
   const auto result = Upload(d.desk);
   // The event loop's next turn.
-  if (PortHasGone(d.desk)) TellPortLost(d.desk);
+  if (PortHasGone(d.desk.link())) TellPortLost(d.desk);
   const Program& after = d.source.program;
   const bool same = after.Prog == before.Prog && after.Axis == before.Axis;
   fuzzing::Require(result == UploadResult::Done || same, "a failed upload leaves the program as it was");
   fuzzing::Require(result == UploadResult::Done || !d.boxes.shown.empty(), "a failed upload is told");
   fuzzing::Require(d.source.Changed == (result != UploadResult::Done), "only a whole upload is unchanged");
-  fuzzing::Require(!d.source.Busy && !d.upbox.visible, "an upload ends");
+  fuzzing::Require(!d.source.link.Busy && !d.upbox.visible, "an upload ends");
   fuzzing::Require(d.clock.now - start < 60, "an upload ends in time");
   fuzzing::UseProgram(after);
   d.RequireInRange();

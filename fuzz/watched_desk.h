@@ -36,8 +36,8 @@ struct WatchedDesk : testing::FakeDesk {
     Require(std::ranges::all_of(view.scrolls, line), "rows brought into view exist");
     for (const auto& counter : view.counters) Require(!counter || line(*counter), "the marker's row exists");
     for (const int axis : run.statuses) Require(axis >= 0 && axis < kAxes, "painted axes exist");
-    Require(source.CurRow >= 0 && source.CurRow < 4, "the cursor stands on the display");
-    Require(source.MsgBuf.size() < 4, "no whole message is left lying");
+    Require(source.display.CurRow >= 0 && source.display.CurRow < 4, "the cursor stands on the display");
+    Require(source.link.MsgBuf.size() < 4, "no whole message is left lying");
     view.rows.clear();
     view.scrolls.clear();
     view.counters.clear();

@@ -2,7 +2,8 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #pragma once
 
-#include "session/desk.h"
+#include "model/program.h"
+#include "platform/services.h"
 
 namespace tavlo {
 
@@ -17,6 +18,6 @@ enum class CheckResult {
 /// Everything that is checked before a program goes to the hub, in its fixed order, from what the hub's
 /// firmware can do (`HubVersion`) to the pairing of Repeats. Sets `MMIused`; on a Hub Quad cuts the masks
 /// of its own inputs. `ScanLoops` has been run. The main window goes to the line that a message names.
-[[nodiscard]] CheckResult CheckProgram(Desk& desk);
+[[nodiscard]] CheckResult CheckProgram(Program& program, MessageBoxes& boxes);
 
 }  // namespace tavlo

@@ -17,7 +17,7 @@ constexpr int kStartThreshold = 3;
 constexpr std::string_view kMayMove =
     "A program was running: the machine may still be moving, and its own stop is the only one left.  ";
 
-std::optional<std::string> OpenPort(SerialPort& port, int number) {
+Outcome OpenPort(SerialPort& port, int number) {
   port.CommPort(number);
   port.Settings(kLineSettings);
   return port.PortOpen(true);
@@ -31,14 +31,14 @@ int StoredPort(Desk& desk) {
 
 /// False when the operator would rather go on without a port than look for one.
 bool TellAndLookOn(Desk& desk, const std::string& text) {
-  return MsgBox(desk, {.text = text,
-                       .title = "Communication Error",
-                       .buttons = Buttons::OKWithoutPort,
-                       .icon = Icon::Exclamation}) != Answer::WithoutPort;
+  return desk.boxes.MsgBox({.text = text,
+                            .title = "Communication Error",
+                            .buttons = Buttons::OKWithoutPort,
+                            .icon = Icon::Exclamation}) != Answer::WithoutPort;
 }
 
 void SelectOptCom(Desk& desk, std::optional<int> index) {
-  desk.source.OptCom = index;
+  desk.source.link.OptCom = index;
   desk.view.HubChanged();
 }
 
@@ -54,56 +54,56 @@ void StartComm(Desk& desk) {
   const int stored = StoredPort(desk);
   int candidate = stored;
   bool tried_first = false;
-  while (const auto error = OpenPort(desk.Comm1, candidate)) {
+  for (Outcome open = OpenPort(desk.Comm1, candidate); !open; open = OpenPort(desk.Comm1, candidate)) {
     if (candidate == 1) tried_first = true;
     bool look_on = false;
     if (candidate == stored && !tried_first) {
       look_on =
           TellAndLookOn(desk, "Error opening the last comm port that was used by the Hub Composer (Comm " +
-                                  Joined(candidate) + "):  " + *error + ".  Will try Comm 1.");
+                                  Joined(candidate) + "):  " + open.Why() + ".  Will try Comm 1.");
       candidate = 1;
     } else if (candidate < kPorts) {
-      look_on = TellAndLookOn(desk, "Error on Comm" + Joined(candidate) + ":  " + *error +
+      look_on = TellAndLookOn(desk, "Error on Comm" + Joined(candidate) + ":  " + open.Why() +
                                         ".  Will try Comm" + Joined(candidate + 1) + ".");
       ++candidate;
     }
     if (look_on) continue;
-    MsgBox(desk,
-           {.text = "Could not find an open comm port.  You can still edit and save programs, but drive "
-                    "communication is not possible at this time.",
-            .title = "No open port"});
+    desk.boxes.MsgBox(
+        {.text = "Could not find an open comm port.  You can still edit and save programs, but drive "
+                 "communication is not possible at this time.",
+         .title = "No open port"});
     SelectOptCom(desk, std::nullopt);
     return;
   }
   desk.Comm1.RThreshold(kStartThreshold);
   desk.Comm1.ParityReplace("");
-  desk.source.MMIActive = false;
+  desk.source.display.MMIActive = false;
   // Goes through the choice of the operator: that is how `ComNum` gets its value.
   ClickOptCom(desk, candidate - 1);
 }
 
 void ClickOptCom(Desk& desk, int index) {
   Source& source = desk.source;
-  const std::int16_t old = source.ComNum;
+  const std::int16_t old = source.link.ComNum;
   const std::int16_t chosen = static_cast<std::int16_t>(index + 1);
   if (chosen == old && desk.Comm1.PortOpen() && !desk.Comm1.LeadsElsewhere()) return;
-  source.ComNum = chosen;
+  source.link.ComNum = chosen;
   SelectOptCom(desk, index);
   if (desk.Comm1.PortOpen()) static_cast<void>(desk.Comm1.PortOpen(false));
   // What one line has begun to say does not go on on another.
-  DropInput(desk);
-  if (!OpenPort(desk.Comm1, chosen)) return HearAgain(desk.Comm1);
-  MsgBox(desk, {.text = "COM port " + Joined(chosen) + " is not available.",
-                .title = "COM Error",
-                .icon = Icon::Exclamation});
-  source.ComNum = 0;
+  DropInput(desk.link());
+  if (OpenPort(desk.Comm1, chosen)) return HearAgain(desk.Comm1);
+  desk.boxes.MsgBox({.text = "COM port " + Joined(chosen) + " is not available.",
+                     .title = "COM Error",
+                     .icon = Icon::Exclamation});
+  source.link.ComNum = 0;
   if (old == 0) {
     SelectOptCom(desk, std::nullopt);
     return;
   }
   // With no number the choice stands for a port that is not open, so that it can be clicked again.
-  if (chosen != old && !OpenPort(desk.Comm1, old)) {
-    source.ComNum = old;
+  if (chosen != old && OpenPort(desk.Comm1, old)) {
+    source.link.ComNum = old;
     HearAgain(desk.Comm1);
   }
   SelectOptCom(desk, old - 1);
@@ -116,24 +116,24 @@ void RememberPort(Desk& desk) {
 void TellPortLost(Desk& desk) {
   Source& source = desk.source;
   // A run is an operation too, but one that nothing else tells of and that cannot wait.
-  if (source.Busy && desk.run.Active() == RunWindow::None) {
-    source.PortLost = true;
+  if (source.link.Busy && desk.run.Active() == RunWindow::None) {
+    source.link.PortLost = true;
     return;
   }
   const ComeByThemselves nobody_asked(desk.boxes);
-  const bool ran = std::exchange(source.HubRuns, false);
-  source.ComNum = 0;
-  source.MMIActive = false;
-  DropInput(desk);
+  const bool ran = std::exchange(source.link.HubRuns, false);
+  source.link.ComNum = 0;
+  source.display.MMIActive = false;
+  DropInput(desk.link());
   SelectOptCom(desk, std::nullopt);
   // Nothing more will come of a run.
   desk.run.Hide();
-  MsgBox(desk, {.text = "Comm " + Joined(desk.Comm1.CommPort()) + " has gone.  " +
-                        std::string(ran ? kMayMove : "") +
-                        "Check the cable, then choose a comm port again.  Your program is still here and can "
-                        "be edited and saved.",
-                .title = "Communication Error",
-                .icon = Icon::Exclamation});
+  desk.boxes.MsgBox(
+      {.text = "Comm " + Joined(desk.Comm1.CommPort()) + " has gone.  " + std::string(ran ? kMayMove : "") +
+               "Check the cable, then choose a comm port again.  Your program is still here and can "
+               "be edited and saved.",
+       .title = "Communication Error",
+       .icon = Icon::Exclamation});
 }
 
 }  // namespace tavlo

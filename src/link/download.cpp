@@ -19,16 +19,17 @@ constexpr double kGaugeEnd = 200;
 /// Sends one compiled program. Each step gives false after a time-out.
 class Transfer {
  public:
-  Transfer(Desk& desk, const CompiledProgram& compiled) : desk_(desk), compiled_(compiled) {
+  Transfer(const Link& link, const TransferGauge& gauge, const CompiledProgram& compiled)
+      : link_(link), gauge_(gauge), compiled_(compiled) {
     for (const std::string& line : compiled.lines) total_ += static_cast<int>(line.size());
     total_ += static_cast<int>(compiled.system.size() + compiled.pool.size());
   }
 
   bool Start() {
-    DropInput(desk_);
-    desk_.downbox.Gauge(10);
-    desk_.downbox.Show();
-    desk_.Comm1.Output("F");
+    DropInput(link_);
+    gauge_.form.Gauge(10);
+    gauge_.form.Show();
+    link_.Comm1.Output("F");
     return AwaitY();
   }
 
@@ -37,43 +38,43 @@ class Transfer {
     for (int line = 0; line < kLines; ++line) {
       Output(compiled_.lines[line]);
       if (!AwaitY()) return line;
-      desk_.downbox.Gauge(10 + line * 190.0 / (kLines - 1));
+      gauge_.form.Gauge(10 + line * 190.0 / (kLines - 1));
       Show("program lines");
-      desk_.loop.Yield();
+      gauge_.loop.Yield();
     }
-    desk_.downbox.Gauge(kGaugeEnd);
+    gauge_.form.Gauge(kGaugeEnd);
     return kLines;
   }
 
   bool SendSystem() {
     const std::string& bytes = compiled_.system;
-    desk_.downbox.Gauge(0);
+    gauge_.form.Gauge(0);
     const double step = kGaugeEnd / static_cast<double>(bytes.size());
     for (std::size_t i = 1; i <= bytes.size(); ++i) {
-      desk_.downbox.Gauge(static_cast<double>(i) * step);
+      gauge_.form.Gauge(static_cast<double>(i) * step);
       Output({&bytes[i - 1], 1});
       if (i % kBlockBytes == 0) {
         if (!AwaitY()) return false;
         Show("system settings");
       }
-      desk_.loop.Yield();
+      gauge_.loop.Yield();
     }
     return true;
   }
 
   bool SendPool() {
     std::string_view pool = compiled_.pool;
-    desk_.downbox.Gauge(0);
+    gauge_.form.Gauge(0);
     const std::size_t blocks = (pool.size() + kBlockBytes - 1) / kBlockBytes;
     const double step = kGaugeEnd / static_cast<double>(blocks);
     double gauge = 0;
     while (!pool.empty()) {
       gauge += step;
-      desk_.downbox.Gauge(gauge);
+      gauge_.form.Gauge(gauge);
       const std::string_view block = pool.substr(0, kBlockBytes);
       pool.remove_prefix(block.size());
       Output(block);
-      desk_.loop.Yield();
+      gauge_.loop.Yield();
       if (!AwaitY()) return false;
       Show("prompt texts");
     }
@@ -82,79 +83,80 @@ class Transfer {
 
   /// The hub's own sum, or nothing unless exactly two bytes came.
   std::optional<int> AskSum() {
-    desk_.Comm1.Output("K");
-    const double start = desk_.clock.Timer();
+    link_.Comm1.Output("K");
+    const double start = link_.clock.Timer();
     static_cast<void>(
-        AwaitUntil(desk_, start, kReplyLimit, [&] { return desk_.Comm1.InBufferCount() >= 2; }));
-    if (desk_.Comm1.InBufferCount() != 2) return std::nullopt;
-    const std::string sum = desk_.Comm1.Input();
+        AwaitUntil(link_, start, kReplyLimit, [&] { return link_.Comm1.InBufferCount() >= 2; }));
+    if (link_.Comm1.InBufferCount() != 2) return std::nullopt;
+    const std::string sum = link_.Comm1.Input();
     if (sum.size() != 2) return std::nullopt;
     return static_cast<unsigned char>(sum[0]) * 256 + static_cast<unsigned char>(sum[1]);
   }
 
  private:
   void Output(std::string_view bytes) {
-    desk_.Comm1.Output(bytes);
+    link_.Comm1.Output(bytes);
     sent_ += static_cast<int>(bytes.size());
   }
-  bool AwaitY() { return AwaitExactly(desk_, "Y", desk_.clock.Timer()); }
-  void Show(std::string_view phase) { desk_.downbox.Phase(phase, sent_, total_); }
+  bool AwaitY() { return AwaitExactly(link_, "Y", link_.clock.Timer()); }
+  void Show(std::string_view phase) { gauge_.form.Phase(phase, sent_, total_); }
 
-  Desk& desk_;
+  Link link_;
+  TransferGauge gauge_;
   const CompiledProgram& compiled_;
   int total_ = 0;
   int sent_ = 0;
 };
 
 /// A time-out in the middle: nothing more is sent, the hub gives the transfer up by itself.
-DownloadResult Stopped(Desk& desk, DownloadResult result, const std::string& text) {
-  TellFailedExchange(desk, {.text = text, .icon = Icon::Question});
-  desk.downbox.Hide();
-  desk.source.Busy = false;
+DownloadResult Stopped(const Link& link, const TransferGauge& gauge, DownloadResult result,
+                       const std::string& text) {
+  TellFailedExchange(link, {.text = text, .icon = Icon::Question});
+  gauge.form.Hide();
+  link.state.Busy = false;
   return result;
 }
 
-DownloadResult Refused(Desk& desk, DownloadResult result, const std::string& text) {
-  TellFailedExchange(desk, {.text = text});
-  desk.downbox.Hide();
+DownloadResult Refused(const Link& link, const TransferGauge& gauge, DownloadResult result,
+                       const std::string& text) {
+  TellFailedExchange(link, {.text = text});
+  gauge.form.Hide();
   return result;
 }
 
-DownloadResult Send(Desk& desk, const CompiledProgram& compiled, float rev) {
-  Transfer transfer(desk, compiled);
+DownloadResult Send(const Link& link, const TransferGauge& gauge, const CompiledProgram& compiled) {
+  Transfer transfer(link, gauge, compiled);
   if (!transfer.Start()) {
     return Stopped(
-        desk, DownloadResult::NoAnswer,
+        link, gauge, DownloadResult::NoAnswer,
         "The Tavlo Hub is not responding to the Download command.  Is it connected to the right port and "
         "turned on?");
   }
   if (const int line = transfer.SendLines(); line < kLines) {
-    return Stopped(desk, DownloadResult::StoppedInLines,
+    return Stopped(link, gauge, DownloadResult::StoppedInLines,
                    "The Tavlo Hub has stopped responding during transfer of program line " +
                        Joined(line + 1) + ". Is it connected and turned on?");
   }
   if (!transfer.SendSystem()) {
-    return Stopped(desk, DownloadResult::StoppedInSystem,
+    return Stopped(link, gauge, DownloadResult::StoppedInSystem,
                    "The Tavlo Hub has stopped responding during system info transfer.");
   }
   if (!transfer.SendPool()) {
-    return Stopped(desk, DownloadResult::StoppedInPool,
+    return Stopped(link, gauge, DownloadResult::StoppedInPool,
                    "The Tavlo Hub has stopped responding during string pool transfer.");
   }
   const auto sum = transfer.AskSum();
   if (!sum) {
-    return Refused(desk, DownloadResult::NoSum,
+    return Refused(link, gauge, DownloadResult::NoSum,
                    "The Tavlo Hub did not provide a checksum.  There may be a problem with the download.");
   }
   if (*sum != compiled.checksum) {
     return Refused(
-        desk, DownloadResult::WrongSum,
+        link, gauge, DownloadResult::WrongSum,
         "Your program did not download correctly.  Make sure the cable connections are secure, less than "
         "50 feet long, and that you are not working around electrical noise, such as a welder, a high "
         "powered motor or big relays.");
   }
-  if (rev >= kConfigFirmware) ConfigDSPdrives(desk);
-  desk.downbox.Hide();
   return DownloadResult::Done;
 }
 
@@ -164,14 +166,15 @@ DownloadResult CheckAndSend(Desk& desk) {
   Source& source = desk.source;
   const auto lines = source.program.Prog;
   ScanLoops(source.program);
-  const CheckResult checked = CheckProgram(desk);
+  const CheckResult checked = CheckProgram(source.program, desk.boxes);
   if (checked != CheckResult::Passed) {
     source.program.Prog = lines;
     // A program whose Repeats do not pair is taken for unchanged all the same.
     if (checked == CheckResult::StoppedClean) source.Changed = false;
     return DownloadResult::Refused;
   }
-  const DownloadResult result = DownloadProg(desk, source.program.HubVersion);
+  const DownloadResult result =
+      DownloadProg(source.program, desk.link(), desk.downloading(), source.program.HubVersion);
   if (result == DownloadResult::CannotCompile) {
     // Nothing has left the program: it is as it was, and as unsaved.
     source.program.Prog = lines;
@@ -182,36 +185,40 @@ DownloadResult CheckAndSend(Desk& desk) {
 }
 
 std::optional<DownloadResult> DownloadWhileBusy(Desk& desk) {
-  StopHub(desk);
+  StopHub(desk.link());
   const std::string identity = CheckDrive(desk);
   if (identity.empty()) {
     desk.source.Changed = false;
     return std::nullopt;
   }
-  if (!IsHub(desk, identity)) return std::nullopt;
+  if (!IsHub(desk.boxes, identity)) return std::nullopt;
   return CheckAndSend(desk);
 }
 
 }  // namespace
 
-DownloadResult DownloadProg(Desk& desk, float rev) {
+DownloadResult DownloadProg(Program& program, const Link& link, const TransferGauge& gauge, float rev) {
   CompiledProgram compiled;
   try {
     // What compiling changes is the program's only if all of it can be compiled.
-    Program program = desk.program();
-    compiled = CompileProgram(program);
-    desk.program() = std::move(program);
+    Program copy = program;
+    compiled = CompileProgram(copy);
+    program = std::move(copy);
   } catch (const EncodeError& error) {
-    MsgBoxAbout(desk, error.Line(), {.text = error.what()});
+    link.boxes.MsgBox({.text = error.what(), .line = error.Line()});
     return DownloadResult::CannotCompile;
   }
-  EventsOff events(desk.Comm1);
+  EventsOff events(link.Comm1);
   events.RestoreTo(1);
-  return Send(desk, compiled, rev);
+  const DownloadResult result = Send(link, gauge, compiled);
+  if (result != DownloadResult::Done) return result;
+  if (rev >= kConfigFirmware) ConfigDSPdrives(program, link);
+  gauge.form.Hide();
+  return result;
 }
 
 std::optional<DownloadResult> Download(Desk& desk) {
-  if (desk.source.Busy) return std::nullopt;
+  if (desk.source.link.Busy) return std::nullopt;
   return WhileBusy(desk, [&desk] { return DownloadWhileBusy(desk); });
 }
 

@@ -22,7 +22,7 @@ enum class DownloadResult {
 /// Sends the whole program and has the hub prove it by its sum. Every line and the settings are compiled
 /// before the first byte goes out, from a copy: a program that cannot be compiled stays as it is. From
 /// firmware 1.19 on the drives are set up afterwards. `rev` is the hub's firmware.
-DownloadResult DownloadProg(Desk& desk, float rev);
+DownloadResult DownloadProg(Program& program, const Link& link, const TransferGauge& gauge, float rev);
 
 /// The `Download` button: asks the hub who it is, checks the program and sends it. Nothing when another
 /// operation is under way or the hub did not say who it is. A refused download leaves every line as it was.

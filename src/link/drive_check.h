@@ -21,10 +21,10 @@ namespace tavlo {
 [[nodiscard]] std::string CheckDrive(Desk& desk);
 /// A reply of that question names a model that a hub has. Otherwise the operator is told of an unknown
 /// device, with which nothing is begun.
-[[nodiscard]] bool IsHub(Desk& desk, std::string_view identity);
-void TellUnknownDevice(Desk& desk);
+[[nodiscard]] bool IsHub(MessageBoxes& boxes, std::string_view identity);
+void TellUnknownDevice(MessageBoxes& boxes);
 /// The same as CheckDrive() without showing anything.
-[[nodiscard]] std::string SilentCheckDrive(Desk& desk);
+[[nodiscard]] std::string SilentCheckDrive(const Link& link);
 
 /// Model codes of the drives, by axis: what the program in the hub expects and what is plugged in.
 struct DriveList {
@@ -32,20 +32,20 @@ struct DriveList {
   std::array<int, kAxes> actual{};
 };
 /// Asks the hub for it. Nothing after the operator has been told of a failure. Receive events must be off.
-[[nodiscard]] std::optional<DriveList> ReadDriveList(Desk& desk);
+[[nodiscard]] std::optional<DriveList> ReadDriveList(const Link& link, int axes);
 
 /// Asks the hub which drives are plugged in, and compares them and their firmware with the program that
 /// it holds. False after the operator was told of a failure or answered No.
-[[nodiscard]] bool AllDrivesOK(Desk& desk);
+[[nodiscard]] bool AllDrivesOK(const Program& program, const Link& link);
 
 /// Asks for the firmware of each drive. Left as it was when the hub does not answer.
-void ScanDrivesRV(Desk& desk, std::array<float, kAxisSlots>& revisions);
+void ScanDrivesRV(const Link& link, int axes, std::array<float, kAxisSlots>& revisions);
 
 /// The lowest drive firmware that can change the speed of a started motion on this axis.
 [[nodiscard]] float CSrevision(const Program& program, int axis);
 
 /// Sends the fixed set of text commands to every drive that is set up by them. No reply is awaited.
-void ConfigDSPdrives(Desk& desk);
+void ConfigDSPdrives(const Program& program, const Link& link);
 
 /// Selects the model that a hub code names and shows the firmware. False for any other code, which
 /// changes nothing.

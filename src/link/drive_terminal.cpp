@@ -63,7 +63,7 @@ void DoPowerUp(Desk& desk, std::string_view message) {
 }  // namespace
 
 bool TerminalAllowed(const Source& source) {
-  return !source.Busy && Val(source.DriveVersion) >= kPassesThrough;
+  return !source.link.Busy && Val(source.link.DriveVersion) >= kPassesThrough;
 }
 
 void OpenTerminal(Desk& desk) {
@@ -71,22 +71,25 @@ void OpenTerminal(Desk& desk) {
 }
 
 void LoadTerminal(Desk& desk) {
-  desk.source.VOXterm = {};
+  DriveTerminal& terminal = desk.source.VOXterm;
+  terminal = {.TermActive = terminal.TermActive,
+              .TermUsed = terminal.TermUsed,
+              .VOXbuffer = std::move(terminal.VOXbuffer)};
 }
 
 void ActivateTerminal(Desk& desk) {
-  if (desk.source.TermActive) return;
+  if (desk.source.VOXterm.TermActive) return;
   // An upload that failed has left the line deaf.
   desk.Comm1.RThreshold(1);
   desk.Comm1.Output(kPassthrough);
-  desk.source.TermActive = true;
+  desk.source.VOXterm.TermActive = true;
 }
 
 void LeaveTerminal(Desk& desk) {
-  if (!desk.source.TermActive) return;
+  if (!desk.source.VOXterm.TermActive) return;
   desk.Comm1.Output(kBackToHub);
-  desk.source.TermUsed = true;
-  desk.source.TermActive = false;
+  desk.source.VOXterm.TermUsed = true;
+  desk.source.VOXterm.TermActive = false;
 }
 
 void SendCommandText(Desk& desk, std::string_view text) {

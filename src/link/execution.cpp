@@ -24,7 +24,7 @@ std::string_view UpdatedWhileRunning(RunWindow window) {
 }
 
 void ShowRunning(Desk& desk, RunWindow window) {
-  RunPanel& panel = desk.source.panel;
+  RunPanel& panel = desk.source.run.panel;
   panel.Running = true;
   panel.Play = Picture::PlayGreen;
   panel.Pause = Picture::PauseGray;
@@ -41,7 +41,7 @@ RunWindow AskRunWindow(Desk& desk, const std::string& identity) {
   desk.program().HubVersion = RevisionOf(static_cast<unsigned char>(identity[0]));
   const double start = desk.clock.Timer();
   std::string reply;
-  const bool answered = AwaitUntil(desk, start, kReplyLimit, [&] {
+  const bool answered = AwaitUntil(desk.link(), start, kReplyLimit, [&] {
     reply = desk.Comm1.Input();
     return reply == "M" || reply == "X";
   });
@@ -50,20 +50,21 @@ RunWindow AskRunWindow(Desk& desk, const std::string& identity) {
 }
 
 ExecuteResult ExecuteWhileBusy(Desk& desk) {
-  StopHub(desk);
+  StopHub(desk.link());
   const std::string identity = CheckDrive(desk);
   if (identity.empty()) return ExecuteResult::HubSilent;
-  if (!IsHub(desk, identity)) return ExecuteResult::UnknownHub;
-  if (!AllDrivesOK(desk)) return ExecuteResult::DrivesNotOK;
+  if (!IsHub(desk.boxes, identity)) return ExecuteResult::UnknownHub;
+  if (!AllDrivesOK(desk.program(), desk.link())) return ExecuteResult::DrivesNotOK;
   const RunWindow window = AskRunWindow(desk, identity);
   if (window == RunWindow::None) {
     TellFailedExchange(
-        desk, {.text = "The Tavlo Hub is not responding to the execute (E) command.  Is it connected to "
-                       "the right port and turned on?",
-               .icon = Icon::Question});
+        desk.link(),
+        {.text = "The Tavlo Hub is not responding to the execute (E) command.  Is it connected to "
+                 "the right port and turned on?",
+         .icon = Icon::Question});
     return ExecuteResult::NoAnswer;
   }
-  desk.source.Halted = false;
+  desk.source.run.Halted = false;
   desk.run.ShowModal(window);
   return ExecuteResult::Ran;
 }
@@ -71,22 +72,22 @@ ExecuteResult ExecuteWhileBusy(Desk& desk) {
 }  // namespace
 
 ExecuteResult Execute(Desk& desk) {
-  if (desk.source.Busy) return ExecuteResult::Busy;
+  if (desk.source.link.Busy) return ExecuteResult::Busy;
   if (desk.source.Changed) {
-    const Answer answer = MsgBox(desk, {.text = "You have changed your program since the last time you "
-                                                "downloaded it.  Do you want to execute anyway?",
-                                        .buttons = Buttons::YesNo});
+    const Answer answer = desk.boxes.MsgBox({.text = "You have changed your program since the last time you "
+                                                     "downloaded it.  Do you want to execute anyway?",
+                                             .buttons = Buttons::YesNo});
     if (answer != Answer::Yes) return ExecuteResult::Declined;
   }
   return WhileBusy(desk, [&desk] { return ExecuteWhileBusy(desk); });
 }
 
 void StartRun(Desk& desk, RunWindow window) {
-  desk.source.Stopped = false;
-  desk.source.HubRuns = true;
+  desk.source.link.Stopped = false;
+  desk.source.link.HubRuns = true;
   // Half a message of an earlier run would take the first bytes of this one for its own.
-  DropInput(desk);
-  MakeLimitsRed(desk.source.panel, desk.program());
+  DropInput(desk.link());
+  MakeLimitsRed(desk.source.run.panel, desk.program());
   ShowRunning(desk, window);
   for (int axis = 0; axis < kAxes; ++axis) desk.run.StatusChanged(axis);
   if (window == RunWindow::ExecStatus) {
@@ -94,39 +95,39 @@ void StartRun(Desk& desk, RunWindow window) {
     return;
   }
   desk.Comm1.RThreshold(1);
-  desk.source.CurRow = 0;
-  desk.source.EscPending = desk.source.RowPending = desk.source.RowGot = false;
-  for (std::string& line : desk.source.textline) line.clear();
+  desk.source.display.CurRow = 0;
+  desk.source.display.EscPending = desk.source.display.RowPending = desk.source.display.RowGot = false;
+  for (std::string& line : desk.source.display.textline) line.clear();
   desk.run.TextLinesChanged();
-  desk.source.MMIActive = true;
+  desk.source.display.MMIActive = true;
   desk.Comm1.Output("M");
 }
 
 void StopRun(Desk& desk, RunWindow window) {
-  SayStop(desk);
+  SayStop(desk.link());
   if (window == RunWindow::fakeMMI) {
     desk.Comm1.RThreshold(1);
-    desk.source.MMIActive = false;
+    desk.source.display.MMIActive = false;
   }
-  WaitSecs(desk, kCommandPause);
+  desk.loop.WaitSecs(kCommandPause);
   desk.view.ProgCounter(std::nullopt);
-  HideYelLine(desk, -1);
+  HideYelLine(desk.grid(), -1);
   desk.run.Hide();
 }
 
 void CloseRun(Desk& desk, RunWindow window) {
   // Only the status window stops the hub when it is closed by its frame; the emulator sends nothing.
   if (window != RunWindow::ExecStatus) return;
-  SayStop(desk);
+  SayStop(desk.link());
 }
 
 void LeaveRun(Desk& desk) {
-  ClearAnimation(desk);
+  ClearAnimation(desk.grid());
 }
 
 void ClickPlay(Desk& desk) {
-  if (desk.source.Stopped) return;
-  RunPanel& panel = desk.source.panel;
+  if (desk.source.link.Stopped) return;
+  RunPanel& panel = desk.source.run.panel;
   panel.SingleStep = Picture::StepGray;
   if (!panel.Running) {
     desk.Comm1.Output("r");
@@ -139,8 +140,8 @@ void ClickPlay(Desk& desk) {
 }
 
 void ClickPause(Desk& desk) {
-  if (desk.source.Stopped) return;
-  RunPanel& panel = desk.source.panel;
+  if (desk.source.link.Stopped) return;
+  RunPanel& panel = desk.source.run.panel;
   panel.lblUpdate = kUpdatedByTime;
   if (!panel.Running) {
     desk.run.ControlsChanged();
@@ -152,18 +153,18 @@ void ClickPause(Desk& desk) {
   // The status window waits for the hub before it shows red, the emulator does not.
   if (desk.run.Active() == RunWindow::fakeMMI) panel.Pause = Picture::PauseRed;
   desk.run.ControlsChanged();
-  WaitSecs(desk, kCommandPause);
+  desk.loop.WaitSecs(kCommandPause);
   // The wait let the hub and the operator in: the run may be over, or go on again.
   if (panel.Running || desk.run.Active() == RunWindow::None) return;
-  ClearAnimation(desk);
+  ClearAnimation(desk.grid());
   if (panel.SingleStep != Picture::StepYellow) panel.Pause = Picture::PauseRed;
   desk.run.ControlsChanged();
 }
 
 void ClickSingleStep(Desk& desk) {
-  RunPanel& panel = desk.source.panel;
+  RunPanel& panel = desk.source.run.panel;
   const bool paused_and_idle = panel.Play == Picture::PlayGray && panel.SingleStep != Picture::StepYellow;
-  if (desk.source.Stopped || !paused_and_idle) return;
+  if (desk.source.link.Stopped || !paused_and_idle) return;
   panel.SingleStep = Picture::StepYellow;
   panel.Pause = Picture::PauseGray;
   desk.run.ControlsChanged();
@@ -171,14 +172,14 @@ void ClickSingleStep(Desk& desk) {
 }
 
 void ClickReset(Desk& desk) {
-  if (desk.source.Stopped) return;
+  if (desk.source.link.Stopped) return;
   desk.Comm1.Output("0");
   desk.view.AutoScroll(0);
 }
 
 void StepDone(Desk& desk) {
-  desk.source.panel.SingleStep = Picture::StepGray;
-  desk.source.panel.Pause = Picture::PauseRed;
+  desk.source.run.panel.SingleStep = Picture::StepGray;
+  desk.source.run.panel.Pause = Picture::PauseRed;
   desk.run.ControlsChanged();
 }
 
@@ -189,20 +190,20 @@ char KeyByte(MmiKey key) {
 }
 
 void PressKey(Desk& desk, MmiKey key) {
-  if (!desk.source.MMIActive) return;
+  if (!desk.source.display.MMIActive) return;
   const char byte = KeyByte(key);
   desk.Comm1.Output({&byte, 1});
 }
 
-void ResetDrive(Desk& desk) {
-  desk.loop.Yield();
-  const EventsOff events(desk.Comm1);
-  const double start = desk.clock.Timer();
+void ResetDrive(const Link& link, EventLoop& loop) {
+  loop.Yield();
+  const EventsOff events(link.Comm1);
+  const double start = link.clock.Timer();
   for (int pass = 0; pass < kResets; ++pass) {
-    desk.Comm1.Output("R");
-    if (AwaitExactly(desk, "Y", start, kResetLimit)) continue;
+    link.Comm1.Output("R");
+    if (AwaitExactly(link, "Y", start, kResetLimit)) continue;
     TellFailedExchange(
-        desk, {.text = "I sent the reset command to the drive, but it did not respond.  Please reset the "
+        link, {.text = "I sent the reset command to the drive, but it did not respond.  Please reset the "
                        "drive manually by turning it off.",
                .title = "Can't reset",
                .icon = Icon::Exclamation});

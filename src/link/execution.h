@@ -70,6 +70,6 @@ enum class MmiKey {
 void PressKey(Desk& desk, MmiKey key);
 
 /// Sends ten "R" and awaits a "Y" for each, six seconds for all together.
-void ResetDrive(Desk& desk);
+void ResetDrive(const Link& link, EventLoop& loop);
 
 }  // namespace tavlo

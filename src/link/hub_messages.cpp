@@ -41,22 +41,21 @@ void Acknowledge(Desk& desk) {
 
 /// A halt ends the run: its window goes first, so that the question stands alone.
 void EndRun(Desk& desk) {
-  desk.source.Halted = true;
-  desk.source.HubRuns = false;
-  desk.source.MMIActive = false;
+  desk.source.run.Halted = true;
+  desk.source.link.HubRuns = false;
+  desk.source.display.MMIActive = false;
   desk.run.Hide();
 }
 
 void AskForReset(Desk& desk, Tells tells, const std::string& title, const std::string& text) {
-  const Answer answer = MsgBox(
-      desk,
+  const Answer answer = desk.boxes.MsgBox(
       {.text = text, .title = title, .buttons = Buttons::YesNo, .icon = Icon::Exclamation, .tells = tells});
-  if (answer == Answer::Yes) ResetDrive(desk);
+  if (answer == Answer::Yes) ResetDrive(desk.link(), desk.loop);
 }
 
 void LimitHit(Desk& desk, const Message& m) {
   EndRun(desk);
-  ClearAnimation(desk);
+  ClearAnimation(desk.grid());
   desk.Comm1.RThreshold(1);
   AskForReset(
       desk, Tells::LimitHit, "LIMIT",
@@ -64,7 +63,7 @@ void LimitHit(Desk& desk, const Message& m) {
           ") hit a limit.  Should I reset the hub now?."
           " If one of the drives is a servo and has faulted, its LED will be displaying an error code.  That "
           "condition can only be reset by interrupting power to the system.");
-  ClearAnimation(desk);
+  ClearAnimation(desk.grid());
 }
 
 void StopButton(Desk& desk, const Message&) {
@@ -93,8 +92,7 @@ void StackUnderflow(Desk& desk, const Message& m) {
 }
 
 void OldFirmware(Desk& desk, const Message& m) {
-  MsgBox(
-      desk,
+  desk.boxes.MsgBox(
       {.text = "The firmware in drive " + Joined(m.b2 + 1) + " (rev " +
                Joined(RevisionOf(static_cast<unsigned char>(m.b3))) +
                ") is too old to run this program.  Please change drives or call about a firmware upgrade.)",
@@ -102,13 +100,15 @@ void OldFirmware(Desk& desk, const Message& m) {
 }
 
 void WrongDrive(Desk& desk, const Message& m) {
-  MsgBox(desk, {.text = "Drive " + Joined(m.b2 + 1) + " is supposed to be a " + std::string(ModelName(m.b4)) +
-                        ", but is really a " + std::string(ModelName(m.b3)),
-                .title = "Wrong drive"});
+  desk.boxes.MsgBox({.text = "Drive " + Joined(m.b2 + 1) + " is supposed to be a " +
+                             std::string(ModelName(m.b4)) + ", but is really a " +
+                             std::string(ModelName(m.b3)),
+                     .title = "Wrong drive"});
 }
 
 void DriveLost(Desk& desk, const Message& m) {
-  MsgBox(desk, {.text = "Drive " + Joined(m.b2 + 1) + " is not responding.", .title = "Drive not found"});
+  desk.boxes.MsgBox(
+      {.text = "Drive " + Joined(m.b2 + 1) + " is not responding.", .title = "Drive not found"});
 }
 
 void MoveProgCounter(Desk& desk, const Message& m) {
@@ -125,12 +125,12 @@ void Greet(Desk& desk, const Message& m) {
 }
 
 void StartLine(Desk& desk, const Message& m) {
-  ShowLine(desk, m.Line());
+  ShowLine(desk.grid(), m.Line());
   Acknowledge(desk);
 }
 
 void PassLine(Desk& desk, const Message& m) {
-  ShowRedLine(desk, m.Line());
+  ShowRedLine(desk.grid(), m.Line());
   Acknowledge(desk);
 }
 
@@ -159,19 +159,20 @@ constexpr std::array kMessages = {
     MessageRow{HubHeader::StopButton, 1, Condition::Always, StopButton},
     MessageRow{HubHeader::OldFirmware, 1, Condition::AxisExists, OldFirmware},
     MessageRow{HubHeader::WrongDrive, 1, Condition::AxisExists, WrongDrive},
-    MessageRow{HubHeader::DriveStatus, kAxes, Condition::RunShown,
-               [](Desk& desk, const Message& m) { ShowStatus(desk, m.axis, m.b3 * 16 + m.b2, m.b4); }},
+    MessageRow{
+        HubHeader::DriveStatus, kAxes, Condition::RunShown,
+        [](Desk& desk, const Message& m) { ShowStatus(desk.lights(), m.axis, m.b3 * 16 + m.b2, m.b4); }},
     MessageRow{HubHeader::DriveLost, 1, Condition::AxisExists, DriveLost},
     MessageRow{HubHeader::StackOverflow, 1, Condition::Always, StackOverflow},
     MessageRow{HubHeader::StackUnderflow, 1, Condition::Always, StackUnderflow},
     MessageRow{HubHeader::LineFinished, 1, Condition::NotStopped,
-               [](Desk& desk, const Message& m) { HideYelLine(desk, m.Line()); }},
+               [](Desk& desk, const Message& m) { HideYelLine(desk.grid(), m.Line()); }},
     MessageRow{HubHeader::LineConcurrent, 1, Condition::NotStopped, PassLine},
     MessageRow{HubHeader::ProgramCounter, 1, Condition::NotStopped, MoveProgCounter},
     MessageRow{HubHeader::ExtendedOutputs, kAxes, Condition::RunShown,
-               [](Desk& desk, const Message& m) { ShowOutStatus(desk, m.axis, m.b2); }},
+               [](Desk& desk, const Message& m) { ShowOutStatus(desk.lights(), m.axis, m.b2); }},
     MessageRow{HubHeader::ExtendedInputs, kAxes, Condition::RunShown,
-               [](Desk& desk, const Message& m) { ShowXStatus(desk, m.axis, m.b3 * 16 + m.b2); }},
+               [](Desk& desk, const Message& m) { ShowXStatus(desk.lights(), m.axis, m.b3 * 16 + m.b2); }},
     MessageRow{HubHeader::DriveDisabled, 1, Condition::AxisExists,
                [](Desk& desk, const Message& m) { ServoNotOn(desk, m.b2 + 1); }},
     MessageRow{HubHeader::DriveFault, 1, Condition::AxisExists,
@@ -183,7 +184,7 @@ bool Counts(const Desk& desk, Condition condition, const Message& m) {
   switch (condition) {
     case Condition::Always: return true;
     case Condition::AxisExists: return IsAxis(m.b2);
-    case Condition::NotStopped: return !desk.source.Stopped;
+    case Condition::NotStopped: return !desk.source.link.Stopped;
     case Condition::RunShown: return desk.run.Active() != RunWindow::None;
   }
   return false;
@@ -205,32 +206,32 @@ void HandleMsg(Desk& desk, std::string_view message) {
 void DispDrive(Desk& desk, int revision, int hub_code) {
   desk.Comm1.RThreshold(1);
   // A hub that comes up has forgotten what it was doing.
-  desk.source.Stopped = false;
-  desk.source.HubRuns = false;
+  desk.source.link.Stopped = false;
+  desk.source.link.HubRuns = false;
   desk.program().HubVersion = RevisionOf(static_cast<unsigned char>(revision));
   if (HubOfCode(hub_code)) {
     desk.Comm1.Output("*0");
     desk.beeper.Beep();
     ShowHub(desk, hub_code);
   } else {
-    TellUnknownDevice(desk);
+    TellUnknownDevice(desk.boxes);
   }
   desk.run.Hide();
-  desk.source.MMIActive = false;
+  desk.source.display.MMIActive = false;
 }
 
 void ServoNotOn(Desk& desk, int axis) {
-  MsgBox(desk,
-         {.text = "Your program is attempting to execute a move on axis " + Joined(axis) +
-                  " but the drive is disabled.  This error can occur if a Change Current instruction in your "
-                  "program has turned the current off.  Otherwise, you should connect the drive to Servo "
-                  "Trim (for Zenu servo drives) or Setup Desk (for Dresk drives) and make sure it is "
-                  "programmed for use with the Hub.  You must cycle power to reset this error.",
-          .title = "Drive Error",
-          .icon = Icon::Stop,
-          .tells = Tells::DriveDisabled});
+  desk.boxes.MsgBox(
+      {.text = "Your program is attempting to execute a move on axis " + Joined(axis) +
+               " but the drive is disabled.  This error can occur if a Change Current instruction in your "
+               "program has turned the current off.  Otherwise, you should connect the drive to Servo "
+               "Trim (for Zenu servo drives) or Setup Desk (for Dresk drives) and make sure it is "
+               "programmed for use with the Hub.  You must cycle power to reset this error.",
+       .title = "Drive Error",
+       .icon = Icon::Stop,
+       .tells = Tells::DriveDisabled});
   EndRun(desk);
-  ClearAnimation(desk);
+  ClearAnimation(desk.grid());
 }
 
 void ServoError(Desk& desk, int axis, int code) {
@@ -257,7 +258,7 @@ void ServoError(Desk& desk, int axis, int code) {
   panel.code = code;
   panel.axis = axis;
   EndRun(desk);
-  ClearAnimation(desk);
+  ClearAnimation(desk.grid());
   desk.run.ShowServoFault(panel);
 }
 

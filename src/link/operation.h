@@ -12,10 +12,10 @@ namespace tavlo {
 /// goes in the middle of it is told afterwards, once, whatever the operation had still tried.
 template <class Body>
 auto WhileBusy(Desk& desk, Body body) {
-  desk.source.Busy = true;
+  desk.source.link.Busy = true;
   auto result = body();
-  desk.source.Busy = false;
-  if (std::exchange(desk.source.PortLost, false)) TellPortLost(desk);
+  desk.source.link.Busy = false;
+  if (std::exchange(desk.source.link.PortLost, false)) TellPortLost(desk);
   return result;
 }
 

@@ -17,20 +17,20 @@ constexpr double kLongestSettling = 0.5;
 /// Less would be lost in the rounding of the clock, and the wait never end.
 constexpr double kShortestWait = 0.001;
 
-void AwaitSilence(Desk& desk) {
-  const double start = desk.clock.Timer();
+void AwaitSilence(const Link& link) {
+  const double start = link.clock.Timer();
   double last = start;
   double quiet = kQuiet;
   int seen = 0;
-  while (desk.Comm1.PortOpen()) {
-    const double now = desk.clock.Timer();
+  while (link.Comm1.PortOpen()) {
+    const double now = link.clock.Timer();
     const double left = std::min(last + quiet, start + kLongestSettling) - now;
     // At midnight the clock begins anew; what is left of so short a wait is not worth a thought.
     if (left <= 0 || now < start) return;
-    desk.Comm1.WaitForInput(std::max(left, kShortestWait));
-    if (const int count = desk.Comm1.InBufferCount(); count > seen) {
+    link.Comm1.WaitForInput(std::max(left, kShortestWait));
+    if (const int count = link.Comm1.InBufferCount(); count > seen) {
       seen = count;
-      last = desk.clock.Timer();
+      last = link.clock.Timer();
       quiet = kQuietAgain;
     }
   }
@@ -38,43 +38,43 @@ void AwaitSilence(Desk& desk) {
 
 }  // namespace
 
-void DropInput(Desk& desk) {
-  static_cast<void>(desk.Comm1.Input());
-  desk.source.received.clear();
-  desk.source.InMsg = false;
-  desk.source.MsgBuf.clear();
+void DropInput(const Link& link) {
+  static_cast<void>(link.Comm1.Input());
+  link.state.received.clear();
+  link.state.InMsg = false;
+  link.state.MsgBuf.clear();
 }
 
-void SayStop(Desk& desk) {
-  desk.Comm1.Output("S");
-  desk.source.Stopped = true;
-  desk.source.HubRuns = false;
+void SayStop(const Link& link) {
+  link.Comm1.Output("S");
+  link.state.Stopped = true;
+  link.state.HubRuns = false;
 }
 
-void StopHub(Desk& desk) {
-  const EventsOff events(desk.Comm1);
-  DropInput(desk);
-  SayStop(desk);
-  AwaitSilence(desk);
-  DropInput(desk);
+void StopHub(const Link& link) {
+  const EventsOff events(link.Comm1);
+  DropInput(link);
+  SayStop(link);
+  AwaitSilence(link);
+  DropInput(link);
 }
 
-double SendCommand(Desk& desk, std::string_view command) {
-  DropInput(desk);
-  desk.Comm1.Output(command);
-  return desk.clock.Timer();
+double SendCommand(const Link& link, std::string_view command) {
+  DropInput(link);
+  link.Comm1.Output(command);
+  return link.clock.Timer();
 }
 
-bool PortHasGone(const Desk& desk) {
-  return desk.source.ComNum != 0 && !desk.Comm1.PortOpen();
+bool PortHasGone(const Link& link) {
+  return link.state.ComNum != 0 && !link.Comm1.PortOpen();
 }
 
-void TellFailedExchange(Desk& desk, Box box) {
-  if (!PortHasGone(desk)) MsgBox(desk, std::move(box));
+void TellFailedExchange(const Link& link, Box box) {
+  if (!PortHasGone(link)) link.boxes.MsgBox(std::move(box));
 }
 
-bool AwaitExactly(Desk& desk, std::string_view reply, double start, double limit) {
-  return AwaitUntil(desk, start, limit, [&] { return desk.Comm1.Input() == reply; });
+bool AwaitExactly(const Link& link, std::string_view reply, double start, double limit) {
+  return AwaitUntil(link, start, limit, [&] { return link.Comm1.Input() == reply; });
 }
 
 }  // namespace tavlo

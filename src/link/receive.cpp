@@ -34,12 +34,12 @@ int Code(char c) {
 /// first takes them too.
 void ToTerminal(Desk& desk) {
   Source& source = desk.source;
-  source.VOXbuffer += desk.Comm1.Input();
+  source.VOXterm.VOXbuffer += desk.Comm1.Input();
   if (source.VOXterm.Draining) return;
   const ScopedFlag draining(source.VOXterm.Draining);
-  while (!source.VOXbuffer.empty()) {
-    const char c = source.VOXbuffer.front();
-    source.VOXbuffer.erase(0, 1);
+  while (!source.VOXterm.VOXbuffer.empty()) {
+    const char c = source.VOXterm.VOXbuffer.front();
+    source.VOXterm.VOXbuffer.erase(0, 1);
     ProcessChar(desk, c);
     desk.loop.Yield();
   }
@@ -49,56 +49,56 @@ void TakeCharacter(Desk& desk, char c) {
   Source& source = desk.source;
   const bool header = Code(c) >= 128;
   if (header) {
-    source.InMsg = true;
-    source.MsgBuf = c;
-  } else if (!source.InMsg) {
-    if (source.MMIActive) Char2MMI(desk, c);
+    source.link.InMsg = true;
+    source.link.MsgBuf = c;
+  } else if (!source.link.InMsg) {
+    if (source.display.MMIActive) Char2MMI(source.display, desk.run, c);
   } else {
-    source.MsgBuf += c;
-    if (source.MsgBuf.size() < kMessageBytes) return;
+    source.link.MsgBuf += c;
+    if (source.link.MsgBuf.size() < kMessageBytes) return;
     // Taken out before it is handled: a box in there brings the receive event in again.
-    const std::string message = source.MsgBuf;
-    source.MsgBuf.clear();
-    source.InMsg = false;
+    const std::string message = source.link.MsgBuf;
+    source.link.MsgBuf.clear();
+    source.link.InMsg = false;
     HandleMsg(desk, message);
   }
 }
 
-void PlainCharacter(Source& source, char c) {
-  std::string& line = source.textline[source.CurRow];
+void PlainCharacter(DisplayState& display, char c) {
+  std::string& line = display.textline[display.CurRow];
   if (c == kEscape) {
-    source.EscPending = true;
+    display.EscPending = true;
   } else if (c >= ' ' && c <= '~') {
     line += c;
-    if (source.CurRow < kLastRow && line.size() == kColumns) ++source.CurRow;
+    if (display.CurRow < kLastRow && line.size() == kColumns) ++display.CurRow;
   } else if (c == kBackspace) {
-    if (source.CurRow >= 1 && line.empty()) --source.CurRow;
-    std::string& left = source.textline[source.CurRow];
+    if (display.CurRow >= 1 && line.empty()) --display.CurRow;
+    std::string& left = display.textline[display.CurRow];
     if (!left.empty()) left.pop_back();
   } else if (c == '\n') {
-    if (source.CurRow < kLastRow) ++source.CurRow;
+    if (display.CurRow < kLastRow) ++display.CurRow;
   }
 }
 
-void EscapeCharacter(Source& source, char c) {
-  if (!source.RowPending) {
+void EscapeCharacter(DisplayState& display, char c) {
+  if (!display.RowPending) {
     if (c == 'Y') {
-      source.RowPending = true;
+      display.RowPending = true;
     } else if (c == 'E') {
-      for (std::string& line : source.textline) line.clear();
-      source.CurRow = 0;
-      source.EscPending = false;
+      for (std::string& line : display.textline) line.clear();
+      display.CurRow = 0;
+      display.EscPending = false;
     } else if (c == 'K' || c == 'M') {
-      source.textline[source.CurRow].clear();
-      source.EscPending = false;
+      display.textline[display.CurRow].clear();
+      display.EscPending = false;
     }
-  } else if (!source.RowGot) {
-    source.RowValue = static_cast<std::int16_t>(Code(c) - 32);
-    source.RowGot = true;
+  } else if (!display.RowGot) {
+    display.RowValue = static_cast<std::int16_t>(Code(c) - 32);
+    display.RowGot = true;
   } else {
     // The column: rows are always written from their start, so only a row that exists counts.
-    if (source.RowValue >= 0 && source.RowValue <= kLastRow) source.CurRow = source.RowValue;
-    source.EscPending = source.RowPending = source.RowGot = false;
+    if (display.RowValue >= 0 && display.RowValue <= kLastRow) display.CurRow = display.RowValue;
+    display.EscPending = display.RowPending = display.RowGot = false;
   }
 }
 
@@ -106,13 +106,13 @@ void EscapeCharacter(Source& source, char c) {
 
 void NewOnComm(Desk& desk) {
   if (desk.Comm1.CommEvent() != kCommEventReceive) return;
-  if (desk.source.TermActive) {
+  if (desk.source.VOXterm.TermActive) {
     ToTerminal(desk);
     return;
   }
   // One queue: an event inside a box goes on where the message that brought the box up has stopped, and what
   // it takes is gone when the box is answered.
-  std::string& queue = desk.source.received;
+  std::string& queue = desk.source.link.received;
   queue += desk.Comm1.Input();
   while (!queue.empty()) {
     const char c = queue.front();
@@ -121,13 +121,13 @@ void NewOnComm(Desk& desk) {
   }
 }
 
-void Char2MMI(Desk& desk, char c) {
-  if (desk.source.EscPending) {
-    EscapeCharacter(desk.source, c);
+void Char2MMI(DisplayState& display, RunView& view, char c) {
+  if (display.EscPending) {
+    EscapeCharacter(display, c);
   } else {
-    PlainCharacter(desk.source, c);
+    PlainCharacter(display, c);
   }
-  desk.run.TextLinesChanged();
+  view.TextLinesChanged();
 }
 
 }  // namespace tavlo

@@ -16,6 +16,6 @@ namespace tavlo {
 void NewOnComm(Desk& desk);
 
 /// One character for the operator terminal's display of 4 lines and 20 columns.
-void Char2MMI(Desk& desk, char c);
+void Char2MMI(DisplayState& display, RunView& view, char c);
 
 }  // namespace tavlo

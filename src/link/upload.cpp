@@ -27,17 +27,17 @@ struct Receipt {
 };
 
 /// Watches the bytes gather until they are all there, the time is over or the port is gone.
-Receipt AwaitImage(Desk& desk, double start) {
+Receipt AwaitImage(const Link& link, const TransferGauge& gauge, double start) {
   Receipt receipt;
   for (;;) {
-    receipt.count = desk.Comm1.InBufferCount();
-    desk.upbox.Gauge(static_cast<double>(receipt.count) / kImageBytes * kGaugeSpan + kGaugeStart);
-    desk.upbox.Phase("program", receipt.count, kUploadBytes);
-    desk.loop.Yield();
+    receipt.count = link.Comm1.InBufferCount();
+    gauge.form.Gauge(static_cast<double>(receipt.count) / kImageBytes * kGaugeSpan + kGaugeStart);
+    gauge.form.Phase("program", receipt.count, kUploadBytes);
+    gauge.loop.Yield();
     receipt.complete = receipt.count == kUploadBytes;
-    const double elapsed = desk.clock.Timer() - start;
-    if (receipt.complete || elapsed > kUploadLimit || !desk.Comm1.PortOpen()) return receipt;
-    desk.Comm1.WaitForInput(std::clamp(kUploadLimit - elapsed, 0.001, kLongestLook));
+    const double elapsed = link.clock.Timer() - start;
+    if (receipt.complete || elapsed > kUploadLimit || !link.Comm1.PortOpen()) return receipt;
+    link.Comm1.WaitForInput(std::clamp(kUploadLimit - elapsed, 0.001, kLongestLook));
   }
 }
 
@@ -48,35 +48,35 @@ bool SumAgrees(std::string_view bytes) {
 
 /// The program is the hub's now: shows it as the lines would come in one by one.
 void ShowUploaded(Desk& desk) {
-  desk.source.LimitLine = static_cast<std::int16_t>(desk.program().LimitBranch);
+  desk.source.shown.LimitLine = LimitLineOf(desk.program());
   desk.view.LimitChanged();
   for (int line = 0; line < kLines; ++line) {
-    SetIcon(desk, line);
-    ShowDesc(desk, line);
+    SetIcon(desk.grid(), line);
+    ShowDesc(desk.grid(), line);
     desk.upbox.Gauge(kGaugeStart + line * kGaugeSpan / (kLines - 1));
     desk.loop.Yield();
   }
-  ShowDrive(desk);
-  DrawArrows(desk);
+  ShowDrive(desk.view);
+  DrawArrows(desk.grid());
   desk.view.AutoScroll(0);
 }
 
-void TellFailure(Desk& desk, const std::string& text) {
-  TellFailedExchange(desk, {.text = text});
-  desk.upbox.Hide();
+void TellFailure(const Link& link, const TransferGauge& gauge, const std::string& text) {
+  TellFailedExchange(link, {.text = text});
+  gauge.form.Hide();
 }
 
 std::optional<UploadResult> UploadWhileBusy(Desk& desk) {
-  StopHub(desk);
-  if (SilentCheckDrive(desk).empty()) return std::nullopt;
+  StopHub(desk.link());
+  if (SilentCheckDrive(desk.link()).empty()) return std::nullopt;
   const std::string identity = CheckDrive(desk);
   if (identity.empty()) return std::nullopt;
   // Shown for a device of any model, where the check itself shows it for the models that there are.
-  desk.source.DriveVersion = VersionText(desk.program().HubVersion);
+  desk.source.link.DriveVersion = VersionText(desk.program().HubVersion);
   desk.view.HubChanged();
-  if (!IsHub(desk, identity)) return std::nullopt;
+  if (!IsHub(desk.boxes, identity)) return std::nullopt;
   const UploadResult result = UploadProg(desk, desk.program().HubVersion);
-  MarkChains(desk);
+  MarkChains(desk.grid());
   static_cast<void>(CheckDrive(desk));
   return result;
 }
@@ -87,20 +87,21 @@ constexpr const char* kNotCorrect =
 
 }  // namespace
 
-ImageReading ReadImage(Desk& desk) {
-  DropInput(desk);
-  desk.upbox.Gauge(kGaugeStart);
-  desk.upbox.Show();
-  desk.Comm1.Output("U");
-  const Receipt receipt = AwaitImage(desk, desk.clock.Timer());
-  std::string bytes = receipt.complete ? desk.Comm1.Input() : std::string();
+ImageReading ReadImage(const Link& link, const TransferGauge& gauge) {
+  DropInput(link);
+  gauge.form.Gauge(kGaugeStart);
+  gauge.form.Show();
+  link.Comm1.Output("U");
+  const Receipt receipt = AwaitImage(link, gauge, link.clock.Timer());
+  std::string bytes = receipt.complete ? link.Comm1.Input() : std::string();
   if (bytes.size() < kUploadBytes) {
-    TellFailure(desk, "The Tavlo Hub stopped responding after " + Joined(receipt.count) +
-                          " chars.  Is it connected to the right port and turned on?");
+    TellFailure(link, gauge,
+                "The Tavlo Hub stopped responding after " + Joined(receipt.count) +
+                    " chars.  Is it connected to the right port and turned on?");
     return {UploadResult::Stopped, {}};
   }
   if (!SumAgrees(bytes)) {
-    TellFailure(desk, kNotCorrect);
+    TellFailure(link, gauge, kNotCorrect);
     return {UploadResult::WrongSum, {}};
   }
   bytes.resize(kImageBytes);
@@ -110,7 +111,9 @@ ImageReading ReadImage(Desk& desk) {
 UploadResult UploadProg(Desk& desk, float rev) {
   EventsOff events(desk.Comm1);
   events.RestoreTo(1);
-  const ImageReading reading = ReadImage(desk);
+  const Link link = desk.link();
+  const TransferGauge gauge = desk.uploading();
+  const ImageReading reading = ReadImage(link, gauge);
   // What may still come of a garbled answer is kept from the handler of events.
   if (reading.result == UploadResult::WrongSum) events.RestoreTo(0);
   if (reading.result != UploadResult::Done) return reading.result;
@@ -120,7 +123,7 @@ UploadResult UploadProg(Desk& desk, float rev) {
     DecodeImage(read, reading.image);
     desk.program() = std::move(read);
   } catch (const DecodeError&) {
-    TellFailure(desk, kNotCorrect);
+    TellFailure(link, gauge, kNotCorrect);
     return UploadResult::CannotDecode;
   }
   ShowUploaded(desk);
@@ -130,7 +133,7 @@ UploadResult UploadProg(Desk& desk, float rev) {
 }
 
 std::optional<UploadResult> Upload(Desk& desk) {
-  if (desk.source.Busy) return std::nullopt;
+  if (desk.source.link.Busy) return std::nullopt;
   return WhileBusy(desk, [&desk] { return UploadWhileBusy(desk); });
 }
 

@@ -32,7 +32,7 @@ struct ImageReading {
 
 /// Reads the hub's memory and touches nothing else. `upbox` stands from the start on; a failure has been told
 /// and hides it again, after Done it is the caller's to hide. Receive events must be off.
-[[nodiscard]] ImageReading ReadImage(Desk& desk);
+[[nodiscard]] ImageReading ReadImage(const Link& link, const TransferGauge& gauge);
 
 /// Reads the hub's memory and puts its lines and settings in the place of the program's, and shows them. What
 /// the memory does not carry stays as it was. `rev` is the hub's firmware.

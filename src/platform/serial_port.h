@@ -3,9 +3,10 @@
 #pragma once
 
 #include <functional>
-#include <optional>
 #include <string>
 #include <string_view>
+
+#include "platform/outcome.h"
 
 namespace tavlo {
 
@@ -29,9 +30,9 @@ class SerialPort {
   /// Line parameters, always "19200,N,8,1" here.
   virtual void Settings(std::string_view parameters) = 0;
 
-  /// Opens or closes. Gives nothing when it went well and the {error description} of the failure
-  /// otherwise: a sentence that says what to do. Closing never fails.
-  [[nodiscard]] virtual std::optional<std::string> PortOpen(bool open) = 0;
+  /// Opens or closes. What it says of a failure is its {error description}: a sentence that says what to
+  /// do. Closing never fails.
+  virtual Outcome PortOpen(bool open) = 0;
   [[nodiscard]] virtual bool PortOpen() const = 0;
 
   /// The device that the number led to when the port was opened last, as a path or a name; empty before

@@ -17,6 +17,7 @@ Answer HarmlessAnswer(Buttons buttons) {
 }
 
 Answer MessageBoxes::MsgBox(Box box) {
+  if (box.line && GoToLine) GoToLine(*box.line);
   const bool stands = std::ranges::any_of(
       standing_, [&box](const Box& other) { return other.text == box.text && other.title == box.title; });
   if (stands) return HarmlessAnswer(box.buttons);

@@ -3,10 +3,13 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "platform/outcome.h"
 
 namespace tavlo {
 
@@ -43,6 +46,8 @@ struct Box {
   /// It follows on nothing that the operator did, who may be in the middle of typing something else.
   bool by_itself = false;
   Tells tells = Tells::Other;
+  /// The program line 0..199 that it speaks of.
+  std::optional<int> line = {};
   bool operator==(const Box&) const = default;
 };
 
@@ -54,6 +59,9 @@ class MessageBoxes {
   /// Shows the box and returns the operator's answer. A box whose text and title are those of one that still
   /// stands is not shown a second time: its harmless answer is returned at once.
   Answer MsgBox(Box box);
+
+  /// Called with the line that a box speaks of, before the box is shown. May be empty.
+  std::function<void(int line)> GoToLine;
 
  protected:
   virtual Answer Show(const Box& box) = 0;
@@ -101,10 +109,8 @@ class FileDialogs {
 class FileStore {
  public:
   virtual ~FileStore() = default;
-  /// Replaces the file whole or leaves the old one: written beside it, synced, renamed. Gives a plain text
-  /// of what went wrong, such as "No space left on device", or nothing.
-  [[nodiscard]] virtual std::optional<std::string> Replace(const std::string& path,
-                                                           std::string_view bytes) = 0;
+  /// Replaces the file whole or leaves the old one: written beside it, synced, renamed.
+  virtual Outcome Replace(const std::string& path, std::string_view bytes) = 0;
   /// At most `limit` bytes of the file; nothing when it cannot be opened or read.
   [[nodiscard]] virtual std::optional<std::string> Read(const std::string& path, std::size_t limit) = 0;
 };
@@ -121,8 +127,8 @@ class EventLoop {
   virtual ~EventLoop() = default;
   /// Gives the event loop a turn and returns.
   virtual void Yield() = 0;
-  /// Gives the event loop turns until `seconds` have passed, sleeping between events.
-  virtual void YieldFor(double seconds) = 0;
+  /// Gives the event loop turns until so many seconds have passed, sleeping between events.
+  virtual void WaitSecs(double seconds) = 0;
 };
 
 /// Texts kept between sessions, keyed by application, section and key.

@@ -115,21 +115,21 @@ void SyncFolderOf(const std::filesystem::path& file) {
 
 }  // namespace
 
-std::optional<std::string> ReplaceFile(const std::string& path, std::string_view bytes) {
+Outcome ReplaceFile(const std::string& path, std::string_view bytes) {
   const NoSizeSignal no_signal;
   const std::filesystem::path target = Followed(path);
   struct stat old {};
   const bool is_there = stat(target.c_str(), &old) == 0;
-  if (!is_there && errno != ENOENT) return SystemReason(errno);
+  if (!is_there && errno != ENOENT) return Outcome::Failed(SystemReason(errno));
   // A rename over a device would take the device away.
-  if (is_there && !S_ISREG(old.st_mode)) return path + " is not a file";
-  if (is_there && access(target.c_str(), W_OK) != 0) return SystemReason(errno);
+  if (is_there && !S_ISREG(old.st_mode)) return Outcome::Failed(path + " is not a file");
+  if (is_there && access(target.c_str(), W_OK) != 0) return Outcome::Failed(SystemReason(errno));
   NewFile file(target);
   const bool replaced = file.Create() && (!is_there || file.Permit(old.st_mode)) && file.Write(bytes) &&
                         file.Sync() && file.Close() && file.TakeName();
-  if (!replaced) return SystemReason(errno);
+  if (!replaced) return Outcome::Failed(SystemReason(errno));
   SyncFolderOf(target);
-  return std::nullopt;
+  return {};
 }
 
 }  // namespace tavlo

@@ -27,39 +27,39 @@ std::string Held(const std::string& device, const UucpHold& hold) {
 
 }  // namespace
 
-std::optional<std::string> PortGuard::Take(const std::string& device, const std::string& canonical) {
+Outcome PortGuard::Take(const std::string& device, const std::string& canonical) {
   Release();
   device_ = device;
   canonical_ = canonical;
-  auto refusal = TryToTake();
-  if (refusal) Release();
-  return refusal;
+  Outcome taken = TryToTake();
+  if (!taken) Release();
+  return taken;
 }
 
-std::optional<std::string> PortGuard::TryToTake() {
+Outcome PortGuard::TryToTake() {
   struct stat status {};
-  if (stat(canonical_.c_str(), &status) != 0) return OpenFailure(device_, errno);
-  if (!S_ISCHR(status.st_mode)) return NoSerialPort(device_);
-  if (const auto hold = locks_.FindHold({device_, canonical_})) return Held(device_, *hold);
+  if (stat(canonical_.c_str(), &status) != 0) return Outcome::Failed(OpenFailure(device_, errno));
+  if (!S_ISCHR(status.st_mode)) return Outcome::Failed(NoSerialPort(device_));
+  if (const auto hold = locks_.FindHold({device_, canonical_})) return Outcome::Failed(Held(device_, *hold));
   line_ = FileDescriptor(open(canonical_.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
   if (!line_.Valid()) {
     const int error = errno;
-    return error == EBUSY ? InUse(device_, FindOpener(status).value_or(DeviceHolder()))
-                          : OpenFailure(device_, error);
+    return Outcome::Failed(error == EBUSY ? InUse(device_, FindOpener(status).value_or(DeviceHolder()))
+                                          : OpenFailure(device_, error));
   }
   termios settings{};
-  if (tcgetattr(line_.Get(), &settings) != 0) return OpenFailure(device_, errno);
-  if (flock(line_.Get(), LOCK_EX | LOCK_NB) != 0) return InUse(device_, FindLocker(status));
-  if (const auto opener = FindOpener(status)) return InUse(device_, *opener);
-  return std::nullopt;
+  if (tcgetattr(line_.Get(), &settings) != 0) return Outcome::Failed(OpenFailure(device_, errno));
+  if (flock(line_.Get(), LOCK_EX | LOCK_NB) != 0) return Outcome::Failed(InUse(device_, FindLocker(status)));
+  if (const auto opener = FindOpener(status)) return Outcome::Failed(InUse(device_, *opener));
+  return {};
 }
 
-std::optional<std::string> PortGuard::Mark() {
+Outcome PortGuard::Mark() {
   const auto hold = locks_.Set(canonical_);
-  if (!hold) return std::nullopt;
-  const std::string refusal = Held(device_, *hold);
+  if (!hold) return {};
+  Outcome refused = Outcome::Failed(Held(device_, *hold));
   Release();
-  return refusal;
+  return refused;
 }
 
 void PortGuard::Release() {

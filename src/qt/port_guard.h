@@ -3,8 +3,9 @@
 #pragma once
 
 #include <QtGlobal>
-#include <optional>
 #include <string>
+
+#include "platform/outcome.h"
 
 #ifdef Q_OS_UNIX
 #include "qt/file_descriptor.h"
@@ -23,17 +24,17 @@ class PortGuard {
   explicit PortGuard(std::string lock_folder = kUucpLockFolder) : locks_(std::move(lock_folder)) {}
 
   /// To be called before the device is opened: `device` as the operator knows it, `canonical` without links.
-  /// Gives the {error description} when it cannot be had.
-  [[nodiscard]] std::optional<std::string> Take(const std::string& device, const std::string& canonical);
+  /// Fails with the {error description} when it cannot be had.
+  Outcome Take(const std::string& device, const std::string& canonical);
   /// To be called once the device is open, when QSerialPort has set the lock that it has of its own.
-  [[nodiscard]] std::optional<std::string> Mark();
+  Outcome Mark();
   void Release();
 
   /// What stands at `canonical` now is the device that was taken.
   [[nodiscard]] bool Has(const std::string& canonical) const;
 
  private:
-  [[nodiscard]] std::optional<std::string> TryToTake();
+  Outcome TryToTake();
 
   std::string device_;
   std::string canonical_;
@@ -47,11 +48,11 @@ class PortGuard {
 /// The system itself gives a port to one program only.
 class PortGuard {
  public:
-  [[nodiscard]] std::optional<std::string> Take(const std::string&, const std::string& canonical) {
+  Outcome Take(const std::string&, const std::string& canonical) {
     canonical_ = canonical;
-    return std::nullopt;
+    return {};
   }
-  [[nodiscard]] std::optional<std::string> Mark() { return std::nullopt; }
+  Outcome Mark() { return {}; }
   void Release() {}
   [[nodiscard]] bool Has(const std::string& canonical) const { return canonical == canonical_; }
 

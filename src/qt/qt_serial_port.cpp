@@ -86,27 +86,27 @@ void QtSerialPort::Settings(std::string_view parameters) {
   port_.setFlowControl(QSerialPort::NoFlowControl);
 }
 
-std::optional<std::string> QtSerialPort::PortOpen(bool open) {
-  if (open && port_.isOpen()) return device_ + " is open already";
+Outcome QtSerialPort::PortOpen(bool open) {
+  if (open && port_.isOpen()) return Outcome::Failed(device_ + " is open already");
   Close();
   received_.clear();
   lost_ = false;
-  if (!open) return std::nullopt;
+  if (!open) return {};
   device_ = device_for_(number_);
   const std::string canonical = Canonical(device_);
-  if (auto refusal = guard_.Take(device_, canonical)) return refusal;
+  if (Outcome taken = guard_.Take(device_, canonical); !taken) return taken;
   port_.setPortName(QString::fromStdString(canonical));
   if (!port_.open(QIODevice::ReadWrite)) {
     guard_.Release();
-    return Description(port_.error(), device_);
+    return Outcome::Failed(Description(port_.error(), device_));
   }
-  if (auto refusal = guard_.Mark()) {
+  if (Outcome marked = guard_.Mark(); !marked) {
     Close();
-    return refusal;
+    return marked;
   }
   // What was sent before the line was open belongs to nobody.
   port_.clear();
-  return std::nullopt;
+  return {};
 }
 
 void QtSerialPort::Close() {

@@ -25,7 +25,7 @@ class QtSerialPort : public QObject, public SerialPort {
   void CommPort(int number) override { number_ = number; }
   [[nodiscard]] int CommPort() const override { return number_; }
   void Settings(std::string_view parameters) override;
-  [[nodiscard]] std::optional<std::string> PortOpen(bool open) override;
+  Outcome PortOpen(bool open) override;
   [[nodiscard]] bool PortOpen() const override { return port_.isOpen() && !lost_; }
   [[nodiscard]] std::string Device() const override { return device_; }
   [[nodiscard]] bool LeadsElsewhere() const override;

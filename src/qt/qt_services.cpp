@@ -36,7 +36,7 @@ void QtEventLoop::Yield() {
   QCoreApplication::processEvents();
 }
 
-void QtEventLoop::YieldFor(double seconds) {
+void QtEventLoop::WaitSecs(double seconds) {
   QEventLoop loop;
   QTimer::singleShot(static_cast<int>(std::ceil(seconds * 1000)), Qt::PreciseTimer, &loop, &QEventLoop::quit);
   loop.exec();
@@ -55,20 +55,20 @@ void QtSettingsStore::Save(std::string_view application, std::string_view sectio
 }
 
 #ifdef Q_OS_UNIX
-std::optional<std::string> QtFileStore::Replace(const std::string& path, std::string_view bytes) {
+Outcome QtFileStore::Replace(const std::string& path, std::string_view bytes) {
   return ReplaceFile(path, bytes);
 }
 #else
-std::optional<std::string> QtFileStore::Replace(const std::string& path, std::string_view bytes) {
+Outcome QtFileStore::Replace(const std::string& path, std::string_view bytes) {
   const QString name = QFile::decodeName(path.c_str());
-  if (const QFileInfo info(name); info.exists() && !info.isFile()) return path + " is not a file";
+  if (const QFileInfo info(name); info.exists() && !info.isFile())
+    return Outcome::Failed(path + " is not a file");
   QSaveFile file(name);
   const auto size = static_cast<qint64>(bytes.size());
   // What a buffer still held when the file is committed could fail without a word.
   const bool written = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
                        file.write(bytes.data(), size) == size && file.commit();
-  if (written) return std::nullopt;
-  return file.errorString().toStdString();
+  return written ? Outcome() : Outcome::Failed(file.errorString().toStdString());
 }
 #endif
 

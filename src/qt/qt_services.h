@@ -19,7 +19,7 @@ class QtClock : public Clock {
 class QtEventLoop : public EventLoop {
  public:
   void Yield() override;
-  void YieldFor(double seconds) override;
+  void WaitSecs(double seconds) override;
 };
 
 /// On QSettings; what is kept for an application stands in a file or registry key of its own.
@@ -34,7 +34,7 @@ class QtSettingsStore : public SettingsStore {
 /// Paths are in the file system's own encoding.
 class QtFileStore : public FileStore {
  public:
-  [[nodiscard]] std::optional<std::string> Replace(const std::string& path, std::string_view bytes) override;
+  Outcome Replace(const std::string& path, std::string_view bytes) override;
   [[nodiscard]] std::optional<std::string> Read(const std::string& path, std::size_t limit) override;
 };
 

@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "session/grid.h"
 
+#include "model/line_operations.h"
 #include "platform/number_format.h"
 #include "text/short_desc.h"
 
@@ -16,19 +17,19 @@ IconSet RestIconSet(const Program& program, int line) {
   return IsLimitTarget(program, line) ? IconSet::Cyan : IconSet::Normal;
 }
 
-void Rest(Desk& desk, int line) {
-  Row& row = desk.source.rows[line];
-  row.state = RestState(desk.program(), line);
-  row.icon = IconFor(desk.program().Prog[line].Type, RestIconSet(desk.program(), line));
+void Rest(const Grid& grid, int line) {
+  Row& row = grid.shown.rows[line];
+  row.state = RestState(grid.program, line);
+  row.icon = IconFor(grid.program.Prog[line].Type, RestIconSet(grid.program, line));
 }
 
-void ShowRunning(Desk& desk, int line, RowState state, IconSet icons) {
+void ShowRunning(const Grid& grid, int line, RowState state, IconSet icons) {
   if (!IsLine(line)) return;
-  Row& row = desk.source.rows[line];
+  Row& row = grid.shown.rows[line];
   row.state = state;
-  row.icon = IconFor(desk.program().Prog[line].Type, icons);
-  desk.view.RowChanged(line);
-  desk.view.AutoScroll(line);
+  row.icon = IconFor(grid.program.Prog[line].Type, icons);
+  grid.view.RowChanged(line);
+  grid.view.AutoScroll(line);
 }
 
 /// The figure that the operator set for the drive's family.
@@ -44,62 +45,76 @@ RowState RestState(const Program& program, int line) {
   return IsLimitTarget(program, line) ? RowState::LimitTarget : RowState::Normal;
 }
 
-void ShowDesc(Desk& desk, int line) {
+void ShowDesc(const Grid& grid, int line) {
   if (!IsLine(line)) return;
-  Row& row = desk.source.rows[line];
-  if (auto text = ShortDesc(desk.program(), line)) row.desc = std::move(*text);
-  row.state = RestState(desk.program(), line);
-  desk.view.RowChanged(line);
+  Row& row = grid.shown.rows[line];
+  if (auto text = ShortDesc(grid.program, line)) row.desc = std::move(*text);
+  row.state = RestState(grid.program, line);
+  grid.view.RowChanged(line);
 }
 
-void ShowAllDescs(Desk& desk) {
+void ShowAllDescs(const Grid& grid) {
   for (int line = 0; line < kLines; ++line) {
-    Row& row = desk.source.rows[line];
-    if (auto text = ShortDesc(desk.program(), line)) row.desc = std::move(*text);
-    Rest(desk, line);
+    Row& row = grid.shown.rows[line];
+    if (auto text = ShortDesc(grid.program, line)) row.desc = std::move(*text);
+    Rest(grid, line);
   }
-  desk.view.AllRowsChanged();
+  grid.view.AllRowsChanged();
 }
 
-void SetIcon(Desk& desk, int line) {
+void SetIcon(const Grid& grid, int line) {
   if (!IsLine(line)) return;
-  desk.source.rows[line].icon = IconFor(desk.program().Prog[line].Type, RestIconSet(desk.program(), line));
-  desk.view.RowChanged(line);
+  grid.shown.rows[line].icon = IconFor(grid.program.Prog[line].Type, RestIconSet(grid.program, line));
+  grid.view.RowChanged(line);
 }
 
-void RestoreDesc(Desk& desk, int line) {
+void RestoreDesc(const Grid& grid, int line) {
   if (!IsLine(line)) return;
-  desk.source.rows[line].state = RestState(desk.program(), line);
-  desk.view.RowChanged(line);
+  grid.shown.rows[line].state = RestState(grid.program, line);
+  grid.view.RowChanged(line);
 }
 
-void ShowPicked(Desk& desk, int line) {
+void ShowPicked(const Grid& grid, int line) {
   if (!IsLine(line)) return;
-  Row& row = desk.source.rows[line];
+  Row& row = grid.shown.rows[line];
   row.state = RowState::Picked;
-  row.icon = IconFor(desk.program().Prog[line].Type, IconSet::Picked);
-  desk.view.RowChanged(line);
+  row.icon = IconFor(grid.program.Prog[line].Type, IconSet::Picked);
+  grid.view.RowChanged(line);
 }
 
-void DrawArrows(Desk& desk) {
-  desk.source.arrows = ArrowsOf(desk.program());
-  const auto colours = LabelColoursOf(desk.program());
-  for (int line = 0; line < kLines; ++line) desk.source.rows[line].label = colours[line];
-  desk.view.ArrowsChanged();
+void DrawArrows(const Grid& grid) {
+  grid.shown.arrows = ArrowsOf(grid.program);
+  const auto colours = LabelColoursOf(grid.program);
+  for (int line = 0; line < kLines; ++line) grid.shown.rows[line].label = colours[line];
+  grid.view.ArrowsChanged();
 }
 
-void MarkChains(Desk& desk) {
-  const auto frames = ChainFramesOf(desk.program());
+void MarkChains(const Grid& grid) {
+  const auto frames = ChainFramesOf(grid.program);
   for (int line = 0; line < kLines; ++line) {
-    Row& row = desk.source.rows[line];
+    Row& row = grid.shown.rows[line];
     if (row.frame == frames[line]) continue;
     row.frame = frames[line];
-    desk.view.RowChanged(line);
+    grid.view.RowChanged(line);
   }
 }
 
-void ShowDrive(Desk& desk) {
-  desk.view.DrivesChanged();
+void ShowProgram(Desk& desk) {
+  ScanLoops(desk.program());
+  const Grid grid = desk.grid();
+  ShowAllDescs(grid);
+  DrawArrows(grid);
+  MarkChains(grid);
+}
+
+void ShowDrive(ProgramView& view) {
+  view.DrivesChanged();
+}
+
+void SelectModel(Desk& desk, int index) {
+  desk.program().HubIndex = index == HubQuad ? HubQuad : HubOcto;
+  ShowDrive(desk.view);
+  desk.view.HubChanged();
 }
 
 DriveDesc DriveDescOf(const Program& program, int axis) {
@@ -111,23 +126,23 @@ DriveDesc DriveDescOf(const Program& program, int axis) {
   return desc;
 }
 
-void ShowLine(Desk& desk, int line) {
-  ShowRunning(desk, line, RowState::Executing, IconSet::Yellow);
+void ShowLine(const Grid& grid, int line) {
+  ShowRunning(grid, line, RowState::Executing, IconSet::Yellow);
 }
 
-void ShowRedLine(Desk& desk, int line) {
-  ShowRunning(desk, line, RowState::WentOn, IconSet::Red);
+void ShowRedLine(const Grid& grid, int line) {
+  ShowRunning(grid, line, RowState::WentOn, IconSet::Red);
 }
 
-void HideYelLine(Desk& desk, int line) {
+void HideYelLine(const Grid& grid, int line) {
   if (!IsLine(line)) return;
-  Rest(desk, line);
-  desk.view.RowChanged(line);
+  Rest(grid, line);
+  grid.view.RowChanged(line);
 }
 
-void ClearAnimation(Desk& desk) {
-  for (int line = 0; line < kLines; ++line) Rest(desk, line);
-  desk.view.AllRowsChanged();
+void ClearAnimation(const Grid& grid) {
+  for (int line = 0; line < kLines; ++line) Rest(grid, line);
+  grid.view.AllRowsChanged();
 }
 
 }  // namespace tavlo

@@ -55,16 +55,16 @@ bool LimitsAmongX(int model) {
          PlainNetModel(model) || PelmarModel(model);
 }
 
-void PaintOutputs(Desk& desk, int axis, int outputs) {
-  RunPanel& panel = desk.source.panel;
-  const int model = ColumnModel(desk.program(), axis);
+void PaintOutputs(const Lights& lights, int axis, int outputs) {
+  RunPanel& panel = lights.panel;
+  const int model = ColumnModel(lights.program, axis);
   if (IsCut(model)) {
     for (int i = 0; i < kYOutputs; ++i) panel.OUTY[axis][i] = Green(outputs, i);
     return;
   }
   for (int i = 0; i < kMainOutputs; ++i) panel.OUTlo[axis][i] = Green(outputs, i);
   if (!HasYBesideMain(model)) return;
-  const bool reports = PelmarModel(model) || desk.source.DriveRev[axis] >= kReportsExtended;
+  const bool reports = PelmarModel(model) || lights.DriveRev[axis] >= kReportsExtended;
   for (int i = 0; i < kYOutputs; ++i) {
     panel.OUTY[axis][i] = reports ? Green(outputs, kMainOutputs + i) : Led::Unknown;
   }
@@ -113,39 +113,39 @@ bool RedLED(const Program& program, int bit, int axis) {
          program.Axis.LimitKind[axis] != kLimitsNotUsed && !PelmarModel(model);
 }
 
-void ShowStatus(Desk& desk, int axis, int inputs, int outputs) {
-  RunPanel& panel = desk.source.panel;
-  const bool cut = IsCut(ColumnModel(desk.program(), axis));
+void ShowStatus(const Lights& lights, int axis, int inputs, int outputs) {
+  RunPanel& panel = lights.panel;
+  const bool cut = IsCut(ColumnModel(lights.program, axis));
   for (int i = 0; i < kMainInputs; ++i) {
-    const Led led = RedLED(desk.program(), i, axis) ? Red(inputs, i) : Green(inputs, i);
+    const Led led = RedLED(lights.program, i, axis) ? Red(inputs, i) : Green(inputs, i);
     if (!cut) {
       panel.INlo[axis][i] = led;
     } else if (i < kXInputs) {
       panel.INX[axis][i] = led;
     }
   }
-  PaintOutputs(desk, axis, outputs);
-  desk.run.StatusChanged(axis);
+  PaintOutputs(lights, axis, outputs);
+  lights.view.StatusChanged(axis);
 }
 
-void ShowXStatus(Desk& desk, int axis, int inputs) {
-  const int model = ColumnModel(desk.program(), axis);
-  const bool reports = IsCut(model) || PelmarModel(model) || desk.source.DriveRev[axis] >= kReportsExtended;
-  const bool limits = desk.program().Axis.LimitKind[axis] != kLimitsNotUsed && !ZenuDCOxModel(model);
+void ShowXStatus(const Lights& lights, int axis, int inputs) {
+  const int model = ColumnModel(lights.program, axis);
+  const bool reports = IsCut(model) || PelmarModel(model) || lights.DriveRev[axis] >= kReportsExtended;
+  const bool limits = lights.program.Axis.LimitKind[axis] != kLimitsNotUsed && !ZenuDCOxModel(model);
   for (int i = 0; i < kXInputs; ++i) {
-    Led& led = desk.source.panel.INX[axis][i];
+    Led& led = lights.panel.INX[axis][i];
     if (!reports) {
       led = Led::Unknown;
     } else {
       led = limits && i >= kFirstXLimit ? Red(inputs, i) : Green(inputs, i);
     }
   }
-  desk.run.StatusChanged(axis);
+  lights.view.StatusChanged(axis);
 }
 
-void ShowOutStatus(Desk& desk, int axis, int outputs) {
-  PaintOutputs(desk, axis, outputs);
-  desk.run.StatusChanged(axis);
+void ShowOutStatus(const Lights& lights, int axis, int outputs) {
+  PaintOutputs(lights, axis, outputs);
+  lights.view.StatusChanged(axis);
 }
 
 int PanelColumns(const Program& program) {

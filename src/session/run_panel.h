@@ -11,7 +11,7 @@
 
 namespace tavlo {
 
-struct Desk;
+struct Lights;
 
 /// What a light shows. Limit switches have the red pair.
 enum class Led { GreenOff, Green, RedOff, Red, Unknown };
@@ -58,9 +58,9 @@ void MakeLimitsRed(RunPanel& panel, const Program& program);
 [[nodiscard]] bool RedLED(const Program& program, int bit, int axis);
 
 // Status of axis 0..7 as the hub sends it; a clear bit means on.
-void ShowStatus(Desk& desk, int axis, int inputs, int outputs);
-void ShowXStatus(Desk& desk, int axis, int inputs);
-void ShowOutStatus(Desk& desk, int axis, int outputs);
+void ShowStatus(const Lights& lights, int axis, int inputs, int outputs);
+void ShowXStatus(const Lights& lights, int axis, int inputs);
+void ShowOutStatus(const Lights& lights, int axis, int outputs);
 
 /// Columns of the panel. On the Hub Quad the fifth is the hub's own inputs and outputs.
 [[nodiscard]] int PanelColumns(const Program& program);

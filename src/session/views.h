@@ -56,7 +56,7 @@ class RunView {
   virtual void ShowModal(RunWindow window) = 0;
   /// Hides the run window that is up, if one is.
   virtual void Hide() = 0;
-  /// The lights of an axis, 0..7, in `Source::panel`.
+  /// The lights of an axis, 0..7, in `RunState::panel`.
   virtual void StatusChanged(int axis) = 0;
   /// The pictures of the controls and `lblUpdate`, there too.
   virtual void ControlsChanged() = 0;

@@ -48,7 +48,7 @@ void ArrowZone::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   const int first = event->rect().top() / geometry_.pitch;
   const int last = event->rect().bottom() / geometry_.pitch;
-  for (const Arrow& arrow : source_.arrows) {
+  for (const Arrow& arrow : source_.shown.arrows) {
     if (std::min(arrow.from, arrow.to) <= last && std::max(arrow.from, arrow.to) >= first)
       Paint(painter, arrow);
   }

@@ -46,6 +46,7 @@ ComposerWindows::ComposerWindows(const Outside& outside)
   run_.Attach(desk_);
   terminal_.Attach(desk_);
   desk_.terminal = &terminal_;
+  desk_.boxes.GoToLine = [this](int line) { main_.GoTo(line); };
   outside.Comm1.OnComm = [this] {
     const ComeByThemselves received(desk_.boxes);
     NewOnComm(desk_);
@@ -62,6 +63,7 @@ std::function<void(bool)> ComposerWindows::HoldWhile() {
 
 ComposerWindows::~ComposerWindows() {
   main_.Unload();
+  desk_.boxes.GoToLine = nullptr;
   desk_.Comm1.OnComm = nullptr;
   desk_.Comm1.OnLost = nullptr;
 }
@@ -73,7 +75,7 @@ std::unique_ptr<ComposerWindows> StartUp(const Outside& outside) {
   QApplication::setWindowIcon(ApplicationIcon());
   auto windows = std::make_unique<ComposerWindows>(outside);
   windows->Main().Begin(windows->Handlers());
-  WaitSecs(windows->Handlers(), kSplashSeconds);
+  windows->Handlers().loop.WaitSecs(kSplashSeconds);
   splash.close();
   windows->Main().show();
   return windows;

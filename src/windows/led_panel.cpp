@@ -167,7 +167,7 @@ void LedPanel::Arrange(const Program& program) {
 void LedPanel::ShowAxis(const Source& source, int axis) {
   for (const LedRow row : kLedRows) {
     for (int bit = 0; bit < LedsOf(row); ++bit) {
-      const Led led = source.panel.At(row, axis, bit);
+      const Led led = source.run.panel.At(row, axis, bit);
       LedLight* light = Light(row, axis, bit);
       if (light->Shown() == led && !light->accessibleName().isEmpty()) continue;
       light->Show(led, FromText(LedName(source.program, row, axis, bit, led)));

@@ -10,6 +10,9 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include "commands/hub_choices.h"
+#include "commands/lines.h"
+#include "commands/program_files.h"
 #include "link/com_port.h"
 #include "link/download.h"
 #include "link/drive_terminal.h"
@@ -17,7 +20,7 @@
 #include "link/upload.h"
 #include "qt/gui/shown_text.h"
 #include "session/grid.h"
-#include "session/main_window.h"
+#include "session/source.h"
 #include "widgets/font_size.h"
 #include "widgets/icon_images.h"
 #include "widgets/rule.h"
@@ -162,9 +165,9 @@ void LongForm::Begin(Desk& desk) {
   source_.Changed = false;
   // Once more: a hub that announced itself meanwhile must not leave its mark on the new program.
   InitProg(source_.program);
-  ShowAllDescs(desk);
-  DrawArrows(desk);
-  ShowDrive(desk);
+  ShowAllDescs(desk.grid());
+  DrawArrows(desk.grid());
+  ShowDrive(desk.view);
 }
 
 void LongForm::HoldCommands(Hold hold) {

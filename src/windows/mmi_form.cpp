@@ -197,7 +197,7 @@ void MmiForm::TextLinesChanged() {
 void MmiForm::ShowTextLines() {
   text_due_ = false;
   for (std::size_t row = 0; row < textline_.size(); ++row) {
-    const std::string& text = Handlers().source.textline[row];
+    const std::string& text = Handlers().source.display.textline[row];
     textline_[row]->setText(FromText(text.substr(text.size() - std::min(text.size(), kShownColumns))));
   }
 }

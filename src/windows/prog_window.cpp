@@ -106,7 +106,7 @@ void ProgWindow::ShowProgCounter(std::optional<int> line) {
 }
 
 RowSpeech ProgWindow::SpeechOfRow(int line) const {
-  return SpeechOf(source_.rows[line], line, counter_ == line);
+  return SpeechOf(source_.shown.rows[line], line, counter_ == line);
 }
 
 void ProgWindow::TellReaders(int line, QAccessible::Event what) {
@@ -153,7 +153,7 @@ QColor ProgWindow::LabelInk(LabelColour colour) const {
 }
 
 void ProgWindow::PaintLabel(QPainter& painter, int line) const {
-  const LabelColour colour = source_.rows[line].label;
+  const LabelColour colour = source_.shown.rows[line].label;
   painter.setPen(LabelInk(colour));
   QFont font = this->font();
   font.setBold(colour != LabelColour::Plain);
@@ -162,7 +162,7 @@ void ProgWindow::PaintLabel(QPainter& painter, int line) const {
 }
 
 void ProgWindow::PaintIcon(QPainter& painter, int line) const {
-  const Row& row = source_.rows[line];
+  const Row& row = source_.shown.rows[line];
   const QRect icon = geometry_.Icon(line);
   painter.drawImage(icon.topLeft(), IconImage(row.icon, geometry_.icon, devicePixelRatioF()));
   // The frame lies on the image's own ground, whatever the palette is.
@@ -178,7 +178,7 @@ void ProgWindow::PaintIcon(QPainter& painter, int line) const {
 
 void ProgWindow::PaintDesc(QPainter& painter, int line) {
   const QRect desc = geometry_.Desc(line);
-  const Colour back = BackgroundOf(source_.rows[line].state);
+  const Colour back = BackgroundOf(source_.shown.rows[line].state);
   painter.fillRect(desc, QColor(back.red, back.green, back.blue));
   const QString& text = texts_.Shown(source_, line, geometry_.text_width, fontMetrics());
   if (text.isEmpty()) return;
@@ -191,7 +191,7 @@ void ProgWindow::PaintDesc(QPainter& painter, int line) {
 void ProgWindow::PaintMark(QPainter& painter, int line) const {
   // While an icon is dragged the mark that stands out is that of the row it would be dropped on.
   const bool focused = dragging_ ? line == drop_target_ : hasFocus();
-  const Colour back = BackgroundOf(source_.rows[line].state);
+  const Colour back = BackgroundOf(source_.shown.rows[line].state);
   const QColor ink = focused ? palette().color(QPalette::Highlight) : QColor(kQuiet);
   painter.setPen(QPen(StandOut(ink, QColor(back.red, back.green, back.blue), kSymbolContrast), 1));
   painter.setBrush(Qt::NoBrush);
@@ -205,7 +205,7 @@ QString ProgWindow::ToolTipAt(QPoint position) {
   const int line = geometry_.RowAt(position.y());
   if (geometry_.Icon(line).contains(position)) return QStringLiteral("Change program line %1").arg(line + 1);
   if (!geometry_.Desc(line).contains(position)) return {};
-  const QString whole = FromText(ShownCaption(source_.rows[line].desc));
+  const QString whole = FromText(ShownCaption(source_.shown.rows[line].desc));
   const bool fits = fontMetrics().horizontalAdvance(whole) <= geometry_.text_width - kTextMargin;
   return fits ? QString() : whole.toHtmlEscaped();
 }

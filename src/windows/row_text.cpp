@@ -34,7 +34,7 @@ QString InOneLine(std::string_view text) {
 }
 
 const QString& RowTexts::Shown(const Source& source, int line, int label_width, const QFontMetrics& font) {
-  const std::string& desc = source.rows[line].desc;
+  const std::string& desc = source.shown.rows[line].desc;
   const bool is_prompt = source.program.Prog[line].Type == MMI;
   Entry& entry = rows_[line];
   if (entry.label_width == label_width && entry.is_prompt == is_prompt && entry.desc == desc)

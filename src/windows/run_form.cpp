@@ -163,7 +163,7 @@ void RunForm::ShowAxis(int axis) {
 }
 
 void RunForm::ShowControls() {
-  controls_->Show(desk_.source.panel);
+  controls_->Show(desk_.source.run.panel);
 }
 
 void RunForm::Stop() {

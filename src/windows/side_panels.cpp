@@ -14,8 +14,9 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "commands/hub_choices.h"
 #include "qt/gui/shown_text.h"
-#include "session/main_window.h"
+#include "session/source.h"
 #include "windows/row_text.h"
 
 namespace tavlo {
@@ -110,10 +111,10 @@ bool HubPanel::eventFilter(QObject* watched, QEvent* event) {
 void HubPanel::Show(const Source& source) {
   const QSignalBlocker quiet(model_list_);
   model_list_->setCurrentIndex(source.program.HubIndex);
-  drive_version_->setText(FromText(source.DriveVersion));
+  drive_version_->setText(FromText(source.link.DriveVersion));
   // An exclusive group would keep the last button on when none is to be.
   opt_com_->setExclusive(false);
-  for (int i = 0; i < kPorts; ++i) opt_com_->button(i)->setChecked(source.OptCom == i);
+  for (int i = 0; i < kPorts; ++i) opt_com_->button(i)->setChecked(source.link.OptCom == i);
   opt_com_->setExclusive(true);
 }
 

@@ -26,7 +26,7 @@ class Chain : public ::testing::Test {
   }
   CheckResult Run() {
     ScanLoops(d.source.program);
-    return CheckProgram(d.desk);
+    return CheckProgram(d.desk.program(), d.desk.boxes);
   }
   void ExpectBoxes(const std::vector<ShownBox>& boxes) { EXPECT_EQ(d.boxes.shown, boxes) << Told(); }
   std::string Told() const {
@@ -368,7 +368,7 @@ TEST(CheckedLine, EveryCheckThatNamesALineGoesToItBeforeItsBoxComesUp) {
     };
     f.boxes.setNextAnswer(Answer::Cancel);
     ScanLoops(f.source.program);
-    EXPECT_NE(CheckProgram(f.desk), CheckResult::Passed) << row.name;
+    EXPECT_NE(CheckProgram(f.desk.program(), f.desk.boxes), CheckResult::Passed) << row.name;
     EXPECT_EQ(f.view.gone_to, row.lines) << row.name;
   }
 }

@@ -7,7 +7,7 @@
 #include "cli/piecewise_feed.h"
 #include "cli/run/axis_status.h"
 #include "cli/run/run_reporter.h"
-#include "session/main_window.h"
+#include "session/source.h"
 #include "support/bytes.h"
 
 namespace tavlo::testing {
@@ -405,9 +405,9 @@ TEST(RunReporter, TheFifthColumnOfAHubQuadIsTheHub) {
   InitSession(source);
   source.program.HubIndex = HubQuad;
   cli::RunReporter reporter(console, clock, source, true, false);
-  source.panel.INlo[4][1] = Led::Green;
-  source.panel.INlo[4][5] = Led::Green;
-  source.panel.OUTlo[4][3] = Led::Green;
+  source.run.panel.INlo[4][1] = Led::Green;
+  source.run.panel.INlo[4][5] = Led::Green;
+  source.run.panel.OUTlo[4][3] = Led::Green;
   reporter.StatusChanged(4);
   reporter.Status();
   EXPECT_EQ(out.str(), "status\thub\tin 2\tout 4\n");
@@ -417,9 +417,9 @@ TEST(AxisStatus, WhatADriveDoesNotReportIsAQuestionMarkOrNull) {
   Source source;
   InitSession(source);
   source.program.Axis.DriveModel[1] = 11;
-  source.panel.INX[1].fill(Led::Unknown);
-  source.panel.OUTY[1].fill(Led::Unknown);
-  source.panel.INlo[1][7] = Led::Red;
+  source.run.panel.INX[1].fill(Led::Unknown);
+  source.run.panel.OUTY[1].fill(Led::Unknown);
+  source.run.panel.INlo[1][7] = Led::Red;
   const cli::AxisStatus status(source, 1);
   EXPECT_EQ(status.Text(), "in 8 X?\tout Y?");
   cli::Json json;

@@ -39,8 +39,8 @@ class SimHub {
         : SimPort(sim.clock, std::move(options), timing), sim_(sim) {}
 
     using SimPort::PortOpen;
-    [[nodiscard]] std::optional<std::string> PortOpen(bool open) override {
-      if (open && sim_.open_error) return sim_.open_error;
+    Outcome PortOpen(bool open) override {
+      if (open && sim_.open_error) return Outcome::Failed(*sim_.open_error);
       return SimPort::PortOpen(open);
     }
     [[nodiscard]] std::string Device() const override { return sim_.device; }
@@ -81,7 +81,7 @@ class SimHub {
     void Yield() override {
       if (sim_.interrupted) throw cli::Interrupted();
     }
-    void YieldFor(double seconds) override { sim_.clock.now += seconds; }
+    void WaitSecs(double seconds) override { sim_.clock.now += seconds; }
 
    private:
     SimHub& sim_;

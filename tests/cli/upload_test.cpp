@@ -135,13 +135,13 @@ TEST_F(UploadCommand, ADriveModelThatThereIsNotIsToldAndTheProgramKeptAllTheSame
   program.Axis.DriveModel[2] = 77;
   program.HubVersion = 1.38F;
   const CompiledProgram compiled = CompileProgram(program);
-  ASSERT_EQ(hub.port.PortOpen(true), std::nullopt);
+  ASSERT_EQ(hub.port.PortOpen(true).Why(), "");
   hub.port.Output("S");
   hub.port.Output("F");
   for (const std::string& line : compiled.lines) hub.port.Output(line);
   hub.port.Output(compiled.system);
   hub.port.Output(compiled.pool);
-  ASSERT_EQ(hub.port.PortOpen(false), std::nullopt);
+  ASSERT_EQ(hub.port.PortOpen(false).Why(), "");
   const Outcome outcome = Upload();
   EXPECT_EQ(outcome.code, 0);
   EXPECT_EQ(outcome.err, "tavlo: " + Copy() + ": axis 3 has the drive model 77, which there is not\n");

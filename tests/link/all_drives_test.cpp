@@ -52,11 +52,11 @@ ShownBox FirmwareBox(const std::string& axis, const std::string& needed, const s
 
 TEST(AllDrivesOK, AsksForDrivesAndThenForTheirRevisions) {
   HubDesk d;
-  EXPECT_TRUE(AllDrivesOK(d.desk));
+  EXPECT_TRUE(AllDrivesOK(d.desk.program(), d.desk.link()));
   EXPECT_EQ(d.port.sent, (std::vector<std::string>{"D", "R"}));
   EXPECT_TRUE(d.boxes.shown.empty());
-  EXPECT_EQ(d.source.DriveRev[0], 1.89F);
-  EXPECT_EQ(d.source.DriveRev[7], 1.89F);
+  EXPECT_EQ(d.source.link.DriveRev[0], 1.89F);
+  EXPECT_EQ(d.source.link.DriveRev[7], 1.89F);
 }
 
 TEST(AllDrivesOK, OnAHubQuadTheRepliesAreEightAndTwelveBytes) {
@@ -64,16 +64,16 @@ TEST(AllDrivesOK, OnAHubQuadTheRepliesAreEightAndTwelveBytes) {
   d.source.program.HubIndex = HubQuad;
   d.hub.drives = Bytes({1, 5, 4, 3, 3, 2, 2, 7});
   d.hub.drive_revisions = "189189189153";
-  EXPECT_TRUE(AllDrivesOK(d.desk));
+  EXPECT_TRUE(AllDrivesOK(d.desk.program(), d.desk.link()));
   EXPECT_TRUE(d.boxes.shown.empty());
-  EXPECT_EQ(d.source.DriveRev[3], 1.53F);
+  EXPECT_EQ(d.source.link.DriveRev[3], 1.53F);
 }
 
 TEST(AllDrivesOK, NoAnswerOrAShortOneIsToldAndStaysInTheBuffer) {
   for (const std::size_t bytes : {0u, 8u, 15u}) {
     HubDesk d;
     d.hub.instead["D"] = std::string(bytes, 'x');
-    EXPECT_FALSE(AllDrivesOK(d.desk));
+    EXPECT_FALSE(AllDrivesOK(d.desk.program(), d.desk.link()));
     const std::vector<ShownBox> expected = {
         {"The Tavlo Hub is not responding to the D command.  Is it connected to the right port and turned "
          "on?",
@@ -116,7 +116,7 @@ TEST(AllDrivesOK, TheThresholdIsOneByEveryWayOut) {
       c.set_up(d);
       std::vector<int> during;
       d.hub.on_place = [&](const std::string&) { during.push_back(d.port.RThreshold()); };
-      EXPECT_EQ(AllDrivesOK(d.desk), c.ok) << c.name;
+      EXPECT_EQ(AllDrivesOK(d.desk.program(), d.desk.link()), c.ok) << c.name;
       for (const int threshold : during) EXPECT_EQ(threshold, 0) << c.name;
       EXPECT_EQ(d.port.RThreshold(), 1) << c.name;
     }
@@ -127,7 +127,7 @@ TEST(AllDrivesOK, ASilentRevisionQueryIsToldAndTheDrivesAreStillCompared) {
   HubDesk d;
   d.hub.instead["R"] = "";
   d.Found(3, 2, 0);
-  EXPECT_FALSE(AllDrivesOK(d.desk));
+  EXPECT_FALSE(AllDrivesOK(d.desk.program(), d.desk.link()));
   ASSERT_EQ(d.boxes.shown.size(), 2u);
   EXPECT_EQ(d.boxes.shown[0].text,
             "The Tavlo Hub is not responding (R).  Is it connected to the right port and turned on?");
@@ -137,7 +137,7 @@ TEST(AllDrivesOK, ASilentRevisionQueryIsToldAndTheDrivesAreStillCompared) {
 TEST(AllDrivesOK, AMissingDriveOnPortOneHasAWordOfItsOwn) {
   HubDesk d;
   d.Found(0, 1, 0);
-  EXPECT_FALSE(AllDrivesOK(d.desk));
+  EXPECT_FALSE(AllDrivesOK(d.desk.program(), d.desk.link()));
   EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{kMissingOnPortOne});
 }
 
@@ -145,7 +145,7 @@ TEST(AllDrivesOK, AMissingDriveOnAnotherPortIsNamedByItsPort) {
   for (int axis = 1; axis < 8; ++axis) {
     HubDesk d;
     d.Found(axis, 1, 0);
-    EXPECT_FALSE(AllDrivesOK(d.desk));
+    EXPECT_FALSE(AllDrivesOK(d.desk.program(), d.desk.link()));
     EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{MissingBox(axis + 1)});
   }
 }
@@ -154,7 +154,7 @@ TEST(AllDrivesOK, OnlyTheFirstMissingDriveIsTold) {
   HubDesk d;
   d.Found(5, 7, 0);
   d.Found(2, 3, 0);
-  EXPECT_FALSE(AllDrivesOK(d.desk));
+  EXPECT_FALSE(AllDrivesOK(d.desk.program(), d.desk.link()));
   EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{MissingBox(3)});
 }
 
@@ -162,7 +162,7 @@ TEST(AllDrivesOK, AnythingMayBeWhereNoDriveIsExpected) {
   for (const int identity : {0, 5, 9, 200}) {
     HubDesk d;
     d.Found(1, 0, identity);
-    EXPECT_TRUE(AllDrivesOK(d.desk)) << identity;
+    EXPECT_TRUE(AllDrivesOK(d.desk.program(), d.desk.link())) << identity;
     EXPECT_TRUE(d.boxes.shown.empty()) << identity;
   }
 }
@@ -172,7 +172,7 @@ TEST(AllDrivesOK, AWrongDriveIsNamedAndTheOperatorDecides) {
     HubDesk d;
     d.Found(2, 3, 5);
     d.boxes.setNextAnswer(answer);
-    EXPECT_EQ(AllDrivesOK(d.desk), answer == Answer::Yes);
+    EXPECT_EQ(AllDrivesOK(d.desk.program(), d.desk.link()), answer == Answer::Yes);
     EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{WrongBox(3, "Oskel-A", "Oskel-B")});
   }
 }
@@ -184,7 +184,7 @@ TEST(AllDrivesOK, AYesGoesOnToTheNextWrongDrive) {
   d.Found(5, 7, 5);
   d.boxes.setNextAnswer(Answer::Yes);
   d.boxes.setNextAnswer(Answer::No);
-  EXPECT_FALSE(AllDrivesOK(d.desk));
+  EXPECT_FALSE(AllDrivesOK(d.desk.program(), d.desk.link()));
   EXPECT_EQ(d.boxes.shown,
             (std::vector<ShownBox>{WrongBox(2, "Oskel-A", "Oskel-C"), WrongBox(4, "Oskel-A", "Tarn-A")}));
 }
@@ -192,14 +192,14 @@ TEST(AllDrivesOK, AYesGoesOnToTheNextWrongDrive) {
 TEST(AllDrivesOK, AnUnknownIdentityIsAnUnknownType) {
   HubDesk d;
   d.Found(1, 4, 200);
-  EXPECT_TRUE(AllDrivesOK(d.desk));
+  EXPECT_TRUE(AllDrivesOK(d.desk.program(), d.desk.link()));
   EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{WrongBox(2, "unknown type", "Oskel-C")});
 }
 
 TEST(AllDrivesOK, AnExpectedModelThatNobodyKnowsIsNamedSoToo) {
   HubDesk d;
   d.Found(1, 255, 5);
-  EXPECT_TRUE(AllDrivesOK(d.desk));
+  EXPECT_TRUE(AllDrivesOK(d.desk.program(), d.desk.link()));
   EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{WrongBox(2, "Oskel-A", "unknown type")});
 }
 
@@ -207,7 +207,7 @@ TEST(AllDrivesOK, AMirelDrivePassesWithAnyExpectedModel) {
   for (const int identity : {49, 50, 149, 150}) {
     HubDesk d;
     d.Found(1, 4, identity);
-    EXPECT_TRUE(AllDrivesOK(d.desk)) << identity;
+    EXPECT_TRUE(AllDrivesOK(d.desk.program(), d.desk.link())) << identity;
     EXPECT_TRUE(d.boxes.shown.empty()) << identity;
   }
 }
@@ -215,7 +215,7 @@ TEST(AllDrivesOK, AMirelDrivePassesWithAnyExpectedModel) {
 TEST(AllDrivesOK, AnExpectedMirelDoesNotExcuseAnotherDrive) {
   HubDesk d;
   d.Found(1, 44, 5);
-  EXPECT_TRUE(AllDrivesOK(d.desk));
+  EXPECT_TRUE(AllDrivesOK(d.desk.program(), d.desk.link()));
   EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{WrongBox(2, "Oskel-A", "Mirel-p1")});
 }
 
@@ -233,7 +233,7 @@ TEST(AllDrivesOK, EveryKnownIdentityMatchesItsModel) {
   for (const Pair& pair : kPairs) {
     HubDesk d;
     d.Found(1, pair.code, pair.identity);
-    EXPECT_TRUE(AllDrivesOK(d.desk)) << pair.identity;
+    EXPECT_TRUE(AllDrivesOK(d.desk.program(), d.desk.link())) << pair.identity;
     EXPECT_TRUE(d.boxes.shown.empty()) << pair.identity;
   }
 }
@@ -242,7 +242,7 @@ TEST(AllDrivesOK, AnOldDriveIsRefusedForAChangeOfSpeed) {
   HubDesk d;
   d.ChangeSpeedOn(1);
   d.Revision(1, "188");
-  EXPECT_FALSE(AllDrivesOK(d.desk));
+  EXPECT_FALSE(AllDrivesOK(d.desk.program(), d.desk.link()));
   EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{FirmwareBox("Axis 2", "1.89", "1.88")});
 }
 
@@ -250,13 +250,13 @@ TEST(AllDrivesOK, ADriveAtExactlyTheNeededRevisionIsTaken) {
   HubDesk d;
   d.ChangeSpeedOn(1);
   d.Revision(1, "189");
-  EXPECT_TRUE(AllDrivesOK(d.desk));
+  EXPECT_TRUE(AllDrivesOK(d.desk.program(), d.desk.link()));
 }
 
 TEST(AllDrivesOK, AProgramWithoutAChangeOfSpeedRunsOnAnOldDrive) {
   HubDesk d;
   d.hub.drive_revisions = std::string(24, '0');
-  EXPECT_TRUE(AllDrivesOK(d.desk));
+  EXPECT_TRUE(AllDrivesOK(d.desk.program(), d.desk.link()));
   EXPECT_TRUE(d.boxes.shown.empty());
 }
 
@@ -266,7 +266,7 @@ TEST(AllDrivesOK, OtherStartStopLinesAskNothingOfTheDrive) {
     d.ChangeSpeedOn(1);
     d.Line(0).SubType = sub;
     d.Revision(1, "100");
-    EXPECT_TRUE(AllDrivesOK(d.desk)) << sub;
+    EXPECT_TRUE(AllDrivesOK(d.desk.program(), d.desk.link())) << sub;
   }
 }
 
@@ -278,7 +278,7 @@ TEST(AllDrivesOK, ADigitalDriveNeedsRevisionOneOnly) {
       d.ChangeSpeedOn(1);
       d.Revision(1, revision);
       const bool ok = std::string_view(revision) == "100";
-      EXPECT_EQ(AllDrivesOK(d.desk), ok) << model;
+      EXPECT_EQ(AllDrivesOK(d.desk.program(), d.desk.link()), ok) << model;
       if (!ok) {
         EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{FirmwareBox("Axis 2", "1.00", "0.99")}) << model;
       }
@@ -291,7 +291,7 @@ TEST(AllDrivesOK, TheDrivesVersionReadsAsANumberAndTheAxisByItsName) {
   d.ChangeSpeedOn(2, 199);
   d.source.program.Axis.AxisName[2] = "Cutter";
   d.Revision(2, "150");
-  EXPECT_FALSE(AllDrivesOK(d.desk));
+  EXPECT_FALSE(AllDrivesOK(d.desk.program(), d.desk.link()));
   EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{FirmwareBox("Cutter", "1.89", "1.5")});
 }
 
@@ -301,17 +301,17 @@ TEST(AllDrivesOK, FirmwareComesBeforeMissingDrivesAndThoseBeforeWrongOnes) {
   d.Revision(6, "100");
   d.Found(3, 2, 0);
   d.Found(1, 4, 5);
-  EXPECT_FALSE(AllDrivesOK(d.desk));
+  EXPECT_FALSE(AllDrivesOK(d.desk.program(), d.desk.link()));
   EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{FirmwareBox("Axis 7", "1.89", "1")});
 
   d.boxes.shown.clear();
   d.Revision(6, "189");
-  EXPECT_FALSE(AllDrivesOK(d.desk));
+  EXPECT_FALSE(AllDrivesOK(d.desk.program(), d.desk.link()));
   EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{MissingBox(4)});
 
   d.boxes.shown.clear();
   d.Found(3, 2, 7);
-  EXPECT_TRUE(AllDrivesOK(d.desk));
+  EXPECT_TRUE(AllDrivesOK(d.desk.program(), d.desk.link()));
   EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{WrongBox(2, "Oskel-A", "Oskel-C")});
 }
 
@@ -321,7 +321,7 @@ TEST(AllDrivesOK, AChangeOfSpeedOnAnAxisThatTheHubDoesNotHaveIsNotLookedAt) {
   d.hub.drives = Bytes({1, 5, 4, 3, 3, 2, 2, 7});
   d.hub.drive_revisions = "189189189189";
   d.ChangeSpeedOn(6);
-  EXPECT_TRUE(AllDrivesOK(d.desk));
+  EXPECT_TRUE(AllDrivesOK(d.desk.program(), d.desk.link()));
 }
 
 TEST(CSrevision, OnlyTheOlderDriveLineHasARequirement) {

@@ -94,7 +94,7 @@ constexpr std::array kSituations = {
 std::string Complaint(WatchedDesk& d, const Situation& situation, const std::array<int, 4>& m) {
   d.Forget();
   d.run.active = situation.window;
-  d.source.Stopped = situation.stopped;
+  d.source.link.Stopped = situation.stopped;
   HandleMsg(d.desk, Bytes({m[0], m[1], m[2], m[3]}));
   const bool acknowledges = Acknowledged(m[0]) && !situation.stopped;
   const auto acknowledged = std::ranges::count(d.port.sent, std::string("I"));
@@ -170,7 +170,7 @@ TEST(BadMessages, AMessageCutAnywhereIsDroppedAndTheNextIsWhole) {
       EXPECT_EQ(d.view.scrolls, std::vector<int>{18}) << header << " cut behind byte " << cut;
       EXPECT_EQ(d.port.AllSent(), "I") << header;
       EXPECT_TRUE(d.boxes.shown.empty()) << header;
-      EXPECT_FALSE(d.source.InMsg) << header;
+      EXPECT_FALSE(d.source.link.InMsg) << header;
     }
   }
 }
@@ -183,8 +183,8 @@ TEST(BadMessages, AHeaderInsideAMessageStartsANewOne) {
       message[at] = static_cast<char>(static_cast<unsigned char>(header));
       d.port.Receive(message);
       EXPECT_TRUE(d.port.sent.empty()) << header << " at " << at;
-      EXPECT_TRUE(d.source.InMsg) << header << " at " << at;
-      EXPECT_EQ(d.source.MsgBuf.size(), 4 - at) << header << " at " << at;
+      EXPECT_TRUE(d.source.link.InMsg) << header << " at " << at;
+      EXPECT_EQ(d.source.link.MsgBuf.size(), 4 - at) << header << " at " << at;
     }
   }
 }
@@ -236,7 +236,7 @@ std::string BrokenStream(std::mt19937& random) {
 /// Characters of the text that a display keeps, in whatever rows.
 std::string Shown(const Source& source) {
   std::string shown;
-  for (const std::string& line : source.textline) shown += line;
+  for (const std::string& line : source.display.textline) shown += line;
   std::erase_if(shown, [](char c) { return c < 'a' || c > 'z'; });
   std::ranges::sort(shown);
   return shown;
@@ -249,7 +249,7 @@ TEST(BadMessages, BrokenAndMergedMessagesInAnyPiecesAreReadByTheSameRules) {
     SCOPED_TRACE(round);
     WatchedDesk d;
     d.run.active = RunWindow::fakeMMI;
-    d.source.MMIActive = true;
+    d.source.display.MMIActive = true;
     const std::string stream = BrokenStream(random);
     for (std::size_t at = 0; at < stream.size();) {
       const std::size_t size = 1 + random() % 9;
@@ -263,7 +263,7 @@ TEST(BadMessages, BrokenAndMergedMessagesInAnyPiecesAreReadByTheSameRules) {
     // Payload that has lost its header is text too; without an escape or a backspace it can be compared.
     if (reading.text.find_first_of("\x1B\b") != std::string::npos) continue;
     Source expected;
-    expected.textline[0] = reading.text;
+    expected.display.textline[0] = reading.text;
     EXPECT_EQ(Shown(d.source), Shown(expected));
   }
   EXPECT_GT(messages, 10000);
@@ -272,25 +272,25 @@ TEST(BadMessages, BrokenAndMergedMessagesInAnyPiecesAreReadByTheSameRules) {
 TEST(BadMessages, DisplayTextBetweenMessagesIsShownAndLeavesThemWhole) {
   WatchedDesk d;
   d.run.active = RunWindow::fakeMMI;
-  d.source.MMIActive = true;
+  d.source.display.MMIActive = true;
   d.port.Receive("He" + Bytes({254, 0, 3, 0}) + "ll" + Bytes({236, 0, 4}) + '\0' + "o");
-  EXPECT_EQ(d.source.textline[0], "Hello");
+  EXPECT_EQ(d.source.display.textline[0], "Hello");
   EXPECT_EQ(d.view.scrolls, (std::vector<int>{3, 4}));
   EXPECT_EQ(d.port.AllSent(), "II");
 }
 
 TEST(BadMessages, EveryByteInEveryStateOfTheEscapesLeavesTheCursorOnTheDisplay) {
   WatchedDesk d;
-  d.source.MMIActive = true;
+  d.source.display.MMIActive = true;
   std::mt19937 random(5);
   constexpr std::string_view kLikely = "\x1B\x1BYEKM \"#$\b\n\r";
   for (int i = 0; i < 200000; ++i) {
     const char c = random() % 2 == 0 ? kLikely[random() % kLikely.size()] : static_cast<char>(random() % 128);
-    Char2MMI(d.desk, c);
-    ASSERT_GE(d.source.CurRow, 0);
-    ASSERT_LE(d.source.CurRow, 3);
-    ASSERT_TRUE(d.source.EscPending || !d.source.RowPending);
-    ASSERT_TRUE(d.source.RowPending || !d.source.RowGot);
+    Char2MMI(d.desk.source.display, d.desk.run, c);
+    ASSERT_GE(d.source.display.CurRow, 0);
+    ASSERT_LE(d.source.display.CurRow, 3);
+    ASSERT_TRUE(d.source.display.EscPending || !d.source.display.RowPending);
+    ASSERT_TRUE(d.source.display.RowPending || !d.source.display.RowGot);
   }
 }
 

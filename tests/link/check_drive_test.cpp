@@ -54,7 +54,7 @@ TEST(CheckDrive, TheReplyOfAKnownHubIsShown) {
     d.hub.model = c.model;
     EXPECT_EQ(CheckDrive(d.desk), Bytes({38, c.model}));
     EXPECT_EQ(d.source.program.HubVersion, 1.38F);
-    EXPECT_EQ(d.source.DriveVersion, "1.38");
+    EXPECT_EQ(d.source.link.DriveVersion, "1.38");
     EXPECT_EQ(d.source.program.HubIndex, c.index);
     EXPECT_GT(d.view.hub, 0);
     EXPECT_GT(d.view.drives, 0) << "another model shows other axes";
@@ -70,7 +70,7 @@ TEST(CheckDrive, AnUnknownModelChangesNeitherVersionTextNorModelAndIsStillAnAnsw
     d.hub.model = model;
     EXPECT_EQ(CheckDrive(d.desk), Bytes({38, model}));
     EXPECT_EQ(d.source.program.HubIndex, HubQuad);
-    EXPECT_EQ(d.source.DriveVersion, "?");
+    EXPECT_EQ(d.source.link.DriveVersion, "?");
     EXPECT_EQ(d.source.program.HubVersion, 1.38F);
     EXPECT_TRUE(d.boxes.shown.empty());
   }
@@ -98,7 +98,7 @@ TEST(CheckDrive, SilenceIsToldAfterASecond) {
   EXPECT_GE(d.clock.now - start, 1.0);
   EXPECT_LT(d.clock.now - start, 1.1);
   EXPECT_EQ(d.source.program.HubVersion, 0.0F);
-  EXPECT_EQ(d.source.DriveVersion, "?");
+  EXPECT_EQ(d.source.link.DriveVersion, "?");
   EXPECT_EQ(d.port.AllSent(), "C") << "there is no second try";
   EXPECT_EQ(d.loop.yields, 0) << "the wait does not yield";
 }
@@ -150,7 +150,7 @@ TEST(CheckDrive, AWaitAcrossMidnightLastsUntilTheReplyComes) {
 TEST(CheckDrive, WithNoPortOpenTheHubIsNotCommunicating) {
   HubDesk d;
   d.port.is_open = false;
-  d.source.ComNum = 0;
+  d.source.link.ComNum = 0;
   EXPECT_EQ(CheckDrive(d.desk), "");
   EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{kNoHubBox});
 }
@@ -158,9 +158,9 @@ TEST(CheckDrive, WithNoPortOpenTheHubIsNotCommunicating) {
 TEST(SilentCheckDrive, GivesTheReplyAndShowsNothing) {
   HubDesk d;
   d.hub.model = 24;
-  EXPECT_EQ(SilentCheckDrive(d.desk), Bytes({38, 24}));
+  EXPECT_EQ(SilentCheckDrive(d.desk.link()), Bytes({38, 24}));
   EXPECT_EQ(d.source.program.HubVersion, 0.0F);
-  EXPECT_EQ(d.source.DriveVersion, "?");
+  EXPECT_EQ(d.source.link.DriveVersion, "?");
   EXPECT_EQ(d.source.program.HubIndex, HubOcto);
   EXPECT_EQ(d.view.hub, 0);
   EXPECT_EQ(d.port.AllSent(), "C");
@@ -169,7 +169,7 @@ TEST(SilentCheckDrive, GivesTheReplyAndShowsNothing) {
 TEST(SilentCheckDrive, SilenceIsToldInFewerWords) {
   HubDesk d;
   d.hub.instead["C"] = "";
-  EXPECT_EQ(SilentCheckDrive(d.desk), "");
+  EXPECT_EQ(SilentCheckDrive(d.desk.link()), "");
   EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{kNoHubShortBox});
   EXPECT_EQ(d.boxes.told, std::vector<Tells>{Tells::HubSilent});
 }
@@ -180,7 +180,7 @@ TEST(SilentCheckDrive, ASecondByteMayComeASecondAfterTheFirst) {
     d.port.Reply(Bytes({38}), 0.9);
     d.port.Reply(Bytes({24}), 1.8);
   };
-  EXPECT_EQ(SilentCheckDrive(d.desk), Bytes({38, 24}));
+  EXPECT_EQ(SilentCheckDrive(d.desk.link()), Bytes({38, 24}));
   EXPECT_TRUE(d.boxes.shown.empty());
 }
 
@@ -188,7 +188,7 @@ TEST(SilentCheckDrive, OneByteAloneIsTold) {
   HubDesk d;
   d.hub.instead["C"] = Bytes({38});
   const double start = d.clock.now;
-  EXPECT_EQ(SilentCheckDrive(d.desk), "");
+  EXPECT_EQ(SilentCheckDrive(d.desk.link()), "");
   ASSERT_EQ(d.boxes.shown.size(), 1u);
   EXPECT_EQ(d.boxes.shown[0].text, kOneCharacter);
   EXPECT_EQ(d.boxes.shown[0].icon, Icon::Exclamation);
@@ -205,7 +205,7 @@ TEST(SilentCheckDrive, EventsAreOffDuringTheExchangeAndAsBeforeAfterwards) {
       d.hub.instead["C"] = reply;
       int during = -1;
       d.hub.on_place = [&](const std::string&) { during = d.port.RThreshold(); };
-      (void)SilentCheckDrive(d.desk);
+      (void)SilentCheckDrive(d.desk.link());
       EXPECT_EQ(during, 0) << reply;
       EXPECT_EQ(d.port.RThreshold(), before) << reply;
     }
@@ -217,7 +217,7 @@ TEST(ScanDrivesRV, ReadsThreeDigitsForEachAxis) {
   d.hub.drive_revisions = "100153189199205000999110";
   std::array<float, kAxisSlots> revisions{};
   revisions[8] = 7;
-  ScanDrivesRV(d.desk, revisions);
+  ScanDrivesRV(d.desk.link(), HubAxes(d.desk.program()), revisions);
   const std::array<float, kAxisSlots> expected = {1.0F, 1.53F, 1.89F, 1.99F, 2.05F, 0.0F, 9.99F, 1.1F, 7.0F};
   EXPECT_EQ(revisions, expected);
   EXPECT_EQ(d.port.AllSent(), "R");
@@ -229,7 +229,7 @@ TEST(ScanDrivesRV, OnAHubQuadTheReplyIsTwelveBytes) {
   d.hub.drive_revisions = "100153189199";
   std::array<float, kAxisSlots> revisions{};
   revisions[4] = 5;
-  ScanDrivesRV(d.desk, revisions);
+  ScanDrivesRV(d.desk.link(), HubAxes(d.desk.program()), revisions);
   EXPECT_TRUE(d.boxes.shown.empty());
   EXPECT_EQ(revisions[3], 1.99F);
   EXPECT_EQ(revisions[4], 5.0F);
@@ -242,7 +242,7 @@ TEST(ScanDrivesRV, AnAnswerOfFewerBytesIsTheSameAsNone) {
     std::array<float, kAxisSlots> revisions{};
     revisions.fill(4);
     const std::array<float, kAxisSlots> before = revisions;
-    ScanDrivesRV(d.desk, revisions);
+    ScanDrivesRV(d.desk.link(), HubAxes(d.desk.program()), revisions);
     EXPECT_EQ(revisions, before);
     const std::vector<ShownBox> expected = {
         {"The Tavlo Hub is not responding (R).  Is it connected to the right port and turned on?",
@@ -261,7 +261,7 @@ TEST(ScanDrivesRV, TheThresholdIsOneAfterwardsWhateverItWas) {
       int during = -1;
       d.hub.on_place = [&](const std::string&) { during = d.port.RThreshold(); };
       std::array<float, kAxisSlots> revisions{};
-      ScanDrivesRV(d.desk, revisions);
+      ScanDrivesRV(d.desk.link(), HubAxes(d.desk.program()), revisions);
       EXPECT_EQ(during, 0);
       EXPECT_EQ(d.port.RThreshold(), 1);
     }
@@ -274,7 +274,7 @@ TEST(ScanDrivesRV, BytesThatAreNoDigitsAreReadAsFarAsTheyAreANumber) {
   for (int i = 0; i < 24; ++i) noise += static_cast<char>(255 - i * 10);
   d.hub.drive_revisions = noise;
   std::array<float, kAxisSlots> revisions{};
-  ScanDrivesRV(d.desk, revisions);
+  ScanDrivesRV(d.desk.link(), HubAxes(d.desk.program()), revisions);
   EXPECT_TRUE(d.boxes.shown.empty());
   EXPECT_EQ(revisions[0], 0.0F);
 }

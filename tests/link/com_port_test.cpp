@@ -14,8 +14,8 @@ const std::string kPortKey = FakeSettings::Path("Tavlo Hub Composer", "Startup",
 /// A session as it is before any port has been opened.
 struct StartingDesk : FakeDesk {
   StartingDesk() {
-    source.ComNum = 0;
-    source.OptCom.reset();
+    source.link.ComNum = 0;
+    source.link.OptCom.reset();
     port.is_open = false;
     port.threshold = 0;
     port.number = 0;
@@ -59,8 +59,8 @@ TEST(StartComm, AFirstStartOpensPortOne) {
   StartComm(d.desk);
   EXPECT_EQ(d.Tried(), std::vector<int>{1});
   EXPECT_TRUE(d.port.PortOpen());
-  EXPECT_EQ(d.source.ComNum, 1);
-  EXPECT_EQ(d.source.OptCom, 0);
+  EXPECT_EQ(d.source.link.ComNum, 1);
+  EXPECT_EQ(d.source.link.OptCom, 0);
   EXPECT_TRUE(d.boxes.shown.empty());
 }
 
@@ -71,8 +71,8 @@ TEST(StartComm, TheStoredPortIsOpened) {
     StartComm(d.desk);
     EXPECT_EQ(d.Tried(), std::vector<int>{port});
     EXPECT_EQ(d.port.CommPort(), port);
-    EXPECT_EQ(d.source.ComNum, port);
-    EXPECT_EQ(d.source.OptCom, port - 1);
+    EXPECT_EQ(d.source.link.ComNum, port);
+    EXPECT_EQ(d.source.link.OptCom, port - 1);
   }
 }
 
@@ -82,20 +82,20 @@ TEST(StartComm, AStoredTextThatIsNoPortOpensPortOneWithoutAMessage) {
     d.settings.values[kPortKey] = stored;
     StartComm(d.desk);
     EXPECT_EQ(d.Tried(), std::vector<int>{1}) << stored;
-    EXPECT_EQ(d.source.ComNum, 1) << stored;
+    EXPECT_EQ(d.source.link.ComNum, 1) << stored;
     EXPECT_TRUE(d.boxes.shown.empty()) << stored;
   }
 }
 
 TEST(StartComm, TheLineIsSetUp) {
   StartingDesk d;
-  d.source.MMIActive = true;
+  d.source.display.MMIActive = true;
   d.port.parity_replace = "?";
   StartComm(d.desk);
   EXPECT_EQ(d.port.settings, "19200,N,8,1");
   EXPECT_EQ(d.port.RThreshold(), 3);
   EXPECT_EQ(d.port.parity_replace, "");
-  EXPECT_FALSE(d.source.MMIActive);
+  EXPECT_FALSE(d.source.display.MMIActive);
 }
 
 TEST(StartComm, TheHubIsNotAskedAnything) {
@@ -114,8 +114,8 @@ TEST(StartComm, AStoredPortFiveThatFailsGivesFiveAndThenOneToEight) {
                                           NextPortBox(3), NextPortBox(4), NextPortBox(5),
                                           NextPortBox(6), NextPortBox(7), kNoPortBox};
   EXPECT_EQ(d.boxes.shown, expected);
-  EXPECT_EQ(d.source.OptCom, std::nullopt);
-  EXPECT_EQ(d.source.ComNum, 0);
+  EXPECT_EQ(d.source.link.OptCom, std::nullopt);
+  EXPECT_EQ(d.source.link.ComNum, 0);
   EXPECT_FALSE(d.port.PortOpen());
 }
 
@@ -130,8 +130,8 @@ TEST(StartComm, WithoutAPortGoesStraightToTheLastTextFromEachBox) {
     ASSERT_EQ(d.boxes.shown.size(), box + 1);
     EXPECT_EQ(d.boxes.shown.back(), kNoPortBox);
     EXPECT_EQ(d.Tried().size(), box) << "no port is opened behind the operator's back";
-    EXPECT_EQ(d.source.OptCom, std::nullopt);
-    EXPECT_EQ(d.source.ComNum, 0);
+    EXPECT_EQ(d.source.link.OptCom, std::nullopt);
+    EXPECT_EQ(d.source.link.ComNum, 0);
     EXPECT_FALSE(d.port.PortOpen());
   }
 }
@@ -142,8 +142,8 @@ TEST(StartComm, AStoredPortOneThatFailsGoesStraightToTheSecondTextAndOnToPortTwo
   StartComm(d.desk);
   EXPECT_EQ(d.Tried(), (std::vector<int>{1, 2}));
   EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{NextPortBox(1)});
-  EXPECT_EQ(d.source.ComNum, 2);
-  EXPECT_EQ(d.source.OptCom, 1);
+  EXPECT_EQ(d.source.link.ComNum, 2);
+  EXPECT_EQ(d.source.link.OptCom, 1);
 }
 
 TEST(StartComm, TheStoredPortEightFailsTwiceBeforeItIsGivenUp) {
@@ -162,7 +162,7 @@ TEST(StartComm, APortFoundOnTheWayIsSetUpAsTheFirstWouldBe) {
   d.FailPorts({3, 1});
   StartComm(d.desk);
   EXPECT_EQ(d.boxes.shown, (std::vector<ShownBox>{LastPortBox(3), NextPortBox(1)}));
-  EXPECT_EQ(d.source.ComNum, 2);
+  EXPECT_EQ(d.source.link.ComNum, 2);
   EXPECT_EQ(d.port.CommPort(), 2);
   EXPECT_TRUE(d.port.PortOpen());
   EXPECT_EQ(d.port.settings, "19200,N,8,1");
@@ -192,8 +192,8 @@ TEST(ClickOptCom, ThePortInUseIsOpenedAgainWhenItIsClosed) {
   ClickOptCom(d.desk, 0);
   EXPECT_EQ(d.port.log, std::vector<std::string>{"open 1"});
   EXPECT_TRUE(d.port.PortOpen());
-  EXPECT_EQ(d.source.ComNum, 1);
-  EXPECT_EQ(d.source.OptCom, 0);
+  EXPECT_EQ(d.source.link.ComNum, 1);
+  EXPECT_EQ(d.source.link.OptCom, 0);
   EXPECT_TRUE(d.boxes.shown.empty());
 }
 
@@ -202,7 +202,7 @@ TEST(ClickOptCom, ThePortInUseIsOpenedAgainWhenItsNumberLeadsToAnotherDevice) {
   d.port.leads_elsewhere = true;
   ClickOptCom(d.desk, 0);
   EXPECT_EQ(d.port.log, (std::vector<std::string>{"close 1", "open 1"}));
-  EXPECT_EQ(d.source.ComNum, 1);
+  EXPECT_EQ(d.source.link.ComNum, 1);
   EXPECT_TRUE(d.boxes.shown.empty());
 }
 
@@ -215,19 +215,19 @@ TEST(ClickOptCom, ThePortInUseThatDoesNotOpenAgainIsTriedOnceAndToldOnceAndCanBe
       {"COM port 1 is not available.", "COM Error", Buttons::OK, Icon::Exclamation}};
   EXPECT_EQ(d.boxes.shown, expected);
   EXPECT_EQ(d.port.log, std::vector<std::string>{"open 1"});
-  EXPECT_EQ(d.source.OptCom, 0);
+  EXPECT_EQ(d.source.link.OptCom, 0);
   d.port.open_errors.clear();
   ClickOptCom(d.desk, 0);
   EXPECT_TRUE(d.port.PortOpen());
-  EXPECT_EQ(d.source.ComNum, 1);
+  EXPECT_EQ(d.source.link.ComNum, 1);
 }
 
 TEST(ClickOptCom, AnotherPortIsOpenedAfterTheOldOneWasClosed) {
   FakeDesk d;
   ClickOptCom(d.desk, 3);
   EXPECT_EQ(d.port.log, (std::vector<std::string>{"close 1", "open 4"}));
-  EXPECT_EQ(d.source.ComNum, 4);
-  EXPECT_EQ(d.source.OptCom, 3);
+  EXPECT_EQ(d.source.link.ComNum, 4);
+  EXPECT_EQ(d.source.link.OptCom, 3);
   EXPECT_EQ(d.port.CommPort(), 4);
   EXPECT_EQ(d.port.settings, "19200,N,8,1");
   EXPECT_TRUE(d.boxes.shown.empty());
@@ -235,13 +235,13 @@ TEST(ClickOptCom, AnotherPortIsOpenedAfterTheOldOneWasClosed) {
 
 TEST(ClickOptCom, WhatTheOldLineHasBegunToSayDoesNotGoOnOnTheNewOne) {
   FakeDesk d;
-  d.source.received = "old";
-  d.source.InMsg = true;
-  d.source.MsgBuf = "\xFE\x01";
+  d.source.link.received = "old";
+  d.source.link.InMsg = true;
+  d.source.link.MsgBuf = "\xFE\x01";
   ClickOptCom(d.desk, 3);
-  EXPECT_FALSE(d.source.InMsg);
-  EXPECT_EQ(d.source.MsgBuf, "");
-  EXPECT_EQ(d.source.received, "");
+  EXPECT_FALSE(d.source.link.InMsg);
+  EXPECT_EQ(d.source.link.MsgBuf, "");
+  EXPECT_EQ(d.source.link.received, "");
 }
 
 TEST(ClickOptCom, TheThresholdOfALineThatHearsAndTheParityReplacementAreNotSetAgain) {
@@ -299,8 +299,8 @@ TEST(ClickOptCom, ARefusedChoiceSelectsTheOldPortAgainWithOneMessage) {
   const std::vector<ShownBox> expected = {
       {"COM port 5 is not available.", "COM Error", Buttons::OK, Icon::Exclamation}};
   EXPECT_EQ(d.boxes.shown, expected);
-  EXPECT_EQ(d.source.ComNum, 1);
-  EXPECT_EQ(d.source.OptCom, 0);
+  EXPECT_EQ(d.source.link.ComNum, 1);
+  EXPECT_EQ(d.source.link.OptCom, 0);
   EXPECT_EQ(d.port.CommPort(), 1);
   EXPECT_TRUE(d.port.PortOpen());
   EXPECT_EQ(d.port.log, (std::vector<std::string>{"close 1", "open 5", "open 1"}));
@@ -311,11 +311,11 @@ TEST(ClickOptCom, AnOldPortThatDoesNotComeBackEitherIsNotToldASecondTimeAndCanBe
   d.port.open_errors = {{5, "Reason"}, {1, "Gone"}};
   ClickOptCom(d.desk, 4);
   EXPECT_EQ(d.boxes.shown.size(), 1u);
-  EXPECT_EQ(d.source.OptCom, 0);
+  EXPECT_EQ(d.source.link.OptCom, 0);
   d.port.open_errors.clear();
   ClickOptCom(d.desk, 0);
   EXPECT_TRUE(d.port.PortOpen());
-  EXPECT_EQ(d.source.ComNum, 1);
+  EXPECT_EQ(d.source.link.ComNum, 1);
 }
 
 TEST(ClickOptCom, ARefusedFirstChoiceLeavesNoPortSelected) {
@@ -323,8 +323,8 @@ TEST(ClickOptCom, ARefusedFirstChoiceLeavesNoPortSelected) {
   d.port.open_errors[2] = "Reason";
   ClickOptCom(d.desk, 1);
   EXPECT_EQ(d.boxes.shown.size(), 1u);
-  EXPECT_EQ(d.source.ComNum, 0);
-  EXPECT_EQ(d.source.OptCom, std::nullopt);
+  EXPECT_EQ(d.source.link.ComNum, 0);
+  EXPECT_EQ(d.source.link.OptCom, std::nullopt);
   EXPECT_EQ(d.Tried(), std::vector<int>{2});
 }
 
@@ -332,8 +332,8 @@ TEST(ClickOptCom, AfterNoPortCouldBeOpenedAnyPortCanBeChosen) {
   StartingDesk d;
   ClickOptCom(d.desk, 0);
   EXPECT_EQ(d.port.log, std::vector<std::string>{"open 1"});
-  EXPECT_EQ(d.source.ComNum, 1);
-  EXPECT_EQ(d.source.OptCom, 0);
+  EXPECT_EQ(d.source.link.ComNum, 1);
+  EXPECT_EQ(d.source.link.OptCom, 0);
 }
 
 TEST(RememberPort, ThePortsNumberIsWrittenAsDecimalText) {
@@ -350,7 +350,7 @@ TEST(RememberPort, TheNextStartOpensWhatWasRemembered) {
   StartingDesk next;
   next.settings.values = d.settings.values;
   StartComm(next.desk);
-  EXPECT_EQ(next.source.ComNum, 6);
+  EXPECT_EQ(next.source.link.ComNum, 6);
 }
 
 TEST(TellPortLost, GivesOnePlainMessageAndKeepsTheProgram) {
@@ -372,8 +372,8 @@ TEST(TellPortLost, TheSamePortCanBeChosenAgain) {
   TellPortLost(d.desk);
   ClickOptCom(d.desk, 0);
   EXPECT_TRUE(d.port.PortOpen());
-  EXPECT_EQ(d.source.ComNum, 1);
-  EXPECT_EQ(d.source.OptCom, 0);
+  EXPECT_EQ(d.source.link.ComNum, 1);
+  EXPECT_EQ(d.source.link.OptCom, 0);
 }
 
 TEST(TellPortLost, AnotherPortCanBeChosen) {
@@ -382,7 +382,7 @@ TEST(TellPortLost, AnotherPortCanBeChosen) {
   TellPortLost(d.desk);
   ClickOptCom(d.desk, 6);
   EXPECT_TRUE(d.port.PortOpen());
-  EXPECT_EQ(d.source.ComNum, 7);
+  EXPECT_EQ(d.source.link.ComNum, 7);
 }
 
 }  // namespace

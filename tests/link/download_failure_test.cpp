@@ -4,6 +4,7 @@
 
 #include "link/download.h"
 #include "link/scripted_hub.h"
+#include "support/send_program.h"
 
 namespace tavlo::testing {
 namespace {
@@ -79,13 +80,13 @@ TEST(DownloadFailure, EachIsToldInItsWordsAndLeavesTheLinkUsable) {
   for (const Failure& failure : Failures()) {
     SCOPED_TRACE(failure.place + " answered by \"" + failure.reply + "\"");
     HubDesk d;
-    d.source.Busy = true;
+    d.source.link.Busy = true;
     d.hub.instead[failure.place] = failure.reply;
-    EXPECT_EQ(DownloadProg(d.desk, 1.38F), failure.result);
+    EXPECT_EQ(SendProgram(d.desk, 1.38F), failure.result);
     const std::vector<ShownBox> expected = {
         {failure.text, std::string(kApplicationTitle), Buttons::OK, failure.icon}};
     EXPECT_EQ(d.boxes.shown, expected);
-    EXPECT_EQ(d.source.Busy, !failure.clears_busy);
+    EXPECT_EQ(d.source.link.Busy, !failure.clears_busy);
     EXPECT_EQ(d.port.RThreshold(), 1);
     EXPECT_FALSE(d.downbox.visible);
   }
@@ -99,7 +100,7 @@ TEST(DownloadFailure, NothingIsSentAfterTheHubFellSilent) {
       if (place == failure.place) sent = d.port.sent.size();
     };
     d.hub.instead[failure.place] = failure.reply;
-    EXPECT_EQ(DownloadProg(d.desk, 1.38F), failure.result);
+    EXPECT_EQ(SendProgram(d.desk, 1.38F), failure.result);
     EXPECT_EQ(d.port.sent.size(), sent) << failure.place;
   }
 }
@@ -110,7 +111,7 @@ TEST(DownloadFailure, SilenceIsGivenASecond) {
     HubDesk d;
     d.hub.instead[failure.place] = "";
     const double start = d.clock.now;
-    EXPECT_EQ(DownloadProg(d.desk, 1.38F), failure.result);
+    EXPECT_EQ(SendProgram(d.desk, 1.38F), failure.result);
     EXPECT_GE(d.clock.now - start, 1.0) << failure.place;
     EXPECT_LT(d.clock.now - start, 1.1) << failure.place;
   }
@@ -121,7 +122,7 @@ TEST(DownloadFailure, AnAnswerThatComesTooLateIsNone) {
     if (!failure.reply.empty()) continue;
     HubDesk d;
     d.hub.delays[failure.place] = 1.05;
-    EXPECT_EQ(DownloadProg(d.desk, 1.38F), failure.result) << failure.place;
+    EXPECT_EQ(SendProgram(d.desk, 1.38F), failure.result) << failure.place;
   }
 }
 
@@ -129,7 +130,7 @@ TEST(DownloadFailure, WhatIsNoSumStaysInTheBuffer) {
   for (const char* reply : {"1", "123"}) {
     HubDesk d;
     d.hub.instead["K"] = reply;
-    EXPECT_EQ(DownloadProg(d.desk, 1.38F), DownloadResult::NoSum);
+    EXPECT_EQ(SendProgram(d.desk, 1.38F), DownloadResult::NoSum);
     EXPECT_EQ(d.port.Input(), reply);
   }
 }
@@ -140,7 +141,7 @@ TEST(DownloadFailure, EventsAreBackWhateverTheThresholdWas) {
       HubDesk d;
       d.port.threshold = before;
       d.hub.instead[place] = "";
-      EXPECT_NE(DownloadProg(d.desk, 1.38F), DownloadResult::Done);
+      EXPECT_NE(SendProgram(d.desk, 1.38F), DownloadResult::Done);
       EXPECT_EQ(d.port.RThreshold(), 1) << place;
     }
   }
@@ -160,7 +161,7 @@ TEST(DownloadFailure, ThePortThatVanishesEndsTheTransferAtOnce) {
     };
     d.hub.instead[c.place] = "";
     const double start = d.clock.now;
-    EXPECT_EQ(DownloadProg(d.desk, 1.38F), c.result) << c.place;
+    EXPECT_EQ(SendProgram(d.desk, 1.38F), c.result) << c.place;
     EXPECT_LE(d.clock.now - start, 1.1) << c.place;
     EXPECT_TRUE(d.boxes.shown.empty()) << c.place << ": what has gone is told once, as the port";
     EXPECT_FALSE(d.downbox.visible) << c.place;
@@ -170,8 +171,8 @@ TEST(DownloadFailure, ThePortThatVanishesEndsTheTransferAtOnce) {
 TEST(DownloadFailure, WithNoPortOpenTheHubIsNotResponding) {
   HubDesk d;
   d.port.is_open = false;
-  d.source.ComNum = 0;
-  EXPECT_EQ(DownloadProg(d.desk, 1.38F), DownloadResult::NoAnswer);
+  d.source.link.ComNum = 0;
+  EXPECT_EQ(SendProgram(d.desk, 1.38F), DownloadResult::NoAnswer);
   ASSERT_EQ(d.boxes.shown.size(), 1u);
   EXPECT_EQ(d.boxes.shown[0].text, kNoAnswer);
 }
@@ -182,7 +183,7 @@ TEST(DownloadFailure, TheProgramIsAsItWas) {
     d.Line(3).Type = GT;
     const auto before = d.source.program.Prog;
     d.hub.instead[place] = "";
-    EXPECT_NE(DownloadProg(d.desk, 1.38F), DownloadResult::Done);
+    EXPECT_NE(SendProgram(d.desk, 1.38F), DownloadResult::Done);
     EXPECT_EQ(d.source.program.Prog, before) << place;
   }
 }
@@ -225,7 +226,7 @@ TEST(DownloadFailure, ALineWithoutBytesIsToldBeforeTheHubIsTouched) {
       SCOPED_TRACE(bad.name);
       HubDesk d;
       bad.spoil(d.Line(line));
-      EXPECT_EQ(DownloadProg(d.desk, 1.38F), DownloadResult::CannotCompile);
+      EXPECT_EQ(SendProgram(d.desk, 1.38F), DownloadResult::CannotCompile);
       EXPECT_TRUE(d.port.sent.empty());
       ASSERT_EQ(d.boxes.shown.size(), 1u);
       const ShownBox& box = d.boxes.shown[0];
@@ -245,7 +246,7 @@ TEST(DownloadFailure, ALineWithoutBytesIsToldBeforeTheHubIsTouched) {
 TEST(DownloadFailure, ASettingWithoutBytesBelongsToNoLine) {
   HubDesk d;
   d.source.program.Axis.AxisName[2] = "much too long a name";
-  EXPECT_EQ(DownloadProg(d.desk, 1.38F), DownloadResult::CannotCompile);
+  EXPECT_EQ(SendProgram(d.desk, 1.38F), DownloadResult::CannotCompile);
   EXPECT_EQ(d.boxes.shown.size(), 1u);
   EXPECT_TRUE(d.view.gone_to.empty());
 }
@@ -256,7 +257,7 @@ TEST(DownloadFailure, TheFirstLineWithoutBytesIsTheOneThatIsTold) {
     d.Line(line).Type = WT;
     d.Line(line).Time = -1;
   }
-  EXPECT_EQ(DownloadProg(d.desk, 1.38F), DownloadResult::CannotCompile);
+  EXPECT_EQ(SendProgram(d.desk, 1.38F), DownloadResult::CannotCompile);
   ASSERT_EQ(d.boxes.shown.size(), 1u);
   EXPECT_TRUE(d.boxes.shown[0].text.starts_with("Line 21 cannot be compiled: "));
 }
@@ -269,7 +270,7 @@ TEST(Download, ALineWithoutBytesLetsOnlyStopAndTheQuestionWhoGoOut) {
     d.Line(5).Dist = -1;
     EXPECT_EQ(Download(d.desk), DownloadResult::CannotCompile);
     EXPECT_EQ(d.port.AllSent(), "SC");
-    EXPECT_FALSE(d.source.Busy);
+    EXPECT_FALSE(d.source.link.Busy);
     EXPECT_EQ(d.source.Changed, changed);
   }
 }
@@ -342,26 +343,26 @@ TEST(Download, StopsTheHubAsksWhoItIsAndTransfers) {
   EXPECT_EQ(std::vector<std::string>(d.hub.commands.begin(), d.hub.commands.begin() + 4),
             (std::vector<std::string>{"S", "C", "F", "K"}));
   EXPECT_FALSE(d.source.Changed);
-  EXPECT_FALSE(d.source.Busy);
+  EXPECT_FALSE(d.source.link.Busy);
   EXPECT_EQ(d.source.program.HubVersion, 1.38F);
 }
 
 TEST(Download, IsBusyFromTheStopToTheSum) {
   HubDesk d;
   bool always = true;
-  d.hub.on_place = [&](const std::string&) { always = always && d.source.Busy; };
+  d.hub.on_place = [&](const std::string&) { always = always && d.source.link.Busy; };
   EXPECT_EQ(Download(d.desk), DownloadResult::Done);
   EXPECT_TRUE(always);
 }
 
 TEST(Download, ASecondClickDoesNothing) {
   HubDesk d;
-  d.source.Busy = true;
+  d.source.link.Busy = true;
   d.source.Changed = true;
   EXPECT_EQ(Download(d.desk), std::nullopt);
   EXPECT_TRUE(d.port.sent.empty());
   EXPECT_TRUE(d.boxes.shown.empty());
-  EXPECT_TRUE(d.source.Busy);
+  EXPECT_TRUE(d.source.link.Busy);
   EXPECT_TRUE(d.source.Changed);
 }
 
@@ -380,7 +381,7 @@ TEST(Download, AProgramThatTheChecksStopIsNotSentAndOnlyOneWhoseRepeatsDoNotPair
     EXPECT_EQ(d.port.AllSent(), "SC");
     EXPECT_EQ(d.boxes.shown.size(), 1u);
     EXPECT_EQ(d.source.Changed, c.changed) << c.types[0];
-    EXPECT_FALSE(d.source.Busy);
+    EXPECT_FALSE(d.source.link.Busy);
   }
 }
 
@@ -395,14 +396,14 @@ TEST(Download, IsBusyWhileACheckAsksAndCancelLeavesTheChanges) {
     d.boxes.setNextAnswer(answer);
     bool busy = false;
     d.boxes.on_box = [&](const ShownBox&) {
-      busy = d.source.Busy;
+      busy = d.source.link.Busy;
       EXPECT_EQ(Download(d.desk), std::nullopt) << "a second click";
     };
     EXPECT_EQ(Download(d.desk), answer == Answer::OK ? DownloadResult::Done : DownloadResult::Refused);
     EXPECT_TRUE(busy);
     EXPECT_EQ(d.boxes.shown.size(), 1u);
     EXPECT_EQ(d.source.Changed, answer == Answer::Cancel);
-    EXPECT_FALSE(d.source.Busy);
+    EXPECT_FALSE(d.source.link.Busy);
   }
 }
 
@@ -413,7 +414,7 @@ TEST(Download, AHubThatDoesNotSayWhoItIsEndsItWithTheChangesTakenAsSaved) {
   EXPECT_EQ(Download(d.desk), std::nullopt);
   EXPECT_EQ(d.port.AllSent(), "SC");
   EXPECT_EQ(d.boxes.shown.size(), 1u);
-  EXPECT_FALSE(d.source.Busy);
+  EXPECT_FALSE(d.source.link.Busy);
   EXPECT_FALSE(d.source.Changed);
 }
 
@@ -423,7 +424,7 @@ TEST(Download, ClearsBusyAndChangedWhateverTheTransferReached) {
     d.source.Changed = true;
     d.hub.instead[failure.place] = failure.reply;
     EXPECT_EQ(Download(d.desk), failure.result) << failure.place;
-    EXPECT_FALSE(d.source.Busy) << failure.place;
+    EXPECT_FALSE(d.source.link.Busy) << failure.place;
     EXPECT_FALSE(d.source.Changed) << failure.place;
   }
 }

@@ -5,6 +5,7 @@
 #include "codegen/compile.h"
 #include "link/download.h"
 #include "link/scripted_hub.h"
+#include "support/send_program.h"
 
 namespace tavlo::testing {
 namespace {
@@ -22,7 +23,7 @@ struct HubDesk : FakeDesk {
 
 TEST(DownloadProg, AnEmptyProgramSendsTwoHundredLinesOfOneByteTheSystemAndOneByteOfPool) {
   HubDesk d;
-  EXPECT_EQ(DownloadProg(d.desk, 1.18F), DownloadResult::Done);
+  EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done);
   EXPECT_EQ(d.hub.lines, std::vector<std::string>(200, "\x0b"));
   EXPECT_EQ(d.hub.system.size(), 256u);
   EXPECT_EQ(d.hub.pool_blocks, std::vector<std::string>{std::string(1, '\0')});
@@ -39,7 +40,7 @@ TEST(DownloadProg, EachLineGoesOutWholeAndInOrder) {
   d.Line(199).Type = SP;
   d.Line(199).Dist = 0x010203;
   d.Line(199).Drive = 2;
-  EXPECT_EQ(DownloadProg(d.desk, 1.18F), DownloadResult::Done);
+  EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done);
   EXPECT_EQ(Hex(d.hub.lines[0]), "0000007800640064004e2000");
   EXPECT_EQ(Hex(d.hub.lines[1]), "06c7");
   EXPECT_EQ(Hex(d.hub.lines[199]), "110001020302");
@@ -47,7 +48,7 @@ TEST(DownloadProg, EachLineGoesOutWholeAndInOrder) {
 
 TEST(DownloadProg, TheSystemGoesOutByteByByte) {
   HubDesk d;
-  EXPECT_EQ(DownloadProg(d.desk, 1.18F), DownloadResult::Done);
+  EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done);
   EXPECT_EQ(d.hub.system_outputs, std::vector<std::size_t>(256, 1));
   Program program = d.source.program;
   EXPECT_EQ(d.hub.system, SysString(program));
@@ -62,7 +63,7 @@ TEST(DownloadProg, WhatIsSentIsWhatCompilingGives) {
   d.Line(4).Type = ER;
   Program program = d.source.program;
   const CompiledProgram compiled = CompileProgram(program);
-  EXPECT_EQ(DownloadProg(d.desk, 1.18F), DownloadResult::Done);
+  EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done);
   EXPECT_EQ(d.hub.lines, std::vector<std::string>(compiled.lines.begin(), compiled.lines.end()));
   EXPECT_EQ(d.hub.system, compiled.system);
   EXPECT_EQ(d.hub.Pool(), compiled.pool);
@@ -78,7 +79,7 @@ TEST(DownloadProg, ThePoolIsCutIntoBlocksOfThirtyTwo) {
   for (const Case& c : cases) {
     HubDesk d;
     d.PoolEntry(0, c.texts);
-    EXPECT_EQ(DownloadProg(d.desk, 1.18F), DownloadResult::Done);
+    EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done);
     std::vector<std::size_t> blocks;
     for (const std::string& block : d.hub.pool_blocks) blocks.push_back(block.size());
     EXPECT_EQ(blocks, c.blocks) << c.texts;
@@ -89,9 +90,9 @@ TEST(DownloadProg, ThePoolIsCutIntoBlocksOfThirtyTwo) {
 TEST(DownloadProg, ThePoolOfOneDownloadIsNotCarriedIntoTheNext) {
   HubDesk d;
   d.PoolEntry(0, 40);
-  EXPECT_EQ(DownloadProg(d.desk, 1.18F), DownloadResult::Done);
+  EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done);
   const std::string first = d.hub.lines[0];
-  EXPECT_EQ(DownloadProg(d.desk, 1.18F), DownloadResult::Done);
+  EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done);
   EXPECT_EQ(d.hub.lines[0], first);
   EXPECT_EQ(d.hub.Pool().size(), 41u);
 }
@@ -100,9 +101,9 @@ TEST(DownloadProg, ADownloadAfterABrokenOneStartsAfresh) {
   HubDesk d;
   d.PoolEntry(0, 100);
   d.hub.instead["pool 2"] = "";
-  EXPECT_EQ(DownloadProg(d.desk, 1.18F), DownloadResult::StoppedInPool);
+  EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::StoppedInPool);
   ScriptedHub again(d.port);
-  EXPECT_EQ(DownloadProg(d.desk, 1.18F), DownloadResult::Done);
+  EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done);
   EXPECT_EQ(again.Pool().size(), 101u);
 }
 
@@ -112,7 +113,7 @@ TEST(DownloadProg, TheSumIsComparedInSixteenBits) {
     d.Line(line).Type = CM;
     d.Line(line).Text = std::string(27, 'z');
   }
-  EXPECT_EQ(DownloadProg(d.desk, 1.18F), DownloadResult::Done);
+  EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done);
   EXPECT_GT(d.hub.Sum(), 65536);
 }
 
@@ -123,7 +124,7 @@ TEST(DownloadProg, ASumThatIsOffByAnythingIsWrong) {
     Program program = d.source.program;
     const int wrong = (CompileProgram(program).checksum + off) & 0xffff;
     d.hub.instead["K"] = Bytes({wrong >> 8, wrong & 255});
-    EXPECT_EQ(DownloadProg(d.desk, 1.18F), DownloadResult::WrongSum) << off;
+    EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::WrongSum) << off;
   }
 }
 
@@ -133,7 +134,7 @@ TEST(DownloadProg, TheSumComesHighByteFirst) {
   const int sum = CompileProgram(program).checksum & 0xffff;
   ASSERT_NE(sum >> 8, sum & 255);
   d.hub.instead["K"] = Bytes({sum & 255, sum >> 8});
-  EXPECT_EQ(DownloadProg(d.desk, 1.18F), DownloadResult::WrongSum);
+  EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::WrongSum);
 }
 
 TEST(DownloadProg, LoopsAreNumberedFirst) {
@@ -142,7 +143,7 @@ TEST(DownloadProg, LoopsAreNumberedFirst) {
   d.Line(1).Type = RP;
   d.Line(2).Type = ER;
   d.Line(3).Type = ER;
-  EXPECT_EQ(DownloadProg(d.desk, 1.18F), DownloadResult::Done);
+  EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done);
   EXPECT_EQ(d.hub.lines[2][1], 1) << "the inner End Repeat goes back to the inner Repeat";
   EXPECT_EQ(d.hub.lines[3][1], 0);
   EXPECT_NE(d.hub.lines[0][4], d.hub.lines[1][4]);
@@ -151,7 +152,7 @@ TEST(DownloadProg, LoopsAreNumberedFirst) {
 TEST(DownloadProg, TheGaugeGoesFromTenToTwoHundredOverTheLinesAndThenTwiceFromZero) {
   HubDesk d;
   d.PoolEntry(0, 70);
-  EXPECT_EQ(DownloadProg(d.desk, 1.18F), DownloadResult::Done);
+  EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done);
   std::vector<double> expected = {10};
   for (int line = 0; line < 200; ++line) expected.push_back(10 + line * 190 / 199.0);
   expected.push_back(200);
@@ -172,14 +173,14 @@ TEST(DownloadProg, TheProgressFormStandsDuringTheTransferOnly) {
   d.hub.on_place = [&](const std::string& place) {
     if (!d.downbox.visible) hidden.push_back(place);
   };
-  EXPECT_EQ(DownloadProg(d.desk, 1.18F), DownloadResult::Done);
+  EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done);
   EXPECT_TRUE(hidden.empty());
   EXPECT_FALSE(d.downbox.visible);
 }
 
 TEST(DownloadProg, TheProgressIsToldInBytesOfTheWhole) {
   HubDesk d;
-  EXPECT_EQ(DownloadProg(d.desk, 1.18F), DownloadResult::Done);
+  EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done);
   EXPECT_FALSE(d.downbox.phases.empty());
   EXPECT_EQ(d.downbox.bytes_done, d.downbox.bytes_total);
   EXPECT_GE(d.downbox.bytes_total, 200 + 256 + 1);
@@ -188,7 +189,7 @@ TEST(DownloadProg, TheProgressIsToldInBytesOfTheWhole) {
 TEST(DownloadProg, YieldsOnceForEachLineEachByteAndEachBlock) {
   HubDesk d;
   d.PoolEntry(0, 70);
-  EXPECT_EQ(DownloadProg(d.desk, 1.18F), DownloadResult::Done);
+  EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done);
   EXPECT_EQ(d.loop.yields, 200 + 256 + 3);
 }
 
@@ -200,7 +201,7 @@ TEST(DownloadProg, EventsStayOffUntilTheEndAndAreOnAfterwards) {
     d.port.OnComm = [&] { ADD_FAILURE() << "an event during the transfer"; };
     d.hub.on_place = [&](const std::string&) { on += d.port.RThreshold(); };
     d.loop.on_yield = [&] { on += d.port.RThreshold(); };
-    EXPECT_EQ(DownloadProg(d.desk, 1.38F), DownloadResult::Done);
+    EXPECT_EQ(SendProgram(d.desk, 1.38F), DownloadResult::Done);
     EXPECT_EQ(on, 0);
     EXPECT_EQ(d.port.RThreshold(), 1);
   }
@@ -209,7 +210,7 @@ TEST(DownloadProg, EventsStayOffUntilTheEndAndAreOnAfterwards) {
 TEST(DownloadProg, WhatWaitedBeforeIsThrownAway) {
   HubDesk d;
   d.port.Reply("YYY\xfe");
-  EXPECT_EQ(DownloadProg(d.desk, 1.18F), DownloadResult::Done);
+  EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done);
 }
 
 TEST(DownloadProg, EachAnswerMayTakeAlmostASecond) {
@@ -217,7 +218,7 @@ TEST(DownloadProg, EachAnswerMayTakeAlmostASecond) {
   for (const char* place : {"F", "line 1", "line 200", "system 1", "system 8", "pool 1", "K"}) {
     d.hub.delays[place] = 0.95;
   }
-  EXPECT_EQ(DownloadProg(d.desk, 1.18F), DownloadResult::Done);
+  EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done);
 }
 
 TEST(DownloadProg, AnAnswerOfTwoBytesMayComeInTwoPieces) {
@@ -230,7 +231,7 @@ TEST(DownloadProg, AnAnswerOfTwoBytesMayComeInTwoPieces) {
     d.port.Reply(Bytes({sum >> 8}), 0.1);
     d.port.Reply(Bytes({sum & 255}), 0.9);
   };
-  EXPECT_EQ(DownloadProg(d.desk, 1.18F), DownloadResult::Done);
+  EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done);
 }
 
 TEST(DownloadProg, ANoiseThatIsReadByItselfDoesNoHarm) {
@@ -239,7 +240,7 @@ TEST(DownloadProg, ANoiseThatIsReadByItselfDoesNoHarm) {
     if (place == "line 7") d.port.Reply("noise", 0.2);
   };
   d.hub.delays["line 7"] = 0.5;
-  EXPECT_EQ(DownloadProg(d.desk, 1.18F), DownloadResult::Done);
+  EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done);
 }
 
 TEST(DownloadProg, AWaitAcrossMidnightLastsUntilTheYComes) {
@@ -247,7 +248,7 @@ TEST(DownloadProg, AWaitAcrossMidnightLastsUntilTheYComes) {
     HubDesk d;
     d.clock.now = 86399.5;
     d.hub.delays[place] = 3600;
-    EXPECT_EQ(DownloadProg(d.desk, 1.18F), DownloadResult::Done) << place;
+    EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done) << place;
   }
 }
 
@@ -259,7 +260,7 @@ TEST(DownloadProg, FromFirmware119OnTheDrivesAreSetUp) {
   for (const Case& c : {Case{1.0F, false}, {1.18F, false}, {1.19F, true}, {1.38F, true}, {3.55F, true}}) {
     HubDesk d;
     d.source.program.Axis.DriveModel[0] = 10;
-    EXPECT_EQ(DownloadProg(d.desk, c.rev), DownloadResult::Done);
+    EXPECT_EQ(SendProgram(d.desk, c.rev), DownloadResult::Done);
     EXPECT_EQ(d.hub.commands.size(), c.set_up ? 2u + 10 : 2u) << c.rev;
     if (c.set_up) {
       EXPECT_EQ(d.hub.commands[2], "H");
@@ -273,7 +274,7 @@ TEST(DownloadProg, FromFirmware119OnTheDrivesAreSetUp) {
 TEST(DownloadProg, TheDrivesAreNotSetUpAfterAWrongSum) {
   HubDesk d;
   d.hub.instead["K"] = Bytes({1, 2});
-  EXPECT_EQ(DownloadProg(d.desk, 1.38F), DownloadResult::WrongSum);
+  EXPECT_EQ(SendProgram(d.desk, 1.38F), DownloadResult::WrongSum);
   EXPECT_EQ(d.hub.commands.back(), "K");
 }
 

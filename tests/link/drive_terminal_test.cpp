@@ -17,7 +17,7 @@ struct VoxDesk : FakeDesk {
   VoxDesk() {
     port.OnComm = [this] { NewOnComm(desk); };
     desk.terminal = &terminal;
-    source.DriveVersion = "1.38";
+    source.link.DriveVersion = "1.38";
   }
   void Process(std::string_view bytes) {
     for (const char c : bytes) ProcessChar(desk, c);
@@ -54,7 +54,7 @@ TEST(TerminalKey, OpensTheTerminalOfAHubFrom119On) {
   for (const Case& c : {Case{"1.19", true}, Case{"1.20", true}, Case{"3.55", true}, Case{"1.18", false},
                         Case{"1.00", false}, Case{"?", false}, Case{"", false}}) {
     VoxDesk d;
-    d.source.DriveVersion = c.version;
+    d.source.link.DriveVersion = c.version;
     EXPECT_EQ(TerminalAllowed(d.source), c.allowed) << c.version;
     OpenTerminal(d.desk);
     EXPECT_EQ(d.terminal.shown, c.allowed ? 1 : 0) << c.version;
@@ -64,10 +64,10 @@ TEST(TerminalKey, OpensTheTerminalOfAHubFrom119On) {
 
 TEST(TerminalKey, DoesNothingWhileTheHubIsBusyOrWithoutATerminal) {
   VoxDesk d;
-  d.source.Busy = true;
+  d.source.link.Busy = true;
   OpenTerminal(d.desk);
   EXPECT_EQ(d.terminal.shown, 0);
-  d.source.Busy = false;
+  d.source.link.Busy = false;
   d.desk.terminal = nullptr;
   OpenTerminal(d.desk);
   EXPECT_EQ(d.terminal.shown, 0);
@@ -95,12 +95,12 @@ TEST(Terminal, TheFocusOpensThePassthroughAndItsLossClosesIt) {
   LoadTerminal(d.desk);
   ActivateTerminal(d.desk);
   EXPECT_EQ(d.port.sent, Strings{"H"});
-  EXPECT_TRUE(d.source.TermActive);
-  EXPECT_FALSE(d.source.TermUsed);
+  EXPECT_TRUE(d.source.VOXterm.TermActive);
+  EXPECT_FALSE(d.source.VOXterm.TermUsed);
   LeaveTerminal(d.desk);
   EXPECT_EQ(d.port.AllSent(), "H" + kBack);
-  EXPECT_FALSE(d.source.TermActive);
-  EXPECT_TRUE(d.source.TermUsed);
+  EXPECT_FALSE(d.source.VOXterm.TermActive);
+  EXPECT_TRUE(d.source.VOXterm.TermUsed);
 }
 
 TEST(Terminal, AwayToAnotherProgramAndBackClosesAndOpensItAgain) {
@@ -110,7 +110,7 @@ TEST(Terminal, AwayToAnotherProgramAndBackClosesAndOpensItAgain) {
   d.Process("kept");
   LeaveTerminal(d.desk);
   ActivateTerminal(d.desk);
-  EXPECT_TRUE(d.source.TermActive);
+  EXPECT_TRUE(d.source.VOXterm.TermActive);
   EXPECT_EQ(d.History(), "kept");
   LeaveTerminal(d.desk);
   EXPECT_EQ(d.port.AllSent(), "H" + kBack + "H" + kBack);
@@ -315,7 +315,7 @@ TEST(Terminal, LeftWhileBytesAreWorkedOffTheRestStillReachesTheLog) {
   d.port.Receive("abc");
   EXPECT_EQ(d.History(), "abc");
   EXPECT_EQ(d.port.AllSent(), kBack);
-  EXPECT_EQ(d.source.VOXbuffer, "");
+  EXPECT_EQ(d.source.VOXterm.VOXbuffer, "");
 }
 
 TEST(Terminal, AnyTrafficIsTakenWhole) {
@@ -323,7 +323,7 @@ TEST(Terminal, AnyTrafficIsTakenWhole) {
   std::string bytes;
   for (int i = 0; i < 20000; ++i) bytes += static_cast<char>(i * 7919 >> 3);
   d.port.Receive(bytes);
-  EXPECT_EQ(d.source.VOXbuffer, "");
+  EXPECT_EQ(d.source.VOXterm.VOXbuffer, "");
   EXPECT_LE(d.History().size(), 4000u);
   EXPECT_GT(d.terminal.cuts, 0);
 }

@@ -65,23 +65,23 @@ TEST(Execute, ANoSendsNothing) {
   d.boxes.setNextAnswer(Answer::No);
   EXPECT_EQ(Execute(d.desk), ExecuteResult::Declined);
   EXPECT_TRUE(d.port.sent.empty());
-  EXPECT_FALSE(d.source.Busy);
+  EXPECT_FALSE(d.source.link.Busy);
 }
 
 TEST(Execute, KeepsOutWhileTheHubIsBusy) {
   HubDesk d;
-  d.source.Busy = true;
+  d.source.link.Busy = true;
   d.source.Changed = true;
   EXPECT_EQ(Execute(d.desk), ExecuteResult::Busy);
   EXPECT_TRUE(d.port.sent.empty());
   EXPECT_TRUE(d.boxes.shown.empty());
-  EXPECT_TRUE(d.source.Busy) << "the other operation still runs";
+  EXPECT_TRUE(d.source.link.Busy) << "the other operation still runs";
 }
 
 TEST(Execute, KeepsOthersOutWhileItTalksToTheHub) {
   HubDesk d;
   bool always = true;
-  d.hub.on_place = [&](const std::string&) { always = always && d.source.Busy; };
+  d.hub.on_place = [&](const std::string&) { always = always && d.source.link.Busy; };
   EXPECT_EQ(Execute(d.desk), ExecuteResult::Ran);
   EXPECT_TRUE(always);
 }
@@ -93,7 +93,7 @@ TEST(Execute, AFailedQuestionWhoEndsIt) {
   EXPECT_EQ(d.port.AllSent(), "SC");
   EXPECT_EQ(d.boxes.shown.size(), 1u);
   EXPECT_TRUE(d.run.shown.empty());
-  EXPECT_FALSE(d.source.Busy);
+  EXPECT_FALSE(d.source.link.Busy);
 }
 
 TEST(Execute, AFailedDriveCheckEndsIt) {
@@ -103,7 +103,7 @@ TEST(Execute, AFailedDriveCheckEndsIt) {
   EXPECT_EQ(d.port.AllSent(), "SCD");
   EXPECT_EQ(d.boxes.shown.size(), 1u);
   EXPECT_TRUE(d.run.shown.empty());
-  EXPECT_FALSE(d.source.Busy);
+  EXPECT_FALSE(d.source.link.Busy);
 }
 
 TEST(Execute, AnAnswerThatDoesNotComeInASecondYieldsTheMessageAndNoWindow) {
@@ -113,7 +113,7 @@ TEST(Execute, AnAnswerThatDoesNotComeInASecondYieldsTheMessageAndNoWindow) {
     EXPECT_EQ(Execute(d.desk), ExecuteResult::NoAnswer) << reply;
     EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{kNoAnswerBox}) << reply;
     EXPECT_TRUE(d.run.shown.empty()) << reply;
-    EXPECT_FALSE(d.source.Busy) << reply;
+    EXPECT_FALSE(d.source.link.Busy) << reply;
     EXPECT_GT(d.port.RThreshold(), 0) << reply;
   }
 }
@@ -180,7 +180,7 @@ TEST(Execute, ABoxDuringTheRunDoesNotStartTheProgramAgain) {
 TEST(Execute, CanBeDoneAgainAfterARun) {
   HubDesk d;
   EXPECT_EQ(Execute(d.desk), ExecuteResult::Ran);
-  EXPECT_FALSE(d.source.Busy);
+  EXPECT_FALSE(d.source.link.Busy);
   EXPECT_EQ(Execute(d.desk), ExecuteResult::Ran);
 }
 
@@ -188,30 +188,30 @@ TEST(StartRun, TheStatusWindowSendsX) {
   FakeDesk d;
   StartRun(d.desk, RunWindow::ExecStatus);
   EXPECT_EQ(d.port.sent, std::vector<std::string>{"X"});
-  EXPECT_FALSE(d.source.MMIActive);
+  EXPECT_FALSE(d.source.display.MMIActive);
 }
 
 TEST(StartRun, TheTerminalSendsMWithEventsOnAndAnEmptyDisplay) {
   FakeDesk d;
   d.port.threshold = 3;
-  d.source.CurRow = 2;
-  d.source.textline = {"a", "b", "c", "d"};
-  d.source.EscPending = d.source.RowPending = d.source.RowGot = true;
+  d.source.display.CurRow = 2;
+  d.source.display.textline = {"a", "b", "c", "d"};
+  d.source.display.EscPending = d.source.display.RowPending = d.source.display.RowGot = true;
   bool active_when_sent = false;
   int threshold_when_sent = -1;
   d.port.on_output = [&](const std::string&) {
-    active_when_sent = d.source.MMIActive;
+    active_when_sent = d.source.display.MMIActive;
     threshold_when_sent = d.port.RThreshold();
   };
   StartRun(d.desk, RunWindow::fakeMMI);
   EXPECT_EQ(d.port.sent, std::vector<std::string>{"M"});
   EXPECT_TRUE(active_when_sent);
   EXPECT_EQ(threshold_when_sent, 1);
-  EXPECT_EQ(d.source.CurRow, 0);
-  for (const std::string& line : d.source.textline) EXPECT_EQ(line, "");
-  EXPECT_FALSE(d.source.EscPending);
-  EXPECT_FALSE(d.source.RowPending);
-  EXPECT_FALSE(d.source.RowGot);
+  EXPECT_EQ(d.source.display.CurRow, 0);
+  for (const std::string& line : d.source.display.textline) EXPECT_EQ(line, "");
+  EXPECT_FALSE(d.source.display.EscPending);
+  EXPECT_FALSE(d.source.display.RowPending);
+  EXPECT_FALSE(d.source.display.RowGot);
   EXPECT_GT(d.run.text_changes, 0);
 }
 
@@ -231,31 +231,31 @@ TEST(StopRun, SendsStopWaitsAndHidesMarkerAndWindow) {
 
 TEST(StopRun, TheTerminalsTextEndsBeforeTheWait) {
   FakeDesk d;
-  d.source.MMIActive = true;
+  d.source.display.MMIActive = true;
   d.port.threshold = 3;
   d.run.active = RunWindow::fakeMMI;
   d.port.OnComm = [&d] { NewOnComm(d.desk); };
   d.port.Receive("before ");
   d.loop.on_wait = [&] {
-    EXPECT_FALSE(d.source.MMIActive);
+    EXPECT_FALSE(d.source.display.MMIActive);
     EXPECT_EQ(d.port.RThreshold(), 1);
     d.port.Receive("after");
   };
   StopRun(d.desk, RunWindow::fakeMMI);
   EXPECT_EQ(d.loop.waits.size(), 1u);
-  EXPECT_EQ(d.source.textline[0], "before ");
+  EXPECT_EQ(d.source.display.textline[0], "before ");
 }
 
 TEST(StopRun, LinesInExecutionStayPaintedUntilTheWindowIsLeft) {
   FakeDesk d;
   d.run.active = RunWindow::ExecStatus;
-  ShowLine(d.desk, 5);
-  ShowRedLine(d.desk, 6);
+  ShowLine(d.desk.grid(), 5);
+  ShowRedLine(d.desk.grid(), 6);
   StopRun(d.desk, RunWindow::ExecStatus);
-  EXPECT_EQ(d.source.rows[5].state, RowState::Executing);
-  EXPECT_EQ(d.source.rows[6].state, RowState::WentOn);
+  EXPECT_EQ(d.source.shown.rows[5].state, RowState::Executing);
+  EXPECT_EQ(d.source.shown.rows[6].state, RowState::WentOn);
   LeaveRun(d.desk);
-  for (const Row& row : d.source.rows) EXPECT_EQ(row.state, RowState::Normal);
+  for (const Row& row : d.source.shown.rows) EXPECT_EQ(row.state, RowState::Normal);
 }
 
 TEST(CloseRun, ClosingTheStatusWindowStopsTheProgram) {
@@ -276,10 +276,10 @@ TEST(LeaveRun, PutsEveryRowToRest) {
   FakeDesk d;
   d.source.program.LimitList = BranchToLine;
   d.source.program.LimitBranch = 8;
-  for (const int line : {0, 7, 199}) ShowLine(d.desk, line);
+  for (const int line : {0, 7, 199}) ShowLine(d.desk.grid(), line);
   LeaveRun(d.desk);
   for (int line = 0; line < 200; ++line) {
-    EXPECT_EQ(d.source.rows[line].state, line == 7 ? RowState::LimitTarget : RowState::Normal) << line;
+    EXPECT_EQ(d.source.shown.rows[line].state, line == 7 ? RowState::LimitTarget : RowState::Normal) << line;
   }
 }
 
@@ -292,7 +292,7 @@ const ShownBox kCantResetBox = {
 TEST(ResetDrive, SendsTenRAndAwaitsAYForEach) {
   FakeDesk d;
   d.port.on_output = [&](const std::string&) { d.port.Reply("Y", 0.5); };
-  ResetDrive(d.desk);
+  ResetDrive(d.desk.link(), d.desk.loop);
   EXPECT_EQ(d.port.sent, std::vector<std::string>(10, "R"));
   EXPECT_TRUE(d.boxes.shown.empty());
   EXPECT_EQ(d.loop.yields, 1);
@@ -302,7 +302,7 @@ TEST(ResetDrive, AllTenGoOutThoughTheFirstYCameAtOnce) {
   FakeDesk d;
   d.port.on_output = [&](const std::string&) { d.port.Reply("Y"); };
   const double start = d.clock.now;
-  ResetDrive(d.desk);
+  ResetDrive(d.desk.link(), d.desk.loop);
   EXPECT_EQ(d.port.sent.size(), 10u);
   EXPECT_LT(d.clock.now - start, 0.1);
 }
@@ -310,7 +310,7 @@ TEST(ResetDrive, AllTenGoOutThoughTheFirstYCameAtOnce) {
 TEST(ResetDrive, WithNoHubAtAllItWaitsSixSecondsAndSaysSoOnce) {
   FakeDesk d;
   const double start = d.clock.now;
-  ResetDrive(d.desk);
+  ResetDrive(d.desk.link(), d.desk.loop);
   EXPECT_EQ(d.port.sent, std::vector<std::string>{"R"});
   EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{kCantResetBox});
   EXPECT_GE(d.clock.now - start, 6.0);
@@ -321,7 +321,7 @@ TEST(ResetDrive, TheSixSecondsAreOneBudgetForAllTen) {
   FakeDesk d;
   d.port.on_output = [&](const std::string&) { d.port.Reply("Y", 0.7); };
   const double start = d.clock.now;
-  ResetDrive(d.desk);
+  ResetDrive(d.desk.link(), d.desk.loop);
   EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{kCantResetBox});
   EXPECT_EQ(d.port.sent.size(), 9u);
   EXPECT_LT(d.clock.now - start, 6.1);
@@ -331,7 +331,7 @@ TEST(ResetDrive, OnlyAReadOfExactlyYCounts) {
   for (const char* reply : {"YY", "y", "189189189189189189189189", "\xffY"}) {
     FakeDesk d;
     d.port.on_output = [&](const std::string&) { d.port.Reply(reply); };
-    ResetDrive(d.desk);
+    ResetDrive(d.desk.link(), d.desk.loop);
     EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{kCantResetBox}) << reply;
   }
 }
@@ -346,7 +346,7 @@ TEST(ResetDrive, EventsAreOffWhileTheYIsAwaitedAndBackAfterwards) {
         on += d.port.RThreshold();
         if (answered) d.port.Reply("Y");
       };
-      ResetDrive(d.desk);
+      ResetDrive(d.desk.link(), d.desk.loop);
       EXPECT_EQ(on, 0);
       EXPECT_EQ(d.port.RThreshold(), before);
     }

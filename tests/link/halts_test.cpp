@@ -51,11 +51,11 @@ struct RunningDesk : FakeDesk {
   explicit RunningDesk(RunWindow window = RunWindow::ExecStatus) {
     source.program.Axis.AxisName[2] = "Cutter";
     run.active = window;
-    source.MMIActive = window == RunWindow::fakeMMI;
-    ShowLine(desk, 5);
+    source.display.MMIActive = window == RunWindow::fakeMMI;
+    ShowLine(desk.grid(), 5);
     port.threshold = 3;
   }
-  [[nodiscard]] bool Painted() const { return source.rows[5].state == RowState::Executing; }
+  [[nodiscard]] bool Painted() const { return source.shown.rows[5].state == RowState::Executing; }
 };
 
 struct Halt {
@@ -137,7 +137,7 @@ TEST(Halt, EndsTheTerminalsText) {
     RunningDesk d(RunWindow::fakeMMI);
     d.boxes.setNextAnswer(Answer::No);
     Handle(d, halt.header, halt.b2);
-    EXPECT_FALSE(d.source.MMIActive) << halt.header;
+    EXPECT_FALSE(d.source.display.MMIActive) << halt.header;
   }
 }
 
@@ -156,8 +156,8 @@ TEST(Halt, IsRememberedUntilTheNextRun) {
     RunningDesk d;
     d.boxes.setNextAnswer(Answer::No);
     Handle(d, halt.header, halt.b2);
-    EXPECT_TRUE(d.source.Halted) << halt.header;
-    d.run.on_show = [&](RunWindow) { EXPECT_FALSE(d.source.Halted); };
+    EXPECT_TRUE(d.source.run.Halted) << halt.header;
+    d.run.on_show = [&](RunWindow) { EXPECT_FALSE(d.source.run.Halted); };
     const ScriptedHub hub(d.port);
     EXPECT_EQ(Execute(d.desk), ExecuteResult::Ran);
   }
@@ -171,7 +171,7 @@ TEST(LimitHit, ClearsThePaintingBeforeTheQuestionAndAgainAfterItWhateverTheAnswe
     d.boxes.on_box = [&](const ShownBox& box) {
       if (box.title != "LIMIT") return;
       painted_during = d.Painted();
-      ShowLine(d.desk, 5);
+      ShowLine(d.desk.grid(), 5);
     };
     Handle(d, kLimit, 2);
     EXPECT_FALSE(painted_during);
@@ -305,7 +305,7 @@ TEST(DriveFault, HidesTheRunWindowAndClearsThePaintingWithoutABox) {
     EXPECT_FALSE(d.Painted());
     EXPECT_TRUE(d.boxes.shown.empty());
     EXPECT_TRUE(d.port.sent.empty());
-    EXPECT_TRUE(d.source.Halted);
+    EXPECT_TRUE(d.source.run.Halted);
   }
 }
 
@@ -313,7 +313,7 @@ TEST(DriveFault, EndsTheTerminalsText) {
   for (const int header : {kFault, kDisabled}) {
     RunningDesk d(RunWindow::fakeMMI);
     Handle(d, header, 0, 0, 1);
-    EXPECT_FALSE(d.source.MMIActive) << header;
+    EXPECT_FALSE(d.source.display.MMIActive) << header;
   }
 }
 

@@ -41,8 +41,8 @@ TEST(LineStarted, PaintsTheLineScrollsToItAndAcknowledges) {
     FakeDesk d;
     d.Line(line).Type = FL;
     Handle(d, 254, line / 16, line % 16);
-    EXPECT_EQ(d.source.rows[line].state, RowState::Executing);
-    EXPECT_EQ(d.source.rows[line].icon, IconFor(FL, IconSet::Yellow));
+    EXPECT_EQ(d.source.shown.rows[line].state, RowState::Executing);
+    EXPECT_EQ(d.source.shown.rows[line].icon, IconFor(FL, IconSet::Yellow));
     EXPECT_EQ(d.view.scrolls, std::vector<int>{line});
     EXPECT_EQ(d.port.sent, std::vector<std::string>{"I"});
   }
@@ -50,7 +50,9 @@ TEST(LineStarted, PaintsTheLineScrollsToItAndAcknowledges) {
 
 TEST(LineStarted, TheLineIsPaintedBeforeItIsAcknowledged) {
   FakeDesk d;
-  d.port.on_output = [&](const std::string&) { EXPECT_EQ(d.source.rows[18].state, RowState::Executing); };
+  d.port.on_output = [&](const std::string&) {
+    EXPECT_EQ(d.source.shown.rows[18].state, RowState::Executing);
+  };
   Handle(d, 254, 1, 2);
   EXPECT_EQ(d.port.sent.size(), 1u);
 }
@@ -71,8 +73,8 @@ TEST(LineConcurrent, PaintsTheLineRedScrollsToItAndAcknowledges) {
   FakeDesk d;
   d.Line(33).Type = WT;
   Handle(d, 236, 2, 1);
-  EXPECT_EQ(d.source.rows[33].state, RowState::WentOn);
-  EXPECT_EQ(d.source.rows[33].icon, IconFor(WT, IconSet::Red));
+  EXPECT_EQ(d.source.shown.rows[33].state, RowState::WentOn);
+  EXPECT_EQ(d.source.shown.rows[33].icon, IconFor(WT, IconSet::Red));
   EXPECT_EQ(d.view.scrolls, std::vector<int>{33});
   EXPECT_EQ(d.port.sent, std::vector<std::string>{"I"});
 }
@@ -88,7 +90,7 @@ TEST(LineFinished, PutsTheLineToRestAndIsNotAcknowledged) {
     d.port.sent.clear();
     d.view.scrolls.clear();
     Handle(d, 237, 2, 1);
-    EXPECT_EQ(d.source.rows[33].state, target ? RowState::LimitTarget : RowState::Normal);
+    EXPECT_EQ(d.source.shown.rows[33].state, target ? RowState::LimitTarget : RowState::Normal);
     EXPECT_TRUE(d.port.sent.empty());
     EXPECT_TRUE(d.view.scrolls.empty());
   }
@@ -105,12 +107,12 @@ TEST(StepDone, TurnsThePicturesBackWhereARunWindowIsActive) {
   for (const RunWindow window : {RunWindow::ExecStatus, RunWindow::fakeMMI, RunWindow::None}) {
     FakeDesk d;
     d.run.active = window;
-    d.source.panel.SingleStep = Picture::StepYellow;
-    d.source.panel.Pause = Picture::PauseGray;
+    d.source.run.panel.SingleStep = Picture::StepYellow;
+    d.source.run.panel.Pause = Picture::PauseGray;
     Handle(d, 253, 1, 2, 3);
     const bool shown = window != RunWindow::None;
-    EXPECT_EQ(d.source.panel.SingleStep, shown ? Picture::StepGray : Picture::StepYellow);
-    EXPECT_EQ(d.source.panel.Pause, shown ? Picture::PauseRed : Picture::PauseGray);
+    EXPECT_EQ(d.source.run.panel.SingleStep, shown ? Picture::StepGray : Picture::StepYellow);
+    EXPECT_EQ(d.source.run.panel.Pause, shown ? Picture::PauseRed : Picture::PauseGray);
     EXPECT_EQ(d.run.control_changes, shown ? 1 : 0);
     EXPECT_TRUE(d.port.sent.empty());
   }
@@ -129,7 +131,7 @@ int BitsOn(const Lights& lights) {
 /// Every axis has a drive that reports all it has.
 void PlugIn(FakeDesk& d, std::int16_t model) {
   d.source.program.Axis.DriveModel.fill(model);
-  d.source.DriveRev.fill(2.0F);
+  d.source.link.DriveRev.fill(2.0F);
 }
 
 TEST(DriveStatus, CarriesTheAxisTheInputsInTwoNibblesAndTheOutputs) {
@@ -139,9 +141,9 @@ TEST(DriveStatus, CarriesTheAxisTheInputsInTwoNibblesAndTheOutputs) {
       PlugIn(d, 20);
       d.run.active = window;
       Handle(d, 241 + axis, 0x5, 0xa, 0x6a);
-      EXPECT_EQ(BitsOn(d.source.panel.INlo[axis]), 0x5a);
-      EXPECT_EQ(BitsOn(d.source.panel.OUTlo[axis]), 0x5);
-      EXPECT_EQ(BitsOn(d.source.panel.OUTY[axis]), 0x1);
+      EXPECT_EQ(BitsOn(d.source.run.panel.INlo[axis]), 0x5a);
+      EXPECT_EQ(BitsOn(d.source.run.panel.OUTlo[axis]), 0x5);
+      EXPECT_EQ(BitsOn(d.source.run.panel.OUTY[axis]), 0x1);
       EXPECT_EQ(d.run.statuses, std::vector{axis});
     }
   }
@@ -153,8 +155,8 @@ TEST(ExtendedInputs, CarryTheAxisAndTheInputsInTwoNibbles) {
     PlugIn(d, 20);
     d.run.active = RunWindow::ExecStatus;
     Handle(d, 213 + axis, 0x1, 0x7, 0x55);
-    EXPECT_EQ(BitsOn(d.source.panel.INX[axis]), 0x0e);
-    EXPECT_EQ(BitsOn(d.source.panel.INlo[axis]), 0);
+    EXPECT_EQ(BitsOn(d.source.run.panel.INX[axis]), 0x0e);
+    EXPECT_EQ(BitsOn(d.source.run.panel.INlo[axis]), 0);
     EXPECT_EQ(d.run.statuses, std::vector{axis});
   }
 }
@@ -165,8 +167,8 @@ TEST(ExtendedOutputs, CarryTheAxisAndTheOutputs) {
     PlugIn(d, 20);
     d.run.active = RunWindow::fakeMMI;
     Handle(d, 221 + axis, 0x3c, 1, 2);
-    EXPECT_EQ(BitsOn(d.source.panel.OUTlo[axis]), 0x3);
-    EXPECT_EQ(BitsOn(d.source.panel.OUTY[axis]), 0x4);
+    EXPECT_EQ(BitsOn(d.source.run.panel.OUTlo[axis]), 0x3);
+    EXPECT_EQ(BitsOn(d.source.run.panel.OUTY[axis]), 0x4);
     EXPECT_EQ(d.run.statuses, std::vector{axis});
   }
 }
@@ -178,7 +180,7 @@ TEST(DriveStatus, IsLostWithoutARunWindow) {
     Handle(d, header, 1, 2, 3);
   }
   EXPECT_TRUE(d.run.statuses.empty());
-  for (int axis = 0; axis < kAxes; ++axis) EXPECT_EQ(BitsOn(d.source.panel.INlo[axis]), 0);
+  for (int axis = 0; axis < kAxes; ++axis) EXPECT_EQ(BitsOn(d.source.run.panel.INlo[axis]), 0);
   EXPECT_TRUE(d.boxes.shown.empty());
   EXPECT_TRUE(d.port.sent.empty());
 }
@@ -256,17 +258,17 @@ TEST(Greeting, OfAKnownHubIsAnsweredAndShown) {
     FakeDesk d;
     d.port.threshold = 3;
     d.source.program.HubIndex = c.index == HubOcto ? HubQuad : HubOcto;
-    d.source.MMIActive = true;
+    d.source.display.MMIActive = true;
     Handle(d, 255, 52, c.model);
     EXPECT_EQ(d.port.RThreshold(), 1);
     EXPECT_EQ(d.source.program.HubVersion, 1.52F);
     EXPECT_EQ(d.port.sent, std::vector<std::string>{"*0"});
-    EXPECT_EQ(d.source.DriveVersion, "1.52");
+    EXPECT_EQ(d.source.link.DriveVersion, "1.52");
     EXPECT_EQ(d.beeper.beeps, 1);
     EXPECT_EQ(d.source.program.HubIndex, c.index);
     EXPECT_GT(d.view.hub, 0);
     EXPECT_GT(d.view.drives, 0);
-    EXPECT_FALSE(d.source.MMIActive);
+    EXPECT_FALSE(d.source.display.MMIActive);
     EXPECT_TRUE(d.boxes.shown.empty());
   }
 }
@@ -276,19 +278,19 @@ TEST(Greeting, OfAnUnknownDeviceIsToldAndChangesNoModel) {
     FakeDesk d;
     d.port.threshold = 3;
     d.source.program.HubIndex = HubQuad;
-    d.source.MMIActive = true;
+    d.source.display.MMIActive = true;
     d.run.active = RunWindow::ExecStatus;
     Handle(d, 255, 52, model);
     EXPECT_EQ(d.boxes.shown,
               std::vector<ShownBox>{Plain("Unknown device detected on comm port.", "Unknown device")});
     EXPECT_EQ(d.run.active, RunWindow::None) << "it still hides the run window";
     EXPECT_EQ(d.source.program.HubIndex, HubQuad);
-    EXPECT_EQ(d.source.DriveVersion, "?");
+    EXPECT_EQ(d.source.link.DriveVersion, "?");
     EXPECT_EQ(d.source.program.HubVersion, 1.52F);
     EXPECT_TRUE(d.port.sent.empty());
     EXPECT_EQ(d.beeper.beeps, 0);
     EXPECT_EQ(d.port.RThreshold(), 1);
-    EXPECT_FALSE(d.source.MMIActive);
+    EXPECT_FALSE(d.source.display.MMIActive);
   }
 }
 
@@ -311,7 +313,7 @@ TEST(HandleMsg, HeadersWithoutAMeaningChangeNothing) {
     if (HasMeaning(header)) continue;
     FakeDesk d;
     d.run.active = RunWindow::fakeMMI;
-    d.source.MMIActive = true;
+    d.source.display.MMIActive = true;
     d.port.threshold = 3;
     Handle(d, header, 1, 1, 1);
     EXPECT_TRUE(d.boxes.shown.empty()) << header;
@@ -322,7 +324,7 @@ TEST(HandleMsg, HeadersWithoutAMeaningChangeNothing) {
     EXPECT_EQ(d.run.hides, 0) << header;
     EXPECT_TRUE(d.run.statuses.empty()) << header;
     EXPECT_TRUE(d.run.faults.empty()) << header;
-    EXPECT_TRUE(d.source.MMIActive) << header;
+    EXPECT_TRUE(d.source.display.MMIActive) << header;
   }
 }
 

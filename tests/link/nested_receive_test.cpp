@@ -70,10 +70,10 @@ TEST(ReceiveInsideABox, AMessageWhoseBeginningCameBeforeTheBoxIsWhole) {
 
 TEST(ReceiveInsideABox, TextBehindTheMessageStandsInFrontOfNewerText) {
   NestingDesk d;
-  d.source.MMIActive = true;
+  d.source.display.MMIActive = true;
   d.DuringBox({"ef"});
   d.port.Receive("ab" + kOldFirmware + "cd");
-  EXPECT_EQ(d.source.textline[0], "abcdef");
+  EXPECT_EQ(d.source.display.textline[0], "abcdef");
 }
 
 TEST(ReceiveInsideABox, AMessageThatEndsAfterTheBoxWasClosedIsDelivered) {
@@ -97,10 +97,10 @@ TEST(ReceiveInsideABox, AMessageThatComesInPiecesInsideTheBoxIsDelivered) {
 
 TEST(ReceiveInsideABox, TextInsideABoxIsShownInOrder) {
   NestingDesk d;
-  d.source.MMIActive = true;
+  d.source.display.MMIActive = true;
   d.DuringBox({"cd", "ef"});
   d.port.Receive("ab" + kOldFirmware);
-  EXPECT_EQ(d.source.textline[0], "abcdef");
+  EXPECT_EQ(d.source.display.textline[0], "abcdef");
 }
 
 TEST(ReceiveInsideABox, BoxesMayStandInsideBoxes) {
@@ -113,8 +113,8 @@ TEST(ReceiveInsideABox, BoxesMayStandInsideBoxes) {
   d.port.Receive(kOldFirmware + LineStarted(100));
   EXPECT_EQ(d.boxes.shown.size(), 20u);
   ASSERT_EQ(d.view.scrolls.size(), 20u);
-  for (int i = 1; i < 20; ++i) EXPECT_EQ(d.source.rows[i].state, RowState::Executing) << i;
-  EXPECT_EQ(d.source.rows[100].state, RowState::Executing);
+  for (int i = 1; i < 20; ++i) EXPECT_EQ(d.source.shown.rows[i].state, RowState::Executing) << i;
+  EXPECT_EQ(d.source.shown.rows[100].state, RowState::Executing);
 }
 
 TEST(ReceiveInsideABox, AFaultDuringAHaltsQuestionIsTold) {
@@ -132,7 +132,7 @@ TEST(ReceiveInsideABox, AGreetingDuringAHaltsQuestionIsTaken) {
   d.boxes.setNextAnswer(Answer::No);
   d.DuringBox({Bytes({255, 52, 24, 0})});
   d.port.Receive(Bytes({251, 0, 0, 0}));
-  EXPECT_EQ(d.source.DriveVersion, "1.52");
+  EXPECT_EQ(d.source.link.DriveVersion, "1.52");
   EXPECT_EQ(d.source.program.HubIndex, HubQuad);
   EXPECT_EQ(d.port.AllSent(), "*0");
 }

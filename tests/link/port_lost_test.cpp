@@ -70,9 +70,9 @@ TEST(PortLost, InTheMiddleOfAnExchangeGivesOnePlainMessage) {
     // The event loop's turn after the operation.
     d.TellOnce();
     EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{LostBox(kGone)}) << exchange.place;
-    EXPECT_EQ(d.source.ComNum, 0) << exchange.place;
-    EXPECT_FALSE(d.source.OptCom) << exchange.place;
-    EXPECT_FALSE(d.source.Busy) << exchange.place;
+    EXPECT_EQ(d.source.link.ComNum, 0) << exchange.place;
+    EXPECT_FALSE(d.source.link.OptCom) << exchange.place;
+    EXPECT_FALSE(d.source.link.Busy) << exchange.place;
     EXPECT_FALSE(d.downbox.visible || d.upbox.visible) << exchange.place;
   }
 }
@@ -107,7 +107,7 @@ TEST(PortLost, InARunSaysThatTheMachineMayStillMoveAndAtOnce) {
     };
     EXPECT_EQ(Execute(d.desk), ExecuteResult::Ran);
     EXPECT_EQ(d.boxes.shown.size(), 1u);
-    EXPECT_FALSE(d.source.Busy);
+    EXPECT_FALSE(d.source.link.Busy);
   }
 }
 
@@ -151,7 +151,7 @@ TEST(PortLost, SaysNothingOfAMachineThatWasStoppedOrHaltedBefore) {
 TEST(PortLost, DuringAResetSaysOnlyThat) {
   FakeDesk d;
   d.port.on_output = [&](const std::string&) { d.port.is_open = false; };
-  ResetDrive(d.desk);
+  ResetDrive(d.desk.link(), d.desk.loop);
   TellPortLost(d.desk);
   EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{LostBox(kGone)});
 }
@@ -165,7 +165,7 @@ TEST(PortLost, WithNoPortAtAllAnExchangeStillTellsItsOwnFailure) {
   for (const auto& operation : operations) {
     FakeDesk d;
     d.port.is_open = false;
-    d.source.ComNum = 0;
+    d.source.link.ComNum = 0;
     operation(d.desk);
     ASSERT_EQ(d.boxes.shown.size(), 1u);
     EXPECT_TRUE(d.boxes.shown[0].text.starts_with("The Tavlo Hub is not communicating.  "))

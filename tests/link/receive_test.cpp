@@ -28,8 +28,8 @@ TEST(NewOnComm, AWholeMessageIsDeliveredOnce) {
   ListeningDesk d;
   d.port.Receive(Bytes({254, 1, 2, 0}));
   EXPECT_EQ(d.Started(), std::vector<int>{18});
-  EXPECT_FALSE(d.source.InMsg);
-  EXPECT_EQ(d.source.MsgBuf, "");
+  EXPECT_FALSE(d.source.link.InMsg);
+  EXPECT_EQ(d.source.link.MsgBuf, "");
 }
 
 TEST(NewOnComm, AMessageMayArriveInAnyPieces) {
@@ -51,8 +51,8 @@ TEST(NewOnComm, AMessageMayArriveInAnyPieces) {
 TEST(NewOnComm, AMessageIsKeptBetweenEvents) {
   ListeningDesk d;
   d.port.Receive(Bytes({254, 1}));
-  EXPECT_TRUE(d.source.InMsg);
-  EXPECT_EQ(d.source.MsgBuf, Bytes({254, 1}));
+  EXPECT_TRUE(d.source.link.InMsg);
+  EXPECT_EQ(d.source.link.MsgBuf, Bytes({254, 1}));
 }
 
 TEST(NewOnComm, SeveralMessagesInOneReadAreDeliveredInOrder) {
@@ -74,23 +74,23 @@ TEST(NewOnComm, ABrokenMessageDisappearsWithoutAWord) {
   ListeningDesk lines;
   lines.port.Receive(Bytes({236, 4, 254, 1, 2, 3}));
   EXPECT_EQ(lines.view.scrolls, std::vector<int>{18});
-  EXPECT_EQ(lines.source.rows[18].state, RowState::Executing);
+  EXPECT_EQ(lines.source.shown.rows[18].state, RowState::Executing);
   EXPECT_EQ(lines.port.AllSent(), "I");
 
   ListeningDesk d;
-  d.source.MMIActive = true;
+  d.source.display.MMIActive = true;
   d.port.Receive(Bytes({200, 65, 201, 1, 2, 3}));
   EXPECT_TRUE(d.boxes.shown.empty());
   EXPECT_TRUE(d.port.sent.empty());
-  EXPECT_EQ(d.source.textline[0], "") << "the payload of a broken message is no text";
-  EXPECT_FALSE(d.source.InMsg);
-  EXPECT_EQ(d.source.MsgBuf, "");
+  EXPECT_EQ(d.source.display.textline[0], "") << "the payload of a broken message is no text";
+  EXPECT_FALSE(d.source.link.InMsg);
+  EXPECT_EQ(d.source.link.MsgBuf, "");
 }
 
 TEST(NewOnComm, TheMessageBehindABrokenOneIsDeliveredWhole) {
   ListeningDesk d;
   d.port.Receive(Bytes({200, 65, 236, 0, 9, 0}));
-  EXPECT_EQ(d.source.rows[9].state, RowState::WentOn);
+  EXPECT_EQ(d.source.shown.rows[9].state, RowState::WentOn);
   EXPECT_EQ(d.port.AllSent(), "I");
 }
 
@@ -98,8 +98,8 @@ TEST(NewOnComm, HeadersAloneNeverMakeAMessage) {
   ListeningDesk d;
   d.port.Receive(std::string(500, '\xfe'));
   EXPECT_TRUE(d.Started().empty());
-  EXPECT_TRUE(d.source.InMsg);
-  EXPECT_EQ(d.source.MsgBuf, "\xfe");
+  EXPECT_TRUE(d.source.link.InMsg);
+  EXPECT_EQ(d.source.link.MsgBuf, "\xfe");
   d.port.Receive(Bytes({0, 1, 0}));
   EXPECT_EQ(d.Started(), std::vector<int>{1});
 }
@@ -114,56 +114,56 @@ TEST(NewOnComm, PayloadReachesFromZeroTo127) {
 TEST(NewOnComm, TextWithNoTerminatorWindowOpenVanishes) {
   ListeningDesk d;
   d.port.Receive("Hello");
-  for (const std::string& line : d.source.textline) EXPECT_EQ(line, "");
+  for (const std::string& line : d.source.display.textline) EXPECT_EQ(line, "");
   EXPECT_EQ(d.run.text_changes, 0);
 }
 
 TEST(NewOnComm, TextIsShownWhileTheTerminalRunsAProgram) {
   ListeningDesk d;
-  d.source.MMIActive = true;
+  d.source.display.MMIActive = true;
   d.port.Receive("Hello");
-  EXPECT_EQ(d.source.textline[0], "Hello");
+  EXPECT_EQ(d.source.display.textline[0], "Hello");
   EXPECT_GT(d.run.text_changes, 0);
 }
 
 TEST(NewOnComm, TextAndMessagesMix) {
   ListeningDesk d;
-  d.source.MMIActive = true;
+  d.source.display.MMIActive = true;
   d.port.Receive("ab" + LineStarted(4) + "cd" + LineStarted(5) + "e");
-  EXPECT_EQ(d.source.textline[0], "abcde");
+  EXPECT_EQ(d.source.display.textline[0], "abcde");
   EXPECT_EQ(d.Started(), (std::vector<int>{4, 5}));
 }
 
 TEST(NewOnComm, PayloadIsNoTextThoughItCouldBe) {
   ListeningDesk d;
-  d.source.MMIActive = true;
+  d.source.display.MMIActive = true;
   d.port.Receive(Bytes({200, 'a', 'b', 'c'}) + "d");
-  EXPECT_EQ(d.source.textline[0], "d");
+  EXPECT_EQ(d.source.display.textline[0], "d");
 }
 
 TEST(NewOnComm, ActsOnlyOnReceivedData) {
   for (const int event : {0, 1, 3, 7, 1004}) {
     ListeningDesk d;
-    d.source.MMIActive = true;
+    d.source.display.MMIActive = true;
     d.port.comm_event = event;
     d.port.Receive("text");
-    EXPECT_EQ(d.source.textline[0], "") << event;
+    EXPECT_EQ(d.source.display.textline[0], "") << event;
     EXPECT_EQ(d.port.InBufferCount(), 4) << "the bytes still wait";
   }
 }
 
 TEST(NewOnComm, AnEventWithoutBytesDoesNothing) {
   ListeningDesk d;
-  d.source.InMsg = true;
-  d.source.MsgBuf = Bytes({254, 1});
+  d.source.link.InMsg = true;
+  d.source.link.MsgBuf = Bytes({254, 1});
   NewOnComm(d.desk);
-  EXPECT_EQ(d.source.MsgBuf, Bytes({254, 1}));
+  EXPECT_EQ(d.source.link.MsgBuf, Bytes({254, 1}));
 }
 
 struct TerminalDesk : ListeningDesk {
   TerminalDesk() {
     desk.terminal = &terminal;
-    source.TermActive = true;
+    source.VOXterm.TermActive = true;
   }
   [[nodiscard]] const std::string& Taken() const { return source.VOXterm.History; }
   FakeTerminal terminal;
@@ -173,7 +173,7 @@ TEST(DriveTerminal, TakesEverythingThatArrives) {
   TerminalDesk d;
   d.port.Receive("a" + LineStarted(3).substr(1) + Bytes({128, 254}));
   EXPECT_EQ(d.Taken(), "a[000][003][000][128][254]");
-  EXPECT_EQ(d.source.VOXbuffer, "");
+  EXPECT_EQ(d.source.VOXterm.VOXbuffer, "");
   EXPECT_TRUE(d.Started().empty());
 }
 
@@ -185,19 +185,19 @@ TEST(DriveTerminal, TheEventLoopGetsATurnAfterEachCharacter) {
 
 TEST(DriveTerminal, LeavesAMessageThatIsBeingCollectedAsItIs) {
   TerminalDesk d;
-  d.source.InMsg = true;
-  d.source.MsgBuf = Bytes({254, 1});
-  d.source.MMIActive = true;
+  d.source.link.InMsg = true;
+  d.source.link.MsgBuf = Bytes({254, 1});
+  d.source.display.MMIActive = true;
   d.port.Receive(LineStarted(3) + "text");
-  EXPECT_TRUE(d.source.InMsg);
-  EXPECT_EQ(d.source.MsgBuf, Bytes({254, 1}));
-  EXPECT_EQ(d.source.textline[0], "");
+  EXPECT_TRUE(d.source.link.InMsg);
+  EXPECT_EQ(d.source.link.MsgBuf, Bytes({254, 1}));
+  EXPECT_EQ(d.source.display.textline[0], "");
   EXPECT_TRUE(d.port.sent.empty());
 }
 
 TEST(DriveTerminal, BytesThatWaitForItComeFirst) {
   TerminalDesk d;
-  d.source.VOXbuffer = "old ";
+  d.source.VOXterm.VOXbuffer = "old ";
   d.port.Receive("new");
   EXPECT_EQ(d.Taken(), "old new");
 }
@@ -217,12 +217,12 @@ TEST(DriveTerminal, BytesThatArriveDuringATurnAreTakenOnceAndInOrder) {
   EXPECT_LT(d.Taken().find('b'), d.Taken().find('c'));
   EXPECT_LT(d.Taken().find('3'), d.Taken().find('2'));
   EXPECT_LT(d.Taken().find('2'), d.Taken().find('1'));
-  EXPECT_EQ(d.source.VOXbuffer, "");
+  EXPECT_EQ(d.source.VOXterm.VOXbuffer, "");
 }
 
 TEST(DriveTerminal, OneThatIsClosedByACharacterLosesTheRestWithoutHarm) {
   TerminalDesk d;
-  d.terminal.on_growth = [&](std::string_view) { d.source.TermActive = false; };
+  d.terminal.on_growth = [&](std::string_view) { d.source.VOXterm.TermActive = false; };
   d.port.Receive("abc");
   EXPECT_TRUE(d.Taken().starts_with("a"));
 }

@@ -41,7 +41,7 @@ struct RunningDesk : FakeDesk {
     view.counters.clear();
     run.control_changes = 0;
   }
-  [[nodiscard]] const RunPanel& Panel() const { return source.panel; }
+  [[nodiscard]] const RunPanel& Panel() const { return source.run.panel; }
 };
 
 void ExpectPictures(const RunPanel& panel, Picture play, Picture pause, Picture step) {
@@ -54,13 +54,13 @@ TEST(StartRun, ShowsARunningProgramWithTheWordsOfItsWindow) {
   for (const RunWindow window : kWindows) {
     FakeDesk d;
     d.run.active = window;
-    d.source.panel = {};
-    d.source.panel.Pause = Picture::PauseRed;
-    d.source.panel.SingleStep = Picture::StepYellow;
+    d.source.run.panel = {};
+    d.source.run.panel.Pause = Picture::PauseRed;
+    d.source.run.panel.SingleStep = Picture::StepYellow;
     StartRun(d.desk, window);
-    EXPECT_TRUE(d.source.panel.Running);
-    ExpectPictures(d.source.panel, Picture::PlayGreen, Picture::PauseGray, Picture::StepGray);
-    EXPECT_EQ(d.source.panel.lblUpdate, ByLine(window));
+    EXPECT_TRUE(d.source.run.panel.Running);
+    ExpectPictures(d.source.run.panel, Picture::PlayGreen, Picture::PauseGray, Picture::StepGray);
+    EXPECT_EQ(d.source.run.panel.lblUpdate, ByLine(window));
     EXPECT_GT(d.run.control_changes, 0);
   }
 }
@@ -69,25 +69,25 @@ TEST(StartRun, PutsTheLightsToRest) {
   FakeDesk d;
   d.source.program.Axis.DriveModel[0] = 1;
   d.source.program.Axis.DriveModel[1] = 16;
-  for (auto& lights : d.source.panel.INlo) lights.fill(Led::Green);
-  for (auto& lights : d.source.panel.OUTY) lights.fill(Led::Unknown);
+  for (auto& lights : d.source.run.panel.INlo) lights.fill(Led::Green);
+  for (auto& lights : d.source.run.panel.OUTY) lights.fill(Led::Unknown);
   StartRun(d.desk, RunWindow::ExecStatus);
-  EXPECT_EQ(d.source.panel.INlo[0][0], Led::GreenOff);
-  EXPECT_EQ(d.source.panel.INlo[0][7], Led::RedOff);
-  EXPECT_EQ(d.source.panel.INlo[1][7], Led::GreenOff);
-  EXPECT_EQ(d.source.panel.INX[1][6], Led::RedOff);
-  EXPECT_EQ(d.source.panel.OUTY[0][0], Led::GreenOff);
+  EXPECT_EQ(d.source.run.panel.INlo[0][0], Led::GreenOff);
+  EXPECT_EQ(d.source.run.panel.INlo[0][7], Led::RedOff);
+  EXPECT_EQ(d.source.run.panel.INlo[1][7], Led::GreenOff);
+  EXPECT_EQ(d.source.run.panel.INX[1][6], Led::RedOff);
+  EXPECT_EQ(d.source.run.panel.OUTY[0][0], Led::GreenOff);
   EXPECT_EQ(d.run.statuses, (std::vector<int>{0, 1, 2, 3, 4, 5, 6, 7}));
 }
 
 TEST(Pause, SendsOnePWaitsAndClearsThePainting) {
   for (const RunWindow window : kWindows) {
     RunningDesk d(window);
-    ShowLine(d.desk, 5);
+    ShowLine(d.desk.grid(), 5);
     ClickPause(d.desk);
     EXPECT_EQ(d.port.sent, Strings{"P"});
     EXPECT_EQ(d.loop.waits, std::vector<double>{0.05});
-    EXPECT_EQ(d.source.rows[5].state, RowState::Normal);
+    EXPECT_EQ(d.source.shown.rows[5].state, RowState::Normal);
     EXPECT_FALSE(d.Panel().Running);
     ExpectPictures(d.Panel(), Picture::PlayGray, Picture::PauseRed, Picture::StepGray);
     EXPECT_EQ(d.Panel().lblUpdate, kByTime);
@@ -99,9 +99,9 @@ TEST(Pause, SendsOnePWaitsAndClearsThePainting) {
 class WatchedLoop : public FakeLoop {
  public:
   using FakeLoop::FakeLoop;
-  void YieldFor(double seconds) override {
+  void WaitSecs(double seconds) override {
     if (on_wait) on_wait();
-    FakeLoop::YieldFor(seconds);
+    FakeLoop::WaitSecs(seconds);
   }
   std::function<void()> on_wait;
 };
@@ -117,14 +117,14 @@ struct WaitingDesk : RunningDesk {
 TEST(Pause, TheStatusWindowTurnsRedBehindTheWaitAndTheTerminalBeforeIt) {
   for (const RunWindow window : kWindows) {
     WaitingDesk d(window);
-    ShowLine(d.desk, 5);
+    ShowLine(d.desk.grid(), 5);
     Picture during = Picture::StepGray;
     bool painted = false;
     bool running = true;
     d.watched.on_wait = [&] {
       during = d.Panel().Pause;
       running = d.Panel().Running;
-      painted = d.source.rows[5].state == RowState::Executing;
+      painted = d.source.shown.rows[5].state == RowState::Executing;
     };
     ClickPause(d.watched_desk);
     EXPECT_EQ(during, window == RunWindow::fakeMMI ? Picture::PauseRed : Picture::PauseGray);
@@ -138,7 +138,7 @@ TEST(Pause, PressedTwiceSendsOnePAndRewritesTheLabel) {
   for (const RunWindow window : kWindows) {
     RunningDesk d(window);
     ClickPause(d.desk);
-    d.source.panel.lblUpdate = "";
+    d.source.run.panel.lblUpdate = "";
     d.run.control_changes = 0;
     ClickPause(d.desk);
     EXPECT_EQ(d.run.control_changes, 1) << "the label is seen";
@@ -175,12 +175,12 @@ TEST(Pause, OfARunThatAHaltEndsDuringItsWaitPaintsNothingMore) {
     d.boxes.setNextAnswer(Answer::No);
     d.watched.on_wait = [&] {
       d.port.Receive(Bytes({251, 0, 0, 0}));
-      ShowLine(d.desk, 9);
+      ShowLine(d.desk.grid(), 9);
       d.run.control_changes = 0;
     };
     ClickPause(d.watched_desk);
     EXPECT_EQ(d.run.control_changes, 0);
-    EXPECT_EQ(d.source.rows[9].state, RowState::Executing);
+    EXPECT_EQ(d.source.shown.rows[9].state, RowState::Executing);
   }
 }
 
@@ -202,8 +202,8 @@ TEST(Play, ResumesAPausedProgram) {
 TEST(Play, WhileRunningSendsNothingAndRewritesTheLabel) {
   for (const RunWindow window : kWindows) {
     RunningDesk d(window);
-    d.source.panel.lblUpdate = "";
-    d.source.panel.SingleStep = Picture::StepYellow;
+    d.source.run.panel.lblUpdate = "";
+    d.source.run.panel.SingleStep = Picture::StepYellow;
     ClickPlay(d.desk);
     EXPECT_TRUE(d.port.sent.empty());
     EXPECT_EQ(d.Panel().lblUpdate, ByLine(window));
@@ -322,7 +322,7 @@ TEST(Keypad, EachKeyGoesOutAtOnceAsItsOwnByteAndWithoutEcho) {
     PressKey(d.desk, row.key);
     EXPECT_EQ(d.port.sent, Strings{std::string(1, row.sent)});
     EXPECT_TRUE(d.loop.waits.empty());
-    for (const std::string& line : d.source.textline) EXPECT_EQ(line, "");
+    for (const std::string& line : d.source.display.textline) EXPECT_EQ(line, "");
     EXPECT_EQ(KeyByte(row.key), row.sent);
   }
 }
@@ -376,7 +376,7 @@ TEST(Stop, NothingThatIsStillSaidOfTheRunIsPainted) {
   for (const RunWindow window : kWindows) {
     for (const int header : {254, 236, 237, 235}) {
       RunningDesk d(window);
-      ShowLine(d.desk, 40);
+      ShowLine(d.desk.grid(), 40);
       d.Forget();
       // The window is still there while the hub takes the command in.
       d.loop.on_wait = [&] {
@@ -387,8 +387,8 @@ TEST(Stop, NothingThatIsStillSaidOfTheRunIsPainted) {
       EXPECT_TRUE(d.view.rows.empty()) << header;
       EXPECT_TRUE(d.view.scrolls.empty()) << header;
       EXPECT_EQ(d.view.counters, std::vector<std::optional<int>>{std::nullopt}) << header;
-      EXPECT_EQ(d.source.rows[40].state, RowState::Executing) << header;
-      EXPECT_EQ(d.source.rows[41].state, RowState::Normal) << header;
+      EXPECT_EQ(d.source.shown.rows[40].state, RowState::Executing) << header;
+      EXPECT_EQ(d.source.shown.rows[41].state, RowState::Normal) << header;
     }
   }
 }
@@ -443,7 +443,7 @@ TEST(Stop, TheNextRunIsOneLikeTheFirst) {
     EXPECT_EQ(d.port.AllSent(), window == RunWindow::fakeMMI ? "M" : "X");
     EXPECT_TRUE(d.Panel().Running);
     ExpectPictures(d.Panel(), Picture::PlayGreen, Picture::PauseGray, Picture::StepGray);
-    for (const std::string& line : d.source.textline) EXPECT_EQ(line, "");
+    for (const std::string& line : d.source.display.textline) EXPECT_EQ(line, "");
     d.Forget();
     d.port.Receive(LineEventOf(254, 3));
     ClickPause(d.desk);
@@ -457,7 +457,7 @@ TEST(Stop, TheNextRunIsOneLikeTheFirst) {
       PressKey(d.desk, MmiKey::enter);
       d.port.Receive("new");
       EXPECT_EQ(d.port.AllSent(), "\r");
-      EXPECT_EQ(d.source.textline[0], "new");
+      EXPECT_EQ(d.source.display.textline[0], "new");
     }
   }
 }

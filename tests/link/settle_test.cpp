@@ -9,6 +9,7 @@
 #include "link/receive.h"
 #include "link/scripted_hub.h"
 #include "link/upload.h"
+#include "support/send_program.h"
 
 namespace tavlo::testing {
 namespace {
@@ -19,7 +20,7 @@ double SecondsToStop(FakeDesk& d, const std::vector<double>& arrivals) {
     for (const double when : arrivals) d.port.Reply("x", when);
   };
   const double start = d.clock.now;
-  StopHub(d.desk);
+  StopHub(d.desk.link());
   return d.clock.now - start;
 }
 
@@ -52,7 +53,7 @@ TEST(StopHub, HandsNothingToTheReceiveEventAndLeavesItAsItWas) {
     FakeDesk d;
     d.port.threshold = before;
     d.port.on_output = [&](const std::string&) { EXPECT_EQ(d.port.RThreshold(), 0); };
-    StopHub(d.desk);
+    StopHub(d.desk.link());
     EXPECT_EQ(d.port.RThreshold(), before);
     EXPECT_EQ(d.loop.yields, 0);
   }
@@ -74,7 +75,7 @@ TEST(StopHub, EndsAtMidnightAndWhenThePortGoes) {
   FakeDesk gone;
   gone.port.on_output = [&](const std::string&) { gone.port.is_open = false; };
   const double start = gone.clock.now;
-  StopHub(gone.desk);
+  StopHub(gone.desk.link());
   EXPECT_EQ(gone.clock.now, start);
 }
 
@@ -99,7 +100,7 @@ TEST(StopHub, OpensEveryOperationBeforeTheHubIsAskedWhoItIs) {
     operation(d.desk);
     ASSERT_FALSE(asked.empty());
     EXPECT_NEAR(asked[0] - start, 0.07, 0.002);
-    EXPECT_EQ(d.source.DriveVersion, "1.38");
+    EXPECT_EQ(d.source.link.DriveVersion, "1.38");
     EXPECT_EQ(d.source.program.HubIndex, HubOcto);
     EXPECT_TRUE(d.port.AllSent().starts_with("SC"));
   }
@@ -107,11 +108,11 @@ TEST(StopHub, OpensEveryOperationBeforeTheHubIsAskedWhoItIs) {
 
 TEST(DropInput, ForgetsHalfAMessageWheneverTheBufferIsFlushed) {
   const std::vector<std::function<void(Desk&)>> flushes = {
-      [](Desk& desk) { StopHub(desk); },
-      [](Desk& desk) { static_cast<void>(SendCommand(desk, "C")); },
-      [](Desk& desk) { static_cast<void>(DownloadProg(desk, 1.38F)); },
-      [](Desk& desk) { static_cast<void>(ReadImage(desk)); },
-      [](Desk& desk) { ConfigDSPdrives(desk); },
+      [](Desk& desk) { StopHub(desk.link()); },
+      [](Desk& desk) { static_cast<void>(SendCommand(desk.link(), "C")); },
+      [](Desk& desk) { static_cast<void>(SendProgram(desk, 1.38F)); },
+      [](Desk& desk) { static_cast<void>(ReadImage(desk.link(), desk.uploading())); },
+      [](Desk& desk) { ConfigDSPdrives(desk.program(), desk.link()); },
       [](Desk& desk) { StartRun(desk, RunWindow::ExecStatus); },
       [](Desk& desk) { StartRun(desk, RunWindow::fakeMMI); },
   };
@@ -119,10 +120,10 @@ TEST(DropInput, ForgetsHalfAMessageWheneverTheBufferIsFlushed) {
     FakeDesk d;
     d.port.OnComm = [&d] { NewOnComm(d.desk); };
     d.port.Receive(Bytes({254, 0}));
-    ASSERT_TRUE(d.source.InMsg);
+    ASSERT_TRUE(d.source.link.InMsg);
     flushes[i](d.desk);
     d.port.threshold = 1;
-    d.source.Stopped = false;
+    d.source.link.Stopped = false;
     d.view.scrolls.clear();
     // Taken for the end of the old message, these would light line 6.
     d.port.Receive(Bytes({5, 0}) + Bytes({254, 1, 2, 0}));
@@ -150,7 +151,7 @@ TEST(UnknownHub, BeginsNeitherDownloadNorUploadNorRunAndLeavesTheChanges) {
               (ShownBox{"Unknown device detected on comm port.", "Unknown device", Buttons::OK, Icon::None}));
     EXPECT_EQ(d.port.AllSent().find_first_not_of("SC"), std::string::npos) << d.port.AllSent();
     EXPECT_TRUE(d.source.Changed);
-    EXPECT_FALSE(d.source.Busy);
+    EXPECT_FALSE(d.source.link.Busy);
     EXPECT_EQ(d.source.program.HubIndex, HubQuad);
   }
 }

@@ -103,7 +103,7 @@ TEST(ReadImage, GivesTheProvenBytesAndTouchesNothing) {
   d.source.Changed = true;
   const Program before = d.source.program;
   const EventsOff events(d.port);
-  const ImageReading reading = ReadImage(d.desk);
+  const ImageReading reading = ReadImage(d.desk.link(), d.desk.uploading());
   EXPECT_EQ(reading.result, UploadResult::Done);
   EXPECT_TRUE(reading.image == Image());
   EXPECT_EQ(d.port.AllSent(), "U");
@@ -117,7 +117,7 @@ TEST(ReadImage, GivesNoByteThatIsNotProven) {
     UploadDesk d;
     d.answer = (Image() + "no").substr(0, count);
     const EventsOff events(d.port);
-    const ImageReading reading = ReadImage(d.desk);
+    const ImageReading reading = ReadImage(d.desk.link(), d.desk.uploading());
     EXPECT_EQ(reading.result, count == 8194 ? UploadResult::WrongSum : UploadResult::Stopped);
     EXPECT_EQ(reading.image.size(), 0U);
     EXPECT_EQ(d.boxes.shown.size(), 1U);
@@ -162,7 +162,7 @@ TEST(UploadProg, ThePoolComesOverAsItStandsInTheHubBehindItsEndToo) {
   image.replace(20 * 32, 5, Bytes({MMI, DisplayOnly, 0, 1, 0}));
   d.answer = WithSum(image);
   const EventsOff events(d.port);
-  EXPECT_TRUE(ReadImage(d.desk).image == image);
+  EXPECT_TRUE(ReadImage(d.desk.link(), d.desk.uploading()).image == image);
   EXPECT_EQ(UploadProg(d.desk, 1.38F), UploadResult::Done);
   EXPECT_EQ(d.Line(20).Text, "behind");
 }
@@ -180,12 +180,12 @@ TEST(UploadProg, ClearsNoRecordFirst) {
 TEST(UploadProg, ShowsTheLinesTheAxesAndTheLimits) {
   UploadDesk d;
   EXPECT_EQ(UploadProg(d.desk, 1.38F), UploadResult::Done);
-  EXPECT_NE(d.source.rows[1].desc, "");
-  EXPECT_EQ(d.source.rows[1].icon, IconFor(FL, IconSet::Normal));
-  EXPECT_EQ(d.source.rows[4].icon, IconFor(MMI, IconSet::Cyan)) << "the limit's line";
-  EXPECT_EQ(d.source.rows[4].state, RowState::LimitTarget);
-  EXPECT_EQ(d.source.LimitLine, 5);
-  EXPECT_EQ(d.source.arrows.size(), 2U) << "the end of the loop and the jump";
+  EXPECT_NE(d.source.shown.rows[1].desc, "");
+  EXPECT_EQ(d.source.shown.rows[1].icon, IconFor(FL, IconSet::Normal));
+  EXPECT_EQ(d.source.shown.rows[4].icon, IconFor(MMI, IconSet::Cyan)) << "the limit's line";
+  EXPECT_EQ(d.source.shown.rows[4].state, RowState::LimitTarget);
+  EXPECT_EQ(d.source.shown.LimitLine, 5);
+  EXPECT_EQ(d.source.shown.arrows.size(), 2U) << "the end of the loop and the jump";
   EXPECT_GE(d.view.drives, 1);
   EXPECT_GE(d.view.limit, 1);
   EXPECT_GE(d.view.arrows, 1);
@@ -333,8 +333,8 @@ TEST(Upload, StopsTheHubAsksTwiceTransfersAndAsksAgain) {
   EXPECT_EQ(Upload(d.desk), UploadResult::Done);
   EXPECT_EQ(d.port.AllSent(), "SCCUC");
   EXPECT_EQ(d.source.program.HubVersion, 1.38F);
-  EXPECT_EQ(d.source.DriveVersion, "1.38");
-  EXPECT_FALSE(d.source.Busy);
+  EXPECT_EQ(d.source.link.DriveVersion, "1.38");
+  EXPECT_FALSE(d.source.link.Busy);
   EXPECT_FALSE(d.source.Changed);
 }
 
@@ -344,7 +344,7 @@ TEST(Upload, FramesTheLinesThatRunBesideAMove) {
   const auto frames = ChainFramesOf(d.source.program);
   int framed = 0;
   for (int line = 0; line < kLines; ++line) {
-    EXPECT_EQ(d.source.rows[line].frame, frames[line]);
+    EXPECT_EQ(d.source.shown.rows[line].frame, frames[line]);
     framed += frames[line] == kChainFrame ? 1 : 0;
   }
   EXPECT_GT(framed, 0);
@@ -353,19 +353,19 @@ TEST(Upload, FramesTheLinesThatRunBesideAMove) {
 TEST(Upload, IsBusyFromTheStopToTheLastQuestion) {
   UploadDesk d;
   bool always = true;
-  d.on_command = [&](const std::string&) { always = always && d.source.Busy; };
-  d.loop.on_yield = [&] { always = always && d.source.Busy; };
+  d.on_command = [&](const std::string&) { always = always && d.source.link.Busy; };
+  d.loop.on_yield = [&] { always = always && d.source.link.Busy; };
   EXPECT_EQ(Upload(d.desk), UploadResult::Done);
   EXPECT_TRUE(always);
 }
 
 TEST(Upload, KeepsOutWhileAnotherOperationRunsAndKeepsOthersOut) {
   UploadDesk d;
-  d.source.Busy = true;
+  d.source.link.Busy = true;
   EXPECT_EQ(Upload(d.desk), std::nullopt);
   EXPECT_TRUE(d.port.sent.empty());
-  EXPECT_TRUE(d.source.Busy);
-  d.source.Busy = false;
+  EXPECT_TRUE(d.source.link.Busy);
+  d.source.link.Busy = false;
   int refused = 0;
   d.loop.on_yield = [&] {
     if (refused > 0) return;
@@ -385,7 +385,7 @@ TEST(Upload, AHubThatDoesNotSayWhoItIsEndsIt) {
   EXPECT_EQ(Upload(d.desk), std::nullopt);
   EXPECT_EQ(d.port.AllSent(), "SC");
   EXPECT_EQ(d.boxes.shown.size(), 1U);
-  EXPECT_FALSE(d.source.Busy);
+  EXPECT_FALSE(d.source.link.Busy);
   EXPECT_TRUE(d.source.Changed);
   EXPECT_TRUE(d.upbox.gauges.empty());
 }
@@ -398,7 +398,7 @@ TEST(Upload, AHubThatFallsSilentBeforeItIsAskedAgainEndsIt) {
   };
   EXPECT_EQ(Upload(d.desk), std::nullopt);
   EXPECT_EQ(d.port.AllSent(), "SCC");
-  EXPECT_FALSE(d.source.Busy);
+  EXPECT_FALSE(d.source.link.Busy);
 }
 
 TEST(Upload, ShowsTheVersionOfADeviceOfUnknownModelAndAsksNothingMoreOfIt) {
@@ -406,7 +406,7 @@ TEST(Upload, ShowsTheVersionOfADeviceOfUnknownModelAndAsksNothingMoreOfIt) {
   d.identity = Bytes({5, 99});
   EXPECT_EQ(Upload(d.desk), std::nullopt);
   EXPECT_EQ(d.port.AllSent(), "SCC");
-  EXPECT_EQ(d.source.DriveVersion, "1.05");
+  EXPECT_EQ(d.source.link.DriveVersion, "1.05");
   EXPECT_EQ(d.source.program.HubIndex, HubOcto) << "as it was";
 }
 
@@ -426,7 +426,7 @@ TEST(Upload, AfterAFailureTheHubIsAskedAgainAndNothingIsBusy) {
   EXPECT_EQ(Upload(d.desk), UploadResult::WrongSum);
   EXPECT_EQ(d.port.AllSent(), "SCCUC");
   EXPECT_EQ(d.port.RThreshold(), 0) << "until the next command";
-  EXPECT_FALSE(d.source.Busy);
+  EXPECT_FALSE(d.source.link.Busy);
   EXPECT_TRUE(d.source.Changed);
 }
 

@@ -10,6 +10,7 @@
 #include "link/hub_messages.h"
 #include "link/polled.h"
 #include "link/scripted_hub.h"
+#include "support/send_program.h"
 
 namespace tavlo::testing {
 namespace {
@@ -68,20 +69,20 @@ TEST(Wire, QuestionWhoIsC) {
   EXPECT_EQ(CheckDrive(d.desk), "");
   EXPECT_EQ(d.port.AllSent(), "C");
   d.port.sent.clear();
-  EXPECT_EQ(SilentCheckDrive(d.desk), "");
+  EXPECT_EQ(SilentCheckDrive(d.desk.link()), "");
   EXPECT_EQ(d.port.AllSent(), "C");
 }
 
 TEST(Wire, QuestionWhichDrivesIsD) {
   FakeDesk d;
-  EXPECT_FALSE(AllDrivesOK(d.desk));
+  EXPECT_FALSE(AllDrivesOK(d.desk.program(), d.desk.link()));
   EXPECT_EQ(d.port.AllSent(), "D");
 }
 
 TEST(Wire, QuestionWhichRevisionsIsR) {
   FakeDesk d;
   std::array<float, kAxisSlots> revisions{};
-  ScanDrivesRV(d.desk, revisions);
+  ScanDrivesRV(d.desk.link(), HubAxes(d.desk.program()), revisions);
   EXPECT_EQ(d.port.AllSent(), "R");
 }
 
@@ -92,7 +93,7 @@ bool DrivesAnsweredBy(HubModel model, std::size_t bytes) {
   d.port.on_output = [&](const std::string& sent) {
     if (sent == "D") d.port.Reply(std::string(bytes, '\0'));
   };
-  (void)AllDrivesOK(d.desk);
+  (void)AllDrivesOK(d.desk.program(), d.desk.link());
   return d.port.AllSent() == "DR";
 }
 
@@ -101,7 +102,7 @@ bool RevisionsAnsweredBy(HubModel model, std::size_t bytes) {
   d.source.program.HubIndex = model;
   d.port.on_output = [&](const std::string&) { d.port.Reply(std::string(bytes, '1')); };
   std::array<float, kAxisSlots> revisions{};
-  ScanDrivesRV(d.desk, revisions);
+  ScanDrivesRV(d.desk.link(), HubAxes(d.desk.program()), revisions);
   return d.boxes.shown.empty();
 }
 
@@ -127,7 +128,7 @@ TEST(Wire, LengthsOfReplies) {
 TEST(Wire, ADownloadIsFThenLinesSystemAndPoolThenK) {
   FakeDesk d;
   ScriptedHub hub(d.port);
-  EXPECT_EQ(DownloadProg(d.desk, 1.0F), DownloadResult::Done);
+  EXPECT_EQ(SendProgram(d.desk, 1.0F), DownloadResult::Done);
   ASSERT_EQ(d.port.AllSent().size(), 1u + 200 + 256 + 1 + 1);
   EXPECT_EQ(d.port.sent.front(), "F");
   EXPECT_EQ(d.port.sent.back(), "K");
@@ -139,7 +140,7 @@ TEST(Wire, TheHubAcknowledgesADownloadTwoHundredAndTenTimes) {
   ScriptedHub hub(d.port);
   int places = 0;
   hub.on_place = [&](const std::string&) { ++places; };
-  EXPECT_EQ(DownloadProg(d.desk, 1.0F), DownloadResult::Done);
+  EXPECT_EQ(SendProgram(d.desk, 1.0F), DownloadResult::Done);
   // "F", the lines, each 32nd byte of the system, the pool's one block; and the sum.
   EXPECT_EQ(places, 1 + 200 + 8 + 1 + 1);
 }
@@ -173,7 +174,7 @@ TEST(Wire, AnswersToMessages) {
 TEST(Wire, AResetIsTenR) {
   FakeDesk d;
   d.port.on_output = [&](const std::string&) { d.port.Reply("Y"); };
-  ResetDrive(d.desk);
+  ResetDrive(d.desk.link(), d.desk.loop);
   EXPECT_EQ(d.port.AllSent(), "RRRRRRRRRR");
 }
 
@@ -181,7 +182,7 @@ TEST(Wire, PassthroughToTheDrives) {
   FakeDesk d;
   d.source.program.Axis.DriveModel.fill(0);
   d.source.program.Axis.DriveModel[1] = 26;
-  ConfigDSPdrives(d.desk);
+  ConfigDSPdrives(d.desk.program(), d.desk.link());
   EXPECT_EQ(d.port.AllSent(), "H2PR1\r2TD0\r2AO3\r2BO3\r2MO3\r2AI3\r2SI3\r2SA\r0HM\r");
 }
 

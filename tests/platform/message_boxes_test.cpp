@@ -32,6 +32,17 @@ TEST(HarmlessAnswers, CostNoWorkAndMoveNoMachine) {
   EXPECT_EQ(HarmlessAnswer(Buttons::OKWithoutPort), Answer::OK);
 }
 
+TEST(ABoxThatSpeaksOfALine, HasTheWindowGoThereBeforeItComesUp) {
+  Recorded boxes;
+  boxes.MsgBox({.text = "nobody goes anywhere", .line = 3});
+  std::vector<std::pair<int, std::size_t>> gone_to;
+  boxes.GoToLine = [&](int line) { gone_to.emplace_back(line, boxes.shown.size()); };
+  boxes.MsgBox({.text = "of no line"});
+  EXPECT_TRUE(gone_to.empty());
+  boxes.MsgBox({.text = "of a line", .line = 41});
+  EXPECT_EQ(gone_to, (std::vector<std::pair<int, std::size_t>>{{41, 2}}));
+}
+
 TEST(ABoxThatStands, IsNotOpenedASecondTimeAndTheSecondIsAnsweredWithoutHarm) {
   struct Case {
     Buttons buttons;

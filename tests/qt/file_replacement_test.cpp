@@ -34,10 +34,10 @@ mode_t PermissionsOf(const std::string& path) {
 TEST(ReplaceFile, AFileIsMadeAndReplacedWholeAndNothingElseStays) {
   const TempFolder folder;
   const std::string path = folder.Path("a.TVH");
-  EXPECT_EQ(ReplaceFile(path, "old and long"), std::nullopt);
-  EXPECT_EQ(ReplaceFile(path, std::string("new\0\r\n\xFF", 7)), std::nullopt);
+  EXPECT_EQ(ReplaceFile(path, "old and long").Why(), "");
+  EXPECT_EQ(ReplaceFile(path, std::string("new\0\r\n\xFF", 7)).Why(), "");
   EXPECT_EQ(folder.Read("a.TVH"), std::string("new\0\r\n\xFF", 7));
-  EXPECT_EQ(ReplaceFile(path, ""), std::nullopt);
+  EXPECT_EQ(ReplaceFile(path, "").Why(), "");
   EXPECT_EQ(folder.Read("a.TVH"), "");
   EXPECT_EQ(CountIn(folder), 1);
 }
@@ -49,12 +49,12 @@ TEST(ReplaceFile, ADiskThatIsFullAtAnyPlaceLeavesTheOldFileWhole) {
       SCOPED_TRACE(std::to_string(size) + " bytes, room for " + std::to_string(room));
       const TempFolder folder;
       folder.Write("a", "what is there");
-      std::optional<std::string> error;
+      Outcome replaced;
       {
         const FailingDisk full({.room = room});
-        error = QtFileStore().Replace(folder.Path("a"), bytes);
+        replaced = QtFileStore().Replace(folder.Path("a"), bytes);
       }
-      EXPECT_EQ(error, room < size ? std::optional<std::string>("No space left on device") : std::nullopt);
+      EXPECT_EQ(replaced.Why(), room < size ? "No space left on device" : "");
       EXPECT_TRUE(folder.Read("a") == (room < size ? "what is there" : bytes));
       EXPECT_EQ(CountIn(folder), 1);
     }
@@ -67,12 +67,12 @@ TEST(ReplaceFile, TheSizeThatTheSystemAllowsEndsTheWriteAndNotTheProgram) {
     SCOPED_TRACE(allowed);
     const TempFolder folder;
     folder.Write("a", "what is there");
-    std::optional<std::string> error;
+    Outcome replaced;
     {
       const AllowedSize limit(allowed);
-      error = QtFileStore().Replace(folder.Path("a"), bytes);
+      replaced = QtFileStore().Replace(folder.Path("a"), bytes);
     }
-    EXPECT_EQ(error, allowed < kImage ? std::optional<std::string>("File too large") : std::nullopt);
+    EXPECT_EQ(replaced.Why(), allowed < kImage ? "File too large" : "");
     EXPECT_TRUE(folder.Read("a") == (allowed < kImage ? "what is there" : bytes));
     EXPECT_EQ(CountIn(folder), 1);
   }
@@ -87,13 +87,13 @@ TEST(ReplaceFile, EachStepThatFailsLeavesTheOldFileAndSaysWhy) {
     for (const bool is_there : {true, false}) {
       const TempFolder folder;
       if (is_there) folder.Write("a", "what is there");
-      std::optional<std::string> error;
+      Outcome replaced;
       {
         const FailingDisk failing(row.faults);
-        error = QtFileStore().Replace(folder.Path("a"), std::string(kImage, 'x'));
+        replaced = QtFileStore().Replace(folder.Path("a"), std::string(kImage, 'x'));
         EXPECT_GT(FailingDisk::Failures(), 0);
       }
-      EXPECT_EQ(error, row.reason);
+      EXPECT_EQ(replaced.Why(), row.reason);
       EXPECT_EQ(folder.Read("a"), is_there ? "what is there" : "");
       EXPECT_EQ(CountIn(folder), is_there ? 1 : 0);
     }
@@ -104,7 +104,7 @@ TEST(ReplaceFile, AFileSystemWithoutASyncIsWrittenAllTheSame) {
   for (const int error : {EINVAL, ENOSYS}) {
     const TempFolder folder;
     const FailingDisk without({.sync = error});
-    EXPECT_EQ(ReplaceFile(folder.Path("a"), "new"), std::nullopt);
+    EXPECT_EQ(ReplaceFile(folder.Path("a"), "new").Why(), "");
     EXPECT_EQ(folder.Read("a"), "new");
   }
 }
@@ -114,11 +114,11 @@ TEST(ReplaceFile, AFileKeepsItsPermissionsAndANewOneHasTheUsualOnes) {
   const std::string path = folder.Write("a", "old");
   for (const mode_t mode : {0600U, 0640U, 0664U, 0755U}) {
     ASSERT_EQ(chmod(path.c_str(), mode), 0);
-    EXPECT_EQ(ReplaceFile(path, "new"), std::nullopt);
+    EXPECT_EQ(ReplaceFile(path, "new").Why(), "");
     EXPECT_EQ(PermissionsOf(path), mode);
   }
   const mode_t before = umask(0027);
-  EXPECT_EQ(ReplaceFile(folder.Path("b"), "new"), std::nullopt);
+  EXPECT_EQ(ReplaceFile(folder.Path("b"), "new").Why(), "");
   umask(before);
   EXPECT_EQ(PermissionsOf(folder.Path("b")), 0640U);
 }
@@ -129,11 +129,11 @@ TEST(ReplaceFile, ALinkIsFollowedAndStaysALink) {
   fs::create_directory(folder.Path("sub"));
   fs::create_symlink("../a", folder.Path("sub/link"));
   fs::create_symlink(folder.Path("sub/link"), folder.Path("second"));
-  EXPECT_EQ(ReplaceFile(folder.Path("second"), "new"), std::nullopt);
+  EXPECT_EQ(ReplaceFile(folder.Path("second"), "new").Why(), "");
   EXPECT_EQ(folder.Read("a"), "new");
   EXPECT_TRUE(fs::is_symlink(folder.Path("sub/link")) && fs::is_symlink(folder.Path("second")));
   fs::create_symlink("not-yet", folder.Path("early"));
-  EXPECT_EQ(ReplaceFile(folder.Path("early"), "made"), std::nullopt);
+  EXPECT_EQ(ReplaceFile(folder.Path("early"), "made").Why(), "");
   EXPECT_EQ(folder.Read("not-yet"), "made");
   EXPECT_TRUE(fs::is_symlink(folder.Path("early")));
 }
@@ -153,7 +153,7 @@ TEST(ReplaceFile, WhatCannotBeReplacedStaysAndTheReasonIsPlain) {
       {folder.Path(std::string(300, 'x')), "File name too long"},
       {"", "No such file or directory"},
       {"/dev/full", "/dev/full is not a file"}};
-  for (const auto& [path, reason] : rows) EXPECT_EQ(ReplaceFile(path, "new"), reason) << path;
+  for (const auto& [path, reason] : rows) EXPECT_EQ(ReplaceFile(path, "new").Why(), reason) << path;
   EXPECT_EQ(folder.Read("file"), "old");
   EXPECT_EQ(CountIn(folder), 4);
 }
@@ -186,8 +186,8 @@ TEST(ReplaceFile, WhatMayNotBeWrittenStays) {
   ASSERT_EQ(chmod(folder.Path().c_str(), 0777), 0);
   {
     const NotRoot somebody;
-    EXPECT_EQ(ReplaceFile(path, "new"), "Permission denied") << "the file is closed";
-    EXPECT_EQ(ReplaceFile(folder.Path("closed/a"), "new"), "Permission denied") << "its folder is";
+    EXPECT_EQ(ReplaceFile(path, "new").Why(), "Permission denied") << "the file is closed";
+    EXPECT_EQ(ReplaceFile(folder.Path("closed/a"), "new").Why(), "Permission denied") << "its folder is";
   }
   EXPECT_EQ(folder.Read("a"), "old");
   EXPECT_EQ(folder.Read("closed/a"), "old");
@@ -198,7 +198,7 @@ TEST(ReplaceFile, WhatAnEndedProcessLeftBehindIsNotInTheWay) {
   const TempFolder folder;
   const std::string left = "a.new-" + std::to_string(getpid()) + "-1";
   folder.Write(left, "half");
-  EXPECT_EQ(ReplaceFile(folder.Path("a"), "new"), std::nullopt);
+  EXPECT_EQ(ReplaceFile(folder.Path("a"), "new").Why(), "");
   EXPECT_EQ(folder.Read("a"), "new");
   EXPECT_EQ(folder.Read(left), "half");
 }

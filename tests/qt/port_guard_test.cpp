@@ -47,7 +47,7 @@ class PortGuardTest : public ::testing::Test {
     fs::create_directory(locks);
     fs::create_symlink(line.Device(), link);
   }
-  std::optional<std::string> Take() { return guard.Take(link, line.Device()); }
+  Outcome Take() { return guard.Take(link, line.Device()); }
   [[nodiscard]] std::string LockFile(const std::string& name) const { return locks + "/LCK.." + name; }
   /// The names under which the line's locks stand.
   [[nodiscard]] std::vector<std::string> LockFiles() const {
@@ -85,10 +85,10 @@ TEST_F(PortGuardTest, APortThatAnotherProgramHoldsInAnyWayIsInUseByItsName) {
         return std::string(fd >= 0 ? "holds" : "failed");
       });
       ASSERT_EQ(rival.Said(), "holds");
-      EXPECT_EQ(Take(), InUseBy(rival.Name())) << row.way << " as " << name;
+      EXPECT_EQ(Take().Why(), InUseBy(rival.Name())) << row.way << " as " << name;
       rival.End();
       line.EndExclusiveMode();
-      EXPECT_EQ(Take(), std::nullopt) << "after the end of who held it " << row.way;
+      EXPECT_EQ(Take().Why(), "") << "after the end of who held it " << row.way;
       guard.Release();
     }
   }
@@ -103,7 +103,7 @@ TEST_F(PortGuardTest, ALockOfALivingProcessIsObeyedAndStaysUnderEachNameAndInEac
                                        std::to_string(rival.Pid()) + " rival somebody\n",
                                        std::to_string(rival.Pid()) + "\nrival\nhost\n"}) {
       std::ofstream(file) << content;
-      EXPECT_EQ(Take(), InUseBy(rival.Name())) << file << ": " << content;
+      EXPECT_EQ(Take().Why(), InUseBy(rival.Name())) << file << ": " << content;
       EXPECT_EQ(ContentOf(file), content);
       fs::remove(file);
     }
@@ -112,7 +112,7 @@ TEST_F(PortGuardTest, ALockOfALivingProcessIsObeyedAndStaysUnderEachNameAndInEac
 
 TEST_F(PortGuardTest, ATextOfFourCharactersIsNotTakenForTheBytesOfANumber) {
   std::ofstream(LockFiles()[0]) << "  1\n";
-  EXPECT_EQ(Take(), InUseBy(HolderNamed(1).name + " (process 1)"));
+  EXPECT_EQ(Take().Why(), InUseBy(HolderNamed(1).name + " (process 1)"));
   EXPECT_TRUE(fs::exists(LockFiles()[0]));
 }
 
@@ -123,7 +123,7 @@ TEST_F(PortGuardTest, ALockOfAProcessThatHasEndedIsTakenOver) {
   for (const std::string& file : LockFiles()) {
     for (const std::string& content : {AsText(pid), AsBytes(pid)}) {
       std::ofstream(file) << content;
-      EXPECT_EQ(Take(), std::nullopt) << file << ": " << content;
+      EXPECT_EQ(Take().Why(), "") << file << ": " << content;
       EXPECT_FALSE(fs::exists(file));
       guard.Release();
     }
@@ -132,7 +132,7 @@ TEST_F(PortGuardTest, ALockOfAProcessThatHasEndedIsTakenOver) {
 
 TEST_F(PortGuardTest, ALockOfOurOwnNumberThatNobodyHoldsIsALeftover) {
   std::ofstream(LockFiles()[0]) << AsText(getpid());
-  EXPECT_EQ(Take(), std::nullopt);
+  EXPECT_EQ(Take().Why(), "");
 }
 
 TEST_F(PortGuardTest, ALockThatNamesNoProcessIsObeyedAndNamed) {
@@ -140,16 +140,16 @@ TEST_F(PortGuardTest, ALockThatNamesNoProcessIsObeyedAndNamed) {
        {std::string(), std::string("me"), std::string("12x\n"), std::string("-5\n"), std::string("0\n"),
         AsBytes(0), AsBytes(-7), std::string("99999999999999\n")}) {
     std::ofstream(LockFiles()[1]) << content;
-    EXPECT_EQ(Take(), link + " is in use according to " + LockFiles()[1] +
-                          "; remove that file if no program uses the port")
+    EXPECT_EQ(Take().Why(), link + " is in use according to " + LockFiles()[1] +
+                                "; remove that file if no program uses the port")
         << content;
     EXPECT_EQ(ContentOf(LockFiles()[1]), content);
   }
 }
 
 TEST_F(PortGuardTest, ItsOwnLocksNameItAndGoAtTheRelease) {
-  ASSERT_EQ(Take(), std::nullopt);
-  ASSERT_EQ(guard.Mark(), std::nullopt);
+  ASSERT_EQ(Take().Why(), "");
+  ASSERT_EQ(guard.Mark().Why(), "");
   for (const std::string& file : LockFiles()) {
     EXPECT_EQ(ContentOf(file), AsText(getpid())) << file;
     struct stat status {};
@@ -165,7 +165,7 @@ TEST_F(PortGuardTest, ItsOwnLocksGoWithTheEndOfTheProcess) {
     if (fork() == 0) {
       // Never destroyed: exit() leaves what main() has made as it is.
       static PortGuard* const own = new PortGuard(locks);
-      exit(!own->Take(link, line.Device()) && !own->Mark() && !fs::is_empty(locks) ? 0 : 1);
+      exit(own->Take(link, line.Device()) && own->Mark() && !fs::is_empty(locks) ? 0 : 1);
     }
     int status = 0;
     wait(&status);
@@ -177,22 +177,22 @@ TEST_F(PortGuardTest, ItsOwnLocksGoWithTheEndOfTheProcess) {
 
 TEST_F(PortGuardTest, AFolderThatTakesNoLockIsDoneWithout) {
   fs::remove_all(locks);
-  EXPECT_EQ(Take(), std::nullopt);
-  EXPECT_EQ(guard.Mark(), std::nullopt);
+  EXPECT_EQ(Take().Why(), "");
+  EXPECT_EQ(guard.Mark().Why(), "");
   EXPECT_FALSE(fs::exists(locks));
 }
 
 TEST_F(PortGuardTest, ALockSetMeanwhileByAnotherProgramIsObeyed) {
   HoldingProcess rival([] { return std::string("lives"); });
-  ASSERT_EQ(Take(), std::nullopt);
+  ASSERT_EQ(Take().Why(), "");
   std::ofstream(LockFiles()[1]) << AsText(rival.Pid());
-  EXPECT_EQ(guard.Mark(), InUseBy(rival.Name()));
+  EXPECT_EQ(guard.Mark().Why(), InUseBy(rival.Name()));
   EXPECT_FALSE(fs::exists(LockFiles()[0])) << "nothing of ours stays";
   EXPECT_EQ(ContentOf(LockFiles()[1]), AsText(rival.Pid()));
 }
 
 TEST_F(PortGuardTest, WhatItHasAnotherProgramCannotLock) {
-  ASSERT_EQ(Take(), std::nullopt);
+  ASSERT_EQ(Take().Why(), "");
   HoldingProcess rival([&] {
     const int fd = open(line.Device().c_str(), O_RDWR | O_NOCTTY);
     return std::string(fd >= 0 && flock(fd, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK ? "kept out"
@@ -206,14 +206,14 @@ TEST_F(PortGuardTest, TheProcessAtTheFarEndIsNoRival) {
     static Pty both_ends;
     return both_ends.Device();
   });
-  EXPECT_EQ(guard.Take(hub.Said(), hub.Said()), std::nullopt);
+  EXPECT_EQ(guard.Take(hub.Said(), hub.Said()).Why(), "");
 }
 
 TEST_F(PortGuardTest, ASecondGuardInTheSameProgramIsKeptOut) {
-  ASSERT_EQ(Take(), std::nullopt);
-  ASSERT_EQ(guard.Mark(), std::nullopt);
+  ASSERT_EQ(Take().Why(), "");
+  ASSERT_EQ(guard.Mark().Why(), "");
   PortGuard second(locks);
-  EXPECT_EQ(second.Take(link, line.Device()), InUseBy("another program"));
+  EXPECT_EQ(second.Take(link, line.Device()).Why(), InUseBy("another program"));
   EXPECT_EQ(ContentOf(LockFiles()[0]), AsText(getpid()));
 }
 
@@ -221,19 +221,19 @@ TEST_F(PortGuardTest, WhatIsNoSerialPortIsRefusedInWordsOfOurs) {
   const std::string file = folder.filePath("file").toStdString();
   std::ofstream(file) << "text";
   for (const std::string& other : {file, locks, std::string("/dev/null"), std::string("/dev/zero")}) {
-    EXPECT_EQ(guard.Take(other, other), other + " is no serial port; choose another port");
+    EXPECT_EQ(guard.Take(other, other).Why(), other + " is no serial port; choose another port");
   }
   EXPECT_EQ(ContentOf(file), "text");
   const std::string missing = folder.filePath("missing").toStdString();
-  EXPECT_EQ(guard.Take(missing, missing),
+  EXPECT_EQ(guard.Take(missing, missing).Why(),
             "there is no device " + missing + "; connect the hub or choose another port");
-  EXPECT_EQ(guard.Take(file + "/below", file + "/below"),
+  EXPECT_EQ(guard.Take(file + "/below", file + "/below").Why(),
             "there is no device " + file + "/below; connect the hub or choose another port");
 }
 
 TEST_F(PortGuardTest, KnowsItsDeviceFromAnotherOfTheSameName) {
   EXPECT_FALSE(guard.Has(line.Device()));
-  ASSERT_EQ(Take(), std::nullopt);
+  ASSERT_EQ(Take().Why(), "");
   EXPECT_TRUE(guard.Has(line.Device()));
   const Pty other;
   EXPECT_FALSE(guard.Has(other.Device()));

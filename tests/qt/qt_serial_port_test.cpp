@@ -27,8 +27,8 @@ class QtSerialPortTest : public ::testing::Test {
   void SetUp() override {
     port.CommPort(1);
     port.Settings("19200,N,8,1");
-    const auto error = port.PortOpen(true);
-    ASSERT_FALSE(error.has_value()) << *error;
+    const Outcome opened = port.PortOpen(true);
+    ASSERT_TRUE(opened) << opened.Why();
     port.OnComm = [this] {
       ++events;
       received += port.Input();
@@ -161,16 +161,15 @@ TEST_F(QtSerialPortTest, APortThatVanishedCanBeClosedAndAnotherChosen) {
   static_cast<void>(port.PortOpen(false));
   Pty other;
   QtSerialPort next([&other](int) { return other.Device(); });
-  EXPECT_FALSE(next.PortOpen(true).has_value());
+  EXPECT_TRUE(next.PortOpen(true));
   next.Output("S");
   EXPECT_EQ(other.Read(1), "S");
 }
 
 TEST_F(QtSerialPortTest, ASecondOpenOfTheSameLineIsRefusedAndSaysThatItIsInUse) {
   QtSerialPort second([this](int) { return line.Device(); });
-  const auto error = second.PortOpen(true);
-  ASSERT_TRUE(error.has_value());
-  EXPECT_EQ(*error, line.Device() + " is in use by another program; close it there first");
+  EXPECT_EQ(second.PortOpen(true).Why(),
+            line.Device() + " is in use by another program; close it there first");
   EXPECT_FALSE(second.PortOpen());
   EXPECT_TRUE(port.PortOpen());
 }
@@ -183,16 +182,18 @@ TEST_F(QtSerialPortTest, ASecondProgramOnTheSameLineIsRefusedUnderAnyNameAndTold
   for (const std::string& theirs : {line.Device(), link}) {
     HoldingProcess rival([&theirs] {
       static QtSerialPort other([&theirs](int) { return theirs; });
-      return other.PortOpen(true).value_or("open");
+      const Outcome opened = other.PortOpen(true);
+      return opened ? "open" : opened.Why();
     });
     ASSERT_EQ(rival.Said(), "open");
     for (const std::string& ours : {line.Device(), link}) {
       QtSerialPort second([&ours](int) { return ours; });
-      EXPECT_EQ(second.PortOpen(true), ours + " is in use by " + rival.Name() + "; close it there first");
+      EXPECT_EQ(second.PortOpen(true).Why(),
+                ours + " is in use by " + rival.Name() + "; close it there first");
     }
     rival.End();
     line.EndExclusiveMode();
-    EXPECT_EQ(port.PortOpen(true), std::nullopt) << "what a killed program leaves behind is no hindrance";
+    EXPECT_EQ(port.PortOpen(true).Why(), "") << "what a killed program leaves behind is no hindrance";
     static_cast<void>(port.PortOpen(false));
   }
 }
@@ -206,7 +207,7 @@ TEST_F(QtSerialPortTest, TheLockOfALivingProgramStaysHoweverOldItIs) {
     if (!(std::ofstream(file) << "      " << rival.Pid() << "\n" << std::flush)) GTEST_SKIP() << file;
     const timespec long_ago[2] = {{1000000000, 0}, {1000000000, 0}};
     ASSERT_EQ(utimensat(AT_FDCWD, file.c_str(), long_ago, 0), 0);
-    EXPECT_EQ(port.PortOpen(true),
+    EXPECT_EQ(port.PortOpen(true).Why(),
               line.Device() + " is in use by " + rival.Name() + "; close it there first");
     EXPECT_TRUE(QFile::exists(QString::fromStdString(file)));
     unlink(file.c_str());
@@ -236,7 +237,7 @@ TEST_F(QtSerialPortTest, ThePortIsLockedInEveryWayWhileItIsOpenAndInNoneAfterwar
   EXPECT_EQ(look(), (Seen{true, true, can_lock}));
   static_cast<void>(port.PortOpen(false));
   EXPECT_EQ(look(), (Seen{false, false, false}));
-  ASSERT_EQ(port.PortOpen(true), std::nullopt);
+  ASSERT_EQ(port.PortOpen(true).Why(), "");
   line.Close();
   EXPECT_TRUE(QTest::qWaitFor([this] { return losses == 1; }));
   EXPECT_FALSE(look().has_lock_files) << "a port that has gone leaves nothing behind";
@@ -250,7 +251,7 @@ TEST_F(QtSerialPortTest, NamesItsDeviceAndKnowsWhenItsNumberLeadsElsewhere) {
   QtSerialPort linked([&link](int) { return link; });
   EXPECT_EQ(linked.Device(), "");
   EXPECT_FALSE(linked.LeadsElsewhere()) << "it is closed";
-  ASSERT_EQ(linked.PortOpen(true), std::nullopt);
+  ASSERT_EQ(linked.PortOpen(true).Why(), "");
   EXPECT_EQ(linked.Device(), link);
   EXPECT_FALSE(linked.LeadsElsewhere());
   const Pty other;
@@ -259,14 +260,14 @@ TEST_F(QtSerialPortTest, NamesItsDeviceAndKnowsWhenItsNumberLeadsElsewhere) {
   ASSERT_EQ(symlink(other.Device().c_str(), link.c_str()), 0);
   EXPECT_TRUE(linked.LeadsElsewhere());
   static_cast<void>(linked.PortOpen(false));
-  ASSERT_EQ(linked.PortOpen(true), std::nullopt);
+  ASSERT_EQ(linked.PortOpen(true).Why(), "");
   EXPECT_FALSE(linked.LeadsElsewhere());
 }
 
 TEST_F(QtSerialPortTest, WhatWasSentBeforeTheOpenBelongsToNobody) {
   static_cast<void>(port.PortOpen(false));
   line.Write("old");
-  ASSERT_FALSE(port.PortOpen(true).has_value());
+  ASSERT_TRUE(port.PortOpen(true));
   QTest::qWait(50);
   EXPECT_EQ(port.Input(), "");
 }
@@ -282,7 +283,8 @@ TEST(QtSerialPort, WithNoOpenPortOutputIsRefusedQuietlyAndNothingIsThere) {
 
 TEST(QtSerialPort, AnOpenThatFailsSaysWhatToDo) {
   QtSerialPort port([](int) { return "/nowhere/comm1"; });
-  EXPECT_EQ(port.PortOpen(true), "there is no device /nowhere/comm1; connect the hub or choose another port");
+  EXPECT_EQ(port.PortOpen(true).Why(),
+            "there is no device /nowhere/comm1; connect the hub or choose another port");
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QSettings>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include "model/file_items.h"
 #include "model/program_file.h"
@@ -25,7 +26,7 @@ TEST(QtFileStore, ReadingGivesNoMoreThanAskedForAndNothingForWhatCannotBeOpened)
   const QTemporaryDir folder;
   QtFileStore files;
   const std::string path = PathIn(folder, "b");
-  ASSERT_EQ(files.Replace(path, std::string("a\0b\xFFrest", 8)), std::nullopt);
+  ASSERT_EQ(files.Replace(path, std::string("a\0b\xFFrest", 8)).Why(), "");
   EXPECT_EQ(files.Read(path, 4), std::string("a\0b\xFF", 4));
   EXPECT_EQ(files.Read(PathIn(folder, "missing"), 4), std::nullopt);
   EXPECT_EQ(files.Read(folder.path().toStdString(), 4), std::nullopt);
@@ -63,12 +64,15 @@ TEST(QtClock, CountsTheSecondsSinceMidnight) {
   EXPECT_LT(now, 86400);
 }
 
-TEST(QtEventLoop, YieldingForATimeLetsItPass) {
+TEST(QtEventLoop, WaitSecsYieldsUntilTheTimeHasPassed) {
   QtEventLoop loop;
+  bool had_a_turn = false;
+  QTimer::singleShot(0, [&had_a_turn] { had_a_turn = true; });
   QElapsedTimer taken;
   taken.start();
-  loop.YieldFor(0.05);
+  loop.WaitSecs(0.05);
   EXPECT_GE(taken.elapsed(), 49);
+  EXPECT_TRUE(had_a_turn);
 }
 
 }  // namespace

@@ -2,9 +2,9 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include <gtest/gtest.h>
 
+#include "commands/program_files.h"
 #include "model/program_file.h"
 #include "qt/qt_services.h"
-#include "session/main_window.h"
 #include "support/allowed_size.h"
 #include "support/failing_disk.h"
 #include "support/fake_desk.h"
@@ -35,13 +35,25 @@ struct SaveOnDisk : ::testing::Test {
   TempFolder folder;
   FakeDesk fake;
   QtFileStore files;
-  Desk desk{fake.source, fake.port,    fake.boxes, fake.clock,    fake.loop,    fake.beeper, fake.view,
-            fake.run,    fake.downbox, fake.upbox, fake.settings, fake.dialogs, files,       fake.loading};
+  Desk desk{.source = fake.source,
+            .Comm1 = fake.port,
+            .boxes = fake.boxes,
+            .clock = fake.clock,
+            .loop = fake.loop,
+            .beeper = fake.beeper,
+            .view = fake.view,
+            .run = fake.run,
+            .downbox = fake.downbox,
+            .upbox = fake.upbox,
+            .settings = fake.settings,
+            .dialogs = fake.dialogs,
+            .files = files,
+            .loading = fake.loading};
 };
 
 TEST_F(SaveOnDisk, ADiskThatIsFullAtAnyKilobyteLeavesTheOldProgramAndIsTold) {
   fake.Line(0).Type = FL;
-  const std::string program = WriteHubProg(fake.source.program, fake.source.OptCom);
+  const std::string program = WriteHubProg(fake.source.program, fake.source.link.OptCom);
   ASSERT_GT(program.size(), 40 * kKilobyte);
   for (std::size_t room = 0; room < program.size(); room += kKilobyte) {
     SCOPED_TRACE(room);

@@ -9,6 +9,7 @@
 #include "link/download.h"
 #include "link/upload.h"
 #include "road/faulty_line.h"
+#include "support/send_program.h"
 
 namespace tavlo::testing {
 namespace {
@@ -49,7 +50,7 @@ TEST(BlindSum, TwoChangesOfALineThatCancelPassADownload) {
     d.line.garble = [&](Way way, std::size_t first, std::string& bytes) {
       if (way == Way::ToHub && first == kFirstLine) change(bytes, bytes.find('\x11'));
     };
-    EXPECT_EQ(DownloadProg(d.road, kFirmware), DownloadResult::Done);
+    EXPECT_EQ(SendProgram(d.road, kFirmware), DownloadResult::Done);
     EXPECT_TRUE(d.boxes.shown.empty());
     EXPECT_FALSE(d.ImageInHub() == d.image);
   }
@@ -58,7 +59,7 @@ TEST(BlindSum, TwoChangesOfALineThatCancelPassADownload) {
 TEST(BlindSum, TwoChangesOfALineThatCancelPassAnUpload) {
   for (const Change change : kChanges) {
     BlindDesk d;
-    ASSERT_EQ(DownloadProg(d.road, kFirmware), DownloadResult::Done);
+    ASSERT_EQ(SendProgram(d.road, kFirmware), DownloadResult::Done);
     d.line.garble = [&](Way way, std::size_t, std::string& bytes) {
       if (way == Way::FromHub && bytes.size() == kUploadBytes) change(bytes, bytes.find('\x11'));
     };
@@ -73,9 +74,9 @@ TEST(BlindSum, OneChangeAloneIsSeen) {
   d.line.garble = [&](Way way, std::size_t first, std::string& bytes) {
     if (way == Way::ToHub && first == kFirstLine) ++bytes[bytes.find('\x11')];
   };
-  EXPECT_EQ(DownloadProg(d.road, kFirmware), DownloadResult::WrongSum);
+  EXPECT_EQ(SendProgram(d.road, kFirmware), DownloadResult::WrongSum);
   d.line.garble = nullptr;
-  ASSERT_EQ(DownloadProg(d.road, kFirmware), DownloadResult::Done);
+  ASSERT_EQ(SendProgram(d.road, kFirmware), DownloadResult::Done);
   d.line.garble = [&](Way way, std::size_t, std::string& bytes) {
     if (way == Way::FromHub && bytes.size() == kUploadBytes) ++bytes[bytes.find('\x11')];
   };
@@ -88,7 +89,7 @@ TEST(BlindSum, AZeroTooManyInATextPassesADownload) {
     if (way != Way::ToHub) return;
     if (const std::size_t at = bytes.find("text"); at != std::string::npos) bytes.insert(at, 1, '\0');
   };
-  EXPECT_EQ(DownloadProg(d.road, kFirmware), DownloadResult::Done);
+  EXPECT_EQ(SendProgram(d.road, kFirmware), DownloadResult::Done);
   EXPECT_TRUE(d.boxes.shown.empty());
   EXPECT_FALSE(d.ImageInHub() == d.image);
 }

@@ -51,7 +51,7 @@ TEST(DownloadRoad, EveryExampleStandsInTheHubByteForByteAndIsProvenByItsSum) {
     expected.MMIused = ProgHasMMI(expected);
     ExpectHubHolds(desk, expected);
     EXPECT_FALSE(desk.source.Changed);
-    EXPECT_FALSE(desk.source.Busy);
+    EXPECT_FALSE(desk.source.link.Busy);
     EXPECT_FALSE(desk.downbox.visible);
   }
 }
@@ -148,7 +148,7 @@ TEST(DownloadRoad, EachFailureOfTheHubIsToldInItsWordsAndTheNextDownloadSucceeds
     ASSERT_EQ(desk.boxes.shown.size(), 1u);
     EXPECT_EQ(desk.boxes.shown[0].text, failure.text);
     EXPECT_EQ(desk.boxes.shown[0].icon, failure.icon);
-    EXPECT_FALSE(desk.source.Busy);
+    EXPECT_FALSE(desk.source.link.Busy);
     EXPECT_FALSE(desk.downbox.visible);
     EXPECT_EQ(desk.sim.RThreshold(), 1);
 
@@ -181,7 +181,7 @@ TEST(DownloadRoad, ACableThatIsPulledEndsTheDownloadAtOnceWithItsMessage) {
         << desk.boxes.shown[0].text;
     EXPECT_LT(desk.clock.now - start, 2.5);
     EXPECT_EQ(desk.source.program.Prog, before.Prog);
-    EXPECT_FALSE(desk.source.Busy);
+    EXPECT_FALSE(desk.source.link.Busy);
   }
 }
 

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "commands/program_files.h"
 #include "hubsim/program/line_codes.h"
 #include "model/program_file.h"
 #include "programs.h"

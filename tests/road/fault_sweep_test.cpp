@@ -17,6 +17,7 @@
 #include "model/program_queries.h"
 #include "programs.h"
 #include "road/faulty_line.h"
+#include "support/send_program.h"
 
 namespace tavlo::testing {
 namespace {
@@ -144,7 +145,7 @@ class FaultSweep : public ::testing::TestWithParam<Sweep> {
     } else if (d_.ImageInHub() != image_) {
       d_.line.FreshHub();
       d_.source.program = program_;
-      ASSERT_EQ(DownloadProg(d_.road, kFirmware), DownloadResult::Done);
+      ASSERT_EQ(SendProgram(d_.road, kFirmware), DownloadResult::Done);
     }
     if (!Uploads()) {
       d_.source.program = program_;
@@ -159,7 +160,7 @@ class FaultSweep : public ::testing::TestWithParam<Sweep> {
   bool Operate() {
     if (Uploads()) return Upload(d_.road) == UploadResult::Done;
     if (ByHandler()) return Download(d_.road) == DownloadResult::Done;
-    return DownloadProg(d_.road, kFirmware) == DownloadResult::Done;
+    return SendProgram(d_.road, kFirmware) == DownloadResult::Done;
   }
 
   [[nodiscard]] bool Same(const Program& read, const Program& expected) const {
@@ -231,9 +232,9 @@ class FaultSweep : public ::testing::TestWithParam<Sweep> {
     d_.line.Start(std::nullopt);
     d_.Forget();
     if (!d_.line.PortOpen()) static_cast<void>(d_.line.PortOpen(true));
-    d_.source.ComNum = 1;
+    d_.source.link.ComNum = 1;
     d_.line.RunEventLoop(Delay() + kQuietSeconds);
-    if (d_.source.Busy || d_.downbox.visible || d_.upbox.visible) Complain(plan, "still busy");
+    if (d_.source.link.Busy || d_.downbox.visible || d_.upbox.visible) Complain(plan, "still busy");
     d_.line.Output("S");
     if (CheckDrive(d_.road) != kIdentity) {
       if (d_.line.TheHub().State() != hubsim::HubState::kPassthrough) {

@@ -45,14 +45,14 @@ class FaultyLine : public WaitingPort {
  public:
   explicit FaultyLine(FakeClock& clock) : WaitingPort(clock) { hub_.emplace(hubsim::HubOptions{}); }
 
-  [[nodiscard]] std::optional<std::string> PortOpen(bool open) override {
+  Outcome PortOpen(bool open) override {
     if (open) gone_ = false;
     is_open_ = open;
     to_hub_.clear();
     from_hub_.clear();
     buffer_.clear();
     own_read_ = 0;
-    return std::nullopt;
+    return {};
   }
   [[nodiscard]] bool PortOpen() const override { return is_open_ && !gone_; }
   [[nodiscard]] std::string Input() override {

@@ -29,7 +29,7 @@ class RunRoad : public ::testing::Test {
     return Execute(desk.road);
   }
 
-  RowState State(int line) { return desk.source.rows[line].state; }
+  RowState State(int line) { return desk.source.shown.rows[line].state; }
 
   SimDesk desk;
 };
@@ -90,7 +90,7 @@ TEST_F(RunRoad, AProgramWithPromptsOpensTheEmulator) {
   desk.Line(0).Type = MMI;
   desk.Line(0).Text = "Hello";
   DownloadNow();
-  RunWith([&] { EXPECT_TRUE(desk.source.MMIActive); });
+  RunWith([&] { EXPECT_TRUE(desk.source.display.MMIActive); });
   EXPECT_EQ(desk.run.shown, std::vector<RunWindow>{RunWindow::fakeMMI});
 }
 
@@ -106,7 +106,7 @@ TEST_F(RunRoad, ALimitHitHaltsTheRunAndYesResetsTheHubWithTenR) {
   });
   ASSERT_EQ(desk.boxes.shown.size(), 1u);
   EXPECT_EQ(desk.boxes.shown[0].title, "LIMIT");
-  EXPECT_TRUE(desk.source.Halted);
+  EXPECT_TRUE(desk.source.run.Halted);
   EXPECT_EQ(desk.run.hides, 1);
   EXPECT_NE(desk.sim.sent.find("RRRRRRRRRR"), std::string::npos);
   EXPECT_EQ(State(0), RowState::Normal);

@@ -36,7 +36,7 @@ struct TalkDesk : SimDesk {
         sim.hub, talk, [this](std::string_view command) { sim.Output(command); },
         [this](double seconds) {
           // Whoever left the hub had acknowledged its lines.
-          source.Stopped = false;
+          source.link.Stopped = false;
           sim.RunEventLoop(seconds);
         });
     boxes.shown.clear();
@@ -49,7 +49,7 @@ using Operation = std::function<void(TalkDesk&)>;
 
 void ExpectRightHub(const TalkDesk& d) {
   EXPECT_EQ(d.source.program.HubVersion, 1.4F);
-  EXPECT_EQ(d.source.DriveVersion, "1.40");
+  EXPECT_EQ(d.source.link.DriveVersion, "1.40");
   EXPECT_EQ(d.source.program.HubIndex, HubOcto);
   EXPECT_TRUE(d.boxes.shown.empty()) << d.boxes.shown[0].text;
 }

@@ -39,7 +39,7 @@ class TerminalRoad : public ::testing::Test {
     for (const char key : keys) {
       desk.sim.Output(std::string(1, key));
       Wait(0.05);
-      EXPECT_EQ(desk.source.textline, desk.sim.hub.Display()) << "the hub and the PC see the same";
+      EXPECT_EQ(desk.source.display.textline, desk.sim.hub.Display()) << "the hub and the PC see the same";
     }
   }
 
@@ -49,14 +49,16 @@ class TerminalRoad : public ::testing::Test {
 TEST_F(TerminalRoad, ATextIsShownAsTheOperatorWroteIt) {
   // As the editor stores it: each row filled up to its 20 columns.
   Prompt(0, WaitEnter, "Close the clamp     and press ENTER");
-  RunWith([&] { EXPECT_EQ(desk.source.textline, (Rows{"Close the clamp", "and press ENTER", "", ""})); });
+  RunWith([&] {
+    EXPECT_EQ(desk.source.display.textline, (Rows{"Close the clamp", "and press ENTER", "", ""}));
+  });
 }
 
 TEST_F(TerminalRoad, AFullDisplayFitsToTheLastColumn) {
   Prompt(0, WaitEnter,
          std::string(20, '1') + std::string(20, '2') + std::string(20, '3') + std::string(20, '4'));
   RunWith([&] {
-    EXPECT_EQ(desk.source.textline,
+    EXPECT_EQ(desk.source.display.textline,
               (Rows{std::string(20, '1'), std::string(20, '2'), std::string(20, '3'), std::string(20, '4')}));
   });
 }
@@ -70,9 +72,9 @@ TEST_F(TerminalRoad, AnEnteredDistanceReachesTheNextMove) {
   const double per_unit = desk.source.program.Axis.StepsPerUnit[0];
   RunWith([&] {
     Press("99\r");
-    EXPECT_EQ(desk.source.textline, (Rows{"Length:", "", "", "1 to 50"}));
+    EXPECT_EQ(desk.source.display.textline, (Rows{"Length:", "", "", "1 to 50"}));
     Press("13\b.5");
-    EXPECT_EQ(desk.source.textline, (Rows{"Length:", "", "", "1.5"}));
+    EXPECT_EQ(desk.source.display.textline, (Rows{"Length:", "", "", "1.5"}));
     Press("\r");
     Wait(60);
     EXPECT_EQ(desk.sim.hub.Axis(0).position_steps, 1.5 * per_unit);
@@ -95,15 +97,15 @@ TEST_F(TerminalRoad, AMenuAQuestionAndACountLeadTheProgram) {
   Prompt(9, BranchYesNo, "Again?").LineNum = 0;
   RunWith([&] {
     Press("31");
-    EXPECT_EQ(desk.source.textline[0], "Pieces:");
+    EXPECT_EQ(desk.source.display.textline[0], "Pieces:");
     Press("2\r");
-    EXPECT_EQ(desk.source.textline[3], "Count 2");
+    EXPECT_EQ(desk.source.display.textline[3], "Count 2");
     Wait(1);
-    EXPECT_EQ(desk.source.textline[3], "Count 1");
+    EXPECT_EQ(desk.source.display.textline[3], "Count 1");
     Wait(1);
-    EXPECT_EQ(desk.source.textline, (Rows{"Again?", "", "", ""}));
+    EXPECT_EQ(desk.source.display.textline, (Rows{"Again?", "", "", ""}));
     Press("+");
-    EXPECT_EQ(desk.source.textline[0], "1 run  2 end");
+    EXPECT_EQ(desk.source.display.textline[0], "1 run  2 end");
   });
 }
 
@@ -132,9 +134,9 @@ TEST_F(TerminalRoad, ALongKnobTextIsWhole) {
   desk.Line(0).Text = "Turn the wheel, then press ENTER";
   Prompt(1, WaitEnter, "Done");
   RunWith([&] {
-    EXPECT_EQ(desk.source.textline, (Rows{"Turn the wheel, then", " press ENTER", "", ""}));
+    EXPECT_EQ(desk.source.display.textline, (Rows{"Turn the wheel, then", " press ENTER", "", ""}));
     Press("\r");
-    EXPECT_EQ(desk.source.textline, (Rows{"Done", "", "", ""}));
+    EXPECT_EQ(desk.source.display.textline, (Rows{"Done", "", "", ""}));
   });
 }
 

@@ -11,6 +11,7 @@
 #include "link/upload.h"
 #include "model/program_queries.h"
 #include "programs.h"
+#include "support/send_program.h"
 #include "support/sim_desk.h"
 
 namespace tavlo::testing {
@@ -35,10 +36,10 @@ struct UploadRoad : SimDesk {
     source.program = program;
     EXPECT_FALSE(CheckDrive(road).empty());
     source.program.MMIused = ProgHasMMI(program);
-    EXPECT_EQ(DownloadProg(road, source.program.HubVersion), DownloadResult::Done);
+    EXPECT_EQ(SendProgram(road, source.program.HubVersion), DownloadResult::Done);
     sent = source.program;
     InitSession(source);
-    source.ComNum = 1;
+    source.link.ComNum = 1;
     source.Changed = true;
     EXPECT_TRUE(boxes.shown.empty());
   }
@@ -85,7 +86,7 @@ TEST(UploadRoad, EveryExampleComesBackFromTheHubThatItWasSentTo) {
       EXPECT_EQ(d.source.program.Prog[line].Type, example.program.Prog[line].Type) << "line " << line + 1;
     }
     EXPECT_FALSE(d.source.Changed);
-    EXPECT_FALSE(d.source.Busy);
+    EXPECT_FALSE(d.source.link.Busy);
     EXPECT_FALSE(d.upbox.visible);
   }
 }
@@ -123,7 +124,7 @@ TEST(UploadRoad, AFailureIsToldLeavesTheProgramAndTheNextUploadWorks) {
     EXPECT_EQ(d.boxes.shown[0].text, c.text);
     ExpectSame(d.source.program, before);
     EXPECT_TRUE(d.source.Changed);
-    EXPECT_FALSE(d.source.Busy);
+    EXPECT_FALSE(d.source.link.Busy);
     EXPECT_FALSE(d.upbox.visible);
     d.Fail("none");
     EXPECT_EQ(Upload(d.road), UploadResult::Done);
@@ -138,7 +139,7 @@ TEST(UploadRoad, AHubThatIsSilentFromTheStartEndsItBeforeTheTransfer) {
   EXPECT_EQ(Upload(d.road), std::nullopt);
   ASSERT_EQ(d.boxes.shown.size(), 1U);
   EXPECT_TRUE(d.upbox.gauges.empty());
-  EXPECT_FALSE(d.source.Busy);
+  EXPECT_FALSE(d.source.link.Busy);
 }
 
 TEST(UploadRoad, ACableThatComesOffInTheMiddleEndsItWithTheProgramAsItWas) {
@@ -157,11 +158,11 @@ TEST(UploadRoad, ACableThatComesOffInTheMiddleEndsItWithTheProgramAsItWas) {
         << d.boxes.shown[0].text;
     ExpectSame(d.source.program, before);
     EXPECT_LT(d.clock.now - start, 8.0);
-    EXPECT_FALSE(d.source.Busy);
+    EXPECT_FALSE(d.source.link.Busy);
     EXPECT_FALSE(d.upbox.visible);
     d.Fail("none");
     d.sim.hub.Replug();
-    d.source.ComNum = 1;
+    d.source.link.ComNum = 1;
     EXPECT_EQ(Upload(d.road), UploadResult::Done);
   }
 }

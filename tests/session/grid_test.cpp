@@ -15,25 +15,25 @@ namespace {
 using testing::FakeDesk;
 
 std::string_view IconOf(const FakeDesk& fake, int line) {
-  return IconName(fake.source.rows[static_cast<std::size_t>(line)].icon);
+  return IconName(fake.source.shown.rows[static_cast<std::size_t>(line)].icon);
 }
 RowState StateOf(const FakeDesk& fake, int line) {
-  return fake.source.rows[static_cast<std::size_t>(line)].state;
+  return fake.source.shown.rows[static_cast<std::size_t>(line)].state;
 }
 
 /// The desk whose hub branches to operator's line 5 on a limit.
 void BranchTo5(FakeDesk& fake) {
   fake.source.program.LimitList = BranchToLine;
   fake.source.program.LimitBranch = 5;
-  fake.source.LimitLine = 5;
+  fake.source.shown.LimitLine = 5;
 }
 
 TEST(Row, ShowDescWritesTheTextAndTellsTheView) {
   FakeDesk fake;
   fake.Line(7).Type = ER;
   fake.view.rows.clear();
-  ShowDesc(fake.desk, 7);
-  EXPECT_EQ(fake.source.rows[7].desc, "End Repeat Loop");
+  ShowDesc(fake.desk.grid(), 7);
+  EXPECT_EQ(fake.source.shown.rows[7].desc, "End Repeat Loop");
   EXPECT_EQ(StateOf(fake, 7), RowState::Normal);
   EXPECT_TRUE(std::ranges::count(fake.view.rows, 7) > 0);
 }
@@ -41,21 +41,21 @@ TEST(Row, ShowDescWritesTheTextAndTellsTheView) {
 TEST(Row, ShowDescOnAnEmptyLineGivesAnEmptyRowAndTheRowOfTheLimitBranchStillTurnsPaleCyan) {
   FakeDesk fake;
   BranchTo5(fake);
-  fake.source.rows[4].desc = "old";
-  ShowDesc(fake.desk, 4);
-  EXPECT_EQ(fake.source.rows[4].desc, "");
+  fake.source.shown.rows[4].desc = "old";
+  ShowDesc(fake.desk.grid(), 4);
+  EXPECT_EQ(fake.source.shown.rows[4].desc, "");
   EXPECT_EQ(StateOf(fake, 4), RowState::LimitTarget);
-  ShowDesc(fake.desk, 5);
+  ShowDesc(fake.desk.grid(), 5);
   EXPECT_EQ(StateOf(fake, 5), RowState::Normal);
 }
 
 TEST(Row, ATypeWithoutATextLeavesTheRowsTextAsItWas) {
   FakeDesk fake;
   for (const int type : {18, 26, 32, 500}) {
-    fake.source.rows[3].desc = "as it was";
+    fake.source.shown.rows[3].desc = "as it was";
     fake.Line(3).Type = static_cast<std::int16_t>(type);
-    ShowDesc(fake.desk, 3);
-    EXPECT_EQ(fake.source.rows[3].desc, "as it was") << type;
+    ShowDesc(fake.desk.grid(), 3);
+    EXPECT_EQ(fake.source.shown.rows[3].desc, "as it was") << type;
   }
 }
 
@@ -67,8 +67,8 @@ TEST(Row, TheBackgroundIsPaleCyanWhereLimitListIsAt1AndTheLineIsTheBranchTarget)
     for (const int line : {0, 3, 4, 5, 199}) {
       const RowState expected = action == 1 && line == 4 ? RowState::LimitTarget : RowState::Normal;
       EXPECT_EQ(RestState(fake.source.program, line), expected);
-      fake.source.rows[static_cast<std::size_t>(line)].state = RowState::Executing;
-      RestoreDesc(fake.desk, line);
+      fake.source.shown.rows[static_cast<std::size_t>(line)].state = RowState::Executing;
+      RestoreDesc(fake.desk.grid(), line);
       EXPECT_EQ(StateOf(fake, line), expected);
     }
   }
@@ -77,10 +77,10 @@ TEST(Row, TheBackgroundIsPaleCyanWhereLimitListIsAt1AndTheLineIsTheBranchTarget)
 TEST(Row, SetIconTakesTheCyanSetForTheBranchTarget) {
   FakeDesk fake;
   fake.Line(4).Type = CL;
-  SetIcon(fake.desk, 4);
+  SetIcon(fake.desk.grid(), 4);
   EXPECT_EQ(IconOf(fake, 4), "CLicon");
   BranchTo5(fake);
-  SetIcon(fake.desk, 4);
+  SetIcon(fake.desk.grid(), 4);
   EXPECT_EQ(IconOf(fake, 4), "cCLicon");
 }
 
@@ -88,7 +88,7 @@ TEST(Row, ALinePickedForChangeShowsThePickedIconOnWhite) {
   FakeDesk fake;
   BranchTo5(fake);
   fake.Line(4).Type = WT;
-  ShowPicked(fake.desk, 4);
+  ShowPicked(fake.desk.grid(), 4);
   EXPECT_EQ(StateOf(fake, 4), RowState::Picked);
   EXPECT_EQ(IconOf(fake, 4), "iWTicon");
 }
@@ -96,7 +96,7 @@ TEST(Row, ALinePickedForChangeShowsThePickedIconOnWhite) {
 TEST(Run, ShowLinePaintsTheLineYellowAndScrolls) {
   FakeDesk fake;
   fake.Line(10).Type = SO;
-  ShowLine(fake.desk, 10);
+  ShowLine(fake.desk.grid(), 10);
   EXPECT_EQ(StateOf(fake, 10), RowState::Executing);
   EXPECT_EQ(IconOf(fake, 10), "ySOicon");
   EXPECT_EQ(fake.view.scrolls, std::vector{10});
@@ -105,7 +105,7 @@ TEST(Run, ShowLinePaintsTheLineYellowAndScrolls) {
 TEST(Run, ShowRedLinePaintsTheLinePaleRedAndScrolls) {
   FakeDesk fake;
   fake.Line(199).Type = FLSO;
-  ShowRedLine(fake.desk, 199);
+  ShowRedLine(fake.desk.grid(), 199);
   EXPECT_EQ(StateOf(fake, 199), RowState::WentOn);
   EXPECT_EQ(IconOf(fake, 199), "RFLSOicon");
   EXPECT_EQ(fake.view.scrolls, std::vector{199});
@@ -116,9 +116,9 @@ TEST(Run, HideYelLinePutsTheLineToRestWithoutScrolling) {
   BranchTo5(fake);
   for (const int line : {4, 9}) {
     fake.Line(line).Type = GT;
-    ShowLine(fake.desk, line);
+    ShowLine(fake.desk.grid(), line);
     fake.view.scrolls.clear();
-    HideYelLine(fake.desk, line);
+    HideYelLine(fake.desk.grid(), line);
     EXPECT_EQ(StateOf(fake, line), line == 4 ? RowState::LimitTarget : RowState::Normal);
     EXPECT_EQ(IconOf(fake, line), line == 4 ? "cGTicon" : "GotoIcon");
     EXPECT_TRUE(fake.view.scrolls.empty());
@@ -130,11 +130,11 @@ TEST(Run, ACallOrReturnLineTurnsIntoAMoveIconWhileItExecutes) {
   fake.Line(0).Type = CL;
   fake.Line(1).Type = RT;
   for (const int line : {0, 1}) {
-    ShowLine(fake.desk, line);
+    ShowLine(fake.desk.grid(), line);
     EXPECT_EQ(IconOf(fake, line), "ymoveicon");
-    ShowRedLine(fake.desk, line);
+    ShowRedLine(fake.desk.grid(), line);
     EXPECT_EQ(IconOf(fake, line), "rMoveIcon");
-    HideYelLine(fake.desk, line);
+    HideYelLine(fake.desk.grid(), line);
     EXPECT_EQ(IconOf(fake, line), line == 0 ? "CLicon" : "RTicon");
   }
 }
@@ -143,9 +143,9 @@ TEST(Run, ALineOutsideTheProgramPaintsNothing) {
   FakeDesk fake;
   fake.view.rows.clear();
   for (const int line : {-1, 200, 201, 255, 2047, 100000, -100000}) {
-    ShowLine(fake.desk, line);
-    ShowRedLine(fake.desk, line);
-    HideYelLine(fake.desk, line);
+    ShowLine(fake.desk.grid(), line);
+    ShowRedLine(fake.desk.grid(), line);
+    HideYelLine(fake.desk.grid(), line);
   }
   EXPECT_TRUE(fake.view.rows.empty());
   EXPECT_TRUE(fake.view.scrolls.empty());
@@ -155,9 +155,9 @@ TEST(Run, ARunTimeMessagePaintsOneLineOnly) {
   FakeDesk fake;
   fake.view.rows.clear();
   fake.view.all_rows = 0;
-  ShowLine(fake.desk, 3);
-  ShowRedLine(fake.desk, 3);
-  HideYelLine(fake.desk, 3);
+  ShowLine(fake.desk.grid(), 3);
+  ShowRedLine(fake.desk.grid(), 3);
+  HideYelLine(fake.desk.grid(), 3);
   EXPECT_EQ(fake.view.all_rows, 0);
   for (const int line : fake.view.rows) EXPECT_EQ(line, 3);
 }
@@ -167,9 +167,9 @@ TEST(Run, ClearAnimationPutsAll200LinesToRest) {
   BranchTo5(fake);
   for (int line = 0; line < kLines; ++line) {
     fake.Line(line).Type = WT;
-    ShowLine(fake.desk, line);
+    ShowLine(fake.desk.grid(), line);
   }
-  ClearAnimation(fake.desk);
+  ClearAnimation(fake.desk.grid());
   for (int line = 0; line < kLines; ++line) {
     EXPECT_EQ(StateOf(fake, line), line == 4 ? RowState::LimitTarget : RowState::Normal);
     EXPECT_EQ(IconOf(fake, line), line == 4 ? "cWTicon" : "WaitTimeIcon");
@@ -181,14 +181,14 @@ TEST(Grid, DrawArrowsFillsArrowsAndLabels) {
   fake.Line(0).Type = CL;
   fake.Line(0).LineNum = 50;
   fake.view.arrows = 0;
-  DrawArrows(fake.desk);
-  EXPECT_EQ(fake.source.arrows, ArrowsOf(fake.source.program));
-  EXPECT_EQ(fake.source.rows[50].label, LabelColour::Red);
+  DrawArrows(fake.desk.grid());
+  EXPECT_EQ(fake.source.shown.arrows, ArrowsOf(fake.source.program));
+  EXPECT_EQ(fake.source.shown.rows[50].label, LabelColour::Red);
   EXPECT_GT(fake.view.arrows, 0);
   fake.Line(0).Type = NO;
-  DrawArrows(fake.desk);
-  EXPECT_TRUE(fake.source.arrows.empty());
-  EXPECT_EQ(fake.source.rows[50].label, LabelColour::Plain);
+  DrawArrows(fake.desk.grid());
+  EXPECT_TRUE(fake.source.shown.arrows.empty());
+  EXPECT_EQ(fake.source.shown.rows[50].label, LabelColour::Plain);
 }
 
 TEST(Grid, MarkChainsWritesAFrameOnlyIfItDiffers) {
@@ -197,14 +197,14 @@ TEST(Grid, MarkChainsWritesAFrameOnlyIfItDiffers) {
   fake.Line(0).Proceed = true;
   fake.Line(1).Type = WT;
   fake.Line(2).Type = GT;
-  MarkChains(fake.desk);
-  EXPECT_EQ(fake.source.rows[0].frame, kPlainFrame);
-  EXPECT_EQ(fake.source.rows[1].frame, kChainFrame);
-  EXPECT_EQ(fake.source.rows[2].frame, kPlainFrame);
+  MarkChains(fake.desk.grid());
+  EXPECT_EQ(fake.source.shown.rows[0].frame, kPlainFrame);
+  EXPECT_EQ(fake.source.shown.rows[1].frame, kChainFrame);
+  EXPECT_EQ(fake.source.shown.rows[2].frame, kPlainFrame);
   EXPECT_FALSE(fake.Line(1).WaitThis);
   fake.view.rows.clear();
   fake.view.all_rows = 0;
-  MarkChains(fake.desk);
+  MarkChains(fake.desk.grid());
   EXPECT_TRUE(fake.view.rows.empty());
   EXPECT_EQ(fake.view.all_rows, 0);
 }

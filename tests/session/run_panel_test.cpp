@@ -55,24 +55,24 @@ struct Panel : FakeDesk {
     source.program.Axis.DriveModel.fill(0);
     source.program.Axis.DriveModel[axis] = static_cast<std::int16_t>(model);
     source.program.Axis.LimitKind[axis] = static_cast<std::int16_t>(limit_kind);
-    source.DriveRev.fill(0);
-    source.DriveRev[axis] = revision;
+    source.link.DriveRev.fill(0);
+    source.link.DriveRev[axis] = revision;
     run.active = RunWindow::ExecStatus;
     for (int a = 0; a < kAxes; ++a) {
-      source.panel.INlo[a].fill(kUntouched);
-      source.panel.INX[a].fill(kUntouched);
-      source.panel.OUTlo[a].fill(kUntouched);
-      source.panel.OUTY[a].fill(kUntouched);
+      source.run.panel.INlo[a].fill(kUntouched);
+      source.run.panel.INX[a].fill(kUntouched);
+      source.run.panel.OUTlo[a].fill(kUntouched);
+      source.run.panel.OUTY[a].fill(kUntouched);
     }
   }
-  [[nodiscard]] Led At(LedRow row, int bit) const { return source.panel.At(row, axis_, bit); }
+  [[nodiscard]] Led At(LedRow row, int bit) const { return source.run.panel.At(row, axis_, bit); }
   /// Nothing but this axis has been painted.
   [[nodiscard]] bool OthersUntouched() const {
     for (int a = 0; a < kAxes; ++a) {
       if (a == axis_) continue;
       for (const LedRow row : kLedRows) {
         for (int bit = 0; bit < LedsOf(row); ++bit) {
-          if (source.panel.At(row, a, bit) != kUntouched) return false;
+          if (source.run.panel.At(row, a, bit) != kUntouched) return false;
         }
       }
     }
@@ -105,7 +105,7 @@ TEST(ShowStatus, PaintsTheInputsOfEveryModel) {
     for (int kind = 0; kind <= kNotUsed; ++kind) {
       for (const int inputs : kPatterns) {
         Panel d(5, model, kind);
-        ShowStatus(d.desk, 5, inputs, kAllOff);
+        ShowStatus(d.desk.lights(), 5, inputs, kAllOff);
         for (int bit = 0; bit < kMainInputs; ++bit) {
           const Led light = Light(inputs, bit, RedLED(d.source.program, bit, 5));
           const bool has_x = bit < kXInputs;
@@ -145,7 +145,7 @@ TEST(ShowStatus, PaintsTheOutputsOfEveryModel) {
     for (const float revision : {kOld, kNew, 1.89F}) {
       for (const int outputs : kPatterns) {
         Panel d(0, model, 0, revision);
-        ShowStatus(d.desk, 0, kAllOff, outputs);
+        ShowStatus(d.desk.lights(), 0, kAllOff, outputs);
         ExpectOutputs(d, model, revision, outputs);
       }
     }
@@ -157,7 +157,7 @@ TEST(ShowOutStatus, PaintsTheSameOutputsAndNoInput) {
     for (const float revision : {kOld, kNew}) {
       for (const int outputs : kPatterns) {
         Panel d(7, model, 0, revision);
-        ShowOutStatus(d.desk, 7, outputs);
+        ShowOutStatus(d.desk.lights(), 7, outputs);
         ExpectOutputs(d, model, revision, outputs);
         for (int bit = 0; bit < kMainInputs; ++bit) EXPECT_EQ(d.At(LedRow::INlo, bit), Panel::kUntouched);
         for (int bit = 0; bit < kXInputs; ++bit) EXPECT_EQ(d.At(LedRow::INX, bit), Panel::kUntouched);
@@ -174,7 +174,7 @@ TEST(ShowXStatus, PaintsTheXInputsOfEveryModelThatReportsThem) {
       for (const float revision : {kOld, kNew}) {
         for (const int inputs : kPatterns) {
           Panel d(2, model, kind, revision);
-          ShowXStatus(d.desk, 2, inputs);
+          ShowXStatus(d.desk.lights(), 2, inputs);
           const bool reports = Cut(model) || In(model, kPelmar) || revision >= kNew;
           for (int bit = 0; bit < kXInputs; ++bit) {
             const bool red = (bit == 5 || bit == 6) && kind != kNotUsed && !In(model, kZenuDCOx);
@@ -193,14 +193,14 @@ TEST(ShowXStatus, PaintsTheXInputsOfEveryModelThatReportsThem) {
 
 TEST(ShowXStatus, ADriveBelow153ThatIsNotPlainOrProgIsUnknownOnAllXInputs) {
   Panel d(1, 11, 0, kOld);
-  ShowXStatus(d.desk, 1, 0);
+  ShowXStatus(d.desk.lights(), 1, 0);
   for (int bit = 0; bit < kXInputs; ++bit) EXPECT_EQ(d.At(LedRow::INX, bit), Led::Unknown) << bit;
 }
 
 TEST(ShowXStatus, APelmarDriveIsNeverUnknown) {
   for (const int model : kPelmar) {
     Panel d(1, model, 0, 0);
-    ShowXStatus(d.desk, 1, 0);
+    ShowXStatus(d.desk.lights(), 1, 0);
     for (int bit = 0; bit < kXInputs; ++bit) EXPECT_NE(d.At(LedRow::INX, bit), Led::Unknown) << model;
   }
 }
@@ -208,7 +208,7 @@ TEST(ShowXStatus, APelmarDriveIsNeverUnknown) {
 TEST(ShowStatus, AllBitsSetShowsAllLightsOff) {
   for (int model = 0; model <= kModels; ++model) {
     Panel d(0, model);
-    ShowStatus(d.desk, 0, kAllOff, kAllOff);
+    ShowStatus(d.desk.lights(), 0, kAllOff, kAllOff);
     for (const LedRow row : kLedRows) {
       for (int bit = 0; bit < LedsOf(row); ++bit) {
         EXPECT_NE(d.At(row, bit), Led::Green) << model;
@@ -220,10 +220,10 @@ TEST(ShowStatus, AllBitsSetShowsAllLightsOff) {
 
 TEST(ShowStatus, LimitSwitchesThatAreNotUsedAreGreen) {
   Panel d(0, 1, kNotUsed);
-  ShowStatus(d.desk, 0, 0, kAllOff);
+  ShowStatus(d.desk.lights(), 0, 0, kAllOff);
   EXPECT_EQ(d.At(LedRow::INlo, 6), Led::Green);
   EXPECT_EQ(d.At(LedRow::INlo, 7), Led::Green);
-  ShowStatus(d.desk, 0, kAllOff, kAllOff);
+  ShowStatus(d.desk.lights(), 0, kAllOff, kAllOff);
   EXPECT_EQ(d.At(LedRow::INlo, 6), Led::GreenOff);
   EXPECT_EQ(d.At(LedRow::INlo, 7), Led::GreenOff);
 }
@@ -236,20 +236,20 @@ TEST(MakeLimitsRed, StandsOnTheMainInputsOrOnTheLastXInputs) {
         d.source.program.HubIndex = hub;
         d.source.program.Axis.DriveModel.fill(static_cast<std::int16_t>(model));
         d.source.program.Axis.LimitKind.fill(static_cast<std::int16_t>(kind));
-        MakeLimitsRed(d.source.panel, d.source.program);
+        MakeLimitsRed(d.source.run.panel, d.source.program);
         const bool among_x = In(model, kPlain, kZenuAC, kProg, kProgNet, kPlainNet, kPelmar);
         for (int axis = 0; axis < kAxes; ++axis) {
           const bool drive = axis < (hub == HubQuad ? 4 : 8);
           for (int bit = 0; bit < kMainInputs; ++bit) {
             const bool red = drive && !among_x && bit >= 6;
-            EXPECT_EQ(d.source.panel.INlo[axis][bit], red ? Led::RedOff : Led::GreenOff) << model;
+            EXPECT_EQ(d.source.run.panel.INlo[axis][bit], red ? Led::RedOff : Led::GreenOff) << model;
           }
           for (int bit = 0; bit < kXInputs; ++bit) {
             const bool red = drive && among_x && bit >= 5;
-            EXPECT_EQ(d.source.panel.INX[axis][bit], red ? Led::RedOff : Led::GreenOff) << model;
+            EXPECT_EQ(d.source.run.panel.INX[axis][bit], red ? Led::RedOff : Led::GreenOff) << model;
           }
-          for (const Led led : d.source.panel.OUTlo[axis]) EXPECT_EQ(led, Led::GreenOff);
-          for (const Led led : d.source.panel.OUTY[axis]) EXPECT_EQ(led, Led::GreenOff);
+          for (const Led led : d.source.run.panel.OUTlo[axis]) EXPECT_EQ(led, Led::GreenOff);
+          for (const Led led : d.source.run.panel.OUTY[axis]) EXPECT_EQ(led, Led::GreenOff);
         }
       }
     }
@@ -326,12 +326,12 @@ TEST(HubColumn, ShowsTheHubsOwnInputsAndOutputsWhateverModelIsLeftInItsSlot) {
       d.source.program.HubIndex = HubQuad;
       for (int bit = 0; bit < 4; ++bit) {
         const int only_this = kAllOff & ~(1 << bit);
-        ShowStatus(d.desk, kHubQuadIO, only_this, only_this);
+        ShowStatus(d.desk.lights(), kHubQuadIO, only_this, only_this);
         for (int i = 0; i < 4; ++i) {
           EXPECT_EQ(d.At(LedRow::INlo, i), Light(only_this, i, false)) << model << ' ' << i;
           EXPECT_EQ(d.At(LedRow::OUTlo, i), Light(only_this, i, false)) << model << ' ' << i;
         }
-        ShowOutStatus(d.desk, kHubQuadIO, ~only_this);
+        ShowOutStatus(d.desk.lights(), kHubQuadIO, ~only_this);
         for (int i = 0; i < 4; ++i) EXPECT_EQ(d.At(LedRow::OUTlo, i), Light(~only_this, i, false)) << model;
       }
       for (int bit = 0; bit < kMainInputs; ++bit)
@@ -377,11 +377,12 @@ TEST(LedName, SaysWhatTheLightIsAndShows) {
 
 TEST(RunPanel, OfANewSessionShowsNothingOnAndNoRun) {
   const Source source;
-  EXPECT_FALSE(source.panel.Running);
-  EXPECT_EQ(source.panel.Play, Picture::PlayGray);
+  EXPECT_FALSE(source.run.panel.Running);
+  EXPECT_EQ(source.run.panel.Play, Picture::PlayGray);
   for (const LedRow row : kLedRows) {
     for (int axis = 0; axis < kAxes; ++axis) {
-      for (int bit = 0; bit < LedsOf(row); ++bit) EXPECT_EQ(source.panel.At(row, axis, bit), Led::GreenOff);
+      for (int bit = 0; bit < LedsOf(row); ++bit)
+        EXPECT_EQ(source.run.panel.At(row, axis, bit), Led::GreenOff);
     }
   }
 }

@@ -7,7 +7,7 @@ link lists of CMake, and packaging/tidy takes from it which folders are the core
 """
 
 # On the standard library alone.
-CORE = ["platform", "model", "motion", "codegen", "text", "session", "checks", "link"]
+CORE = ["platform", "model", "motion", "codegen", "text", "session", "checks", "link", "commands"]
 
 # A folder of src/ and those that it leans on directly; on what these lean it may lean too. What is deeper down in src/
 # belongs to the nearest folder that has a row.
@@ -20,12 +20,13 @@ LEANS_ON = {
     "session": ["text"],
     "checks": ["session"],
     "link": ["checks", "codegen"],
+    "commands": ["session"],
     "qt": ["platform"],
     "qt/gui": ["platform"],
     "widgets": ["session", "qt/gui"],
-    "windows": ["link", "widgets"],
+    "windows": ["link", "commands", "widgets"],
     "composer": ["windows", "qt"],
-    "cli": ["link", "qt"],
+    "cli": ["link", "commands", "qt"],
     # The simulated hub has its own reading of the bytes, so that a program that runs on it proves something.
     "hubsim": [],
 }

@@ -13,7 +13,7 @@
 
 #include "platform/comm_devices.h"
 #include "session/desk.h"
-#include "session/main_window.h"
+#include "session/source.h"
 
 namespace tavlo::testing {
 
@@ -32,15 +32,16 @@ class FakePort : public SerialPort {
   void CommPort(int value) override { number = value; }
   [[nodiscard]] int CommPort() const override { return number; }
   void Settings(std::string_view parameters) override { settings = parameters; }
-  [[nodiscard]] std::optional<std::string> PortOpen(bool open) override {
+  Outcome PortOpen(bool open) override {
     log.push_back((open ? "open " : "close ") + std::to_string(number));
     if (!open) {
       is_open = false;
-      return std::nullopt;
+      return {};
     }
-    if (const auto found = open_errors.find(number); found != open_errors.end()) return found->second;
+    if (const auto found = open_errors.find(number); found != open_errors.end())
+      return Outcome::Failed(found->second);
     is_open = true;
-    return std::nullopt;
+    return {};
   }
   [[nodiscard]] bool PortOpen() const override { return is_open; }
   [[nodiscard]] bool LeadsElsewhere() const override { return leads_elsewhere; }
@@ -131,6 +132,7 @@ class FakeBoxes : public MessageBoxes {
     told.push_back(box.tells);
     shown.push_back(box);
     shown.back().tells = Tells::Other;
+    shown.back().line.reset();
     if (on_box) on_box(box);
     if (!answers.empty()) {
       const Answer answer = answers.front();
@@ -148,7 +150,7 @@ class FakeLoop : public EventLoop {
     ++yields;
     if (on_yield) on_yield();
   }
-  void YieldFor(double seconds) override {
+  void WaitSecs(double seconds) override {
     waits.push_back(seconds);
     clock_.now += seconds;
     if (on_wait) on_wait();
@@ -196,10 +198,10 @@ class FakeDialogs : public FileDialogs {
 /// Files in memory; a write can be made to fail after so many bytes.
 class FakeFiles : public FileStore {
  public:
-  std::optional<std::string> Replace(const std::string& path, std::string_view bytes) override {
-    if (bytes.size() > room) return "No space left on device";
+  Outcome Replace(const std::string& path, std::string_view bytes) override {
+    if (bytes.size() > room) return Outcome::Failed("No space left on device");
     files[path] = bytes;
-    return std::nullopt;
+    return {};
   }
   std::optional<std::string> Read(const std::string& path, std::size_t limit) override {
     const auto found = files.find(path);
@@ -331,8 +333,9 @@ class FakeTerminal : public TerminalView {
 struct FakeDesk {
   FakeDesk() {
     InitSession(source);
-    source.ComNum = 1;
-    source.OptCom = 0;
+    source.link.ComNum = 1;
+    source.link.OptCom = 0;
+    boxes.GoToLine = [this](int line) { view.GoTo(line); };
   }
   FakeDesk(const FakeDesk&) = delete;
   FakeDesk& operator=(const FakeDesk&) = delete;

@@ -30,9 +30,9 @@ class SimPort : public WaitingPort {
         to_hub_(timing.paced, 0),
         from_hub_(timing.paced, timing.latency_s) {}
 
-  [[nodiscard]] std::optional<std::string> PortOpen(bool open) override {
+  Outcome PortOpen(bool open) override {
     is_open_ = open;
-    return std::nullopt;
+    return {};
   }
   [[nodiscard]] bool PortOpen() const override { return is_open_ && !hub.Unplugged(); }
   void Output(std::string_view bytes) override {
@@ -79,8 +79,20 @@ struct SimDesk : FakeDesk {
   }
 
   SimPort sim;
-  Desk road{source, sim,     boxes, clock,    loop,    beeper, view,
-            run,    downbox, upbox, settings, dialogs, files,  loading};
+  Desk road{.source = source,
+            .Comm1 = sim,
+            .boxes = boxes,
+            .clock = clock,
+            .loop = loop,
+            .beeper = beeper,
+            .view = view,
+            .run = run,
+            .downbox = downbox,
+            .upbox = upbox,
+            .settings = settings,
+            .dialogs = dialogs,
+            .files = files,
+            .loading = loading};
 };
 
 }  // namespace tavlo::testing

@@ -92,7 +92,7 @@ TEST(CommOption, APressThroughTheAccessibilityInterfaceChoosesThePortAsAClickDoe
     const auto choose = [&](int comm) { by_press ? session.Press(comm) : session.Click(comm); };
     choose(3);
     EXPECT_EQ(session.fakes.port.log, (std::vector<std::string>{"close 1", "open 3"}));
-    EXPECT_EQ(session.Session().ComNum, 3);
+    EXPECT_EQ(session.Session().link.ComNum, 3);
     EXPECT_TRUE(session.Option(3).isChecked());
     session.fakes.port.open_errors[5] = "busy";
     choose(5);
@@ -135,7 +135,7 @@ TEST(CommOption, APressDoesNoMoreThanAClickCouldAtThatMoment) {
   EXPECT_TRUE(session.Option(1).isChecked());
   box.close();
   session.Press(3);
-  EXPECT_EQ(session.Session().ComNum, 3);
+  EXPECT_EQ(session.Session().link.ComNum, 3);
 }
 
 TEST(CommOption, AScreenReaderMeetsARadioButtonWithItsMarkAndItsKey) {

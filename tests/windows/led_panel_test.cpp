@@ -127,9 +127,9 @@ TEST(LedPanel, AScreenReaderFindsEachLightAsATextOfItsName) {
 TEST(LedPanel, AStatusWithoutAWindowPaintsNothing) {
   RunSession session;
   session.WhileRunning(RunWindow::ExecStatus, [&] { session.Click("ExecStatus", "btnStop"); });
-  const RunPanel before = session.Session().panel;
+  const RunPanel before = session.Session().run.panel;
   session.fakes.port.Receive(Status(241, 0, 0));
-  EXPECT_EQ(session.Session().panel.INlo, before.INlo);
+  EXPECT_EQ(session.Session().run.panel.INlo, before.INlo);
   EXPECT_EQ(session.Find<LedPanel>("ExecStatus", "LedPanel").Light(LedRow::INlo, 0, 0)->Shown(),
             Led::GreenOff);
 }

@@ -51,7 +51,7 @@ TEST(LongForm, ComesUpAsTold) {
   EXPECT_FALSE(session.Find<QWidget>("ProgCounter")->isVisible());
   EXPECT_TRUE(session.Pane().hasFocus());
   EXPECT_FALSE(session.Session().Changed);
-  EXPECT_EQ(session.Session().LimitLine, 1);
+  EXPECT_EQ(session.Session().shown.LimitLine, 1);
   const int room = session.Main().screen()->availableSize().width();
   EXPECT_LT(room, 1000) << "the screen of the tests is a narrow one";
   EXPECT_GT(session.Main().width(), room - 40);
@@ -77,15 +77,15 @@ TEST(LongForm, ComesUpWithoutAnyPortAndEditsAllTheSame) {
         << i;
   }
   session.Lines().Prog[0].Type = GT;
-  ShowDesc(session.Handlers(), 0);
-  EXPECT_EQ(session.Session().rows[0].desc, "Go to line 1");
+  ShowDesc(session.Handlers().grid(), 0);
+  EXPECT_EQ(session.Session().shown.rows[0].desc, "Go to line 1");
 }
 
 TEST(LongForm, ChoosingAPortOpensItAndARefusedOneGoesBack) {
   RunningSession session;
   Click(session, "OptCom2");
   EXPECT_EQ(session.fakes.port.number, 3);
-  EXPECT_EQ(session.Session().ComNum, 3);
+  EXPECT_EQ(session.Session().link.ComNum, 3);
   session.fakes.port.open_errors[5] = "busy";
   Click(session, "OptCom4");
   ASSERT_EQ(session.fakes.boxes.shown.size(), 1u);
@@ -102,7 +102,7 @@ TEST(LongForm, APortThatVanishesIsToldOnceAndNoneIsOnThen) {
   EXPECT_FALSE(session.Find<QRadioButton>("OptCom0")->isChecked());
   Click(session, "OptCom0");
   EXPECT_TRUE(session.Find<QRadioButton>("OptCom0")->isChecked());
-  EXPECT_EQ(session.Session().ComNum, 1);
+  EXPECT_EQ(session.Session().link.ComNum, 1);
 }
 
 TEST(LongForm, WhatBelongsToLaterWindowsIsDisabledAndSaysWhatItWillDo) {
@@ -221,12 +221,12 @@ TEST(LongForm, TheLimitBranchIsOpenOnlyForTheBranchAndColoursItsLine) {
   actions->setCurrentIndex(1);
   EXPECT_TRUE(branch->isEnabled());
   EXPECT_EQ(branch->palette().color(QPalette::Base), QColor(170, 255, 255));
-  EXPECT_EQ(session.Session().rows[0].state, RowState::LimitTarget);
-  EXPECT_EQ(session.Session().rows[0].icon.set, IconSet::Cyan);
+  EXPECT_EQ(session.Session().shown.rows[0].state, RowState::LimitTarget);
+  EXPECT_EQ(session.Session().shown.rows[0].icon.set, IconSet::Cyan);
   actions->setCurrentIndex(2);
   EXPECT_FALSE(branch->isEnabled());
   EXPECT_EQ(branch->palette().color(QPalette::Base), QColor(Qt::white));
-  EXPECT_EQ(session.Session().rows[0].state, RowState::Normal);
+  EXPECT_EQ(session.Session().shown.rows[0].state, RowState::Normal);
 }
 
 TEST(LongForm, LeavingTheLimitBranchCleansItAndMovesTheColour) {
@@ -244,10 +244,10 @@ TEST(LongForm, LeavingTheLimitBranchCleansItAndMovesTheColour) {
     branch->setText(QLatin1String(entry.typed));
     session.Pane().setFocus();
     EXPECT_EQ(branch->text(), QLatin1String(entry.shown)) << entry.typed;
-    EXPECT_EQ(session.Session().LimitLine, entry.line);
-    EXPECT_EQ(session.Session().rows[entry.line - 1].state, RowState::LimitTarget);
+    EXPECT_EQ(session.Session().shown.LimitLine, entry.line);
+    EXPECT_EQ(session.Session().shown.rows[entry.line - 1].state, RowState::LimitTarget);
   }
-  EXPECT_EQ(session.Session().rows[11].state, RowState::Normal);
+  EXPECT_EQ(session.Session().shown.rows[11].state, RowState::Normal);
 }
 
 TEST(LongForm, EnteringTheLimitBranchSelectsItsText) {

@@ -251,7 +251,7 @@ TEST_P(LookOfAllWindows, NumbersTextsIconsAndFramesOfRowsStandOut) {
       const QRect icon = geometry.Icon(line);
       const QRect text = geometry.Desc(line).adjusted(3, 3, -3, -3);
       EXPECT_GE(PaintedIn(picture, geometry.Label(line)).contrast, kTextContrast) << "number of row " << line;
-      const bool empty = pane.Session().rows[line].desc.empty();
+      const bool empty = pane.Session().shown.rows[line].desc.empty();
       EXPECT_TRUE(empty || PaintedIn(picture, text).contrast >= kTextContrast) << "text of row " << line;
       EXPECT_GE(PaintedIn(picture, icon.adjusted(4, 4, -4, -4)).contrast, kSymbolContrast) << "icon " << line;
       // Across the frame, from its outer edge into the tile.

@@ -180,7 +180,7 @@ TEST(MmiForm, OfAFloodOfTextTheNewestIsShownAndAllOfItKept) {
     session.fakes.port.Receive("\x1bY# " + std::string(100000, 'x') + "newest");
     EXPECT_EQ(Line(session, 3).size(), 1000);
     EXPECT_TRUE(Line(session, 3).endsWith(QStringLiteral("xnewest")));
-    EXPECT_EQ(session.Session().textline[3].size(), 100006u);
+    EXPECT_EQ(session.Session().display.textline[3].size(), 100006u);
     session.Click("fakeMMI", "btnStop");
   });
 }

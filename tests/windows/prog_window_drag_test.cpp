@@ -48,7 +48,7 @@ TEST(ProgWindowDrag, ADragOntoAnEmptyLineCopiesWithoutAQuestion) {
   Drag(session, 2, IconPoint(session, 7));
   EXPECT_TRUE(session.fakes.boxes.shown.empty());
   EXPECT_EQ(session.Lines().Prog[7].Type, GT);
-  EXPECT_EQ(session.Session().rows[7].desc, "Go to line 5");
+  EXPECT_EQ(session.Session().shown.rows[7].desc, "Go to line 5");
   EXPECT_TRUE(session.Session().Changed);
   EXPECT_EQ(session.Pane().CurrentRow(), 7);
 }

@@ -153,7 +153,7 @@ TEST(AccessiblePress, OfAListUnderAModalBoxChangesNothingAndTheListShowsAgainWha
   EXPECT_EQ(models->currentIndex(), 0);
   EXPECT_EQ(session.Lines().LimitList, HaltProgram);
   EXPECT_EQ(actions->currentIndex(), 0);
-  EXPECT_EQ(session.Session().ComNum, 1);
+  EXPECT_EQ(session.Session().link.ComNum, 1);
   EXPECT_FALSE(port->isChecked());
   EXPECT_FALSE(session.Session().Changed);
 }

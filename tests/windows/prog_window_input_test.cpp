@@ -70,7 +70,7 @@ TEST(ProgWindowInput, AClickWithoutEditorsOnlyMakesTheRowCurrent) {
   QTest::mouseClick(&session.Pane(), Qt::LeftButton, Qt::NoModifier, IconPoint(session, 6));
   EXPECT_EQ(session.Pane().CurrentRow(), 6);
   EXPECT_EQ(session.Session().CurLine, 6);
-  EXPECT_EQ(session.Session().rows[6].state, RowState::Normal);
+  EXPECT_EQ(session.Session().shown.rows[6].state, RowState::Normal);
   EXPECT_TRUE(session.fakes.boxes.shown.empty());
   QTest::mouseClick(&session.Pane(), Qt::LeftButton, Qt::NoModifier,
                     session.Pane().Geometry().Desc(9).center());
@@ -101,8 +101,8 @@ TEST(ProgWindowInput, AClickThatEndsBesideTheIconDoesNothing) {
 
 TEST(ProgWindowInput, TheToolTipOfAnIconNamesItsLine) {
   RunningSession session;
-  session.Session().rows[1].desc = "short";
-  session.Session().rows[2].desc = std::string(300, 'm');
+  session.Session().shown.rows[1].desc = "short";
+  session.Session().shown.rows[2].desc = std::string(300, 'm');
   ProgWindow& pane = session.Pane();
   const auto tip = [&pane](QPoint point) {
     QToolTip::hideText();
@@ -119,8 +119,8 @@ TEST(ProgWindowInput, EveryRowIsAThingOfItsOwnForAScreenReader) {
   RunningSession session;
   session.Lines().Prog[2].Type = GT;
   session.Lines().Prog[2].LineNum = 0;
-  ShowAllDescs(session.Handlers());
-  ShowLine(session.Handlers(), 2);
+  ShowAllDescs(session.Handlers().grid());
+  ShowLine(session.Handlers().grid(), 2);
   QAccessibleInterface* pane = QAccessible::queryAccessibleInterface(&session.Pane());
   ASSERT_NE(pane, nullptr);
   EXPECT_EQ(pane->text(QAccessible::Name), QStringLiteral("Program lines"));

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "session/grid.h"
-#include "session/main_window.h"
+#include "session/source.h"
 #include "windows/window_session.h"
 
 namespace tavlo::testing {
@@ -53,7 +53,7 @@ TEST(ProgWindowPaint, EveryStateHasItsExactBackground) {
                                    {RowState::WentOn, {255, 192, 192}},
                                    {RowState::Picked, {255, 255, 255}}};
   for (const Case& row : cases) {
-    session.Session().rows[3].state = row.state;
+    session.Session().shown.rows[3].state = row.state;
     session.Main().RowChanged(3);
     EXPECT_EQ(BackgroundAt(session.Painted(), session.Pane(), 3), row.background)
         << static_cast<int>(row.state);
@@ -69,7 +69,7 @@ TEST(ProgWindowPaint, TextIsDarkOnItsBackgroundInADarkPaletteToo) {
   QApplication::setPalette(dark);
   {
     RunningSession session;
-    session.Session().rows[4].desc = "Go to line 7";
+    session.Session().shown.rows[4].desc = "Go to line 7";
     session.Main().RowChanged(4);
     const QImage image = session.Painted();
     const QRect desc = session.Pane().Geometry().Desc(4);
@@ -122,7 +122,7 @@ TEST(ProgWindowPaint, ALineBeyondTheTablePaintsNothingAndIsAcknowledged) {
 TEST(ProgWindowPaint, ASecondOfLineEventsAtTheWiresSpeedIsPaintedAndAcknowledgedWithinIt) {
   RunningSession session;
   for (int line = 0; line < kLines; ++line) session.Lines().Prog[line].Type = FL;
-  ShowAllDescs(session.Handlers());
+  ShowAllDescs(session.Handlers().grid());
   session.Settle();
   PaintLog paints(session.Pane());
   QElapsedTimer timer;
@@ -143,8 +143,8 @@ TEST(ProgWindowPaint, AFrameIsThickOnlyInAStretchThatRunsWhileAMoveGoesOn) {
   session.Lines().Prog[0].Proceed = true;
   session.Lines().Prog[1].Type = WT;
   session.Lines().Prog[2].Type = GT;
-  MarkChains(session.Handlers());
-  ShowAllDescs(session.Handlers());
+  MarkChains(session.Handlers().grid());
+  ShowAllDescs(session.Handlers().grid());
   const QImage image = session.Painted();
   const auto dark_from_the_left = [&](int line) {
     const QRect icon = session.Pane().Geometry().Icon(line);
@@ -161,10 +161,11 @@ TEST(ProgWindowPaint, ArrowsAndTheColoursOfTheNumbersFollowTheProgram) {
   RunningSession session;
   session.Lines().Prog[2].Type = CL;
   session.Lines().Prog[2].LineNum = 8;
-  DrawArrows(session.Handlers());
+  DrawArrows(session.Handlers().grid());
   const QImage image = session.Painted();
   const RowGeometry& geometry = session.Pane().Geometry();
-  const int x = geometry.ZoneLeft() + static_cast<int>(ArrowZone::LaneX(session.Session().arrows.at(0)));
+  const int x =
+      geometry.ZoneLeft() + static_cast<int>(ArrowZone::LaneX(session.Session().shown.arrows.at(0)));
   EXPECT_EQ(image.pixelColor(x, geometry.Middle(5)), ArrowColours()[0]);
   bool red = false;
   const QRect label = geometry.Label(8);
@@ -194,9 +195,9 @@ TEST(ProgWindowPaint, ManyConnectionsStayInTheirZone) {
     session.Lines().Prog[line].Type = GT;
     session.Lines().Prog[line].LineNum = static_cast<std::int16_t>((line * 7) % kLines);
   }
-  DrawArrows(session.Handlers());
-  ASSERT_EQ(session.Session().arrows.size(), 200u);
-  for (const Arrow& arrow : session.Session().arrows) {
+  DrawArrows(session.Handlers().grid());
+  ASSERT_EQ(session.Session().shown.arrows.size(), 200u);
+  for (const Arrow& arrow : session.Session().shown.arrows) {
     EXPECT_GE(ArrowZone::LaneX(arrow), 4);
     EXPECT_LT(ArrowZone::LaneX(arrow), RowGeometry::kZoneWidth);
   }
@@ -207,7 +208,7 @@ TEST(ProgWindowPaint, APromptLosesItsLastCharactersUntilItFits) {
   Source source;
   InitSession(source);
   source.program.Prog[0].Type = MMI;
-  source.rows[0].desc = "MMI: \"" + std::string(500, 'w') + "\"";
+  source.shown.rows[0].desc = "MMI: \"" + std::string(500, 'w') + "\"";
   const QFontMetrics font(QApplication::font());
   RowTexts texts;
   const QString prompt = texts.Shown(source, 0, 300, font);
@@ -220,8 +221,8 @@ TEST(ProgWindowPaint, AnyOtherTextThatDoesNotFitEndsInAnEllipsis) {
   Source source;
   InitSession(source);
   source.program.Prog[0].Type = CM;
-  source.rows[0].desc = std::string(500, 'w');
-  source.rows[1].desc = "Go to line 7";
+  source.shown.rows[0].desc = std::string(500, 'w');
+  source.shown.rows[1].desc = "Go to line 7";
   const QFontMetrics font(QApplication::font());
   RowTexts texts;
   const QString cut = texts.Shown(source, 0, 300, font);
@@ -236,7 +237,7 @@ TEST(ProgWindowPaint, ATextOfMegabytesIsShownWithoutMeasuringIt) {
   Source source;
   InitSession(source);
   source.program.Prog[0].Type = MMI;
-  source.rows[0].desc = std::string(8u << 20, 'i');
+  source.shown.rows[0].desc = std::string(8u << 20, 'i');
   RowTexts texts;
   QElapsedTimer timer;
   timer.start();
@@ -247,7 +248,7 @@ TEST(ProgWindowPaint, ATextOfMegabytesIsShownWithoutMeasuringIt) {
 TEST(ProgWindowPaint, ADoubledAmpersandShowsOnceAndControlsAsBlanks) {
   Source source;
   InitSession(source);
-  source.rows[0].desc = "Cut && eject\n\x01\xe9";
+  source.shown.rows[0].desc = "Cut && eject\n\x01\xe9";
   RowTexts texts;
   EXPECT_EQ(texts.Shown(source, 0, 300, QFontMetrics(QApplication::font())),
             QString::fromLatin1("Cut & eject  \xe9"));

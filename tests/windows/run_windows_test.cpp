@@ -242,7 +242,7 @@ TEST(RunWindows, ASecondRunStartsAfreshInTheSameWindow) {
     session.WhileRunning(RunWindow::fakeMMI, [&] {
       session.Settle();
       EXPECT_EQ(session.Find<QLabel>("fakeMMI", "textline0").text(), "");
-      EXPECT_EQ(session.Session().panel.Play, Picture::PlayGreen);
+      EXPECT_EQ(session.Session().run.panel.Play, Picture::PlayGreen);
       session.fakes.port.Receive("old text");
       session.Settle();
       EXPECT_EQ(session.Find<QLabel>("fakeMMI", "textline0").text(), "old text");
@@ -301,18 +301,18 @@ TEST(RunWindows, OnlyTheGridCanBeUsedMeanwhileAndTheWindowStays) {
 TEST(RunWindows, LosingTheFocusClearsTheRowsAndGettingItBackStartsNothing) {
   RunSession session;
   session.WhileRunning(RunWindow::ExecStatus, [&] {
-    ShowLine(session.Handlers(), 4);
+    ShowLine(session.Handlers().grid(), 4);
     QEvent left(QEvent::WindowDeactivate);
     QApplication::sendEvent(&session.Form("ExecStatus"), &left);
-    EXPECT_EQ(session.Session().rows[4].state, RowState::Normal);
+    EXPECT_EQ(session.Session().shown.rows[4].state, RowState::Normal);
     EXPECT_EQ(session.Handlers().run.Active(), RunWindow::ExecStatus);
     QEvent back(QEvent::WindowActivate);
     QApplication::sendEvent(&session.Form("ExecStatus"), &back);
-    ShowLine(session.Handlers(), 5);
+    ShowLine(session.Handlers().grid(), 5);
     session.Click("ExecStatus", "btnStop");
   });
   EXPECT_EQ(session.fakes.port.AllSent(), "XS");
-  EXPECT_EQ(session.Session().rows[5].state, RowState::Normal);
+  EXPECT_EQ(session.Session().shown.rows[5].state, RowState::Normal);
 }
 
 TEST(RunWindows, AHaltTakesTheWindowAwayBeforeItAsks) {
@@ -337,7 +337,7 @@ TEST(RunWindows, MessagesInsideABoxArePaintedWhileItStands) {
   session.fakes.boxes.on_box = [&](const ShownBox&) {
     session.fakes.boxes.on_box = nullptr;
     session.fakes.port.Receive(LineMessage(254, 7));
-    EXPECT_EQ(session.Session().rows[7].state, RowState::Executing);
+    EXPECT_EQ(session.Session().shown.rows[7].state, RowState::Executing);
   };
   session.WhileRunning(RunWindow::ExecStatus, [&] {
     session.fakes.port.Receive({static_cast<char>(240), 2, 0, 0});
@@ -355,7 +355,7 @@ TEST(RunWindows, AGreetingInMidRunClosesTheWindow) {
     session.fakes.port.Receive({static_cast<char>(255), 38, 8, 0});
   });
   EXPECT_EQ(session.fakes.port.AllSent(), "M*0");
-  EXPECT_FALSE(session.Session().MMIActive);
+  EXPECT_FALSE(session.Session().display.MMIActive);
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "session/grid.h"
-#include "session/main_window.h"
 #include "windows/window_walk.h"
 
 // What a screen reader meets.
@@ -43,11 +42,11 @@ TEST(SpokenRows, SayWhatElseIsToBeSeen) {
   session.Lines().Prog[1].Type = WT;
   session.Lines().Prog[2].Type = CL;
   session.Lines().Prog[2].LineNum = 5;
-  MarkChains(session.Handlers());
-  DrawArrows(session.Handlers());
+  MarkChains(session.Handlers().grid());
+  DrawArrows(session.Handlers().grid());
   EXPECT_EQ(Description(session, 1), "thick frame: runs while an axis moves");
   EXPECT_EQ(Description(session, 5), "number in red: target of a call");
-  session.Session().rows[7].label = LabelColour::Blue;
+  session.Session().shown.rows[7].label = LabelColour::Blue;
   EXPECT_EQ(Description(session, 7), "number in blue: target of a menu");
   session.Main().ProgCounter(5);
   EXPECT_EQ(Description(session, 5), "program counter; number in red: target of a call");
@@ -61,7 +60,7 @@ TEST(SpokenRows, SayWhatElseIsToBeSeen) {
 TEST(SpokenRows, AreToldOneByOneWhenAllOfThemChanged) {
   RunningSession session;
   Ears ears(session.Pane());
-  for (int line = 0; line < 3; ++line) session.Session().rows[line].desc = "Go to line 9";
+  for (int line = 0; line < 3; ++line) session.Session().shown.rows[line].desc = "Go to line 9";
   session.Main().AllRowsChanged();
   EXPECT_EQ(ears.Heard(), (Ears::Told{{QAccessible::NameChanged, 0},
                                       {QAccessible::NameChanged, 1},
@@ -78,12 +77,12 @@ TEST(SpokenRows, TellWhenTheMarkerTheFrameOrTheColourOfTheNumberChanges) {
   session.Main().ProgCounter(4);
   EXPECT_EQ(ears.Heard(),
             (Ears::Told{{QAccessible::DescriptionChanged, 3}, {QAccessible::DescriptionChanged, 4}}));
-  session.Session().rows[9].frame = kChainFrame;
+  session.Session().shown.rows[9].frame = kChainFrame;
   session.Main().RowChanged(9);
   EXPECT_EQ(ears.Heard(), (Ears::Told{{QAccessible::DescriptionChanged, 9}}));
   session.Lines().Prog[2].Type = CL;
   session.Lines().Prog[2].LineNum = 5;
-  DrawArrows(session.Handlers());
+  DrawArrows(session.Handlers().grid());
   EXPECT_EQ(ears.Heard(), (Ears::Told{{QAccessible::DescriptionChanged, 5}}));
 }
 

@@ -19,8 +19,8 @@ QWidget* TopLevel(const char* name) {
 class WatchingLoop : public FakeLoop {
  public:
   using FakeLoop::FakeLoop;
-  void YieldFor(double seconds) override {
-    FakeLoop::YieldFor(seconds);
+  void WaitSecs(double seconds) override {
+    FakeLoop::WaitSecs(seconds);
     if (on_wait) on_wait();
   }
   std::function<void()> on_wait;
@@ -75,7 +75,7 @@ TEST(StartUp, APortIsLookedForBehindTheSplashOnceTheListsAreFilled) {
             "Error opening the last comm port that was used by the Hub Composer (Comm 5):  Is it plugged "
             "in?.  Will "
             "try Comm 1.");
-  EXPECT_EQ(session.Session().ComNum, 1);
+  EXPECT_EQ(session.Session().link.ComNum, 1);
 }
 
 TEST(StartUp, AGreetingDuringTheSearchForAPortLeavesNoMarkOnTheNewProgram) {

@@ -12,7 +12,7 @@ namespace tavlo::testing {
 namespace {
 
 struct TerminalSession : RunSession {
-  TerminalSession() { Session().DriveVersion = "1.38"; }
+  TerminalSession() { Session().link.DriveVersion = "1.38"; }
   /// Opens the terminal by its key and does this while it stands.
   void InTerminal(const std::function<void()>& meanwhile) {
     const auto open = [this] {
@@ -54,7 +54,7 @@ TEST(VoxTerm, SendsTheCommandWithItsLineEndAndLogsItWithout) {
   });
   EXPECT_TRUE(opened);
   EXPECT_EQ(session.fakes.port.AllSent(), "H1RV\r\n0HM\r");
-  EXPECT_FALSE(session.Session().TermActive);
+  EXPECT_FALSE(session.Session().VOXterm.TermActive);
 }
 
 TEST(VoxTerm, AnEnterThatWasPressedElsewhereSendsNothing) {
@@ -85,7 +85,7 @@ TEST(VoxTerm, AnotherWindowEndsThePassthroughAndComingBackStartsIt) {
   session.InTerminal([&] {
     session.Leave(QEvent::WindowDeactivate);
     EXPECT_EQ(session.fakes.port.AllSent(), "H0HM\r");
-    EXPECT_FALSE(session.Session().TermActive);
+    EXPECT_FALSE(session.Session().VOXterm.TermActive);
     session.Leave(QEvent::WindowDeactivate);
     session.Leave(QEvent::WindowActivate);
     session.Leave(QEvent::WindowActivate);
@@ -98,13 +98,13 @@ TEST(VoxTerm, AnotherWindowEndsThePassthroughAndComingBackStartsIt) {
 TEST(VoxTerm, OpensOnlyForAHubThatPassesThrough) {
   for (const char* version : {"?", "1.18", "1.05", "0.00"}) {
     TerminalSession session;
-    session.Session().DriveVersion = version;
+    session.Session().link.DriveVersion = version;
     QTest::keyClick(&session.Main(), Qt::Key_T, Qt::ControlModifier);
     EXPECT_EQ(session.fakes.port.AllSent(), "") << version;
   }
   for (const char* version : {"1.19", "2.27"}) {
     TerminalSession session;
-    session.Session().DriveVersion = version;
+    session.Session().link.DriveVersion = version;
     session.InTerminal([&] { session.Close(); });
     EXPECT_EQ(session.fakes.port.AllSent(), "H0HM\r") << version;
   }
@@ -112,7 +112,7 @@ TEST(VoxTerm, OpensOnlyForAHubThatPassesThrough) {
 
 TEST(VoxTerm, DoesNotOpenWhileAProgramRunsOrIsSent) {
   TerminalSession session;
-  session.Session().Busy = true;
+  session.Session().link.Busy = true;
   QTest::keyClick(&session.Main(), Qt::Key_T, Qt::ControlModifier);
   EXPECT_EQ(session.fakes.port.AllSent(), "");
 }
@@ -184,7 +184,7 @@ TEST(VoxTerm, MessagesOfTheHubAreShownAndNotObeyed) {
     EXPECT_EQ(session.fakes.beeper.beeps, 1);
     session.Close();
   });
-  EXPECT_EQ(session.Session().rows[3].state, RowState::Normal);
+  EXPECT_EQ(session.Session().shown.rows[3].state, RowState::Normal);
 }
 
 }  // namespace

@@ -40,7 +40,7 @@ TEST(WindowAccessibility, NoTopLevelWindowIsAnythingElse) {
   RunSession session;
   StartForm splash;
   EXPECT_EQ(RoleOf(splash), QAccessible::Window);
-  session.Session().DriveVersion = "1.38";
+  session.Session().link.DriveVersion = "1.38";
   QTimer::singleShot(0, &session.Main(), [&] {
     QTimer::singleShot(0, &session.Main(), [&] {
       EXPECT_EQ(RoleOf(session.Form("ServoFault")), QAccessible::Dialog);

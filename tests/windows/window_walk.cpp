@@ -4,9 +4,9 @@
 
 #include <QPlainTextEdit>
 
+#include "commands/hub_choices.h"
 #include "link/execution.h"
 #include "session/grid.h"
-#include "session/main_window.h"
 #include "windows/start_form.h"
 
 namespace tavlo::testing {
@@ -24,17 +24,17 @@ void FillRows(RunSession& session) {
   program.Prog[3].LineNum = 9;
   program.Prog[9].Text =
       "Feed, cut and stack until the counter of the operator says that it is enough for today";
-  ShowAllDescs(session.Handlers());
-  for (int line = 0; line < kLines; ++line) SetIcon(session.Handlers(), line);
-  MarkChains(session.Handlers());
-  DrawArrows(session.Handlers());
+  ShowAllDescs(session.Handlers().grid());
+  for (int line = 0; line < kLines; ++line) SetIcon(session.Handlers().grid(), line);
+  MarkChains(session.Handlers().grid());
+  DrawArrows(session.Handlers().grid());
   const RowState states[] = {RowState::Normal, RowState::LimitTarget, RowState::Executing, RowState::WentOn,
                              RowState::Picked};
   for (int i = 0; i < 5; ++i) {
-    session.Session().rows[4 + i].state = states[i];
-    session.Session().rows[4 + i].icon = IconFor(types[4 + i], static_cast<IconSet>(i));
+    session.Session().shown.rows[4 + i].state = states[i];
+    session.Session().shown.rows[4 + i].icon = IconFor(types[4 + i], static_cast<IconSet>(i));
   }
-  session.Session().rows[10].label = LabelColour::Blue;
+  session.Session().shown.rows[10].label = LabelColour::Blue;
   session.Main().ProgCounter(6);
   session.Main().AllRowsChanged();
 }

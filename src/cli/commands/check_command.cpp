@@ -64,7 +64,7 @@ class CheckCommand : public Command {
     NoProgramView view;
     NoRunView run;
     ConsoleDesk desk(source, console, line, answers_.By(), view, run);
-    const bool passed = CheckProgram(desk.desk) == CheckResult::Passed;
+    const bool passed = CheckProgram(desk.desk.program(), desk.desk.boxes) == CheckResult::Passed;
     if (json_) {
       Json result = AsJson(desk.boxes.Shown(), passed);
       if (!passed) result["error"] = ErrorOf(environment, ExitCode::Refused);

@@ -19,11 +19,11 @@ namespace tavlo::cli {
 namespace {
 
 /// A device such as /dev/null cannot be replaced by a file.
-std::optional<std::string> WriteDevice(const std::string& path, const std::string& image) {
+Outcome WriteDevice(const std::string& path, const std::string& image) {
   errno = 0;
   std::ofstream device(path, std::ios::binary);
   device << image << std::flush;
-  return device ? std::nullopt : std::optional(SystemReason(errno));
+  return device ? Outcome() : Outcome::Failed(SystemReason(errno));
 }
 
 bool WriteImage(Console& console, const std::string& path, const std::string& image) {
@@ -34,9 +34,9 @@ bool WriteImage(Console& console, const std::string& path, const std::string& im
   std::error_code error;
   const bool is_device =
       std::filesystem::exists(path, error) && !std::filesystem::is_regular_file(path, error);
-  const auto failure = is_device ? WriteDevice(path, image) : QtFileStore().Replace(path, image);
-  if (failure) console.Note("cannot write " + path + ": " + *failure);
-  return !failure;
+  const Outcome written = is_device ? WriteDevice(path, image) : QtFileStore().Replace(path, image);
+  if (!written) console.Note("cannot write " + path + ": " + written.Why());
+  return static_cast<bool>(written);
 }
 
 class CompileCommand : public Command {

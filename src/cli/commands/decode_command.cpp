@@ -8,7 +8,7 @@
 #include "codegen/decode.h"
 #include "link/drive_check.h"
 #include "platform/number_format.h"
-#include "session/main_window.h"
+#include "session/source.h"
 
 namespace tavlo::cli {
 namespace {

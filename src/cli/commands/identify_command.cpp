@@ -10,7 +10,7 @@
 #include "link/drive_check.h"
 #include "link/polled.h"
 #include "platform/number_format.h"
-#include "session/main_window.h"
+#include "session/source.h"
 
 namespace tavlo::cli {
 namespace {
@@ -65,7 +65,7 @@ class IdentifyCommand : public Command {
   /// To a hub that waits at a prompt the question is a key, which may turn an axis.
   static std::optional<HubReport> StopAndAskHub(DeskOnLine& on, Console& console) {
     const auto report = OnSettledLine(console, on.desk, on.own.boxes, [&] {
-      StopHub(on.desk);
+      StopHub(on.desk.link());
       return AskHub(on.desk, console);
     });
     return report.value_or(std::nullopt);
@@ -80,11 +80,11 @@ class IdentifyCommand : public Command {
     report.firmware = VersionOfByte(static_cast<unsigned char>(identity[0]));
     report.axes = HubAxes(desk.program());
     const EventsOff events(desk.Comm1);
-    const auto drives = ReadDriveList(desk);
+    const auto drives = ReadDriveList(desk.link(), HubAxes(desk.program()));
     if (!drives) return std::nullopt;
     report.drives = *drives;
     report.revisions.fill(kNotRead);
-    ScanDrivesRV(desk, report.revisions);
+    ScanDrivesRV(desk.link(), HubAxes(desk.program()), report.revisions);
     return report.revisions[0] == kNotRead ? std::nullopt : std::optional(report);
   }
 

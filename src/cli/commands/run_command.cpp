@@ -11,7 +11,7 @@
 #include "cli/run/run_program.h"
 #include "cli/run/run_session.h"
 #include "link/execution.h"
-#include "session/main_window.h"
+#include "session/source.h"
 
 namespace tavlo::cli {
 namespace {

@@ -40,7 +40,7 @@ class ShowCommand : public Command {
   static void PrintRows(Environment& environment, const Source& source) {
     for (int line = 0; line < kLines; ++line) {
       if (!InUse(source, line)) continue;
-      environment.out << line + 1 << '\t' << ShownText(ShownCaption(source.rows[line].desc)) << '\n';
+      environment.out << line + 1 << '\t' << ShownText(ShownCaption(source.shown.rows[line].desc)) << '\n';
     }
   }
 
@@ -50,7 +50,7 @@ class ShowCommand : public Command {
       if (!InUse(source, line)) continue;
       lines.push_back({{"line", line + 1},
                        {"type", Mnemonic(source.program.Prog[line].Type)},
-                       {"text", Utf8FromLatin1(ShownCaption(source.rows[line].desc))}});
+                       {"text", Utf8FromLatin1(ShownCaption(source.shown.rows[line].desc))}});
     }
     return {{"lines", lines}};
   }

@@ -5,7 +5,7 @@
 #include "cli/console/options.h"
 #include "cli/desk/desk_on_line.h"
 #include "cli/desk/settle.h"
-#include "session/main_window.h"
+#include "session/source.h"
 
 namespace tavlo::cli {
 namespace {

@@ -8,7 +8,7 @@
 #include "link/drive_check.h"
 #include "link/drive_terminal.h"
 #include "link/polled.h"
-#include "session/main_window.h"
+#include "session/source.h"
 
 namespace tavlo::cli {
 namespace {
@@ -52,7 +52,7 @@ class TerminalCommand : public Command {
     if (identity.empty() || !IsKnownHub(console, identity)) return HubFailure(console, on->line);
     if (!TerminalAllowed(source)) {
       console.Note("the drive terminal needs a hub of firmware 1.19 or later; this one has " +
-                   source.DriveVersion);
+                   source.link.DriveVersion);
       return ExitCode::Refused;
     }
     TerminalSession session(environment, on->line, on->desk, {wait_seconds_.value_or(kWaitSeconds), json_});
@@ -67,7 +67,7 @@ class TerminalCommand : public Command {
   /// To a hub that waits at a prompt the question is a key, which may turn an axis.
   static std::string StopAndCheck(DeskOnLine& on, Console& console) {
     const auto identity = OnSettledLine(console, on.desk, on.own.boxes, [&] {
-      StopHub(on.desk);
+      StopHub(on.desk.link());
       return CheckDrive(on.desk);
     });
     return identity.value_or("");

@@ -11,7 +11,7 @@
 #include "link/drive_check.h"
 #include "link/upload.h"
 #include "platform/number_format.h"
-#include "session/main_window.h"
+#include "session/source.h"
 
 namespace tavlo::cli {
 namespace {
@@ -46,7 +46,7 @@ class UploadCommand : public Command {
     const PortName port = line_options_.Name();
     Source source;
     InitSession(source);
-    if (port.comm != 0) source.OptCom = port.comm - 1;
+    if (port.comm != 0) source.link.OptCom = port.comm - 1;
     const auto on = DeskOnLine::Open(environment, console, line_options_, source, AnswerBy::No);
     if (!on) return ExitCode::Port;
     const auto result = Read(console, *on);

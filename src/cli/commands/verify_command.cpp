@@ -60,8 +60,8 @@ class VerifyCommand : public Command {
   static ImageReading ReadHub(DeskOnLine& on, Console& console) {
     Desk& desk = on.desk;
     const auto identity = OnSettledLine(console, desk, on.own.boxes, [&] {
-      StopHub(desk);
-      return SilentCheckDrive(desk).empty() ? std::string() : CheckDrive(desk);
+      StopHub(desk.link());
+      return SilentCheckDrive(desk.link()).empty() ? std::string() : CheckDrive(desk);
     });
     const bool known = identity && !identity->empty() && IsKnownHub(console, *identity);
     return known ? ReadIdleHub(desk) : ImageReading();

@@ -29,7 +29,7 @@ ConsoleDesk::ConsoleDesk(Source& source, Console& console, HubLine& line, Answer
            .files = files_,
            .loading = loading_} {
   // An exchange tells its own failure only on a port that is still there.
-  source.ComNum = static_cast<std::int16_t>(line.Port().PortOpen() ? 1 : 0);
+  source.link.ComNum = static_cast<std::int16_t>(line.Port().PortOpen() ? 1 : 0);
 }
 
 int LinesInUse(const Program& program) {
@@ -43,8 +43,8 @@ std::unique_ptr<HubLine> OpenLine(Environment& environment, Console& console, co
   SerialPort& serial = line->Port();
   serial.CommPort(port.comm != 0 ? port.comm : 1);
   serial.Settings(kLineSettings);
-  if (const auto error = serial.PortOpen(true)) {
-    console.Note("cannot open " + port.Label() + ": " + *error);
+  if (const Outcome open = serial.PortOpen(true); !open) {
+    console.Note("cannot open " + port.Label() + ": " + open.Why());
     return nullptr;
   }
   line->opened = {port.Label(), serial.Device()};

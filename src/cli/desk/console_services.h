@@ -100,7 +100,7 @@ class NoLine : public HubLine, private SerialPort, private Clock, private EventL
   void CommPort(int) override {}
   [[nodiscard]] int CommPort() const override { return 0; }
   void Settings(std::string_view) override {}
-  [[nodiscard]] std::optional<std::string> PortOpen(bool) override { return "there is no line"; }
+  Outcome PortOpen(bool) override { return Outcome::Failed("there is no line"); }
   [[nodiscard]] bool PortOpen() const override { return false; }
   void RThreshold(int) override {}
   [[nodiscard]] int RThreshold() const override { return 0; }
@@ -112,7 +112,7 @@ class NoLine : public HubLine, private SerialPort, private Clock, private EventL
   [[nodiscard]] int CommEvent() const override { return 0; }
   [[nodiscard]] double Timer() override { return 0; }
   void Yield() override {}
-  void YieldFor(double) override {}
+  void WaitSecs(double) override {}
 };
 
 }  // namespace tavlo::cli

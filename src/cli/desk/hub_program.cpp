@@ -25,8 +25,8 @@ CompiledProgram CompileAsDownloaded(Program& program) {
 std::optional<int> AskLastSum(Desk& desk) {
   const EventsOff events(desk.Comm1);
   std::string sum;
-  const double start = SendCommand(desk, "K");
-  const bool answered = AwaitUntil(desk, start, kSumLimit, [&] {
+  const double start = SendCommand(desk.link(), "K");
+  const bool answered = AwaitUntil(desk.link(), start, kSumLimit, [&] {
     sum += desk.Comm1.Input();
     return sum.size() >= 2;
   });
@@ -36,7 +36,7 @@ std::optional<int> AskLastSum(Desk& desk) {
 
 ImageReading ReadIdleHub(Desk& desk) {
   const EventsOff events(desk.Comm1);
-  ImageReading reading = ReadImage(desk);
+  ImageReading reading = ReadImage(desk.link(), desk.uploading());
   desk.upbox.Hide();
   return reading;
 }

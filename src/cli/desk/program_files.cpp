@@ -9,10 +9,11 @@
 #include <cerrno>
 
 #include "cli/desk/console_desk.h"
+#include "commands/program_files.h"
 #include "model/program_file.h"
 #include "platform/number_format.h"
 #include "qt/system_reason.h"
-#include "session/main_window.h"
+#include "session/source.h"
 
 namespace tavlo::cli {
 namespace {
@@ -134,9 +135,9 @@ bool LoadProgram(Source& source, Console& console, const std::string& path) {
 
 bool SaveProgram(Source& source, Console& console, const std::string& path) {
   // A file without a port reads as a damaged one; which port it names moves nothing.
-  if (!source.OptCom) source.OptCom = 0;
+  if (!source.link.OptCom) source.link.OptCom = 0;
   if (IsStandard(path)) {
-    console.Bytes(WriteHubProg(source.program, source.OptCom));
+    console.Bytes(WriteHubProg(source.program, source.link.OptCom));
     TellUnsaved(source.program, console);
     return true;
   }
@@ -144,8 +145,8 @@ bool SaveProgram(Source& source, Console& console, const std::string& path) {
   NoProgramView view;
   NoRunView run;
   ConsoleDesk files(source, console, line, AnswerBy::No, view, run);
-  if (const auto error = SaveFile(files.desk, path)) {
-    console.Note("cannot write " + path + ": " + *error);
+  if (const Outcome saved = SaveFile(files.desk, path); !saved) {
+    console.Note("cannot write " + path + ": " + saved.Why());
     return false;
   }
   TellUnsaved(source.program, console);

@@ -59,8 +59,8 @@ bool SomethingComes(Desk& desk) {
 /// Nobody hears of it when there is no answer.
 bool AnswersAsHub(Desk& desk) {
   std::string reply;
-  const double start = SendCommand(desk, "C");
-  static_cast<void>(AwaitUntil(desk, start, kReplyLimit, [&] {
+  const double start = SendCommand(desk.link(), "C");
+  static_cast<void>(AwaitUntil(desk.link(), start, kReplyLimit, [&] {
     reply += desk.Comm1.Input();
     return reply.size() >= 2;
   }));

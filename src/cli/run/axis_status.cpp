@@ -21,7 +21,7 @@ std::optional<std::vector<int>> LightsOn(const Source& source, LedRow row, int a
   std::vector<int> on;
   for (int bit = 0; bit < LedsOf(row); ++bit) {
     if (!ShowsLed(source.program, row, axis, bit)) continue;
-    switch (source.panel.At(row, axis, bit)) {
+    switch (source.run.panel.At(row, axis, bit)) {
       case Led::Green:
       case Led::Red: on.push_back(bit + 1); break;
       case Led::GreenOff:

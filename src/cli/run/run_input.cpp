@@ -95,7 +95,7 @@ void RunInput::TakeLine(const std::string& line) {
 
 bool RunInput::IsDue(const Orders& orders) {
   switch (orders.front().act) {
-    case RunAct::SingleStep: return desk_->source.panel.SingleStep != Picture::StepYellow;
+    case RunAct::SingleStep: return desk_->source.run.panel.SingleStep != Picture::StepYellow;
     case RunAct::Key:
       if (window_ != RunWindow::fakeMMI) return true;
       return asks_ && quiet_.Seconds() >= kQuiet - kShortestWait / 2;
@@ -161,19 +161,19 @@ void RunInput::Press(MmiKey key) {
 }
 
 void RunInput::Pause() {
-  const bool was_running = desk_->source.panel.Running;
+  const bool was_running = desk_->source.run.panel.Running;
   ClickPause(*desk_);
   if (was_running) console_.Inform("paused");
 }
 
 void RunInput::Play() {
-  const bool was_running = desk_->source.panel.Running;
+  const bool was_running = desk_->source.run.panel.Running;
   ClickPlay(*desk_);
   if (!was_running) console_.Inform("the program goes on");
 }
 
 void RunInput::SingleStep() {
-  if (desk_->source.panel.Running) console_.Note("a single step needs a program that is paused");
+  if (desk_->source.run.panel.Running) console_.Note("a single step needs a program that is paused");
   ClickSingleStep(*desk_);
 }
 

@@ -23,7 +23,7 @@ std::string Counted(std::size_t count, std::string_view what) {
 HubHolds ProgramCheck::Run(bool verify) {
   Desk& desk = own_.desk;
   const auto identity = OnSettledLine(console_, desk, own_.boxes, [&] {
-    StopHub(desk);
+    StopHub(desk.link());
     return CheckDrive(desk);
   });
   if (!identity || identity->empty() || !IsKnownHub(console_, *identity)) return HubHolds::NotAnswered;
@@ -64,10 +64,10 @@ HubHolds ProgramCheck::CompareMemory() {
 
 HubHolds ProgramCheck::AskAboutAnother(std::string_view what) {
   const Answer answer =
-      MsgBox(own_.desk, {.text = std::string(what) + "  Do you want to run what the hub holds anyway?",
-                         .title = "Another program",
-                         .buttons = Buttons::YesNo,
-                         .icon = Icon::Exclamation});
+      own_.desk.boxes.MsgBox({.text = std::string(what) + "  Do you want to run what the hub holds anyway?",
+                              .title = "Another program",
+                              .buttons = Buttons::YesNo,
+                              .icon = Icon::Exclamation});
   return answer == Answer::Yes ? HubHolds::AnotherAccepted : HubHolds::AnotherRefused;
 }
 

@@ -50,7 +50,7 @@ double Rounded(double seconds) {
 
 void RunReporter::Line(LineEvent event, int line) {
   const EventName name = NameOf(event);
-  const std::string caption = ShownCaption(source_.rows[line].desc);
+  const std::string caption = ShownCaption(source_.shown.rows[line].desc);
   if (json_) {
     Json json = {{"event", name.json}, {"seconds", Rounded(watch_.Seconds())}, {"line", line + 1}};
     if (texts_known_) {

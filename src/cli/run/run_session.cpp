@@ -67,7 +67,7 @@ void RunSession::RowChanged(int line) {
     PrintChanges();
     reporter_.Line(event, line);
   };
-  switch (desk_->source.rows[line].state) {
+  switch (desk_->source.shown.rows[line].state) {
     case RowState::Executing:
       input_.LineStarted(line, IsPrompt(line));
       running = true;
@@ -108,7 +108,7 @@ void RunSession::TextLinesChanged() {
 void RunSession::ShowModal(RunWindow window) {
   active_ = window;
   // Without its file the hub's program is known by its drives alone.
-  if (!options_.program_known) desk_->program().Axis.DriveModel = desk_->source.HubDrives;
+  if (!options_.program_known) desk_->program().Axis.DriveModel = desk_->source.link.HubDrives;
   // A limit of time was for getting here.
   line_.LimitTo(std::nullopt);
   console_.Inform("the program runs" + On(line_.opened) + "; Ctrl-C stops it");
@@ -168,7 +168,7 @@ RunEnd RunSession::Watch() {
     if (TimeToStatus() <= 0) PrintStatus();
     console_.SendOn();
   }
-  return desk_->source.Halted ? RunEnd::Halted : RunEnd::Restarted;
+  return desk_->source.run.Halted ? RunEnd::Halted : RunEnd::Restarted;
 }
 
 bool RunSession::TimeIsOver() {
@@ -202,7 +202,7 @@ void RunSession::PrintStatus() {
 void RunSession::PrintDisplay() {
   if (!display_changed_) return;
   display_changed_ = false;
-  const auto& lines = desk_->source.textline;
+  const auto& lines = desk_->source.display.textline;
   for (std::size_t row = 0; row < lines.size(); ++row) {
     if (lines[row] == shown_lines_[row]) continue;
     shown_lines_[row] = lines[row];

@@ -16,20 +16,20 @@ TEST(Desktop, TheMainJobIsDoneAnExampleIsLoadedDownloadedAndRunAndItsLinesLightU
   Session session(hub.Link());
   session.LoadExample("cut-to-length.TVH");
   EXPECT_TRUE(session.Main().windowTitle().endsWith("cut-to-length.TVH"));
-  EXPECT_EQ(session.State().rows[0].desc, "Feed 120 mm, cut, repeat 5");
+  EXPECT_EQ(session.State().shown.rows[0].desc, "Feed 120 mm, cut, repeat 5");
   session.Click("Download");
   EXPECT_TRUE(session.boxes.Shown().empty());
-  EXPECT_EQ(session.State().DriveVersion, "1.38");
+  EXPECT_EQ(session.State().link.DriveVersion, "1.38");
 
   bool yellow = false;
   WhileRunning([&] {
-    yellow = WaitFor([&] { return session.State().rows[4].state == RowState::Executing; });
+    yellow = WaitFor([&] { return session.State().shown.rows[4].state == RowState::Executing; });
     PressStop();
   });
   session.Click("execbutton");
   EXPECT_TRUE(yellow);
   EXPECT_EQ(RunWindowShown(), nullptr);
-  EXPECT_TRUE(std::ranges::all_of(session.State().rows,
+  EXPECT_TRUE(std::ranges::all_of(session.State().shown.rows,
                                   [](const Row& row) { return row.state == RowState::Normal; }));
   EXPECT_TRUE(session.boxes.Shown().empty());
 }
@@ -55,17 +55,17 @@ TEST(Desktop, WhatWasDownloadedComesBackByAnUpload) {
   Session session(hub.Link());
   session.LoadExample("nested-repeats.TVH");
   std::vector<std::string> texts;
-  for (const Row& row : session.State().rows) texts.push_back(row.desc);
+  for (const Row& row : session.State().shown.rows) texts.push_back(row.desc);
   session.Click("Download");
   session.boxes.setNextAnswer(Answer::OK);
   session.Click("BtnClear");
-  EXPECT_EQ(session.State().rows[1].desc, "");
+  EXPECT_EQ(session.State().shown.rows[1].desc, "");
   session.Click("Upload");
   EXPECT_EQ(session.boxes.Shown().size(), 1u) << "only the question of Clear";
   for (int line = 0; line < kLines; ++line) {
     // The hub's memory does not carry where an If Moving goes.
     if (session.State().program.Prog[line].Type != IM) {
-      EXPECT_EQ(session.State().rows[line].desc, texts[line]) << line + 1;
+      EXPECT_EQ(session.State().shown.rows[line].desc, texts[line]) << line + 1;
     }
   }
 }
@@ -112,8 +112,8 @@ TEST(Desktop, EachFailureOfADownloadIsToldInItsWordsAndTheWindowLivesOn) {
     session.Click("Download");
     ASSERT_EQ(session.boxes.Shown().size(), 1u);
     EXPECT_EQ(session.boxes.Shown().front().text, failure.message);
-    EXPECT_FALSE(session.State().Busy);
-    EXPECT_EQ(session.State().rows[1].desc, "Repeat 3 times");
+    EXPECT_FALSE(session.State().link.Busy);
+    EXPECT_EQ(session.State().shown.rows[1].desc, "Repeat 3 times");
   }
 }
 
@@ -178,7 +178,7 @@ TEST(Desktop, AModelThatNobodyKnowsIsToldLeavesTheListAsItIsAndIsSentNothing) {
   ASSERT_EQ(session.boxes.Shown().size(), 1U);
   EXPECT_EQ(session.boxes.Shown()[0].text, "Unknown device detected on comm port.");
   EXPECT_EQ(session.State().program.HubIndex, HubOcto);
-  EXPECT_EQ(session.State().DriveVersion, "?");
+  EXPECT_EQ(session.State().link.DriveVersion, "?");
 }
 
 TEST(Desktop, ALimitAFaultAndTheStopButtonEndTheRunAndAreTold) {
@@ -191,7 +191,7 @@ TEST(Desktop, ALimitAFaultAndTheStopButtonEndTheRunAndAreTold) {
     SCOPED_TRACE(command);
     session.boxes.setNextAnswer(Answer::Yes);
     WhileRunning([&, line = QByteArray(command)] {
-      WaitFor([&] { return session.State().rows[4].state == RowState::Executing; });
+      WaitFor([&] { return session.State().shown.rows[4].state == RowState::Executing; });
       hub.Command(line);
     });
     session.Click("execbutton");
@@ -208,7 +208,7 @@ TEST(Desktop, AHubThatIsGoneInMidRunIsToldOnceAndTheProgramStaysEditable) {
   session.LoadExample("cut-to-length.TVH");
   session.Click("Download");
   WhileRunning([&] {
-    WaitFor([&] { return session.State().rows[4].state == RowState::Executing; });
+    WaitFor([&] { return session.State().shown.rows[4].state == RowState::Executing; });
     session.boxes.setNextAnswer(Answer::OK);
     hub.Kill();
   });
@@ -217,8 +217,8 @@ TEST(Desktop, AHubThatIsGoneInMidRunIsToldOnceAndTheProgramStaysEditable) {
   QTest::qWait(300);
   EXPECT_EQ(session.boxes.Shown().size(), 1u);
   EXPECT_EQ(session.boxes.Shown().front().title, "Communication Error");
-  EXPECT_EQ(session.State().rows[0].desc, "Feed 120 mm, cut, repeat 5");
-  EXPECT_FALSE(session.State().OptCom.has_value());
+  EXPECT_EQ(session.State().shown.rows[0].desc, "Feed 120 mm, cut, repeat 5");
+  EXPECT_FALSE(session.State().link.OptCom.has_value());
   session.boxes.setNextAnswer(Answer::OK);
   session.Click("OptCom1");
   EXPECT_EQ(session.boxes.Shown().back().text, "COM port 2 is not available.");
@@ -231,7 +231,7 @@ TEST(Desktop, AHubThatRestartsInMidRunClosesTheRunWindow) {
   session.LoadExample("cut-to-length.TVH");
   session.Click("Download");
   WhileRunning([&] {
-    WaitFor([&] { return session.State().rows[4].state == RowState::Executing; });
+    WaitFor([&] { return session.State().shown.rows[4].state == RowState::Executing; });
     hub.Command("greet");
   });
   session.Click("execbutton");

@@ -71,7 +71,7 @@ struct Machine {
     session.Click("execbutton");
   }
   [[nodiscard]] bool Executing(int line) {
-    return WaitFor([&] { return session.State().rows[line - 1].state == RowState::Executing; });
+    return WaitFor([&] { return session.State().shown.rows[line - 1].state == RowState::Executing; });
   }
 
   HubProcess hub;
@@ -96,7 +96,7 @@ TEST(Runs, PromptsAreAnsweredOnTheKeypadAndTheRunIsPausedSteppedResumedAndStoppe
     ASSERT_TRUE(machine.Executing(44));
 
     Press("Pause");
-    const RunPanel& panel = machine.session.State().panel;
+    const RunPanel& panel = machine.session.State().run.panel;
     EXPECT_FALSE(panel.Running);
     // The line under way ends first.
     ASSERT_TRUE(WaitFor([&] {
@@ -178,7 +178,7 @@ TEST(Runs, AHubThatRestartsInMidPromptTakesTheEmulatorAway) {
     machine.hub.Command("greet");
   });
   EXPECT_EQ(RunWindowShown(), nullptr);
-  EXPECT_FALSE(machine.session.State().MMIActive);
+  EXPECT_FALSE(machine.session.State().display.MMIActive);
   EXPECT_TRUE(machine.session.boxes.Shown().empty());
 }
 

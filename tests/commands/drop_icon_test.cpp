@@ -5,8 +5,8 @@
 #include <functional>
 #include <string>
 
+#include "commands/lines.h"
 #include "session/grid.h"
-#include "session/main_window.h"
 #include "support/fake_desk.h"
 
 namespace tavlo {
@@ -31,7 +31,7 @@ class FakeEditors : public EditorWindows {
 };
 
 std::string_view IconOf(const FakeDesk& fake, int line) {
-  return IconName(fake.source.rows[static_cast<std::size_t>(line)].icon);
+  return IconName(fake.source.shown.rows[static_cast<std::size_t>(line)].icon);
 }
 
 TEST(Click, PicksTheLineAndShowsThePickerAndThenTheNormalIcon) {
@@ -43,7 +43,7 @@ TEST(Click, PicksTheLineAndShowsThePickerAndThenTheNormalIcon) {
   RowState state = RowState::Normal;
   editors.on_show = [&] {
     icon = IconOf(fake, 8);
-    state = fake.source.rows[8].state;
+    state = fake.source.shown.rows[8].state;
   };
   DropIcon(fake.desk, 8, 8, false);
   EXPECT_EQ(fake.source.CurLine, 8);
@@ -65,8 +65,8 @@ TEST(Click, WithShiftGoesStraightToTheDialogAndRefreshesTheLine) {
   EXPECT_EQ(editors.log, (std::vector<std::string>{"dialog"}));
   EXPECT_EQ(fake.source.CurLine, 8);
   EXPECT_EQ(IconOf(fake, 8), "MoveIcon");
-  EXPECT_EQ(fake.source.rows[9].frame, kChainFrame) << "MarkChains has run";
-  EXPECT_EQ(fake.source.rows[8].desc, "Axis 1:CW 1.0 rev, 3.0 rps");
+  EXPECT_EQ(fake.source.shown.rows[9].frame, kChainFrame) << "MarkChains has run";
+  EXPECT_EQ(fake.source.shown.rows[8].desc, "Axis 1:CW 1.0 rev, 3.0 rps");
 }
 
 TEST(Click, WithNoEditorsTheRowComesBackToRest) {
@@ -74,7 +74,7 @@ TEST(Click, WithNoEditorsTheRowComesBackToRest) {
   for (const bool shift : {false, true}) {
     DropIcon(fake.desk, 3, 3, shift);
     EXPECT_EQ(IconOf(fake, 3), "NoneIcon");
-    EXPECT_EQ(fake.source.rows[3].state, RowState::Normal);
+    EXPECT_EQ(fake.source.shown.rows[3].state, RowState::Normal);
   }
 }
 
@@ -89,8 +89,8 @@ TEST(Drag, OntoAnEmptyLineCopiesWithNoQuestion) {
   EXPECT_EQ(fake.Line(5), fake.Line(0)) << "a whole record, jump targets unchanged";
   EXPECT_TRUE(fake.source.Changed);
   EXPECT_EQ(IconOf(fake, 5), "MoveIcon");
-  EXPECT_EQ(fake.source.rows[5].desc, "Axis 1:CW .24 rev, 3.0 rps");
-  EXPECT_EQ(fake.source.rows[6].frame, kChainFrame) << "MarkChains has run";
+  EXPECT_EQ(fake.source.shown.rows[5].desc, "Axis 1:CW .24 rev, 3.0 rps");
+  EXPECT_EQ(fake.source.shown.rows[6].frame, kChainFrame) << "MarkChains has run";
 }
 
 TEST(Drag, OntoALineInUseAsksAndOKCopies) {
@@ -118,7 +118,7 @@ TEST(Drag, CopyInstNumbersTheLoopsAndDrawsTheArrows) {
   CopyInst(fake.desk, 1, 3);
   EXPECT_EQ(fake.Line(2).LoopIndex, 1);
   EXPECT_EQ(fake.Line(3).LineNum, 2);
-  EXPECT_EQ(fake.source.arrows.size(), 2U);
+  EXPECT_EQ(fake.source.shown.arrows.size(), 2U);
 }
 
 TEST(Drag, APromptThatWouldOverflowThePoolIsToldAndNotCopied) {

@@ -5,8 +5,10 @@
 #include <algorithm>
 #include <string>
 
+#include "commands/hub_choices.h"
+#include "commands/program_files.h"
 #include "session/grid.h"
-#include "session/main_window.h"
+#include "session/source.h"
 #include "support/fake_desk.h"
 
 namespace tavlo {
@@ -16,7 +18,7 @@ using testing::FakeDesk;
 using testing::ShownBox;
 
 std::string_view IconOf(const FakeDesk& fake, int line) {
-  return IconName(fake.source.rows[static_cast<std::size_t>(line)].icon);
+  return IconName(fake.source.shown.rows[static_cast<std::size_t>(line)].icon);
 }
 
 TEST(Session, StartsWithItsListsAndBoxesSet) {
@@ -27,17 +29,17 @@ TEST(Session, StartsWithItsListsAndBoxesSet) {
   EXPECT_EQ(source.program.HubIndex, HubOcto);
   EXPECT_EQ(source.program.LimitList, HaltProgram);
   EXPECT_EQ(LimitBranchText(source.program), "1");
-  EXPECT_EQ(source.LimitLine, 1);
-  EXPECT_EQ(source.DriveVersion, "?");
+  EXPECT_EQ(source.shown.LimitLine, 1);
+  EXPECT_EQ(source.link.DriveVersion, "?");
   EXPECT_FALSE(source.Changed);
-  EXPECT_FALSE(source.MMIActive);
-  EXPECT_FALSE(source.TermActive);
-  EXPECT_FALSE(source.InMsg);
-  EXPECT_EQ(source.MsgBuf, "");
+  EXPECT_FALSE(source.display.MMIActive);
+  EXPECT_FALSE(source.VOXterm.TermActive);
+  EXPECT_FALSE(source.link.InMsg);
+  EXPECT_EQ(source.link.MsgBuf, "");
   EXPECT_EQ(source.file_name, "untitled");
   for (int axis = 0; axis < kAxes; ++axis) EXPECT_EQ(source.program.Axis.LimitKind[axis], 0);
   EXPECT_EQ(LinesInProg(source.program), 1);
-  for (const Row& row : source.rows) {
+  for (const Row& row : source.shown.rows) {
     EXPECT_EQ(row.desc, "");
     EXPECT_EQ(IconName(row.icon), "NoneIcon");
     EXPECT_EQ(row.state, RowState::Normal);
@@ -70,20 +72,20 @@ TEST(Clear, OnOKTheProgramIsEmptyAndUntitled) {
   fake.Line(1).Type = GT;
   fake.Line(5).Drive = 3;
   for (const int line : {0, 1}) {
-    ShowDesc(fake.desk, line);
-    SetIcon(fake.desk, line);
+    ShowDesc(fake.desk.grid(), line);
+    SetIcon(fake.desk.grid(), line);
   }
-  DrawArrows(fake.desk);
-  MarkChains(fake.desk);
+  DrawArrows(fake.desk.grid());
+  MarkChains(fake.desk.grid());
   Clear(fake.desk);
   EXPECT_EQ(fake.view.scrolls, std::vector{0});
   EXPECT_EQ(LinesInProg(fake.source.program), 1);
   EXPECT_EQ(fake.source.program.HubVersion, 0);
   EXPECT_EQ(fake.Line(5).Drive, 3) << "Drive survives";
   EXPECT_EQ(fake.source.program.Axis.AxisName[0], "Feeder");
-  EXPECT_TRUE(fake.source.arrows.empty());
+  EXPECT_TRUE(fake.source.shown.arrows.empty());
   for (int line = 0; line < kLines; ++line) {
-    const Row& row = fake.source.rows[static_cast<std::size_t>(line)];
+    const Row& row = fake.source.shown.rows[static_cast<std::size_t>(line)];
     EXPECT_EQ(row.desc, "");
     EXPECT_EQ(IconName(row.icon), line == 0 ? "cNOicon" : "NoneIcon");
     EXPECT_EQ(row.state, line == 0 ? RowState::LimitTarget : RowState::Normal);
@@ -112,12 +114,12 @@ TEST(LimitList, ChangingItRedoesIconAndDescriptionOfTheTargetLine) {
   fake.Line(4).Type = WT;
   SelectLimitAction(fake.desk, BranchToLine);
   EXPECT_EQ(fake.source.program.LimitList, BranchToLine);
-  EXPECT_EQ(fake.source.rows[4].state, RowState::LimitTarget);
+  EXPECT_EQ(fake.source.shown.rows[4].state, RowState::LimitTarget);
   EXPECT_EQ(IconOf(fake, 4), "cWTicon");
-  EXPECT_EQ(fake.source.rows[4].desc, "Wait 0.01 seconds");
+  EXPECT_EQ(fake.source.shown.rows[4].desc, "Wait 0.01 seconds");
   EXPECT_GT(fake.view.limit, 0);
   SelectLimitAction(fake.desk, ContinueProgram);
-  EXPECT_EQ(fake.source.rows[4].state, RowState::Normal);
+  EXPECT_EQ(fake.source.shown.rows[4].state, RowState::Normal);
   EXPECT_EQ(IconOf(fake, 4), "WaitTimeIcon");
 }
 
@@ -166,19 +168,19 @@ TEST(LimitBranch, IsForcedIntoTheProgram) {
     LeaveLimitBranch(fake.desk, c.text);
     EXPECT_EQ(fake.source.program.LimitBranch, c.value) << c.text;
     EXPECT_EQ(LimitBranchText(fake.source.program), std::to_string(c.value)) << c.text;
-    EXPECT_EQ(fake.source.LimitLine, c.value) << c.text;
+    EXPECT_EQ(fake.source.shown.LimitLine, c.value) << c.text;
   }
 }
 
 TEST(LimitBranch, ANewValueRepaintsTheOldTargetRowAndTheNewOne) {
   FakeDesk fake;
   SelectLimitAction(fake.desk, BranchToLine);
-  EXPECT_EQ(fake.source.rows[0].state, RowState::LimitTarget);
+  EXPECT_EQ(fake.source.shown.rows[0].state, RowState::LimitTarget);
   fake.view.rows.clear();
   LeaveLimitBranch(fake.desk, "5");
-  EXPECT_EQ(fake.source.rows[0].state, RowState::Normal);
+  EXPECT_EQ(fake.source.shown.rows[0].state, RowState::Normal);
   EXPECT_EQ(IconOf(fake, 0), "NoneIcon");
-  EXPECT_EQ(fake.source.rows[4].state, RowState::LimitTarget);
+  EXPECT_EQ(fake.source.shown.rows[4].state, RowState::LimitTarget);
   EXPECT_EQ(IconOf(fake, 4), "cNOicon");
   EXPECT_TRUE(std::ranges::count(fake.view.rows, 0) > 0);
   EXPECT_TRUE(std::ranges::count(fake.view.rows, 4) > 0);
@@ -197,7 +199,7 @@ TEST(LimitBranch, AnyNumberFromAFileIsShownAndLeftSafely) {
     FakeDesk fake;
     fake.source.program.LimitBranch = value;
     fake.source.program.LimitList = BranchToLine;
-    ShowAllDescs(fake.desk);
+    ShowAllDescs(fake.desk.grid());
     const std::string text = LimitBranchText(fake.source.program);
     SelectLimitAction(fake.desk, BranchToLine);
     LeaveLimitBranch(fake.desk, text);
@@ -230,16 +232,9 @@ TEST(Quit, ChangesAreAskedAbout) {
 
 TEST(Boxes, ABoxWhoseTitleIsNotToldBearsTheApplicationsAndOKAlone) {
   FakeDesk fake;
-  MsgBox(fake.desk, {.text = "text"});
+  fake.desk.boxes.MsgBox({.text = "text"});
   ASSERT_EQ(fake.boxes.shown.size(), 1U);
   EXPECT_EQ(fake.boxes.shown[0], (ShownBox{"text", "Tavlo Composer", Buttons::OK, Icon::None}));
-}
-
-TEST(Wait, WaitSecsYieldsUntilTheTimeHasPassed) {
-  FakeDesk fake;
-  const double before = fake.clock.now;
-  WaitSecs(fake.desk, 1.5);
-  EXPECT_GE(fake.clock.now, before + 1.5);
 }
 
 }  // namespace

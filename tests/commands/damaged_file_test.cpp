@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "codegen/compile.h"
+#include "commands/program_files.h"
 #include "model/hand_file.h"
 #include "model/program_file.h"
 #include "session/grid.h"

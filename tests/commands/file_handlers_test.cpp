@@ -5,9 +5,11 @@
 #include <algorithm>
 #include <string>
 
+#include "commands/hub_choices.h"
+#include "commands/program_files.h"
 #include "model/program_file.h"
 #include "session/grid.h"
-#include "session/main_window.h"
+#include "session/source.h"
 #include "support/fake_desk.h"
 
 namespace tavlo {
@@ -64,7 +66,7 @@ TEST(Save, WritesTheFileClearsChangedAndSetsTheCaption) {
   FakeDesk fake;
   fake.Line(3).Type = WT;
   fake.source.Changed = true;
-  fake.source.OptCom = 4;
+  fake.source.link.OptCom = 4;
   fake.dialogs.next_file_name = "/p/feed.tvh";
   const int captions = fake.view.caption;
   Save(fake.desk);
@@ -77,7 +79,7 @@ TEST(Save, WritesTheFileClearsChangedAndSetsTheCaption) {
 
 TEST(Save, WithNoOptComOnLeavesOutThePortRecord) {
   FakeDesk fake;
-  fake.source.OptCom.reset();
+  fake.source.link.OptCom.reset();
   fake.dialogs.next_file_name = "/p/feed.tvh";
   Save(fake.desk);
   EXPECT_EQ(fake.files.files["/p/feed.tvh"], WriteHubProg(fake.source.program, std::nullopt));
@@ -154,7 +156,7 @@ TEST(Load, AGoodFileIsShownWhole) {
     FakeDesk fake;
     fake.files.files[name] = FileOf(SampleProgram());
     fake.dialogs.next_file_name = name;
-    fake.source.OptCom = 6;
+    fake.source.link.OptCom = 6;
     const int drives = fake.view.drives;
     Load(fake.desk);
     EXPECT_TRUE(fake.boxes.shown.empty());
@@ -162,16 +164,16 @@ TEST(Load, AGoodFileIsShownWhole) {
     const Program& program = fake.source.program;
     EXPECT_EQ(program.HubIndex, HubQuad);
     EXPECT_EQ(program.Prog[3].LineNum, 0) << "ScanLoops has run";
-    EXPECT_EQ(fake.source.rows[1].desc, "Feeder:CW 1.0 rev, 3.0 rps");
-    EXPECT_EQ(fake.source.rows[2].desc, "Wait 0.01 seconds");
-    EXPECT_EQ(fake.source.rows[2].frame, kChainFrame);
-    EXPECT_EQ(fake.source.rows[2].state, RowState::LimitTarget);
-    EXPECT_EQ(IconName(fake.source.rows[2].icon), "cWTicon");
-    EXPECT_EQ(IconName(fake.source.rows[1].icon), "MoveIcon");
-    EXPECT_EQ(fake.source.arrows, ArrowsOf(program));
-    EXPECT_EQ(fake.source.arrows.size(), 2U);
+    EXPECT_EQ(fake.source.shown.rows[1].desc, "Feeder:CW 1.0 rev, 3.0 rps");
+    EXPECT_EQ(fake.source.shown.rows[2].desc, "Wait 0.01 seconds");
+    EXPECT_EQ(fake.source.shown.rows[2].frame, kChainFrame);
+    EXPECT_EQ(fake.source.shown.rows[2].state, RowState::LimitTarget);
+    EXPECT_EQ(IconName(fake.source.shown.rows[2].icon), "cWTicon");
+    EXPECT_EQ(IconName(fake.source.shown.rows[1].icon), "MoveIcon");
+    EXPECT_EQ(fake.source.shown.arrows, ArrowsOf(program));
+    EXPECT_EQ(fake.source.shown.arrows.size(), 2U);
     EXPECT_EQ(LimitBranchText(program), "3");
-    EXPECT_EQ(fake.source.OptCom, 6) << "a file never moves the port";
+    EXPECT_EQ(fake.source.link.OptCom, 6) << "a file never moves the port";
     EXPECT_GT(fake.view.drives, drives);
     EXPECT_EQ(fake.view.scrolls, std::vector{0}) << "wherever the last program was left";
     EXPECT_FALSE(fake.source.Changed);
@@ -218,11 +220,11 @@ TEST(Load, ADamagedFileGivesHardwareDefaultsAnEmptyProgramAndTheCaptionUntitled)
   EXPECT_EQ(fake.source.program.Axis, defaults);
   for (int line = 0; line < kLines; ++line) {
     EXPECT_EQ(fake.Line(line).Type, NO);
-    EXPECT_EQ(fake.source.rows[static_cast<std::size_t>(line)].desc, "");
-    EXPECT_EQ(fake.source.rows[static_cast<std::size_t>(line)].frame, kPlainFrame);
+    EXPECT_EQ(fake.source.shown.rows[static_cast<std::size_t>(line)].desc, "");
+    EXPECT_EQ(fake.source.shown.rows[static_cast<std::size_t>(line)].frame, kPlainFrame);
   }
   EXPECT_EQ(fake.Line(7).Dist, 4711) << "the other fields keep what the partial read left in them";
-  EXPECT_TRUE(fake.source.arrows.empty());
+  EXPECT_TRUE(fake.source.shown.arrows.empty());
   EXPECT_FALSE(fake.source.Changed);
   EXPECT_EQ(Caption(fake.source), "Tavlo Composer  V1.29.1 - untitled");
 }
@@ -242,17 +244,17 @@ TEST(Load, LoadFileShowsAFileWithoutADialogOrAQuestion) {
 TEST(Load, WhatIsSavedLoadsAgain) {
   FakeDesk fake;
   fake.source.program = SampleProgram();
-  ASSERT_EQ(SaveFile(fake.desk, "/p/a.tvh"), std::nullopt);
+  ASSERT_EQ(SaveFile(fake.desk, "/p/a.tvh").Why(), "");
   FakeDesk other;
   other.files.files = fake.files.files;
   ASSERT_TRUE(LoadFile(other.desk, "/p/a.tvh"));
-  ASSERT_EQ(SaveFile(other.desk, "/p/b.tvh"), std::nullopt);
+  ASSERT_EQ(SaveFile(other.desk, "/p/b.tvh").Why(), "");
   EXPECT_EQ(other.files.files["/p/b.tvh"], other.files.files["/p/a.tvh"]);
 }
 
 TEST(Load, ABusyLinkDoesNotKeepAFileOut) {
   FakeDesk fake;
-  fake.source.Busy = true;
+  fake.source.link.Busy = true;
   fake.files.files["/p/a.tvh"] = FileOf(SampleProgram());
   EXPECT_TRUE(LoadFile(fake.desk, "/p/a.tvh"));
 }
@@ -270,8 +272,8 @@ TEST(LoadHandler, AnyOtherExtensionIsTakenForAFileOfTheEarlierProgrammer) {
   fake.dialogs.next_file_name = "old.osk";
   Load(fake.desk);
   EXPECT_TRUE(fake.boxes.shown.empty());
-  EXPECT_EQ(fake.source.rows[28].desc, "from before");
-  EXPECT_EQ(fake.source.rows[29].desc, "");
+  EXPECT_EQ(fake.source.shown.rows[28].desc, "from before");
+  EXPECT_EQ(fake.source.shown.rows[29].desc, "");
   EXPECT_EQ(Caption(fake.source), "Tavlo Composer  V1.29.1 - old.osk");
 }
 

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include "session/desk.h"
+
+namespace tavlo {
+
+/// A row's icon was dropped on another row's, or on itself, which is how a click arrives. Nothing while a
+/// transfer or a run is under way.
+void DropIcon(Desk& desk, int source_line, int target_line, bool shift);
+
+/// Copies a whole line over another.
+void CopyInst(Desk& desk, int source_line, int target_line);
+
+}  // namespace tavlo

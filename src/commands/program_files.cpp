@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "commands/program_files.h"
+
+#include "model/legacy_import.h"
+#include "model/line_operations.h"
+#include "model/program_file.h"
+#include "session/grid.h"
+
+namespace tavlo {
+namespace {
+
+void ShowLoaded(Desk& desk, std::string_view name) {
+  desk.source.shown.LimitLine = LimitLineOf(desk.program());
+  desk.source.Changed = false;
+  desk.source.file_name = name;
+  ShowProgram(desk);
+  ShowDrive(desk.view);
+  desk.view.HubChanged();
+  desk.view.LimitChanged();
+  desk.view.CaptionChanged();
+  desk.view.AutoScroll(0);
+}
+
+void TellDamaged(Desk& desk, const std::string& name, FileKind kind) {
+  desk.boxes.MsgBox({.text = "Can't read file " + name + ".  File may be damaged.", .title = ""});
+  // After an old file the hardware keeps what was read of it.
+  if (kind == FileKind::HubProg) InitHardware(desk.program().Axis);
+  for (int line = 0; line < kLines; ++line) desk.program().Prog[line].Type = NO;
+  ShowLoaded(desk, kUntitled);
+}
+
+/// What ends the busy look of a load, whichever way it went.
+void HideLoading(Desk& desk) {
+  desk.loading.Hide();
+  desk.loop.Yield();
+}
+
+}  // namespace
+
+Outcome SaveFile(Desk& desk, const std::string& path) {
+  Outcome saved = desk.files.Replace(path, WriteHubProg(desk.program(), desk.source.link.OptCom));
+  // A failed save, too, takes the name and the program for saved; the message is all that tells.
+  desk.source.Changed = false;
+  desk.source.file_name = path;
+  desk.view.CaptionChanged();
+  return saved;
+}
+
+void Save(Desk& desk) {
+  const auto path = desk.dialogs.SaveFileName({{{"Tavlo Files", "*.TVH"}}, "tvh"});
+  if (!path || path->empty()) return;
+  if (const Outcome saved = SaveFile(desk, *path); !saved) {
+    desk.boxes.MsgBox({.text = "Error saving file: " + saved.Why(), .title = ""});
+  }
+}
+
+bool LoadFile(Desk& desk, const std::string& path) {
+  desk.loading.Show();
+  const auto text = desk.files.Read(path, kLargestProgramFile);
+  if (!text) {
+    desk.boxes.MsgBox({.text = std::string(kCannotOpen), .title = ""});
+    desk.loading.Hide();
+    return false;
+  }
+  return LoadText(desk, path, KindByName(path), *text);
+}
+
+bool LoadText(Desk& desk, const std::string& name, FileKind kind, std::string_view text) {
+  ItemReader items(text);
+  std::string version;
+  items.Read(version);
+  const float revision = ParseRevision(version);
+  const bool good = kind == FileKind::HubProg ? LoadHubProg(items, revision, desk.program())
+                                              : LoadOskelProg(items, revision, desk.program());
+  HideLoading(desk);
+  if (!good) {
+    TellDamaged(desk, name, kind);
+    return false;
+  }
+  ShowLoaded(desk, name);
+  return true;
+}
+
+void Load(Desk& desk) {
+  if (desk.source.Changed) {
+    const Answer answer =
+        desk.boxes.MsgBox({.text = "You have made changes without Saving or Downloading.  Do "
+                                   "you really want to open a file and replace your program?",
+                           .title = "Open",
+                           .buttons = Buttons::OKCancel,
+                           .icon = Icon::Question});
+    if (answer != Answer::OK) return;
+  }
+  const auto path =
+      desk.dialogs.OpenFileName({{{"Tavlo Hub Files", "*.TVH"}, {"Oskel Composer Files", "*.OSK"}}, "tvh"});
+  if (!path || path->empty()) return;
+  LoadFile(desk, *path);
+}
+
+void Clear(Desk& desk) {
+  const Answer answer = desk.boxes.MsgBox({.text = "Do you want to clear your entire program?",
+                                           .title = "Erase Program",
+                                           .buttons = Buttons::OKCancel});
+  if (answer != Answer::OK) return;
+  InitProg(desk.program());
+  ShowProgram(desk);
+  desk.source.Changed = false;
+  desk.source.file_name = kUntitled;
+  desk.view.CaptionChanged();
+  desk.view.AutoScroll(0);
+}
+
+bool MayQuit(Desk& desk) {
+  if (!desk.source.Changed) return true;
+  return desk.boxes.MsgBox(
+             {.text = "You have made changes without Saving or Downloading.  Do you really want to quit?",
+              .title = "Quit",
+              .buttons = Buttons::OKCancel}) == Answer::OK;
+}
+
+}  // namespace tavlo
