@@ -4,10 +4,14 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <stdlib.h>
 #include <unistd.h>
 
 #include <csignal>
+#include <sstream>
+
+#include "cli/console/console.h"
 
 namespace tavlo::testing {
 namespace {
@@ -33,6 +37,18 @@ class PtyFeed : public cli::Feed {
     termios settings{};
     EXPECT_EQ(tcgetattr(terminal_, &settings), 0);
     return settings;
+  }
+  void Type(std::string_view keys) const {
+    EXPECT_EQ(write(master_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
+  }
+  /// The line that has been typed; nothing if none comes within two seconds.
+  [[nodiscard]] std::optional<std::string> ReadLine() const {
+    std::string line;
+    pollfd wait = {terminal_, POLLIN, 0};
+    for (char c = 0; poll(&wait, 1, 2000) == 1 && read(terminal_, &c, 1) == 1; line += c) {
+      if (c == '\n') return line;
+    }
+    return std::nullopt;
   }
   void Set(const termios& settings) const { EXPECT_EQ(tcsetattr(terminal_, TCSANOW, &settings), 0); }
 
@@ -65,6 +81,37 @@ TEST(KeyTerminal, TakesKeysAgainBehindAHaltInWhichTheShellHadItsLines) {
   EXPECT_EQ(feed.Settings().c_lflag, shell.c_lflag);
   raise(SIGCONT);
   EXPECT_EQ(feed.Settings().c_lflag, shell.c_lflag) << "a question has its lines";
+}
+
+/// An operator who answers a question the moment it is seen.
+class QuickOperator : public std::stringbuf {
+ public:
+  explicit QuickOperator(const PtyFeed& feed) : feed_(feed) {}
+
+ protected:
+  int sync() override {
+    if (str().ends_with("[y/N] ")) feed_.Type("y\n");
+    return 0;
+  }
+
+ private:
+  const PtyFeed& feed_;
+};
+
+TEST(KeyTerminal, AnAnswerCountsThatIsTypedTheMomentTheQuestionIsSeen) {
+  const PtyFeed feed;
+  cli::KeyTerminal keys(&feed);
+  keys.On();
+  feed.Type("y");
+  QuickOperator quick(feed);
+  std::ostream err(&quick);
+  std::ostringstream out;
+  cli::Environment environment{out, err, true, [&feed] { return feed.ReadLine(); }, nullptr};
+  cli::Console console(environment);
+  console.ReadLinesOn(keys);
+  EXPECT_EQ(console.Ask("Reset the drive?", Buttons::YesNo, cli::AnswerBy::Operator), Answer::Yes);
+  EXPECT_EQ(quick.str(), "Reset the drive? [y/N] ") << "what was typed before is no answer";
+  EXPECT_TRUE(keys.IsOn());
 }
 
 }  // namespace

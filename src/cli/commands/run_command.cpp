@@ -54,7 +54,7 @@ class RunCommand : public Command {
   [[nodiscard]] ExitCode Execute(Environment& environment) override {
     KeyTerminal keys(environment.feed);
     Console console(environment);
-    console.ReadLinesBy(LineReader(environment, keys));
+    console.ReadLinesOn(keys);
     Source source;
     InitSession(source);
     if (!path_.empty() && !LoadProgram(source, console, path_)) return ExitCode::File;
@@ -76,15 +76,6 @@ class RunCommand : public Command {
   }
 
  private:
-  /// A question gets whole lines, and the program its keys again afterwards.
-  static std::function<std::optional<std::string>()> LineReader(Environment& environment, KeyTerminal& keys) {
-    if (!environment.read_line) return nullptr;
-    return [&environment, &keys] {
-      const LineTerminal lines(keys);
-      return environment.read_line();
-    };
-  }
-
   /// `known`: the source holds the program that the hub runs.
   ExitCode RunIt(Environment& environment, Console& console, KeyTerminal& keys, HubLine& line, Source& source,
                  bool known) {

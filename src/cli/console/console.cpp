@@ -94,7 +94,7 @@ Answer Console::Ask(std::string_view question, Buttons buttons, AnswerBy by) {
       return choice.no;
     case AnswerBy::Operator: break;
   }
-  if (read_line_) return AskOperator(question, buttons);
+  if (environment_.read_line) return AskOperator(question, buttons);
   Message(question);
   Say("answered " + std::string(choice.no_text) + " because there is nobody to ask; --yes answers " +
       std::string(choice.yes_text));
@@ -108,9 +108,12 @@ Answer Console::AskOperator(std::string_view question, Buttons buttons) {
   const std::string keys = buttons == Buttons::YesNo ? " [y/N] " : " [o/C] ";
   environment_.failures.push_back(ShownMessage(question));
   Status("");
+  // The terminal changes hands before the question is seen: an answer may follow at once.
+  std::optional<LineTerminal> lines;
+  if (keys_ != nullptr) lines.emplace(*keys_);
   for (;;) {
     environment_.err << ShownMessage(question) << keys << std::flush;
-    const auto typed = read_line_();
+    const auto typed = environment_.read_line();
     if (typed && StartsWith(*typed, yes_letter)) return choice.yes;
     if (!typed || IsBlank(*typed) || StartsWith(*typed, no_letter)) return choice.no;
   }

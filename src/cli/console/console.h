@@ -2,13 +2,12 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 
 #include "cli/console/environment.h"
+#include "cli/console/key_terminal.h"
 #include "platform/services.h"
 
 namespace tavlo::cli {
@@ -24,12 +23,10 @@ enum class AnswerBy { Operator, Yes, No };
 /// The operator's side of a command: results on one stream, everything else on the other.
 class Console {
  public:
-  explicit Console(Environment& environment) : environment_(environment), read_line_(environment.read_line) {}
+  explicit Console(Environment& environment) : environment_(environment) {}
 
-  /// Answers are read by this from now on.
-  void ReadLinesBy(std::function<std::optional<std::string>()> read_line) {
-    read_line_ = std::move(read_line);
-  }
+  /// From now on a question takes whole lines from this terminal, and gives it its keys back afterwards.
+  void ReadLinesOn(KeyTerminal& keys) { keys_ = &keys; }
 
   /// One row of the result, in UTF-8. Leaves at once, for whoever reads along.
   void Result(std::string_view row);
@@ -71,7 +68,7 @@ class Console {
   [[nodiscard]] Answer AskOperator(std::string_view question, Buttons buttons);
 
   Environment& environment_;
-  std::function<std::optional<std::string>()> read_line_;
+  KeyTerminal* keys_ = nullptr;
   bool status_shown_ = false;
 };
 
