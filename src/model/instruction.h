@@ -87,7 +87,7 @@ struct Instruction {
   std::int16_t IONum = 0;
   std::int32_t Count = 0;
   /// Single bytes, each the code point 0..255.
-  std::string Text;
+  std::string Text = {};
   std::int16_t SubType = 0;
   std::int32_t Reserved1 = 0;
   std::int32_t UpperInt = 0;

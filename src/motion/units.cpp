@@ -176,9 +176,14 @@ DistEntry CleanUpPosition(const Program& program, std::string_view text, int axi
   return CleanUpSteps(program, text, axis, -kMaxSteps, kMaxSteps);
 }
 
+std::string FormatRetDelay(std::int32_t hundredths) {
+  return Format(hundredths / 100.0, "#0.00");
+}
+
 DelayEntry CleanUpRetDelay(std::string_view text) {
-  const double seconds = Held(Entered(text), 0.01, 300.0);
-  return {Format(seconds, "#0.00"), SliderValue(seconds * 100)};
+  const int hundredths = SliderValue(Held(Entered(text), 0.01, 300.0) * 100);
+  // Of the slider, so that the number shown is the one that is stored.
+  return {FormatRetDelay(hundredths), hundredths};
 }
 
 std::int32_t CleanUpCount(std::string_view text) {

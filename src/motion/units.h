@@ -83,6 +83,8 @@ struct DelayEntry {
   /// Steps of 10 ms.
   int slider;
 };
+/// A dwell of so many hundredths of a second, as seconds.
+[[nodiscard]] std::string FormatRetDelay(std::int32_t hundredths);
 [[nodiscard]] DelayEntry CleanUpRetDelay(std::string_view text);
 
 /// A repeat count: whole, 1 to 32767.

@@ -7,7 +7,7 @@ link lists of CMake, and packaging/tidy takes from it which folders are the core
 """
 
 # On the standard library alone.
-CORE = ["platform", "model", "motion", "codegen", "text", "session", "checks", "link", "commands"]
+CORE = ["platform", "model", "motion", "codegen", "text", "session", "checks", "link", "commands", "forms"]
 
 # A folder of src/ and those that it leans on directly; on what these lean it may lean too. What is deeper down in src/
 # belongs to the nearest folder that has a row.
@@ -21,6 +21,7 @@ LEANS_ON = {
     "checks": ["session"],
     "link": ["checks", "codegen"],
     "commands": ["session"],
+    "forms": ["motion"],
     "qt": ["platform"],
     "qt/gui": ["platform"],
     "widgets": ["session", "qt/gui"],

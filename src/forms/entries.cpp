@@ -1,0 +1,249 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "forms/entries.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "platform/number_format.h"
+
+namespace tavlo {
+namespace {
+
+constexpr double kSliderStepsPerRev = 40;
+constexpr int kLongestDelay = 30000;
+
+int OnSlider(const Slider& slider, double value) {
+  const double held = std::clamp(RoundHalfEven(value), static_cast<double>(slider.min),
+                                 static_cast<double>(std::max(slider.min, slider.max)));
+  return static_cast<int>(held);
+}
+
+std::string UnitOf(AxisUnits units, std::string_view behind, std::string_view without) {
+  const AxisConfig& axes = units.program.Axis;
+  return axes.UseUnits[units.axis] ? axes.UnitName[units.axis] + std::string(behind) : std::string(without);
+}
+
+}  // namespace
+
+std::string SpeedUnit(AxisUnits units) {
+  return UnitOf(units, "/sec", "Rev/sec");
+}
+
+void AxisList::AddTo(ControlTable& controls, std::function<void()> changed) {
+  controls.Add("Drive", &drive_, std::move(changed));
+}
+
+void AxisList::Fill(const Program& program, int drive) {
+  const int axes = HubAxes(program);
+  drive_.list.clear();
+  for (int axis = 0; axis < axes; ++axis) drive_.list.push_back(AxisNameOf(program, axis));
+  drive_.index = drive >= 0 && drive < axes ? drive : 0;
+}
+
+void DistanceField::AddTo(ControlTable& controls, std::string_view text, std::string_view unit,
+                          std::function<void()> left) {
+  controls.Add(std::string(text), &text_, std::move(left));
+  controls.Add(std::string(unit), &unit_);
+}
+
+void DistanceField::LabelUnit(AxisUnits units) {
+  unit_.caption = UnitOf(units, "", "Steps");
+}
+
+void DistanceField::Fill(AxisUnits units, std::int32_t steps) {
+  LabelUnit(units);
+  steps_ = steps;
+  text_.text = FormatDist(units.program, steps, units.axis);
+}
+
+void DistanceField::CleanUp(AxisUnits units) {
+  const int lowest = kind_ == Kind::Length ? 1 : -kMaxSteps;
+  if (!text_.touched && steps_ >= lowest && steps_ <= kMaxSteps) return;
+  DistEntry entry = kind_ == Kind::Length ? CleanUpDist(units.program, text_.text, units.axis)
+                                          : CleanUpPosition(units.program, text_.text, units.axis);
+  steps_ = entry.steps;
+  text_.text = std::move(entry.text);
+  text_.touched = false;
+}
+
+void DistanceField::ReadAnew(AxisUnits units) {
+  LabelUnit(units);
+  text_.touched = true;
+}
+
+void SpeedField::AddTo(ControlTable& controls, const Names& names, std::function<AxisUnits()> units,
+                       std::function<void()> changed) {
+  const auto and_then = [changed = std::move(changed)] {
+    if (changed) changed();
+  };
+  controls.Add(std::string(names.text), &text_, [this, units, and_then] {
+    CleanUp(units());
+    and_then();
+  });
+  controls.Add(std::string(names.unit), &unit_);
+  controls.Add(std::string(names.slider), &slider_, [this, units, and_then] {
+    rev_s_ = Speed();
+    text_.text = FormatSpeed(units().program, rev_s_, units().axis);
+    text_.touched = false;
+    and_then();
+  });
+}
+
+void SpeedField::SetEnds(AxisUnits units) {
+  const SliderEnds ends = BarEnds(units.program, units.axis);
+  slider_.min = ends.speed_min;
+  slider_.max = ends.speed_max;
+  unit_.caption = SpeedUnit(units);
+}
+
+void SpeedField::Fill(AxisUnits units, float rev_s) {
+  SetEnds(units);
+  rev_s_ = rev_s;
+  text_.text = FormatSpeed(units.program, rev_s_, units.axis);
+  slider_.value = OnSlider(slider_, rev_s_ * kSliderStepsPerRev);
+}
+
+void SpeedField::CleanUp(AxisUnits units) {
+  const bool in_range =
+      rev_s_ >= MinSpeed(units.program, units.axis) && rev_s_ <= MaxSpeed(units.program, units.axis);
+  if (!text_.touched && in_range) return;
+  SpeedEntry entry = CleanUpSpeed(units.program, text_.text, units.axis);
+  rev_s_ = entry.rev_s;
+  text_.text = std::move(entry.text);
+  text_.touched = false;
+  slider_.value = OnSlider(slider_, entry.slider);
+}
+
+void SpeedField::ReadAnew(AxisUnits units) {
+  SetEnds(units);
+  text_.touched = true;
+}
+
+double SpeedField::Speed() const {
+  return slider_.value / kSliderStepsPerRev;
+}
+
+void AccelField::AddTo(ControlTable& controls, const Names& names, std::function<AxisUnits()> units,
+                       std::function<void()> changed) {
+  const auto and_then = [changed = std::move(changed)] {
+    if (changed) changed();
+  };
+  controls.Add(std::string(names.text), &text_, [this, units, and_then] {
+    CleanUp(units());
+    and_then();
+  });
+  controls.Add(std::string(names.unit), &unit_);
+  controls.Add(std::string(names.slider), &slider_, [this, units, and_then] {
+    rev_s2_ = slider_.value;
+    text_.text = FormatAccel(units().program, rev_s2_, units().axis);
+    text_.touched = false;
+    and_then();
+  });
+}
+
+void AccelField::SetEnds(AxisUnits units) {
+  slider_.min = BarEnds(units.program, units.axis).accel_min;
+  slider_.max = kMaxAccel;
+  unit_.caption = UnitOf(units, "/sec/sec", "Rev/sec/sec");
+}
+
+void AccelField::Fill(AxisUnits units, std::int32_t rev_s2) {
+  SetEnds(units);
+  rev_s2_ = rev_s2;
+  text_.text = FormatAccel(units.program, rev_s2, units.axis);
+  slider_.value = OnSlider(slider_, rev_s2);
+}
+
+void AccelField::CleanUp(AxisUnits units) {
+  const bool in_range = rev_s2_ >= slider_.min && rev_s2_ <= slider_.max;
+  if (!text_.touched && in_range) return;
+  AccelEntry entry = CleanUpAccel(units.program, text_.text, units.axis);
+  text_.text = std::move(entry.text);
+  text_.touched = false;
+  slider_.value = OnSlider(slider_, entry.slider);
+  rev_s2_ = slider_.value;
+}
+
+void AccelField::ReadAnew(AxisUnits units) {
+  SetEnds(units);
+  text_.touched = true;
+}
+
+void VariableChoice::AddTo(ControlTable& controls, std::string_view check_box, std::string_view list) {
+  controls.Add(std::string(check_box), &from_);
+  controls.Add(std::string(list), &name_);
+}
+
+void VariableChoice::Fill(bool is_variable, int variable) {
+  from_.value = is_variable;
+  name_.list.clear();
+  for (int i = 0; i < kMMIVariables; ++i) name_.list.push_back(MMIVarName(i));
+  name_.index = variable >= 0 && variable < kMMIVariables ? variable : 0;
+}
+
+void VariableChoice::Show(bool visible) {
+  from_.visible = visible;
+  name_.visible = visible && from_.value;
+}
+
+void VariableChoice::Write(bool& is_variable, std::int16_t& variable) const {
+  is_variable = from_.value;
+  if (from_.value) variable = static_cast<std::int16_t>(name_.index);
+}
+
+void ExecutionChoice::Fill(const Instruction& record) {
+  group_.Fill(record.Proceed ? 0 : record.WaitThis ? 1 : 2);
+}
+
+void ExecutionChoice::Write(Instruction& record) const {
+  record.Proceed = group_.Chosen() == 0;
+  // A line that goes on at once keeps what it would wait for.
+  if (!record.Proceed) record.WaitThis = group_.Chosen() == 1;
+}
+
+void LineField::AddTo(ControlTable& controls) {
+  controls.Add("linenum", &linenum_, [this] { CleanUp(); });
+  controls.Add("Spin1", &spin_, [this] {
+    CleanUp();
+    Put(number_ + spin_.way);
+  });
+}
+
+void LineField::Put(int number) {
+  number_ = std::clamp(number, 1, kLines);
+  linenum_.text = Joined(number_);
+  linenum_.touched = false;
+}
+
+void LineField::Fill(int target, int own_line) {
+  const bool is_line = target >= 0 && target < kLines;
+  Put((is_line ? target : own_line == 0 ? 1 : 0) + 1);
+}
+
+void LineField::CleanUp() {
+  if (!linenum_.touched) return;
+  Put(static_cast<int>(std::clamp(RoundHalfEven(Val(linenum_.text)), 1.0, static_cast<double>(kLines))));
+}
+
+void DelayField::AddTo(ControlTable& controls, std::string_view text, std::string_view slider) {
+  slider_.min = 1;
+  slider_.max = kLongestDelay;
+  controls.Add(std::string(text), &text_, [this] { CleanUp(); });
+  controls.Add(std::string(slider), &slider_, [this] { Fill(slider_.value); });
+}
+
+void DelayField::Fill(std::int32_t hundredths) {
+  hundredths_ = hundredths;
+  slider_.value = OnSlider(slider_, hundredths);
+  text_.text = FormatRetDelay(hundredths);
+  text_.touched = false;
+}
+
+void DelayField::CleanUp() {
+  const bool in_range = hundredths_ >= slider_.min && hundredths_ <= slider_.max;
+  if (text_.touched || !in_range) Fill(CleanUpRetDelay(text_.text).slider);
+}
+
+}  // namespace tavlo

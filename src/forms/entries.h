@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "forms/form.h"
+#include "motion/units.h"
+
+namespace tavlo {
+
+// The blocks of controls that the forms are made of. Each adds its controls under the names it is given, is
+// filled from the record, cleans what was typed, and knows the value that is written.
+//
+// What was typed is cleaned once, so that the number shown is the number written. An entry that nobody
+// touched keeps the record's value while that is in range.
+
+/// The axis by whose units and limits an entry goes.
+struct AxisUnits {
+  const Program& program;
+  int axis;
+};
+
+/// What stands behind a speed on the axis: the unit's name with "/sec", or "Rev/sec".
+[[nodiscard]] std::string SpeedUnit(AxisUnits units);
+
+/// The axis of the line: `Drive`.
+class AxisList {
+ public:
+  void AddTo(ControlTable& controls, std::function<void()> changed);
+  void Fill(const Program& program, int drive);
+  [[nodiscard]] std::int16_t Axis() const { return static_cast<std::int16_t>(drive_.index); }
+
+ private:
+  ListBox drive_;
+};
+
+/// A length or a position in steps, as text in the units of the axis.
+class DistanceField {
+ public:
+  enum class Kind { Length, Position };
+  explicit DistanceField(Kind kind = Kind::Length) : kind_(kind) {}
+
+  void AddTo(ControlTable& controls, std::string_view text, std::string_view unit,
+             std::function<void()> left);
+  void Fill(AxisUnits units, std::int32_t steps);
+  void CleanUp(AxisUnits units);
+  /// The units have changed: what the box shows counts in the new ones, as if it were typed.
+  void ReadAnew(AxisUnits units);
+  [[nodiscard]] std::int32_t Steps() const { return steps_; }
+  void Enable(bool enabled) { text_.enabled = enabled; }
+  void Show(bool visible) { text_.visible = unit_.visible = visible; }
+
+ private:
+  void LabelUnit(AxisUnits units);
+
+  Kind kind_;
+  TextBox text_;
+  Label unit_;
+  std::int32_t steps_ = 0;
+};
+
+/// A speed with its slider, whose steps are 0.025 rev/s. What is written is the slider's.
+class SpeedField {
+ public:
+  struct Names {
+    std::string_view text;
+    std::string_view slider;
+    std::string_view unit;
+  };
+  /// `changed` follows on a new speed, by whatever way it came.
+  void AddTo(ControlTable& controls, const Names& names, std::function<AxisUnits()> units,
+             std::function<void()> changed = {});
+  void Fill(AxisUnits units, float rev_s);
+  void CleanUp(AxisUnits units);
+  void ReadAnew(AxisUnits units);
+  /// rev/s
+  [[nodiscard]] double Speed() const;
+  void Enable(bool enabled) { text_.enabled = slider_.enabled = enabled; }
+
+ private:
+  void SetEnds(AxisUnits units);
+
+  TextBox text_;
+  Slider slider_;
+  Label unit_;
+  double rev_s_ = 0;
+};
+
+/// An acceleration with its slider, which counts rev/s/s.
+class AccelField {
+ public:
+  using Names = SpeedField::Names;
+  void AddTo(ControlTable& controls, const Names& names, std::function<AxisUnits()> units,
+             std::function<void()> changed = {});
+  void Fill(AxisUnits units, std::int32_t rev_s2);
+  void CleanUp(AxisUnits units);
+  void ReadAnew(AxisUnits units);
+  [[nodiscard]] std::int32_t Accel() const { return slider_.value; }
+
+ private:
+  void SetEnds(AxisUnits units);
+
+  TextBox text_;
+  Slider slider_;
+  Label unit_;
+  std::int32_t rev_s2_ = 0;
+};
+
+/// A value that may come from a variable instead of its entry: a check box and the list of the variables'
+/// names.
+class VariableChoice {
+ public:
+  void AddTo(ControlTable& controls, std::string_view check_box, std::string_view list);
+  void Fill(bool is_variable, int variable);
+  [[nodiscard]] bool IsOn() const { return from_.value; }
+  void Show(bool visible);
+  /// The number of the variable stays as it was while the box is clear.
+  void Write(bool& is_variable, std::int16_t& variable) const;
+
+ private:
+  CheckBox from_;
+  ListBox name_;
+};
+
+/// Options of which one is on.
+template <std::size_t N>
+class OptionGroup {
+ public:
+  void AddTo(ControlTable& controls, const std::array<std::string_view, N>& names,
+             const std::function<void()>& changed = {}) {
+    for (std::size_t i = 0; i < N; ++i) {
+      controls.Add(std::string(names[i]), &options_[i], [this, i, changed] {
+        Fill(static_cast<int>(i));
+        if (changed) changed();
+      });
+    }
+  }
+  void Fill(int chosen) {
+    for (std::size_t i = 0; i < N; ++i) options_[i].value = static_cast<int>(i) == chosen;
+  }
+  [[nodiscard]] int Chosen() const {
+    for (std::size_t i = 0; i < N; ++i) {
+      if (options_[i].value) return static_cast<int>(i);
+    }
+    return -1;
+  }
+
+ private:
+  std::array<OptionButton, N> options_;
+};
+
+/// `cw` and `ccw`
+class DirectionChoice {
+ public:
+  void AddTo(ControlTable& controls) { group_.AddTo(controls, {"cw", "ccw"}); }
+  void Fill(int dir) { group_.Fill(dir == 0 ? 0 : 1); }
+  [[nodiscard]] std::int16_t Dir() const { return static_cast<std::int16_t>(group_.Chosen() == 0 ? 0 : 1); }
+
+ private:
+  OptionGroup<2> group_;
+};
+
+/// `OptProceed`, `OptWait` and `OptWaitAll`
+class ExecutionChoice {
+ public:
+  void AddTo(ControlTable& controls) { group_.AddTo(controls, {"OptProceed", "OptWait", "OptWaitAll"}); }
+  void Fill(const Instruction& record);
+  void Write(Instruction& record) const;
+
+ private:
+  OptionGroup<3> group_;
+};
+
+/// The number of a line, with its spin buttons: `linenum` and `Spin1`. A target is 0-based, what is shown
+/// counts from 1.
+class LineField {
+ public:
+  void AddTo(ControlTable& controls);
+  /// A target that was never set, or is no line, is shown as the first line, or the second for the first
+  /// itself: a new jump never points at itself.
+  void Fill(int target, int own_line);
+  void CleanUp();
+  [[nodiscard]] std::int16_t Target() const { return static_cast<std::int16_t>(number_ - 1); }
+
+ private:
+  void Put(int number);
+
+  TextBox linenum_;
+  SpinButton spin_;
+  int number_ = 1;
+};
+
+/// A time with its slider, whose steps are 10 ms.
+class DelayField {
+ public:
+  void AddTo(ControlTable& controls, std::string_view text, std::string_view slider);
+  void Fill(std::int32_t hundredths);
+  void CleanUp();
+  /// Hundredths of a second.
+  [[nodiscard]] std::int32_t Hundredths() const { return slider_.value; }
+
+ private:
+  TextBox text_;
+  Slider slider_;
+  std::int32_t hundredths_ = 0;
+};
+
+}  // namespace tavlo

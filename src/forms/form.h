@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "forms/controls.h"
+#include "model/program.h"
+#include "platform/services.h"
+
+namespace tavlo {
+
+/// A control of a form by its name, an element of an array as "OptIn(3)".
+struct Bound {
+  std::string name;
+  AnyControl control;
+  /// What follows on what the operator did with it: a box was left, a slider moved, a check box or an option
+  /// clicked, an entry of a list chosen, a spin button pressed. May be empty.
+  std::function<void()> rule;
+};
+
+/// The controls of a form. Blocks that several forms share add theirs.
+class ControlTable {
+ public:
+  void Add(std::string name, AnyControl control, std::function<void()> rule = {});
+  [[nodiscard]] const std::vector<Bound>& Rows() const { return rows_; }
+  /// The control of that name; there must be one.
+  [[nodiscard]] const Bound& Find(std::string_view name) const;
+
+ private:
+  std::vector<Bound> rows_;
+};
+
+/// A dialog that edits a line, without its window: what its controls show, what follows on each act of the
+/// operator, what is written at OK. A window binds to it by the names of the controls, passes on what the
+/// operator does and then shows the state anew.
+///
+/// A form is filled each time its dialog comes up, so nothing of an earlier use is left.
+class Form {
+ public:
+  virtual ~Form() = default;
+  Form(const Form&) = delete;
+  Form& operator=(const Form&) = delete;
+
+  /// The dialog comes up for a line 0..199 of a program, which must outlive its stay.
+  void Load(Program& program, int line);
+  /// OK: writes the line. False if the dialog stays, after its message.
+  [[nodiscard]] bool Confirm(MessageBoxes& boxes);
+  /// Gives the line back as it was when the dialog came up.
+  void Cancel();
+  /// Enter: takes what was being typed. The caret then goes to the first entry.
+  void Enter();
+
+  [[nodiscard]] const ControlTable& Controls() const { return controls_; }
+  /// The entry that has the caret when the dialog comes up, its text selected.
+  [[nodiscard]] const Bound& First() const { return controls_.Find(first_); }
+
+  // What the operator does.
+  void Type(const Bound& box, std::string text);
+  void Leave(const Bound& box);
+  void Move(const Bound& slider, int value);
+  void Click(const Bound& box_or_option);
+  void Choose(const Bound& list, int index);
+  void Spin(const Bound& button, int way);
+
+ protected:
+  /// `first` names the entry that the form begins with.
+  explicit Form(std::string_view first) : first_(first) {}
+
+  /// From the record to the controls.
+  virtual void Fill() = 0;
+  /// Takes every entry that was typed into, and forces into range what is not.
+  virtual void CleanUp() = 0;
+  /// Shows or hides, enables or dims by what the controls say. Runs after every act.
+  virtual void ShowHide() {}
+  /// Tells what keeps the line from being written, after which the dialog stays.
+  [[nodiscard]] virtual bool MayWrite(MessageBoxes& boxes);
+  /// From the controls to the record.
+  virtual void Write(Instruction& record) const = 0;
+
+  [[nodiscard]] const Program& program() const { return *program_; }
+  [[nodiscard]] int line() const { return line_; }
+  [[nodiscard]] const Instruction& record() const { return program_->Prog[line_]; }
+
+  ControlTable controls_;
+
+ private:
+  void Follow(const Bound& bound);
+
+  std::string first_;
+  Program* program_ = nullptr;
+  int line_ = 0;
+  Instruction before_;
+};
+
+}  // namespace tavlo

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "forms/registry.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "model/instruction.h"
+
+namespace tavlo::testing {
+namespace {
+
+TEST(Forms, EachKindHasItsDialog) {
+  const struct {
+    int type;
+    std::string_view name;
+    std::string_view title;
+    std::string_view help;
+  } rows[] = {{FL, "FeedLength", "Feed to Length", "FL.pdf"},
+              {FLCS, "FeedLength", "Feed to Length", "FL.pdf"},
+              {WT, "WaitTime", "Wait Time", "WT.pdf"},
+              {GT, "GoToBox", "Go To", "GT.pdf"}};
+  for (const auto& row : rows) {
+    const FormRow* form = FormOf(row.type);
+    ASSERT_NE(form, nullptr) << row.type;
+    EXPECT_EQ(form->name, row.name);
+    EXPECT_EQ(form->title, row.title);
+    EXPECT_EQ(form->help, row.help);
+    EXPECT_NE(form->make(), nullptr);
+  }
+  for (const int type : {int{ER}, int{NO}, int{RT}, int{FE}, -1, kTypes, 32767}) {
+    EXPECT_EQ(FormOf(type), nullptr) << type;
+  }
+}
+
+TEST(Forms, NoTwoControlsOfADialogBearTheSameName) {
+  for (int type = 0; type < kTypes; ++type) {
+    const FormRow* row = FormOf(type);
+    if (row == nullptr) continue;
+    const auto form = row->make();
+    std::set<std::string> names;
+    for (const Bound& bound : form->Controls().Rows()) {
+      EXPECT_TRUE(names.insert(bound.name).second) << row->name << ": " << bound.name;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tavlo::testing
