@@ -25,6 +25,7 @@ LEANS_ON = {
     "qt": ["platform"],
     "qt/gui": ["platform"],
     "widgets": ["session", "qt/gui"],
+    "editors": ["forms", "widgets"],
     "windows": ["link", "commands", "widgets"],
     "composer": ["windows", "qt"],
     "cli": ["link", "commands", "qt"],

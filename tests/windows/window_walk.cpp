@@ -3,8 +3,11 @@
 #include "windows/window_walk.h"
 
 #include <QPlainTextEdit>
+#include <set>
 
 #include "commands/hub_choices.h"
+#include "editors/editor_dialog.h"
+#include "forms/registry.h"
 #include "link/execution.h"
 #include "session/grid.h"
 #include "windows/start_form.h"
@@ -131,6 +134,28 @@ void LookAtTerminal(const LookAt& look_at) {
   session.Handlers().terminal->ShowModal();
 }
 
+/// With every control of theirs to be seen: variables chosen, blocks shown.
+void LookAtEditors(const LookAt& look_at) {
+  FakeDesk fake;
+  fake.Line(0) = {
+      .Type = FLCS, .Dist = 12345678, .Speed = 12.5F, .Speed2 = 2.5F, .Time = 30000, .LineNum = 199};
+  Instruction& line = fake.Line(0);
+  std::set<std::string_view> seen;
+  for (int type = 0; type < kTypes; ++type) {
+    const FormRow* row = FormOf(type);
+    if (row == nullptr) continue;
+    line.Type = static_cast<std::int16_t>(type);
+    line.DistIsMMI = line.SpeedIsMMI = line.Dist2IsMMI = line.Speed2IsMMI = seen.contains(row->name);
+    seen.insert(row->name);
+    EditorDialog dialog(*row, fake.boxes, nullptr);
+    QTimer::singleShot(0, &dialog, [&] {
+      look_at(dialog, std::string(row->name) + ", type " + std::to_string(type));
+      dialog.reject();
+    });
+    static_cast<void>(dialog.Edit(fake.source.program, 0));
+  }
+}
+
 }  // namespace
 
 std::string NameOf(const Look& look) {
@@ -178,6 +203,7 @@ void ForEachWindow(const LookAt& look_at) {
   LookAtRuns(look_at);
   LookAtFault(look_at);
   LookAtTerminal(look_at);
+  LookAtEditors(look_at);
 }
 
 }  // namespace tavlo::testing

@@ -1,0 +1,220 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "editors/editor_dialog.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSignalBlocker>
+#include <QSlider>
+#include <QVBoxLayout>
+#include <type_traits>
+
+#include "editors/looks.h"
+#include "qt/gui/shown_text.h"
+#include "widgets/entry_box.h"
+#include "widgets/spin_pair.h"
+
+namespace tavlo {
+namespace {
+
+// What did not change is not touched: the caret and the selection stay.
+
+void Put(EntryBox& box, const TextBox& state) {
+  if (const QString text = FromText(state.text); box.text() != text) box.setText(text);
+}
+
+void Put(QSlider& slider, const Slider& state) {
+  const QSignalBlocker quiet(slider);
+  slider.setRange(state.min, state.max);
+  slider.setValue(state.value);
+}
+
+void Put(QAbstractButton& button, bool on) {
+  const QSignalBlocker quiet(button);
+  button.setChecked(on);
+  // The Tab key goes to the option that is on, not to the first of its group.
+  if (button.autoExclusive()) button.setFocusPolicy(on ? Qt::StrongFocus : Qt::ClickFocus);
+}
+
+void Put(QComboBox& list, const ListBox& state) {
+  const QSignalBlocker quiet(list);
+  QStringList entries;
+  for (const std::string& entry : state.list) entries << FromText(entry);
+  QStringList shown;
+  for (int i = 0; i < list.count(); ++i) shown << list.itemText(i);
+  if (shown != entries) {
+    list.clear();
+    list.addItems(entries);
+  }
+  list.setCurrentIndex(state.index);
+}
+
+void Put(QLabel& label, const Label& state) {
+  if (const QString caption = FromText(state.caption); label.text() != caption) label.setText(caption);
+}
+
+}  // namespace
+
+EditorDialog::EditorDialog(const FormRow& row, MessageBoxes& boxes, QWidget* parent)
+    : QDialog(parent), boxes_(boxes), form_(row.make()), body_(new QWidget(this)) {
+  setObjectName(FromText(row.name));
+  setWindowTitle(FromText(row.title));
+  align_ = BuildLook(row.name, body_);
+  auto* column = new QVBoxLayout(this);
+  column->addWidget(body_);
+  AddButtons(*column);
+  column->setSizeConstraint(QLayout::SetFixedSize);
+  BindAll();
+  OrderTabs();
+}
+
+EditorDialog::~EditorDialog() = default;
+
+void EditorDialog::AddButtons(QVBoxLayout& column) {
+  auto* row = new QHBoxLayout;
+  row->addStretch(1);
+  const auto add = [&](const QString& caption, const char* name) {
+    auto* button = new QPushButton(caption, this);
+    button->setObjectName(QLatin1String(name));
+    // Enter belongs to the entries: a dialog is closed by a press of its button alone.
+    button->setAutoDefault(false);
+    row->addWidget(button);
+    return button;
+  };
+  connect(add(QStringLiteral("&OK"), "OK"), &QPushButton::clicked, this, &EditorDialog::Confirm);
+  connect(add(QStringLiteral("Cancel"), "Cancel"), &QPushButton::clicked, this, &EditorDialog::reject);
+  QPushButton* help = add(QStringLiteral("&Help"), "Help");
+  help->setToolTip(QStringLiteral("Open the help of this dialog (not available in this version)"));
+  help->setEnabled(false);
+  QPushButton* invisible = add(QString(), "invisible");
+  invisible->hide();
+  connect(invisible, &QPushButton::clicked, this, &EditorDialog::TakeEntry);
+  column.addLayout(row);
+}
+
+void EditorDialog::BindAll() {
+  for (const Bound& bound : form_->Controls().Rows()) {
+    auto* widget = body_->findChild<QWidget*>(FromText(bound.name));
+    Q_ASSERT_X(widget != nullptr, "EditorDialog", bound.name.c_str());
+    Bind(bound, widget);
+    Control& common = CommonOf(bound.control);
+    shows_.emplace_back([&common, widget] {
+      widget->setEnabled(common.enabled);
+      widget->setVisible(common.visible);
+    });
+  }
+}
+
+void EditorDialog::Bind(const Bound& bound, QWidget* widget) {
+  const auto act = [this](auto what) {
+    return [this, what](auto... of) {
+      what(of...);
+      ShowState();
+    };
+  };
+  std::visit(
+      [&](auto* state) {
+        using State = std::remove_pointer_t<decltype(state)>;
+        if constexpr (std::is_same_v<State, TextBox>) {
+          auto* box = static_cast<EntryBox*>(widget);
+          connect(box, &EntryBox::textEdited, this,
+                  act([this, &bound](const QString& text) { form_->Type(bound, ToText(text)); }));
+          connect(box, &EntryBox::Left, this, act([this, &bound] { form_->Leave(bound); }));
+          shows_.emplace_back([box, state] { Put(*box, *state); });
+        } else if constexpr (std::is_same_v<State, Slider>) {
+          auto* slider = static_cast<QSlider*>(widget);
+          connect(slider, &QSlider::valueChanged, this,
+                  act([this, &bound](int value) { form_->Move(bound, value); }));
+          shows_.emplace_back([slider, state] { Put(*slider, *state); });
+        } else if constexpr (std::is_same_v<State, CheckBox> || std::is_same_v<State, OptionButton>) {
+          auto* button = static_cast<QAbstractButton*>(widget);
+          connect(button, &QAbstractButton::clicked, this,
+                  act([this, &bound](bool) { form_->Click(bound); }));
+          shows_.emplace_back([button, state] { Put(*button, state->value); });
+        } else if constexpr (std::is_same_v<State, ListBox>) {
+          auto* list = static_cast<QComboBox*>(widget);
+          connect(list, &QComboBox::activated, this,
+                  act([this, &bound](int index) { form_->Choose(bound, index); }));
+          shows_.emplace_back([list, state] { Put(*list, *state); });
+        } else if constexpr (std::is_same_v<State, Label>) {
+          auto* label = static_cast<QLabel*>(widget);
+          shows_.emplace_back([label, state] { Put(*label, *state); });
+        } else if constexpr (std::is_same_v<State, SpinButton>) {
+          connect(static_cast<SpinPair*>(widget), &SpinPair::Pressed, this,
+                  act([this, &bound](int way) { form_->Spin(bound, way); }));
+        }
+      },
+      bound.control);
+}
+
+void EditorDialog::OrderTabs() {
+  QWidget* before = nullptr;
+  const auto next = [&before](QWidget* widget) {
+    if (widget->focusPolicy() == Qt::NoFocus) return;
+    if (before != nullptr) setTabOrder(before, widget);
+    before = widget;
+  };
+  for (const Bound& bound : form_->Controls().Rows()) next(body_->findChild<QWidget*>(FromText(bound.name)));
+  for (const char* button : {"OK", "Cancel", "Help"}) next(findChild<QWidget*>(QLatin1String(button)));
+}
+
+bool EditorDialog::Edit(Program& program, int line) {
+  form_->Load(program, line);
+  ShowState();
+  return exec() == Accepted;
+}
+
+void EditorDialog::ShowState() {
+  for (const auto& show : shows_) show();
+  align_();
+}
+
+void EditorDialog::GoToFirst() {
+  auto* first = body_->findChild<EntryBox*>(FromText(form_->First().name));
+  first->deselect();
+  // An entry whose value comes from a variable takes no focus; the next control does.
+  const auto takes_it = [this](const QWidget& widget) {
+    return widget.isEnabled() && widget.isVisibleTo(this) && (widget.focusPolicy() & Qt::TabFocus) != 0;
+  };
+  QWidget* next = first;
+  while (!takes_it(*next)) next = next->nextInFocusChain();
+  next->setFocus();
+  if (next == first) first->selectAll();
+}
+
+void EditorDialog::showEvent(QShowEvent* event) {
+  QDialog::showEvent(event);
+  GoToFirst();
+}
+
+void EditorDialog::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    findChild<QPushButton*>(QStringLiteral("invisible"))->click();
+    return;
+  }
+  QDialog::keyPressEvent(event);
+}
+
+void EditorDialog::TakeEntry() {
+  form_->Enter();
+  ShowState();
+  GoToFirst();
+}
+
+void EditorDialog::Confirm() {
+  const bool written = form_->Confirm(boxes_);
+  ShowState();
+  if (written) accept();
+}
+
+void EditorDialog::reject() {
+  form_->Cancel();
+  QDialog::reject();
+}
+
+}  // namespace tavlo

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <QDialog>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "forms/registry.h"
+
+class QPushButton;
+
+namespace tavlo {
+
+/// The window of a form: passes on what the operator does and shows what the form says. Its controls are
+/// bound to those of the form by their names.
+class EditorDialog : public QDialog {
+  Q_OBJECT
+
+ public:
+  EditorDialog(const FormRow& row, MessageBoxes& boxes, QWidget* parent);
+  ~EditorDialog() override;
+
+  /// Lets the operator edit a line of the program. True if it was written. Modal.
+  [[nodiscard]] bool Edit(Program& program, int line);
+
+  void reject() override;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+
+ private:
+  void BindAll();
+  void Bind(const Bound& bound, QWidget* widget);
+  void OrderTabs();
+  void AddButtons(class QVBoxLayout& column);
+  void Confirm();
+  /// Enter, by way of the button that nobody sees.
+  void TakeEntry();
+  void ShowState();
+  void GoToFirst();
+
+  MessageBoxes& boxes_;
+  std::unique_ptr<Form> form_;
+  QWidget* body_;
+  /// Each shows the state of one control.
+  std::vector<std::function<void()>> shows_;
+  std::function<void()> align_;
+};
+
+}  // namespace tavlo

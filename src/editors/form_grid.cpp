@@ -1,0 +1,173 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "editors/form_grid.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QRadioButton>
+#include <QSlider>
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "widgets/entry_box.h"
+#include "widgets/font_size.h"
+#include "widgets/spin_pair.h"
+
+namespace tavlo {
+namespace {
+
+enum Column { kLabel, kEntry, kUnit, kSlider, kFromVariable, kVariables, kColumns };
+
+constexpr int kNumberDigits = 12;
+constexpr int kLineDigits = 4;
+constexpr int kSliderWidth = 150;
+
+/// A caption as it is read out.
+QString Spoken(QString caption) {
+  return caption.remove(QLatin1Char('&'));
+}
+
+template <class Widget>
+Widget* Named(Widget* widget, const char* name) {
+  widget->setObjectName(QLatin1String(name));
+  return widget;
+}
+
+}  // namespace
+
+FormGrid::FormGrid(QWidget* inside) : inside_(inside), grid_(new QGridLayout(inside)) {
+  grid_->setColumnStretch(kColumns, 1);
+}
+
+void FormGrid::Put(QWidget* widget, int column, int span) {
+  // What is hidden keeps its place, so that nothing jumps when it comes back.
+  QSizePolicy policy = widget->sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  widget->setSizePolicy(policy);
+  grid_->addWidget(widget, row_, column, 1, span,
+                   span == 1 && column != kSlider ? Qt::AlignLeft : Qt::Alignment());
+}
+
+void FormGrid::AddEntry(const QString& label, const Entry& entry) {
+  AddEntryBehind(new QLabel(label, inside_), Spoken(label), entry);
+}
+
+void FormGrid::AddEntry(const char* label_name, const QString& spoken, const Entry& entry) {
+  AddEntryBehind(Named(new QLabel(inside_), label_name), spoken, entry);
+}
+
+void FormGrid::AddEntryBehind(QLabel* label, const QString& spoken, const Entry& entry) {
+  auto* text = Named(new EntryBox(kNumberDigits, inside_), entry.text);
+  text->setAccessibleName(spoken);
+  label->setBuddy(text);
+  Put(label, kLabel);
+  Put(text, kEntry);
+  Put(Named(new QLabel(entry.unit_caption, inside_), entry.unit), kUnit);
+  if (*entry.slider != 0) {
+    auto* slider = Named(new QSlider(Qt::Horizontal, inside_), entry.slider);
+    slider->setAccessibleName(spoken + QStringLiteral(", slider"));
+    slider->setMinimumWidth(ByFont(inside_->fontMetrics(), kSliderWidth));
+    Put(slider, kSlider);
+  }
+  if (*entry.from_variable != 0) {
+    Put(Named(new QCheckBox(entry.from_variable_caption, inside_), entry.from_variable), kFromVariable);
+    auto* variables = Named(new QComboBox(inside_), entry.variables);
+    variables->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    variables->setAccessibleName(spoken + QStringLiteral(", variable"));
+    Put(variables, kVariables);
+  }
+  ++row_;
+}
+
+void FormGrid::AddList(const QString& label, const char* name) {
+  auto* caption = new QLabel(label, inside_);
+  auto* list = Named(new QComboBox(inside_), name);
+  list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+  list->setAccessibleName(Spoken(label));
+  caption->setBuddy(list);
+  Put(caption, kLabel);
+  Put(list, kEntry, kSlider - kEntry);
+  ++row_;
+}
+
+void FormGrid::AddNumber(const QString& label, const char* name, const char* spin_button) {
+  auto* caption = new QLabel(label, inside_);
+  auto* box = Named(new EntryBox(kLineDigits, inside_), name);
+  box->setAccessibleName(Spoken(label));
+  caption->setBuddy(box);
+  auto* both = new QHBoxLayout;
+  both->setSpacing(0);
+  both->addWidget(box);
+  both->addWidget(Named(new SpinPair(Spoken(label).toLower(), box), spin_button));
+  Put(caption, kLabel);
+  grid_->addLayout(both, row_, kEntry, Qt::AlignLeft);
+  ++row_;
+}
+
+void FormGrid::AddCheckBox(const QString& caption, const char* name) {
+  Put(Named(new QCheckBox(caption, inside_), name), kLabel, kColumns + 1);
+  ++row_;
+}
+
+void FormGrid::AddVariableHeading(const char* name) {
+  Put(Named(new QLabel(inside_), name), kVariables);
+}
+
+void FormGrid::AddOptions(const QString& heading, std::initializer_list<Option> options) {
+  auto* frame = new QGroupBox(heading, inside_);
+  auto* row = new QHBoxLayout(frame);
+  for (const Option& option : options) {
+    auto* button = Named(new QRadioButton(option.caption, frame), option.name);
+    button->setToolTip(option.tool_tip);
+    row->addWidget(button);
+  }
+  row->addStretch(1);
+  Put(frame, kLabel, kColumns + 1);
+  ++row_;
+}
+
+FormGrid FormGrid::AddFrame(const QString& heading, const char* name) {
+  auto* frame = Named(new QGroupBox(heading, inside_), name);
+  Put(frame, kLabel, kColumns + 1);
+  ++row_;
+  return FormGrid(frame);
+}
+
+std::function<void()> FormGrid::Aligned(std::initializer_list<FormGrid> frames) const {
+  std::vector<FormGrid> grids(frames);
+  grids.push_back(*this);
+  return [grids, outer = inside_] {
+    for (int column = 0; column < kColumns; ++column) {
+      const auto inset = [&](const FormGrid& grid) {
+        if (column > 0 || grid.inside_ == outer) return 0;
+        return grid.inside_->contentsMargins().left() + grid.grid_->contentsMargins().left();
+      };
+      int widest = 0;
+      for (const FormGrid& grid : grids) widest = std::max(widest, grid.Widest(column) + inset(grid));
+      for (const FormGrid& grid : grids) {
+        // The layout leaves no gap beside a column in which nothing stands.
+        const int gap = grid.Widest(column) == 0 ? grid.grid_->horizontalSpacing() : 0;
+        grid.grid_->setColumnMinimumWidth(column, widest == 0 ? 0 : widest - inset(grid) + gap);
+      }
+    }
+  };
+}
+
+int FormGrid::Widest(int column) const {
+  int widest = 0;
+  for (int i = 0; i < grid_->count(); ++i) {
+    int row = 0;
+    int first = 0;
+    int rows = 0;
+    int columns = 0;
+    grid_->getItemPosition(i, &row, &first, &rows, &columns);
+    if (first == column && columns == 1) widest = std::max(widest, grid_->itemAt(i)->sizeHint().width());
+  }
+  return widest;
+}
+
+}  // namespace tavlo

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <QGridLayout>
+#include <QString>
+#include <functional>
+#include <initializer_list>
+
+class QLabel;
+class QWidget;
+
+namespace tavlo {
+
+/// Rows of controls of a dialog in common columns: label, entry, unit, slider, check box of a variable, list
+/// of the variables. The blocks that forms share are laid out here, once for all dialogs; every control bears
+/// its told name as object name, by which it is bound to its form.
+class FormGrid {
+ public:
+  explicit FormGrid(QWidget* inside);
+
+  /// Controls of an entry; those that it does not have are empty.
+  struct Entry {
+    const char* text;
+    /// The label that the form captions, or a caption that stays.
+    const char* unit = "";
+    QString unit_caption = {};
+    const char* slider = "";
+    const char* from_variable = "";
+    QString from_variable_caption = {};
+    const char* variables = "";
+  };
+  void AddEntry(const QString& label, const Entry& entry);
+  /// The same under a label that the form captions.
+  void AddEntry(const char* label_name, const QString& spoken, const Entry& entry);
+  void AddList(const QString& label, const char* name);
+  void AddNumber(const QString& label, const char* name, const char* spin_button);
+  void AddCheckBox(const QString& caption, const char* name);
+  /// A caption over the lists of variables, in the row that is added next.
+  void AddVariableHeading(const char* name);
+
+  struct Option {
+    const char* name;
+    QString caption;
+    QString tool_tip = {};
+  };
+  void AddOptions(const QString& heading, std::initializer_list<Option> options);
+  /// A frame across all columns, whose own rows keep to them.
+  [[nodiscard]] FormGrid AddFrame(const QString& heading, const char* name);
+
+  /// Gives the columns of frames the widths of those around them. To be called whenever captions have
+  /// changed.
+  [[nodiscard]] std::function<void()> Aligned(std::initializer_list<FormGrid> frames) const;
+
+ private:
+  void AddEntryBehind(QLabel* label, const QString& spoken, const Entry& entry);
+  /// What the widest thing in a column needs.
+  [[nodiscard]] int Widest(int column) const;
+  void Put(QWidget* widget, int column, int span = 1);
+
+  QWidget* inside_;
+  QGridLayout* grid_;
+  int row_ = 0;
+};
+
+}  // namespace tavlo

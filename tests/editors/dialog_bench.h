@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSlider>
+#include <QTest>
+#include <QTimer>
+#include <functional>
+#include <stdexcept>
+
+#include "editors/editor_dialog.h"
+#include "forms/registry.h"
+#include "model/program.h"
+#include "support/fake_boxes.h"
+
+namespace tavlo::testing {
+
+/// A dialog on the screen, with an operator before it.
+struct DialogBench {
+  explicit DialogBench(int type) : dialog(*FormOf(type), boxes, nullptr) {
+    InitHardware(program.Axis);
+    InitProg(program);
+    program.Axis.StepResCode[0] = 8;
+    program.Axis.UseUnits[0] = false;
+    program.Prog[0] = {.Type = static_cast<std::int16_t>(type),
+                       .Dist = 40000,
+                       .Dist2 = 30000,
+                       .Speed = 2.5F,
+                       .Speed2 = 1.25F,
+                       .Accel = 100,
+                       .Decel = 200,
+                       .Time = 250,
+                       .LineNum = 41};
+  }
+
+  /// Brings the dialog up, acts, and returns what the dialog said. If it still stands then it is cancelled,
+  /// and its answer does not count.
+  bool While(const std::function<void()>& act) {
+    bool by_itself = true;
+    QTimer::singleShot(0, &dialog, [&] {
+      dialog.activateWindow();
+      QTest::qWait(0);
+      act();
+      if (!dialog.isVisible()) return;
+      by_itself = false;
+      dialog.reject();
+    });
+    const bool written = dialog.Edit(program, 0);
+    closed_by_itself = by_itself;
+    return written;
+  }
+
+  template <class Widget>
+  [[nodiscard]] Widget& Find(const char* name) {
+    auto* found = dialog.findChild<Widget*>(QLatin1String(name));
+    if (found == nullptr) throw std::runtime_error(name);
+    return *found;
+  }
+  [[nodiscard]] QString Text(const char* box) { return Find<QLineEdit>(box).text(); }
+  void Press(Qt::Key key, Qt::KeyboardModifiers with = Qt::NoModifier) {
+    QWidget* focus = dialog.focusWidget();
+    QTest::keyClick(focus != nullptr ? focus : &dialog, key, with);
+  }
+  /// Types over what is selected.
+  void Type(const QString& text) { QTest::keyClicks(dialog.focusWidget(), text); }
+  void Click(const char* name) {
+    QTest::mouseClick(&Find<QWidget>(name), Qt::LeftButton, {}, {8, Find<QWidget>(name).height() / 2});
+  }
+  [[nodiscard]] QString Focus() const {
+    return dialog.focusWidget() == nullptr ? QString() : dialog.focusWidget()->objectName();
+  }
+
+  Program program;
+  FakeBoxes boxes;
+  EditorDialog dialog;
+  bool closed_by_itself = false;
+};
+
+}  // namespace tavlo::testing

@@ -1,0 +1,295 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "editors/editor_dialog.h"
+
+#include <QAbstractButton>
+#include <QRadioButton>
+#include <map>
+#include <set>
+
+#include "editors/dialog_bench.h"
+#include "model/instruction.h"
+
+namespace tavlo::testing {
+namespace {
+
+/// One type for each dialog.
+std::vector<int> TypesWithDialogs() {
+  std::map<std::string_view, int> types;
+  for (int type = 0; type < kTypes; ++type) {
+    if (const FormRow* row = FormOf(type)) types[row->name] = type;
+  }
+  std::vector<int> found;
+  for (const auto& [name, type] : types) found.push_back(type);
+  return found;
+}
+
+TEST(EveryDialog, HasItsFormsControlsAndNoOthers) {
+  for (const int type : TypesWithDialogs()) {
+    const FormRow& row = *FormOf(type);
+    SCOPED_TRACE(row.name);
+    DialogBench d(type);
+    EXPECT_EQ(d.dialog.objectName().toStdString(), row.name);
+    EXPECT_EQ(d.dialog.windowTitle().toStdString(), row.title);
+    std::multiset<std::string> bound;
+    const auto form = row.make();
+    for (const Bound& control : form->Controls().Rows()) bound.insert(control.name);
+    for (const char* button : {"OK", "Cancel", "Help", "invisible"}) bound.insert(button);
+    std::multiset<std::string> named;
+    for (const QWidget* widget : d.dialog.findChildren<QWidget*>()) {
+      const QString name = widget->objectName();
+      // What a control is made of has names that the toolkit gives.
+      if (!name.isEmpty() && !name.startsWith(QLatin1String("qt_"))) named.insert(name.toStdString());
+    }
+    EXPECT_EQ(named, bound);
+  }
+}
+
+TEST(EveryDialog, HasNoMnemonicTwice) {
+  for (const int type : TypesWithDialogs()) {
+    DialogBench d(type);
+    std::map<QString, QString> letters;
+    const auto meet = [&](const QString& text) {
+      const QKeySequence letter = QKeySequence::mnemonic(text);
+      if (letter.isEmpty()) return;
+      const QString key = letter.toString();
+      EXPECT_FALSE(letters.contains(key))
+          << FormOf(type)->name << ": " << text.toStdString() << " and " << letters[key].toStdString();
+      letters[key] = text;
+    };
+    for (const auto* button : d.dialog.findChildren<QAbstractButton*>()) meet(button->text());
+    for (const auto* label : d.dialog.findChildren<QLabel*>()) {
+      if (label->buddy() != nullptr) meet(label->text());
+    }
+  }
+}
+
+TEST(EveryDialog, IsWalkedByTabInTheOrderOfItsForm) {
+  for (const int type : TypesWithDialogs()) {
+    SCOPED_TRACE(FormOf(type)->name);
+    DialogBench d(type);
+    d.While([&] {
+      std::vector<std::string> wanted;
+      const auto form = FormOf(type)->make();
+      for (const Bound& control : form->Controls().Rows()) {
+        const QWidget& widget = d.Find<QWidget>(control.name.c_str());
+        const auto* option = qobject_cast<const QRadioButton*>(&widget);
+        // Of a group of options the one that is on takes the focus.
+        const bool in_group = option != nullptr && !option->isChecked();
+        if (widget.isVisible() && widget.isEnabled() && (widget.focusPolicy() & Qt::TabFocus) != 0 &&
+            !in_group) {
+          wanted.push_back(control.name);
+        }
+      }
+      wanted.insert(wanted.end(), {"OK", "Cancel"});
+      d.Find<QWidget>(wanted.front().c_str()).setFocus();
+      for (const std::string& name : wanted) {
+        EXPECT_EQ(d.Focus().toStdString(), name);
+        d.Press(Qt::Key_Tab);
+      }
+      EXPECT_EQ(d.Focus().toStdString(), wanted.front());
+    });
+  }
+}
+
+TEST(EveryDialog, BeginsAtItsFirstEntryWithItsTextSelected) {
+  for (const int type : TypesWithDialogs()) {
+    DialogBench d(type);
+    for (int time = 0; time < 2; ++time) {
+      d.While([&] {
+        EXPECT_EQ(d.Focus().toStdString(), FormOf(type)->make()->First().name);
+        const auto& first = static_cast<QLineEdit&>(*d.dialog.focusWidget());
+        EXPECT_FALSE(first.text().isEmpty());
+        EXPECT_EQ(first.selectedText(), first.text());
+        d.Press(Qt::Key_Tab);
+      });
+    }
+  }
+}
+
+TEST(EveryDialog, BeginsAtItsNextControlWhereAVariableTakesThePlaceOfTheFirst) {
+  DialogBench d(FL);
+  d.program.Prog[0].DistIsMMI = true;
+  d.While([&] {
+    EXPECT_EQ(d.Focus(), QStringLiteral("getmmidst"));
+    EXPECT_FALSE(d.Find<QLineEdit>("disttext").hasSelectedText());
+    d.Press(Qt::Key_Return);
+    EXPECT_EQ(d.Focus(), QStringLiteral("getmmidst"));
+  });
+}
+
+TEST(EveryDialog, EnterTakesTheEntryAndNeverCloses) {
+  for (const int type : TypesWithDialogs()) {
+    for (const Qt::Key enter : {Qt::Key_Return, Qt::Key_Enter}) {
+      DialogBench d(type);
+      const Instruction before = d.program.Prog[0];
+      d.While([&] {
+        d.Type(QStringLiteral("none"));
+        d.Press(enter);
+        EXPECT_NE(d.Text(FormOf(type)->make()->First().name.c_str()), QStringLiteral("none"));
+        // From a button too: it has the Space key.
+        d.Find<QWidget>("OK").setFocus();
+        d.Press(enter);
+        d.Find<QWidget>("Cancel").setFocus();
+        d.Press(enter);
+      });
+      EXPECT_FALSE(d.closed_by_itself) << FormOf(type)->name;
+      EXPECT_EQ(d.program.Prog[0], before);
+    }
+  }
+}
+
+TEST(EveryDialog, IsLeftWithoutAChangeByCancelByEscapeAndByItsFrame) {
+  for (const int type : TypesWithDialogs()) {
+    const std::function<void(DialogBench&)> ways[] = {[](DialogBench& d) { d.Click("Cancel"); },
+                                                      [](DialogBench& d) { d.Press(Qt::Key_Escape); },
+                                                      [](DialogBench& d) { d.dialog.close(); }};
+    for (const auto& way : ways) {
+      DialogBench d(type);
+      const Instruction before = d.program.Prog[0];
+      const bool written = d.While([&] {
+        d.Type(QStringLiteral("7"));
+        d.Press(Qt::Key_Tab);
+        way(d);
+      });
+      EXPECT_TRUE(d.closed_by_itself);
+      EXPECT_FALSE(written);
+      EXPECT_EQ(d.program.Prog[0], before) << FormOf(type)->name;
+    }
+  }
+}
+
+TEST(EveryDialog, IsConfirmedByMouseBySpaceAndByItsLetter) {
+  for (const int type : TypesWithDialogs()) {
+    const std::function<void(DialogBench&)> ways[] = {
+        [](DialogBench& d) { d.Click("OK"); },
+        [](DialogBench& d) {
+          d.Find<QWidget>("OK").setFocus();
+          d.Press(Qt::Key_Space);
+        },
+        [](DialogBench& d) {
+          d.Press(Qt::Key_O, Qt::AltModifier);
+          EXPECT_TRUE(QTest::qWaitFor([&] { return !d.dialog.isVisible(); }));
+        }};
+    for (const auto& way : ways) {
+      DialogBench d(type);
+      const Instruction before = d.program.Prog[0];
+      const bool written = d.While([&] {
+        d.Type(QStringLiteral("7"));
+        way(d);
+      });
+      EXPECT_TRUE(written);
+      EXPECT_NE(d.program.Prog[0], before) << "the box that was typed in counts: " << FormOf(type)->name;
+    }
+  }
+}
+
+TEST(FeedLengthDialog, EnterInASpeedBoxLeavesItOpenWithTheQuantisedSpeedShown) {
+  DialogBench d(FL);
+  d.While([&] {
+    d.Find<QLineEdit>("SpeedText").setFocus();
+    d.Type(QStringLiteral("1.2345"));
+    d.Press(Qt::Key_Return);
+    EXPECT_EQ(d.Text("SpeedText"), QStringLiteral("1.2325"));
+    EXPECT_EQ(d.Find<QSlider>("SpeedBar").value(), 49);
+    EXPECT_EQ(d.Focus(), QStringLiteral("disttext"));
+    EXPECT_EQ(d.Find<QLineEdit>("disttext").selectedText(), QStringLiteral("40000"));
+  });
+  EXPECT_FALSE(d.closed_by_itself);
+}
+
+TEST(FeedLengthDialog, ABoxIsCleanedWhenItIsLeftAndNotWhenItsWindowMerelyStepsBack) {
+  DialogBench d(FL);
+  d.While([&] {
+    d.Type(QStringLiteral("0"));
+    QFocusEvent back(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+    QApplication::sendEvent(&d.Find<QLineEdit>("disttext"), &back);
+    EXPECT_EQ(d.Text("disttext"), QStringLiteral("0"));
+    d.Press(Qt::Key_Tab);
+    EXPECT_EQ(d.Text("disttext"), QStringLiteral("1"));
+  });
+}
+
+TEST(FeedLengthDialog, ASliderIsMovedByItsKeysAndByItsMouse) {
+  DialogBench d(FL);
+  d.While([&] {
+    auto& slider = d.Find<QSlider>("SpeedBar");
+    slider.setFocus();
+    d.Press(Qt::Key_Right);
+    EXPECT_EQ(d.Text("SpeedText"), QStringLiteral("2.525"));
+    slider.setSliderDown(true);
+    slider.setSliderPosition(40);
+    EXPECT_EQ(d.Text("SpeedText"), QStringLiteral("1.000"));
+    slider.setSliderDown(false);
+    d.Click("OK");
+  });
+  EXPECT_EQ(d.program.Prog[0].Speed, 1.0F);
+}
+
+TEST(FeedLengthDialog, AVariableTakesThePlaceOfItsEntry) {
+  DialogBench d(FLCS);
+  d.While([&] {
+    EXPECT_FALSE(d.Find<QWidget>("spdname").isVisible());
+    d.Click("GetMMISpd");
+    EXPECT_TRUE(d.Find<QWidget>("spdname").isVisible());
+    EXPECT_FALSE(d.Find<QWidget>("SpeedText").isEnabled());
+    EXPECT_FALSE(d.Find<QWidget>("SpeedBar").isEnabled());
+    auto& names = d.Find<QComboBox>("spdname");
+    EXPECT_EQ(names.count(), 50);
+    names.setFocus();
+    d.Press(Qt::Key_Down);
+    EXPECT_EQ(names.currentIndex(), 1);
+    d.Click("OK");
+  });
+  EXPECT_TRUE(d.program.Prog[0].SpeedIsMMI);
+  EXPECT_EQ(d.program.Prog[0].SpeedVar, 1);
+}
+
+TEST(FeedLengthDialog, KeepsItsSizeWhateverItShows) {
+  DialogBench d(FL);
+  d.While([&] {
+    const QSize size = d.dialog.size();
+    for (const char* box : {"ChkChangeSpeed", "getmmidst", "GetMMISpd", "getmmidst2", "getmmispd2"}) {
+      d.Click(box);
+      QTest::qWait(0);
+      EXPECT_EQ(d.dialog.size(), size) << box;
+    }
+  });
+}
+
+TEST(FeedLengthDialog, ItsEntriesStandInOneColumn) {
+  DialogBench d(FLCS);
+  d.While([&] {
+    const auto left = [&](const char* name) {
+      return d.Find<QWidget>(name).mapTo(&d.dialog, QPoint(0, 0)).x();
+    };
+    for (const char* box : {"SpeedText", "AccelText", "DecelText", "Dist2Text", "speed2text"}) {
+      EXPECT_EQ(left(box), left("disttext")) << box;
+    }
+    for (const char* box : {"GetMMISpd", "getmmidst2", "getmmispd2"})
+      EXPECT_EQ(left(box), left("getmmidst")) << box;
+  });
+}
+
+TEST(GoToDialog, ItsNumberIsSpunByButtonsAndArrowKeys) {
+  DialogBench d(GT);
+  d.While([&] {
+    EXPECT_EQ(d.Text("linenum"), QStringLiteral("42"));
+    d.Press(Qt::Key_Up);
+    EXPECT_EQ(d.Text("linenum"), QStringLiteral("43"));
+    d.Press(Qt::Key_Down);
+    d.Press(Qt::Key_Down);
+    EXPECT_EQ(d.Text("linenum"), QStringLiteral("41"));
+    const auto buttons = d.Find<QWidget>("Spin1").findChildren<QAbstractButton*>();
+    ASSERT_EQ(buttons.size(), 2);
+    QTest::mouseClick(buttons[0], Qt::LeftButton);
+    EXPECT_EQ(d.Text("linenum"), QStringLiteral("42"));
+    QTest::mouseClick(buttons[1], Qt::LeftButton);
+    EXPECT_EQ(d.Text("linenum"), QStringLiteral("41"));
+    d.Click("OK");
+  });
+  EXPECT_EQ(d.program.Prog[0].LineNum, 40);
+}
+
+}  // namespace
+}  // namespace tavlo::testing
