@@ -35,20 +35,7 @@ struct SaveOnDisk : ::testing::Test {
   TempFolder folder;
   FakeDesk fake;
   QtFileStore files;
-  Desk desk{.source = fake.source,
-            .Comm1 = fake.port,
-            .boxes = fake.boxes,
-            .clock = fake.clock,
-            .loop = fake.loop,
-            .beeper = fake.beeper,
-            .view = fake.view,
-            .run = fake.run,
-            .downbox = fake.downbox,
-            .upbox = fake.upbox,
-            .settings = fake.settings,
-            .dialogs = fake.dialogs,
-            .files = files,
-            .loading = fake.loading};
+  Desk desk = fake.DeskOn(fake.port, files);
 };
 
 TEST_F(SaveOnDisk, ADiskThatIsFullAtAnyKilobyteLeavesTheOldProgramAndIsTold) {

@@ -217,7 +217,7 @@ class FaultSweep : public ::testing::TestWithParam<Sweep> {
 
   void JudgeFailure(const FaultPlan& plan) {
     ++told_;
-    const bool gone = PortHasGone(d_.road);
+    const bool gone = PortHasGone(d_.road.link());
     // What the event loop tells at its next turn.
     if (gone) TellPortLost(d_.road);
     if (d_.boxes.shown.empty()) Complain(plan, "failed without a word");

@@ -256,8 +256,7 @@ struct FaultyDesk : FakeDesk {
   }
 
   FaultyLine line{clock};
-  Desk road{source, line,    boxes, clock,    loop,    beeper, view,
-            run,    downbox, upbox, settings, dialogs, files,  loading};
+  Desk road = DeskOn(line, files);
 };
 
 }  // namespace tavlo::testing

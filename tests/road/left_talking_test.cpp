@@ -140,7 +140,7 @@ TEST(HubLeftTalking, EveryTalkEndsWithTheStop) {
 
 /// Leaves the hub in the talk again and again, stops it at ever another moment and asks it who it is. Gives
 /// how often it was misheard.
-int Misheard(const Talk& talk, double latency, int runs, void (*stop)(Desk&)) {
+int Misheard(const Talk& talk, double latency, int runs, void (*stop)(const Link&)) {
   const bool stalls = talk.failure.starts_with("stall");
   PacedDesk desk(latency);
   int misheard = 0;
@@ -153,7 +153,7 @@ int Misheard(const Talk& talk, double latency, int runs, void (*stop)(Desk&)) {
     }
     // A stall is over soon; what else is said goes on and on.
     Overhear(desk, stalls ? run * 0.0004 : 0.3 + run * 0.00137);
-    stop(desk.road);
+    stop(desk.road.link());
     if (CheckDrive(desk.road) != "\x26\x08") ++misheard;
     Overhear(desk, 0.5);
   }

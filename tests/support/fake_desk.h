@@ -327,8 +327,10 @@ struct FakeDesk {
   FakeDialogs dialogs;
   FakeFiles files;
   FakeLoading loading;
-  Desk desk{.source = source,
-            .Comm1 = port,
+  /// The fakes around another line, or other files.
+  [[nodiscard]] Desk DeskOn(SerialPort& line, FileStore& store) {
+    return {.source = source,
+            .Comm1 = line,
             .boxes = boxes,
             .clock = clock,
             .loop = loop,
@@ -339,8 +341,11 @@ struct FakeDesk {
             .upbox = upbox,
             .settings = settings,
             .dialogs = dialogs,
-            .files = files,
+            .files = store,
             .loading = loading};
+  }
+
+  Desk desk = DeskOn(port, files);
 };
 
 }  // namespace tavlo::testing

@@ -79,20 +79,7 @@ struct SimDesk : FakeDesk {
   }
 
   SimPort sim;
-  Desk road{.source = source,
-            .Comm1 = sim,
-            .boxes = boxes,
-            .clock = clock,
-            .loop = loop,
-            .beeper = beeper,
-            .view = view,
-            .run = run,
-            .downbox = downbox,
-            .upbox = upbox,
-            .settings = settings,
-            .dialogs = dialogs,
-            .files = files,
-            .loading = loading};
+  Desk road = DeskOn(sim, files);
 };
 
 }  // namespace tavlo::testing
