@@ -73,22 +73,23 @@ void DistanceField::ReadAnew(AxisUnits units) {
   text_.touched = true;
 }
 
-void SpeedField::AddTo(ControlTable& controls, const Names& names, std::function<AxisUnits()> units,
-                       std::function<void()> changed) {
-  const auto and_then = [changed = std::move(changed)] {
-    if (changed) changed();
-  };
-  controls.Add(std::string(names.text), &text_, [this, units, and_then] {
+void SliderField::AddTo(ControlTable& controls, const Names& names, const std::function<AxisUnits()>& units,
+                        const std::function<void()>& changed) {
+  controls.Add(std::string(names.text), &text_, [this, units, changed] {
     CleanUp(units());
-    and_then();
+    if (changed) changed();
   });
   controls.Add(std::string(names.unit), &unit_);
-  controls.Add(std::string(names.slider), &slider_, [this, units, and_then] {
-    rev_s_ = Speed();
-    text_.text = FormatSpeed(units().program, rev_s_, units().axis);
+  controls.Add(std::string(names.slider), &slider_, [this, units, changed] {
+    TakeSlider(units());
     text_.touched = false;
-    and_then();
+    if (changed) changed();
   });
+}
+
+void SliderField::ReadAnew(AxisUnits units) {
+  SetEnds(units);
+  text_.touched = true;
 }
 
 void SpeedField::SetEnds(AxisUnits units) {
@@ -116,31 +117,13 @@ void SpeedField::CleanUp(AxisUnits units) {
   slider_.value = OnSlider(slider_, entry.slider);
 }
 
-void SpeedField::ReadAnew(AxisUnits units) {
-  SetEnds(units);
-  text_.touched = true;
+void SpeedField::TakeSlider(AxisUnits units) {
+  rev_s_ = Speed();
+  text_.text = FormatSpeed(units.program, rev_s_, units.axis);
 }
 
 double SpeedField::Speed() const {
   return slider_.value / kSliderStepsPerRev;
-}
-
-void AccelField::AddTo(ControlTable& controls, const Names& names, std::function<AxisUnits()> units,
-                       std::function<void()> changed) {
-  const auto and_then = [changed = std::move(changed)] {
-    if (changed) changed();
-  };
-  controls.Add(std::string(names.text), &text_, [this, units, and_then] {
-    CleanUp(units());
-    and_then();
-  });
-  controls.Add(std::string(names.unit), &unit_);
-  controls.Add(std::string(names.slider), &slider_, [this, units, and_then] {
-    rev_s2_ = slider_.value;
-    text_.text = FormatAccel(units().program, rev_s2_, units().axis);
-    text_.touched = false;
-    and_then();
-  });
 }
 
 void AccelField::SetEnds(AxisUnits units) {
@@ -166,9 +149,9 @@ void AccelField::CleanUp(AxisUnits units) {
   rev_s2_ = slider_.value;
 }
 
-void AccelField::ReadAnew(AxisUnits units) {
-  SetEnds(units);
-  text_.touched = true;
+void AccelField::TakeSlider(AxisUnits units) {
+  rev_s2_ = slider_.value;
+  text_.text = FormatAccel(units.program, rev_s2_, units.axis);
 }
 
 void VariableChoice::AddTo(ControlTable& controls, std::string_view check_box, std::string_view list) {

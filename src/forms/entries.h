@@ -64,50 +64,63 @@ class DistanceField {
   std::int32_t steps_ = 0;
 };
 
-/// A speed with its slider, whose steps are 0.025 rev/s. What is written is the slider's.
-class SpeedField {
+/// A number with a slider beside it and its unit behind it.
+class SliderField {
  public:
   struct Names {
     std::string_view text;
     std::string_view slider;
     std::string_view unit;
   };
-  /// `changed` follows on a new speed, by whatever way it came.
-  void AddTo(ControlTable& controls, const Names& names, std::function<AxisUnits()> units,
-             std::function<void()> changed = {});
-  void Fill(AxisUnits units, float rev_s);
-  void CleanUp(AxisUnits units);
+  virtual ~SliderField() = default;
+
+  /// `changed` follows on a new value, by whatever way it came.
+  void AddTo(ControlTable& controls, const Names& names, const std::function<AxisUnits()>& units,
+             const std::function<void()>& changed = {});
+  virtual void CleanUp(AxisUnits units) = 0;
+  /// The units have changed: what the box shows counts in the new ones, as if it were typed.
   void ReadAnew(AxisUnits units);
-  /// rev/s
-  [[nodiscard]] double Speed() const;
   void Enable(bool enabled) { text_.enabled = slider_.enabled = enabled; }
 
- private:
-  void SetEnds(AxisUnits units);
+ protected:
+  /// The slider's ends and the unit's caption.
+  virtual void SetEnds(AxisUnits units) = 0;
+  /// The slider was moved.
+  virtual void TakeSlider(AxisUnits units) = 0;
 
   TextBox text_;
   Slider slider_;
   Label unit_;
+};
+
+/// A speed, whose slider counts 0.025 rev/s. What is written is the slider's.
+class SpeedField : public SliderField {
+ public:
+  void Fill(AxisUnits units, float rev_s);
+  void CleanUp(AxisUnits units) override;
+  /// rev/s
+  [[nodiscard]] double Speed() const;
+
+ protected:
+  void SetEnds(AxisUnits units) override;
+  void TakeSlider(AxisUnits units) override;
+
+ private:
   double rev_s_ = 0;
 };
 
-/// An acceleration with its slider, which counts rev/s/s.
-class AccelField {
+/// An acceleration, whose slider counts rev/s/s.
+class AccelField : public SliderField {
  public:
-  using Names = SpeedField::Names;
-  void AddTo(ControlTable& controls, const Names& names, std::function<AxisUnits()> units,
-             std::function<void()> changed = {});
   void Fill(AxisUnits units, std::int32_t rev_s2);
-  void CleanUp(AxisUnits units);
-  void ReadAnew(AxisUnits units);
+  void CleanUp(AxisUnits units) override;
   [[nodiscard]] std::int32_t Accel() const { return slider_.value; }
 
- private:
-  void SetEnds(AxisUnits units);
+ protected:
+  void SetEnds(AxisUnits units) override;
+  void TakeSlider(AxisUnits units) override;
 
-  TextBox text_;
-  Slider slider_;
-  Label unit_;
+ private:
   std::int32_t rev_s2_ = 0;
 };
 
