@@ -10,7 +10,6 @@
 #include "link/drive_check.h"
 #include "link/polled.h"
 #include "platform/number_format.h"
-#include "session/source.h"
 
 namespace tavlo::cli {
 namespace {
@@ -46,9 +45,7 @@ class IdentifyCommand : public Command {
 
   [[nodiscard]] ExitCode Execute(Environment& environment) override {
     Console console(environment);
-    Source source;
-    InitSession(source);
-    const auto on = DeskOnLine::Open(environment, console, line_options_, source, AnswerBy::No);
+    const auto on = DeskOnLine::OpenNew(environment, console, line_options_);
     if (!on) return ExitCode::Port;
     const auto report = no_stop_ ? AskHub(on->desk, console) : StopAndAskHub(*on, console);
     if (!report) return HubFailure(console, on->line);

@@ -5,7 +5,6 @@
 #include "cli/console/options.h"
 #include "cli/desk/desk_on_line.h"
 #include "cli/desk/settle.h"
-#include "session/source.h"
 
 namespace tavlo::cli {
 namespace {
@@ -21,9 +20,7 @@ class StopCommand : public Command {
 
   [[nodiscard]] ExitCode Execute(Environment& environment) override {
     Console console(environment);
-    Source source;
-    InitSession(source);
-    const auto on = DeskOnLine::Open(environment, console, line_options_, source, AnswerBy::No);
+    const auto on = DeskOnLine::OpenNew(environment, console, line_options_);
     if (!on) {
       console.Note("nothing was sent; if the machine moves, use its own stop");
       return ExitCode::Port;

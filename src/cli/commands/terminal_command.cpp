@@ -8,7 +8,6 @@
 #include "link/drive_check.h"
 #include "link/drive_terminal.h"
 #include "link/polled.h"
-#include "session/source.h"
 
 namespace tavlo::cli {
 namespace {
@@ -44,15 +43,13 @@ class TerminalCommand : public Command {
   [[nodiscard]] bool PrintsEvents() const override { return true; }
   [[nodiscard]] ExitCode Execute(Environment& environment) override {
     Console console(environment);
-    Source source;
-    InitSession(source);
-    const auto on = DeskOnLine::Open(environment, console, line_options_, source, AnswerBy::No);
+    const auto on = DeskOnLine::OpenNew(environment, console, line_options_);
     if (!on) return ExitCode::Port;
     const std::string identity = no_stop_ ? CheckDrive(on->desk) : StopAndCheck(*on, console);
     if (identity.empty() || !IsKnownHub(console, identity)) return HubFailure(console, on->line);
-    if (!TerminalAllowed(source)) {
+    if (!TerminalAllowed(on->desk.source)) {
       console.Note("the drive terminal needs a hub of firmware 1.19 or later; this one has " +
-                   source.link.DriveVersion);
+                   on->desk.source.link.DriveVersion);
       return ExitCode::Refused;
     }
     TerminalSession session(environment, on->line, on->desk, {wait_seconds_.value_or(kWaitSeconds), json_});

@@ -19,6 +19,10 @@ class DeskOnLine {
   [[nodiscard]] static std::unique_ptr<DeskOnLine> Open(Environment& environment, Console& console,
                                                         const LineOptions& options, Source& source,
                                                         AnswerBy by);
+  /// The same with a new session of its own, for a command that reads no program. Every question is answered
+  /// No.
+  [[nodiscard]] static std::unique_ptr<DeskOnLine> OpenNew(Environment& environment, Console& console,
+                                                           const LineOptions& options);
   DeskOnLine(const DeskOnLine&) = delete;
   DeskOnLine& operator=(const DeskOnLine&) = delete;
 
@@ -29,6 +33,7 @@ class DeskOnLine {
         own(source, console, line, by, view_, run_),
         desk(own.desk) {}
 
+  std::unique_ptr<Source> source_;
   std::unique_ptr<HubLine> owned_;
   std::optional<Trace> trace_;
   NoProgramView view_;
