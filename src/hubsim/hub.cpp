@@ -60,7 +60,7 @@ void Hub::SetFailure(const FailurePlan& plan) {
   wire_faults_.Start(plan);
   reporter_.CountAnew();
   if (unplugged_) return;
-  if (plan.mode == Failure::kUnplugTx) {
+  if (plan.mode == Failure::UnplugTx) {
     outbox_.LimitTo(plan.at);
   } else {
     outbox_.Unlimit();
@@ -128,7 +128,7 @@ void Hub::Pass(double when) {
 }
 
 bool Hub::GoesOnUnasked() const {
-  return options_.failure.mode == Failure::kHasty && runner_.Waits() == WaitsFor::kAcknowledge;
+  return options_.failure.mode == Failure::Hasty && runner_.Waits() == WaitsFor::Acknowledge;
 }
 
 std::string Hub::TakeOutput() {
@@ -152,7 +152,7 @@ bool Hub::Replug() {
   unplugged_ = false;
   outbox_.Clear();
   outbox_.Unlimit();
-  if (mode == Failure::kUnplug || mode == Failure::kUnplugTx) SetFailure({});
+  if (mode == Failure::Unplug || mode == Failure::UnplugTx) SetFailure({});
   return true;
 }
 
@@ -178,7 +178,7 @@ void Hub::TakeByte(std::uint8_t byte) {
 bool Hub::IsKey(char byte) const {
   if (!TerminalRun() || kKeys.find(byte) == std::string_view::npos) return false;
   const WaitsFor waits = runner_.Waits();
-  return byte != '0' || waits == WaitsFor::kValue || waits == WaitsFor::kMenuKey;
+  return byte != '0' || waits == WaitsFor::Value || waits == WaitsFor::MenuKey;
 }
 
 /// A drive terminal that is open while the hub restarts still believes in its passthrough and says so.
@@ -203,15 +203,15 @@ void Hub::OpenPassthrough() {
 
 void Hub::TakeCommand(char command) {
   switch (command) {
-    case 'C': Answer(Reply::kIdentity, Identity()); break;
-    case 'D': Answer(Reply::kDrives, bay_.DriveList()); break;
+    case 'C': Answer(Reply::Identity, Identity()); break;
+    case 'D': Answer(Reply::Drives, bay_.DriveList()); break;
     case 'R': AnswerRevisionsOrReset(); break;
     case 'F': StartDownload(); break;
     case 'K':
-      if (sum_) Answer(Reply::kSum, TwoBytes(*sum_));
+      if (sum_) Answer(Reply::Sum, TwoBytes(*sum_));
       break;
-    case 'U': Answer(Reply::kUpload, Upload()); break;
-    case 'E': Answer(Reply::kExecute, ReadHubSettings(memory_).uses_terminal ? "M" : "X"); break;
+    case 'U': Answer(Reply::Upload, Upload()); break;
+    case 'E': Answer(Reply::Execute, ReadHubSettings(memory_).uses_terminal ? "M" : "X"); break;
     case 'H': OpenPassthrough(); break;
     case '*': star_ = true; break;
     default: TakeRunCommand(command);
@@ -248,7 +248,7 @@ void Hub::StartDownload() {
   runner_.Stop(ProgramNow());
   sum_.reset();
   download_.emplace(memory_, options_.firmware);
-  Answer(Reply::kStart, "Y");
+  Answer(Reply::Start, "Y");
 }
 
 void Hub::TakeDownloadByte(std::uint8_t byte) {
@@ -274,13 +274,13 @@ void Hub::TakePassthroughByte(char byte) {
 }
 
 void Hub::AnswerRevisionsOrReset() {
-  if (runner_.State() == RunState::kHalted) {
+  if (runner_.State() == RunState::Halted) {
     runner_.Reset(ProgramNow());
     resets_left_ = kResetRequests;
   }
-  if (resets_left_ == 0) return Answer(Reply::kRevisions, bay_.Revisions());
+  if (resets_left_ == 0) return Answer(Reply::Revisions, bay_.Revisions());
   --resets_left_;
-  Answer(Reply::kReset, "Y");
+  Answer(Reply::Reset, "Y");
 }
 
 std::string Hub::Identity() const {
@@ -335,15 +335,15 @@ void Hub::PowerUp(double now) {
 }
 
 HubState Hub::State() const {
-  if (download_) return HubState::kDownloading;
-  if (passthrough_) return HubState::kPassthrough;
+  if (download_) return HubState::Downloading;
+  if (passthrough_) return HubState::Passthrough;
   switch (runner_.State()) {
-    case RunState::kIdle: break;
-    case RunState::kRunning: return runner_.Paused() ? HubState::kPaused : HubState::kRunning;
-    case RunState::kEnded: return HubState::kEnded;
-    case RunState::kHalted: return HubState::kHalted;
+    case RunState::Idle: break;
+    case RunState::Running: return runner_.Paused() ? HubState::Paused : HubState::Running;
+    case RunState::Ended: return HubState::Ended;
+    case RunState::Halted: return HubState::Halted;
   }
-  return HubState::kIdle;
+  return HubState::Idle;
 }
 
 AxisView Hub::Axis(int axis) const {

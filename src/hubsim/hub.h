@@ -25,13 +25,13 @@ namespace tavlo::hubsim {
 inline constexpr int kMostKnobCounts = 10000;
 
 enum class HubState : std::uint8_t {
-  kIdle,
-  kDownloading,
-  kPassthrough,  ///< what comes goes to the drives
-  kRunning,
-  kPaused,  ///< a line under way goes on
-  kEnded,   ///< the program came to its end
-  kHalted,
+  Idle,
+  Downloading,
+  Passthrough,  ///< what comes goes to the drives
+  Running,
+  Paused,  ///< a line under way goes on
+  Ended,   ///< the program came to its end
+  Halted,
 };
 
 /// One axis as it is at a moment. A set bit of an input or output is high, which is the inactive state.

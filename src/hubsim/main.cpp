@@ -77,7 +77,7 @@ T Wanted(const std::optional<T>& value, const std::string& option, const std::st
 HubOptions HubOptionsOf(const CommandLine& line) {
   using namespace tavlo::hubsim;
   HubOptions options;
-  options.model = line.model == "quad" ? HubModel::kQuad : HubModel::kOcto;
+  options.model = line.model == "quad" ? HubModel::Quad : HubModel::Octo;
   options.firmware =
       static_cast<std::uint8_t>(Wanted(ParseFirmware(line.firmware), "--firmware", line.firmware));
   if (!line.drives.empty()) options.drives = Wanted(ParseDrives(line.drives), "--drives", line.drives);
@@ -95,7 +95,7 @@ void ListFailModes() {
   constexpr std::size_t kColumn = 20;
   for (const auto& row : tavlo::hubsim::kFailures) {
     std::string name(row.name);
-    if (row.parameter == tavlo::hubsim::Parameter::kCount) name += ":N";
+    if (row.parameter == tavlo::hubsim::Parameter::Count) name += ":N";
     name.resize(kColumn, ' ');
     std::cout << name << row.meaning << '\n';
   }

@@ -66,7 +66,7 @@ TEST_F(DownloadCommand, JsonGivesTheProof) {
 
 TEST_F(DownloadCommand, NamesTheHubThatIsThere) {
   hubsim::HubOptions options;
-  options.model = hubsim::HubModel::kQuad;
+  options.model = hubsim::HubModel::Quad;
   options.firmware = 19;
   SimHub quad(options);
   std::ostringstream out;
@@ -93,42 +93,42 @@ TEST_F(DownloadCommand, EachFailureOfTheHubIsToldInItsWordsAndByItsExitCode) {
     std::string message;
   };
   const std::vector<Row> rows = {
-      {Failure::kSilentC, 1, 6,
+      {Failure::SilentC, 1, 6,
        kGivesTime +
            "Communication Error: The Tavlo Hub is not communicating.  Is it connected to the right port and "
            "turned "
            "on?  Do you have the right comm port selected?  Perhaps cycling power will help."},
-      {Failure::kOneByteC, 1, 6,
+      {Failure::OneByteC, 1, 6,
        kGivesTime +
            "Communication Error: The Tavlo Hub is not communicating.  Is it connected to the right port and "
            "turned "
            "on?  Do you have the right comm port selected?  Perhaps cycling power will help."},
-      {Failure::kSilentF, 1, 6,
+      {Failure::SilentF, 1, 6,
        "The Tavlo Hub is not responding to the Download command.  Is it connected to the right port and "
        "turned "
        "on?"},
-      {Failure::kSilentLine, 1, 6,
+      {Failure::SilentLine, 1, 6,
        "The Tavlo Hub has stopped responding during transfer of program line 1. Is it connected and turned "
        "on?"},
-      {Failure::kSilentLine, 200, 6,
+      {Failure::SilentLine, 200, 6,
        "The Tavlo Hub has stopped responding during transfer of program line 200. Is it connected and turned "
        "on?"},
-      {Failure::kNoiseLine, 57, 6,
+      {Failure::NoiseLine, 57, 6,
        "The Tavlo Hub has stopped responding during transfer of program line 57. Is it connected and turned "
        "on?"},
-      {Failure::kWrongLine, 3, 6,
+      {Failure::WrongLine, 3, 6,
        "The Tavlo Hub has stopped responding during transfer of program line 3. Is it connected and turned "
        "on?"},
-      {Failure::kSilentSystem, 8, 6, "The Tavlo Hub has stopped responding during system info transfer."},
-      {Failure::kNoiseSystem, 1, 6, "The Tavlo Hub has stopped responding during system info transfer."},
-      {Failure::kSilentPool, 1, 6, "The Tavlo Hub has stopped responding during string pool transfer."},
-      {Failure::kNoSum, 1, 6,
+      {Failure::SilentSystem, 8, 6, "The Tavlo Hub has stopped responding during system info transfer."},
+      {Failure::NoiseSystem, 1, 6, "The Tavlo Hub has stopped responding during system info transfer."},
+      {Failure::SilentPool, 1, 6, "The Tavlo Hub has stopped responding during string pool transfer."},
+      {Failure::NoSum, 1, 6,
        "The Tavlo Hub did not provide a checksum.  There may be a problem with the download."},
-      {Failure::kShortSum, 1, 6,
+      {Failure::ShortSum, 1, 6,
        "The Tavlo Hub did not provide a checksum.  There may be a problem with the download."},
-      {Failure::kLongSum, 1, 6,
+      {Failure::LongSum, 1, 6,
        "The Tavlo Hub did not provide a checksum.  There may be a problem with the download."},
-      {Failure::kWrongSum, 1, 7,
+      {Failure::WrongSum, 1, 7,
        "Your program did not download correctly.  Make sure the cable connections are secure, less than 50 "
        "feet "
        "long, and that you are not working around electrical noise, such as a welder, a high powered motor "
@@ -174,12 +174,12 @@ TEST_F(DownloadCommand, AFileThatCannotBeReadLeavesThePortAlone) {
 }
 
 TEST_F(DownloadCommand, ACableThatComesOffIsToldAsTheLossOfThePort) {
-  hub.port.hub.SetFailure({Failure::kUnplug, 40});
+  hub.port.hub.SetFailure({Failure::Unplug, 40});
   EXPECT_EQ(Download(), (Outcome{5, "", "tavlo: the port has gone; check the cable\n"}));
 }
 
 TEST_F(DownloadCommand, AnInterruptionEndsItAndTellsThatTheHubsProgramIsNotWhole) {
-  hub.port.hub.SetFailure({Failure::kSilentLine, 5});
+  hub.port.hub.SetFailure({Failure::SilentLine, 5});
   hub.InterruptIn(0.3);
   EXPECT_EQ(Download(),
             (Outcome{130, "",
@@ -188,7 +188,7 @@ TEST_F(DownloadCommand, AnInterruptionEndsItAndTellsThatTheHubsProgramIsNotWhole
 }
 
 TEST_F(DownloadCommand, AnInterruptionBeforeTheTransferHarmsNothing) {
-  hub.port.hub.SetFailure({Failure::kSilentC, 1});
+  hub.port.hub.SetFailure({Failure::SilentC, 1});
   hub.InterruptIn(0.3);
   EXPECT_EQ(Download(), (Outcome{130, "", "tavlo: interrupted\n"}));
 }

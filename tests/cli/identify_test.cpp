@@ -21,7 +21,7 @@ TEST_F(Identify, PrintsModelFirmwareAndTheDrivesOfEachAxis) {
   program.Axis.DriveModel[1] = 30;
   for (int axis = 2; axis < 8; ++axis) program.Axis.DriveModel[axis] = 0;
   PutIntoHub();
-  hub.port.hub.SetFailure({Failure::kMissingDrive, 2});
+  hub.port.hub.SetFailure({Failure::MissingDrive, 2});
   EXPECT_EQ(Tavlo({"identify", "--port", "1"}), (Outcome{0,
                                                          "Tavlo Hub-Octo, firmware 1.38\n"
                                                          "Axis  Expected        Plugged in      Firmware\n"
@@ -51,7 +51,7 @@ TEST_F(Identify, AsksAHubAtAPromptOnlyBehindAStop) {
     hub.clock.now += 1;
     hub.port.hub.Advance(hub.clock.now);
     hub.port.Output("I");
-    ASSERT_EQ(hub.port.hub.Waits(), hubsim::WaitsFor::kEnter);
+    ASSERT_EQ(hub.port.hub.Waits(), hubsim::WaitsFor::Enter);
     std::vector<std::string> arguments = {"identify", "--port", "1"};
     if (!stop) arguments.emplace_back("--no-stop");
     hub.port.sent.clear();
@@ -82,7 +82,7 @@ TEST_F(Identify, JsonGivesNamesAndCodes) {
 
 TEST_F(Identify, AHubOfFourAxesHasFourRows) {
   hubsim::HubOptions options;
-  options.model = hubsim::HubModel::kQuad;
+  options.model = hubsim::HubModel::Quad;
   SimHub quad(options);
   std::ostringstream out;
   std::ostringstream err;
@@ -106,13 +106,13 @@ TEST_F(Identify, AHubThatDoesNotAnswerOrAnswersWronglyIsToldAndEndsWithSix) {
   const std::string no_revisions =
       "The Tavlo Hub is not responding (R).  Is it connected to the right port and turned on?";
   const std::vector<Row> rows = {
-      {Failure::kSilentC, kGivesTime + silent},
-      {Failure::kOneByteC, kGivesTime + silent},
-      {Failure::kUnknownModel, "tavlo: the device answers as model 16, which is no known hub"},
-      {Failure::kSilentD, no_drives},
-      {Failure::kShortD, no_drives},
-      {Failure::kSilentR, no_revisions},
-      {Failure::kShortR, no_revisions},
+      {Failure::SilentC, kGivesTime + silent},
+      {Failure::OneByteC, kGivesTime + silent},
+      {Failure::UnknownModel, "tavlo: the device answers as model 16, which is no known hub"},
+      {Failure::SilentD, no_drives},
+      {Failure::ShortD, no_drives},
+      {Failure::SilentR, no_revisions},
+      {Failure::ShortR, no_revisions},
   };
   for (const Row& row : rows) {
     hub.port.hub.SetFailure({row.mode, 1});
@@ -124,7 +124,7 @@ TEST_F(Identify, AHubThatDoesNotAnswerOrAnswersWronglyIsToldAndEndsWithSix) {
 TEST_F(Identify, ADriveThatNoListKnowsIsShownAsSuch) {
   program.Axis.DriveModel[0] = 15;
   PutIntoHub();
-  hub.port.hub.SetFailure({Failure::kUnknownDrive, 1});
+  hub.port.hub.SetFailure({Failure::UnknownDrive, 1});
   const Outcome outcome = Tavlo({"identify", "--port", "1"});
   EXPECT_EQ(outcome.code, 0);
   EXPECT_NE(outcome.out.find("1     Zenu-A-p        unknown type    2.00\n"), std::string::npos)

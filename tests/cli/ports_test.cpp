@@ -106,7 +106,7 @@ TEST_F(PortOfResults, ARunAndATerminalNameThemToo) {
 }
 
 TEST_F(PortOfResults, AHubThatDoesNotAnswerIsToldWithThePortAndItsDevice) {
-  hub.port.hub.SetFailure({hubsim::Failure::kSilentC, 1});
+  hub.port.hub.SetFailure({hubsim::Failure::SilentC, 1});
   for (std::vector<std::string> command : {std::vector<std::string>{"identify"},
                                            {"download", File()},
                                            {"upload", folder.Path("copy.TVH")},

@@ -237,7 +237,7 @@ TEST_F(RunInput, StopStopsTheMachineAndIsNoFailure) {
   EXPECT_EQ(outcome.code, 0);
   EXPECT_TRUE(outcome.out.ends_with("\"reason\":\"stopped\"}\n")) << outcome.out;
   EXPECT_EQ(Sent(), "IS");
-  EXPECT_EQ(hub.port.hub.State(), hubsim::HubState::kIdle);
+  EXPECT_EQ(hub.port.hub.State(), hubsim::HubState::Idle);
 }
 
 TEST_F(RunInput, AProgramWithoutTheTerminalGetsNoKeyAndSaysSoOnce) {

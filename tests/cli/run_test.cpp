@@ -51,7 +51,7 @@ TEST_F(Run, WithoutAFilePrintsNumbersAlone) {
   TwoWaits();
   EXPECT_EQ(RunIt({"--for", "0.75"}), (Outcome{0, "1\tstarted\n1\tfinished\n2\tstarted\n", kRuns}));
   EXPECT_EQ(LastSent(), 'S');
-  EXPECT_EQ(hub.port.hub.State(), hubsim::HubState::kIdle);
+  EXPECT_EQ(hub.port.hub.State(), hubsim::HubState::Idle);
 }
 
 TEST_F(Run, AMoveThatGoesOnWhileTheNextLinesRunIsToldAsSuch) {
@@ -83,12 +83,12 @@ TEST_F(Run, AnInterruptionStopsTheHubAndEndsWith130) {
                                         "{\"error\":{\"code\":130,\"message\":\"interrupted\"}}\n",
                                         kRuns}));
   EXPECT_EQ(hub.port.sent, "SCDREXIS");
-  EXPECT_EQ(hub.port.hub.State(), hubsim::HubState::kIdle);
+  EXPECT_EQ(hub.port.hub.State(), hubsim::HubState::Idle);
 }
 
 TEST_F(Run, AnInterruptionBeforeTheStartStartsNothing) {
   LongMove();
-  hub.port.hub.SetFailure({Failure::kSilentE, 1});
+  hub.port.hub.SetFailure({Failure::SilentE, 1});
   hub.InterruptIn(0.5);
   EXPECT_EQ(RunIt(), (Outcome{130, "", "tavlo: interrupted\n"}));
   EXPECT_EQ(hub.port.sent, "SCDRE");
@@ -121,7 +121,7 @@ TEST_F(Run, YesResetsTheHaltedHub) {
 
 TEST_F(Run, AResetThatTheHubDoesNotAnswerIsTold) {
   LongMove();
-  hub.port.hub.SetFailure({Failure::kSilentReset, 1});
+  hub.port.hub.SetFailure({Failure::SilentReset, 1});
   hub.In(0.5, [this] { hub.port.hub.PressStop(hub.clock.now); });
   const Outcome outcome = RunIt({"--yes"});
   EXPECT_EQ(outcome.code, 8);
@@ -247,16 +247,16 @@ TEST_F(Run, AHubThatDoesNotAnswerEndsItWithSix) {
       "turned "
       "on?";
   const std::vector<Row> rows = {
-      {Failure::kSilentC,
+      {Failure::SilentC,
        kGivesTime +
            "Communication Error: The Tavlo Hub is not communicating.  Is it connected to the right port and "
            "turned "
            "on?  Do you have the right comm port selected?  Perhaps cycling power will help."},
-      {Failure::kSilentD,
+      {Failure::SilentD,
        "The Tavlo Hub is not responding to the D command.  Is it connected to the right port and turned on?"},
-      {Failure::kSilentE, no_execute},
-      {Failure::kNoiseE, no_execute},
-      {Failure::kLateE, no_execute},
+      {Failure::SilentE, no_execute},
+      {Failure::NoiseE, no_execute},
+      {Failure::LateE, no_execute},
   };
   LongMove();
   for (const Row& row : rows) {
@@ -268,7 +268,7 @@ TEST_F(Run, AHubThatDoesNotAnswerEndsItWithSix) {
 
 TEST_F(Run, AMissingDriveIsARefusal) {
   LongMove();
-  hub.port.hub.SetFailure({Failure::kMissingDrive, 1});
+  hub.port.hub.SetFailure({Failure::MissingDrive, 1});
   EXPECT_EQ(RunIt(),
             (Outcome{3, "",
                      "Missing drive: The drive connected to port 1 is not responding.  You must have a "
@@ -278,7 +278,7 @@ TEST_F(Run, AMissingDriveIsARefusal) {
 TEST_F(Run, AWrongDriveIsAQuestion) {
   program.Axis.DriveModel[0] = 15;
   TwoWaits();
-  hub.port.hub.SetFailure({Failure::kUnknownDrive, 1});
+  hub.port.hub.SetFailure({Failure::UnknownDrive, 1});
   const std::string question =
       "Wrong drive: The drive connected to port 1 is a unknown type.  Your program expects drive 1 to be a "
       "Zenu-A-p.  Do you want to run anyway?\n";
@@ -356,7 +356,7 @@ TEST_F(Run, WhatABrokenDownloadLeftBehindIsNotTakenForTheFile) {
   TwoWaits();
   Line(1).Time = 70;
   Line(150).Type = WT;
-  hub.port.hub.SetFailure({Failure::kSilentLine, 100});
+  hub.port.hub.SetFailure({Failure::SilentLine, 100});
   ASSERT_EQ(Tavlo({"download", File(), "--port", "1"}).code, 6);
   hub.port.hub.SetFailure({});
   EXPECT_EQ(RunIt({File(), "--no"}).code, 7);

@@ -25,11 +25,11 @@ TEST_F(Stop, StopsAMachineAndAsksNothing) {
   hub.port.sent.clear();
   EXPECT_EQ(StopIt(), stopped_);
   EXPECT_EQ(hub.port.sent, "S");
-  EXPECT_EQ(hub.port.hub.State(), hubsim::HubState::kIdle);
+  EXPECT_EQ(hub.port.hub.State(), hubsim::HubState::Idle);
 }
 
 TEST_F(Stop, NeedsNoAnswer) {
-  hub.port.hub.SetFailure({hubsim::Failure::kSilentC, 1});
+  hub.port.hub.SetFailure({hubsim::Failure::SilentC, 1});
   EXPECT_EQ(StopIt(), stopped_);
 }
 

@@ -50,7 +50,7 @@ TEST_F(Terminal, LinesGoToTheDrivesAndAnswersComeBackBelowThem) {
   SayIn(0.7, "one\rtwo\r");
   EXPECT_EQ(Talk(), (Outcome{0, "$9PR1$\nready\n$9SA$\none\ntwo\n", kOpen}));
   EXPECT_EQ(hub.port.sent, "SCH9PR1\r\n9SA\r\n0HM\r");
-  EXPECT_EQ(hub.port.hub.State(), hubsim::HubState::kIdle);
+  EXPECT_EQ(hub.port.hub.State(), hubsim::HubState::Idle);
 }
 
 TEST_F(Terminal, ALastLineWithoutItsEndGoesOutToo) {
@@ -108,7 +108,7 @@ TEST_F(Terminal, AnInterruptionClosesIt) {
   hub.InterruptIn(3);
   EXPECT_EQ(Talk(), (Outcome{0, "", kOpen}));
   EXPECT_EQ(hub.port.sent, "SCH0HM\r");
-  EXPECT_EQ(hub.port.hub.State(), hubsim::HubState::kIdle);
+  EXPECT_EQ(hub.port.hub.State(), hubsim::HubState::Idle);
 }
 
 TEST_F(Terminal, AnInterruptionAmongTheAnswersClosesItToo) {
@@ -148,11 +148,11 @@ TEST_F(Terminal, TheFirstFirmwareThatPassesThroughIsTaken) {
 }
 
 TEST_F(Terminal, AHubThatDoesNotAnswerEndsWithSix) {
-  for (const Failure mode : {Failure::kSilentC, Failure::kUnknownModel}) {
+  for (const Failure mode : {Failure::SilentC, Failure::UnknownModel}) {
     hub.port.hub.SetFailure({mode, 1});
     EXPECT_EQ(Talk().code, 6);
     EXPECT_FALSE(hub.port.sent.ends_with("0HM\r")) << "it was never open";
-    EXPECT_EQ(hub.port.hub.State(), hubsim::HubState::kIdle);
+    EXPECT_EQ(hub.port.hub.State(), hubsim::HubState::Idle);
   }
 }
 

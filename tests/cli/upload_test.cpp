@@ -63,7 +63,7 @@ TEST_F(UploadCommand, JsonGivesWhatWasRead) {
 
 TEST_F(UploadCommand, TheFileOfAHubOfFourAxesIsForThatModel) {
   hubsim::HubOptions options;
-  options.model = hubsim::HubModel::kQuad;
+  options.model = hubsim::HubModel::Quad;
   SimHub quad(options);
   std::ostringstream out;
   std::ostringstream err;
@@ -103,10 +103,10 @@ TEST_F(UploadCommand, EachFailureIsToldByItsExitCodeAndLeavesTheFileThatIsThere)
       "turned "
       "on?  Perhaps cycling power will help.\n";
   const std::vector<Row> rows = {
-      {Failure::kSilentU, 1, 6, StoppedAfter(0)},
-      {Failure::kShortU, 8193, 6, StoppedAfter(8193)},
-      {Failure::kWrongU, 1, 7, kNotCorrect},
-      {Failure::kSilentC, 1, 6, kGivesTime + silent},
+      {Failure::SilentU, 1, 6, StoppedAfter(0)},
+      {Failure::ShortU, 8193, 6, StoppedAfter(8193)},
+      {Failure::WrongU, 1, 7, kNotCorrect},
+      {Failure::SilentC, 1, 6, kGivesTime + silent},
   };
   PutIntoHub();
   folder.Write("copy.TVH", "what is there");
@@ -150,7 +150,7 @@ TEST_F(UploadCommand, ADriveModelThatThereIsNotIsToldAndTheProgramKeptAllTheSame
 
 TEST_F(UploadCommand, ACableThatComesOffIsToldAsTheLossOfThePort) {
   PutIntoHub();
-  hub.port.hub.SetFailure({Failure::kUnplugTx, 1000});
+  hub.port.hub.SetFailure({Failure::UnplugTx, 1000});
   const Outcome outcome = Upload();
   EXPECT_EQ(outcome.code, 5);
   EXPECT_EQ(outcome.out, "");
@@ -160,7 +160,7 @@ TEST_F(UploadCommand, ACableThatComesOffIsToldAsTheLossOfThePort) {
 
 TEST_F(UploadCommand, AnInterruptionWritesNothing) {
   PutIntoHub();
-  hub.port.hub.SetFailure({Failure::kSilentU, 1});
+  hub.port.hub.SetFailure({Failure::SilentU, 1});
   hub.InterruptIn(0.3);
   EXPECT_EQ(Upload(), (Outcome{130, "",
                                "tavlo: the hub sends on to the end of its memory; leave it alone for five "

@@ -49,7 +49,7 @@ TEST_F(VerifyCommand, EveryExampleIsTheSameOnTheHubThatItWasSentTo) {
     for (const int firmware : {8, 9, 38}) {
       hubsim::HubOptions options;
       options.firmware = firmware;
-      if (example.program.HubIndex == HubQuad) options.model = hubsim::HubModel::kQuad;
+      if (example.program.HubIndex == HubQuad) options.model = hubsim::HubModel::Quad;
       SimHub sim(options);
       std::ostringstream out;
       std::ostringstream err;
@@ -144,7 +144,7 @@ TEST_F(VerifyCommand, ALineOfTheHubThatCannotBeReadIsToldAsSuch) {
 
 TEST_F(VerifyCommand, TheMasksOfAHubQuadAreCutAsADownloadCutsThem) {
   hubsim::HubOptions options;
-  options.model = hubsim::HubModel::kQuad;
+  options.model = hubsim::HubModel::Quad;
   SimHub quad(options);
   std::ostringstream out;
   std::ostringstream err;
@@ -166,11 +166,11 @@ TEST_F(VerifyCommand, EachFailureEndsByItsExitCode) {
     std::string message;
   };
   const std::vector<Row> rows = {
-      {Failure::kSilentU, 1, 6, "The Tavlo Hub stopped responding after 0 chars."},
-      {Failure::kShortU, 100, 6, "The Tavlo Hub stopped responding after 100 chars."},
-      {Failure::kWrongU, 1, 7, "Your program did not upload correctly."},
-      {Failure::kSilentC, 1, 6, kGivesTime + "Communication Error: The Tavlo Hub is not communicating."},
-      {Failure::kUnplugTx, 1000, 5, ""},
+      {Failure::SilentU, 1, 6, "The Tavlo Hub stopped responding after 0 chars."},
+      {Failure::ShortU, 100, 6, "The Tavlo Hub stopped responding after 100 chars."},
+      {Failure::WrongU, 1, 7, "Your program did not upload correctly."},
+      {Failure::SilentC, 1, 6, kGivesTime + "Communication Error: The Tavlo Hub is not communicating."},
+      {Failure::UnplugTx, 1000, 5, ""},
   };
   PutIntoHub();
   for (const Row& row : rows) {

@@ -12,7 +12,7 @@ TEST(HubCommands, CTellsRevisionAndModel) {
   HubBench octo;
   EXPECT_EQ(octo.Ask("C"), Bytes({38, 8}));
   HubOptions options;
-  options.model = HubModel::kQuad;
+  options.model = HubModel::Quad;
   options.firmware = 5;
   HubBench quad(options);
   EXPECT_EQ(quad.Ask("C"), Bytes({5, 24}));
@@ -39,7 +39,7 @@ TEST(HubCommands, WithoutADriveListTheRightDrivesArePlugged) {
 
 TEST(HubCommands, AHubQuadAnswersForFourAxes) {
   HubOptions options;
-  options.model = HubModel::kQuad;
+  options.model = HubModel::Quad;
   HubBench bench(options);
   bench.Download({});
   EXPECT_EQ(bench.Ask("D").size(), 8U);
@@ -87,9 +87,9 @@ TEST(HubCommands, KIsSilentBeforeAWholeDownload) {
 TEST(HubCommands, PassthroughTakesEverythingUpToItsEnd) {
   HubBench bench;
   EXPECT_EQ(bench.Ask("H"), "");
-  EXPECT_EQ(bench.hub.State(), HubState::kPassthrough);
+  EXPECT_EQ(bench.hub.State(), HubState::Passthrough);
   EXPECT_EQ(bench.Ask("1PR1\r2SA\rCDRU\r10HM\r"), "");
-  EXPECT_EQ(bench.hub.State(), HubState::kPassthrough);
+  EXPECT_EQ(bench.hub.State(), HubState::Passthrough);
   EXPECT_EQ(bench.Ask("0HM\rC"), Bytes({38, 8}));
 }
 
@@ -107,7 +107,7 @@ TEST(HubCommands, UnknownBytesAreIgnored) {
     }
   }
   EXPECT_EQ(bench.Ask(unknown), "");
-  EXPECT_EQ(bench.hub.State(), HubState::kIdle);
+  EXPECT_EQ(bench.hub.State(), HubState::Idle);
   EXPECT_EQ(bench.Ask("C"), Bytes({38, 8}));
 }
 
@@ -115,7 +115,7 @@ TEST(HubCommands, AcknowledgingNothingDoesNothing) {
   HubBench bench;
   bench.Download({WaitTime(10)});
   EXPECT_EQ(bench.Ask("III"), "");
-  EXPECT_EQ(bench.hub.State(), HubState::kIdle);
+  EXPECT_EQ(bench.hub.State(), HubState::Idle);
 }
 
 TEST(HubCommands, TheAnswerToAGreetingDoesNotRewindAProgram) {
@@ -135,7 +135,7 @@ TEST(HubCommands, PowerUpGreetsAndKeepsTheMemoryAlone) {
   ASSERT_EQ(bench.hub.Variable(3), 500);
   bench.hub.PowerUp(bench.now);
   EXPECT_EQ(bench.hub.TakeOutput(), Bytes({255, 38, 8, 0}));
-  EXPECT_EQ(bench.hub.State(), HubState::kIdle);
+  EXPECT_EQ(bench.hub.State(), HubState::Idle);
   EXPECT_EQ(bench.hub.MemoryImage()[0], 4);
   EXPECT_EQ(bench.hub.Axis(0).position_steps, 0);
   EXPECT_EQ(bench.hub.Variable(3), 0);

@@ -92,7 +92,7 @@ TEST(HubFuzz, RandomProgramsRunWithoutHarm) {
                          random() % 2, bench.now);
       bench.Go(random() % 1000 / 10.0);
       for (int line = 0; line < 20; ++line) started += HubBench::Count(bench.Send("I"), 254);
-      if (bench.hub.State() != HubState::kRunning) bench.Send("SX");
+      if (bench.hub.State() != HubState::Running) bench.Send("SX");
     }
     SCOPED_TRACE(seed);
     for (int axis = 0; axis < kAxisCount; ++axis) {
@@ -133,7 +133,7 @@ TEST(HubFuzz, RandomKeysInRandomPromptsDoNoHarm) {
         bench.hub.SetInput(axis, static_cast<int>(random() % kInputCount), random() % 2, bench.now);
       if (random() % 50 == 0) bench.hub.HitLimit(axis, bench.now);
       answered += HubBench::Count(bench.Go(random() % 100 / 200.0), 237);
-      if (bench.hub.State() != HubState::kRunning && bench.hub.State() != HubState::kPaused) bench.Send("SM");
+      if (bench.hub.State() != HubState::Running && bench.hub.State() != HubState::Paused) bench.Send("SM");
       for (const std::string& row : bench.hub.Display()) ASSERT_LE(row.size(), 20U);
     }
     SCOPED_TRACE(seed);

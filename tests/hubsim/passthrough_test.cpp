@@ -46,7 +46,7 @@ TEST(Passthrough, AMovingDriveSaysSo) {
 
 TEST(Passthrough, AHubQuadHasFourAddresses) {
   HubOptions options;
-  options.model = HubModel::kQuad;
+  options.model = HubModel::Quad;
   HubBench bench(options);
   bench.Download({});
   EXPECT_EQ(bench.Ask("H4RV\r"), "2.00\r");
@@ -60,7 +60,7 @@ TEST(Passthrough, AGreetingMeetsATerminalThatGoesOn) {
   bench.hub.PowerUp(bench.now);
   EXPECT_EQ(bench.hub.TakeOutput(), Bytes({255, 38, 8, 0}));
   EXPECT_EQ(bench.Ask("00"), "");
-  EXPECT_EQ(bench.hub.State(), HubState::kPassthrough);
+  EXPECT_EQ(bench.hub.State(), HubState::Passthrough);
   EXPECT_EQ(bench.Ask("1RV\r"), "2.00\r");
   EXPECT_EQ(bench.Ask("0HM\rC"), Bytes({38, 8}));
 }
@@ -76,7 +76,7 @@ TEST(Passthrough, OtherAnswersToAGreetingOpenNothing) {
     HubBench bench;
     bench.hub.PowerUp(bench.now);
     bench.Ask(answer);
-    EXPECT_EQ(bench.hub.State(), HubState::kIdle) << answer;
+    EXPECT_EQ(bench.hub.State(), HubState::Idle) << answer;
   }
 }
 

@@ -30,15 +30,15 @@ TEST(HubWords, TheTitleNamesTheCommOrElseTheLink) {
 }
 
 TEST(HubWords, EachStateHasItsWord) {
-  EXPECT_EQ(StateWords(HubState::kIdle, {}), "idle");
-  EXPECT_EQ(StateWords(HubState::kDownloading, {}), "downloading");
-  EXPECT_EQ(StateWords(HubState::kRunning, 11), "running line 12");
-  EXPECT_EQ(StateWords(HubState::kRunning, {}), "running");
-  EXPECT_EQ(StateWords(HubState::kPaused, 0), "paused in line 1");
-  EXPECT_EQ(StateWords(HubState::kPaused, {}), "paused");
-  EXPECT_EQ(StateWords(HubState::kEnded, {}), "ended");
-  EXPECT_EQ(StateWords(HubState::kHalted, {}), "halted");
-  EXPECT_EQ(StateWords(HubState::kPassthrough, {}), "passthrough to the drives");
+  EXPECT_EQ(StateWords(HubState::Idle, {}), "idle");
+  EXPECT_EQ(StateWords(HubState::Downloading, {}), "downloading");
+  EXPECT_EQ(StateWords(HubState::Running, 11), "running line 12");
+  EXPECT_EQ(StateWords(HubState::Running, {}), "running");
+  EXPECT_EQ(StateWords(HubState::Paused, 0), "paused in line 1");
+  EXPECT_EQ(StateWords(HubState::Paused, {}), "paused");
+  EXPECT_EQ(StateWords(HubState::Ended, {}), "ended");
+  EXPECT_EQ(StateWords(HubState::Halted, {}), "halted");
+  EXPECT_EQ(StateWords(HubState::Passthrough, {}), "passthrough to the drives");
 }
 
 TEST(HubWords, ALineIsToldWithItsAxis) {

@@ -124,7 +124,7 @@ TEST(PanelWindow, EveryLampOfAnOctoIsNamed) {
 
 TEST(PanelWindow, AQuadHasFourAxesAndTheHubsOwnBlock) {
   HubOptions options;
-  options.model = HubModel::kQuad;
+  options.model = HubModel::Quad;
   PanelBench panel(options);
   EXPECT_NE(panel.window.findChild<QWidget*>(QStringLiteral("limit3")), nullptr);
   EXPECT_EQ(panel.window.findChild<QWidget*>(QStringLiteral("limit4")), nullptr);
@@ -155,7 +155,7 @@ TEST(PanelWindow, TheLimitButtonHaltsARunningProgram) {
   panel.bench.Download({WaitTime(1000)});
   panel.bench.Run(0.1);
   panel.Click("limit of axis 2");
-  EXPECT_EQ(panel.bench.hub.State(), HubState::kHalted);
+  EXPECT_EQ(panel.bench.hub.State(), HubState::Halted);
   EXPECT_EQ(panel.LabelText("state"), "halted");
   EXPECT_EQ(panel.LabelText("note"), "");
   EXPECT_EQ(HubBench::Count(panel.bench.Collect(), 252), 1);
@@ -202,7 +202,7 @@ TEST(PanelWindow, ACancelledFaultDialogDoesNothing) {
   panel.Click("fault of axis 2");
   panel.window.findChild<QDialog*>(QStringLiteral("FaultDialog"))->reject();
   EXPECT_TRUE(panel.bench.Collect().empty());
-  EXPECT_EQ(panel.bench.hub.State(), HubState::kIdle);
+  EXPECT_EQ(panel.bench.hub.State(), HubState::Idle);
 }
 
 TEST(PanelWindow, ThePowerButtonMakesTheHubGreet) {
@@ -233,7 +233,7 @@ TEST(PanelWindow, AFailureIsChosenByModeAndNumber) {
   emit mode->activated(line);
   EXPECT_TRUE(number->isEnabled());
   number->setValue(7);
-  EXPECT_EQ(panel.bench.hub.Options().failure.mode, Failure::kSilentLine);
+  EXPECT_EQ(panel.bench.hub.Options().failure.mode, Failure::SilentLine);
   EXPECT_EQ(panel.bench.hub.Options().failure.at, 7);
   EXPECT_EQ(panel.LabelText("failureMeaning"), "No answer to line N (1..200) of a download");
   EXPECT_EQ(panel.LabelText("failureOption"), "--fail silent-line:7");
@@ -258,7 +258,7 @@ TEST(PanelWindow, TheWheelTurnsNoFailureThatItOnlyPassesOver) {
   PanelBench panel;
   panel.window.show();
   for (const char* name : {"failure", "failureNumber"}) {
-    panel.bench.hub.SetFailure({Failure::kSilentLine, 7});
+    panel.bench.hub.SetFailure({Failure::SilentLine, 7});
     panel.window.Refresh();
     auto* control = panel.window.findChild<QWidget*>(QLatin1String(name));
     EXPECT_EQ(control->focusPolicy(), Qt::StrongFocus) << name;
@@ -266,7 +266,7 @@ TEST(PanelWindow, TheWheelTurnsNoFailureThatItOnlyPassesOver) {
     QWheelEvent turn(QPointF(5, 5), control->mapToGlobal(QPointF(5, 5)), QPoint(), QPoint(0, -120),
                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(control, &turn);
-    EXPECT_EQ(panel.bench.hub.Options().failure.mode, Failure::kSilentLine) << name;
+    EXPECT_EQ(panel.bench.hub.Options().failure.mode, Failure::SilentLine) << name;
     EXPECT_EQ(panel.bench.hub.Options().failure.at, 7) << name;
   }
 }

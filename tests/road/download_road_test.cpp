@@ -34,7 +34,7 @@ void ExpectHubHolds(const SimDesk& desk, Program program) {
 
 hubsim::HubOptions OptionsFor(const Program& program) {
   hubsim::HubOptions options;
-  if (program.HubIndex == HubQuad) options.model = hubsim::HubModel::kQuad;
+  if (program.HubIndex == HubQuad) options.model = hubsim::HubModel::Quad;
   return options;
 }
 

@@ -237,7 +237,7 @@ class FaultSweep : public ::testing::TestWithParam<Sweep> {
     if (d_.source.link.Busy || d_.downbox.visible || d_.upbox.visible) Complain(plan, "still busy");
     d_.line.Output("S");
     if (CheckDrive(d_.road) != kIdentity) {
-      if (d_.line.TheHub().State() != hubsim::HubState::kPassthrough) {
+      if (d_.line.TheHub().State() != hubsim::HubState::Passthrough) {
         Complain(plan, "the hub does not answer afterwards");
       } else if (InSetUp(plan)) {
         Met(Blind::LeftPassing);

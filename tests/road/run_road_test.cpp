@@ -83,7 +83,7 @@ TEST_F(RunRoad, ARepeatRunsItsLinesSoManyTimes) {
   RunWith([&] { desk.sim.RunEventLoop(2); });
   // A row that lights up is brought into view.
   EXPECT_EQ(std::ranges::count(desk.view.scrolls, 1), 7);
-  EXPECT_EQ(desk.sim.hub.State(), hubsim::HubState::kEnded);
+  EXPECT_EQ(desk.sim.hub.State(), hubsim::HubState::Ended);
 }
 
 TEST_F(RunRoad, AProgramWithPromptsOpensTheEmulator) {
@@ -182,7 +182,7 @@ TEST_F(RunRoad, AfterStopTheHubStandsStillAndNothingMoreGoesOut) {
   });
   const std::size_t sent = desk.sim.sent.size();
   desk.sim.RunEventLoop(5);
-  EXPECT_EQ(desk.sim.hub.State(), hubsim::HubState::kIdle);
+  EXPECT_EQ(desk.sim.hub.State(), hubsim::HubState::Idle);
   EXPECT_EQ(desk.sim.sent.size(), sent);
 }
 

@@ -66,7 +66,7 @@ void RunWhileItTalks(const char* name, const Operation& operation) {
                      std::to_string(runs));
         TalkDesk d(talk, latency);
         ASSERT_EQ(d.told, DownloadResult::Done);
-        ASSERT_NE(d.sim.hub.State(), hubsim::HubState::kIdle);
+        ASSERT_NE(d.sim.hub.State(), hubsim::HubState::Idle);
         d.sim.RunEventLoop(moment(random));
         if (talk == Talk::HalfMessage) d.sim.hub.Say(kHalfMessage);
         operation(d);

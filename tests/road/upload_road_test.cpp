@@ -19,7 +19,7 @@ namespace {
 
 hubsim::HubOptions OptionsFor(const Program& program) {
   hubsim::HubOptions options;
-  if (program.HubIndex == HubQuad) options.model = hubsim::HubModel::kQuad;
+  if (program.HubIndex == HubQuad) options.model = hubsim::HubModel::Quad;
   return options;
 }
 
@@ -173,9 +173,9 @@ TEST(UploadRoad, AnUploadStopsAProgramThatRuns) {
   d.sim.RunEventLoop(0.2);
   d.road.Comm1.Output("X");
   d.sim.RunEventLoop(0.05);
-  EXPECT_EQ(d.sim.hub.State(), hubsim::HubState::kRunning);
+  EXPECT_EQ(d.sim.hub.State(), hubsim::HubState::Running);
   EXPECT_EQ(Upload(d.road), UploadResult::Done);
-  EXPECT_NE(d.sim.hub.State(), hubsim::HubState::kRunning);
+  EXPECT_NE(d.sim.hub.State(), hubsim::HubState::Running);
   EXPECT_TRUE(d.boxes.shown.empty());
 }
 

@@ -23,13 +23,13 @@ void Axis::Begin(const MoveOrder& order, double now) {
   origin_ = position_;
   marked_ = true;
   if (order.sensor) {
-    Enter(Phase::kSeek, Profile::RunOn(0, limits_), order.direction, now);
+    Enter(Phase::Seek, Profile::RunOn(0, limits_), order.direction, now);
     if (order.safety) phase_end_ = now + profile_.TimeAt(order.safety->distance);
     return;
   }
   const Profile profile = order.change ? Profile::Travel(order.distance, limits_, *order.change)
                                        : Profile::Travel(order.distance, 0, limits_);
-  Enter(Phase::kTravel, profile, order.direction, now);
+  Enter(Phase::Travel, profile, order.direction, now);
   if (order.output) {
     marked_ = false;
     mark_time_ = now + std::min(profile_.TimeAt(order.output->at), profile_.Duration());
@@ -43,7 +43,7 @@ void Axis::RunOn(int direction, const MotionLimits& limits, double now) {
   order_ = MoveOrder{};
   owned_ = false;
   marked_ = true;
-  Enter(Phase::kEndless, Profile::RunOn(speed, limits_), direction, now);
+  Enter(Phase::Endless, Profile::RunOn(speed, limits_), direction, now);
 }
 
 void Axis::ChangeSpeed(double speed, double now) {
@@ -54,20 +54,20 @@ void Axis::ChangeSpeed(double speed, double now) {
 }
 
 void Axis::Stop(double now) {
-  if (Idle() || phase_ == Phase::kStop || phase_ == Phase::kGiveUp) return;
+  if (Idle() || phase_ == Phase::Stop || phase_ == Phase::GiveUp) return;
   const double speed = std::abs(Speed(now));
   Settle(now);
   marked_ = true;
   order_.trip.reset();
   order_.home = false;
-  Enter(Phase::kStop, Profile::Brake(speed, limits_.decel), direction_, now);
+  Enter(Phase::Stop, Profile::Brake(speed, limits_.decel), direction_, now);
 }
 
 void Axis::Cut(double now) {
   if (Idle()) return;
   Settle(now);
   marked_ = true;
-  phase_ = Phase::kIdle;
+  phase_ = Phase::Idle;
 }
 
 void Axis::SensorSeen(double now) {
@@ -76,19 +76,19 @@ void Axis::SensorSeen(double now) {
   Settle(now);
   sensor_at_ = position_;
   if (order_.home) {
-    Enter(Phase::kStop, Profile::Brake(speed, limits_.decel), direction_, now);
+    Enter(Phase::Stop, Profile::Brake(speed, limits_.decel), direction_, now);
   } else {
-    Enter(Phase::kRunOut, Profile::Travel(order_.distance, speed, limits_), direction_, now);
+    Enter(Phase::RunOut, Profile::Travel(order_.distance, speed, limits_), direction_, now);
   }
 }
 
 double Axis::Position(double now) const {
-  if (Idle() || phase_ == Phase::kRest) return position_;
+  if (Idle() || phase_ == Phase::Rest) return position_;
   return position_ + direction_ * profile_.DistanceAt(std::min(now, phase_end_) - started_);
 }
 
 double Axis::Speed(double now) const {
-  if (Idle() || phase_ == Phase::kRest) return 0;
+  if (Idle() || phase_ == Phase::Rest) return 0;
   return direction_ * profile_.SpeedAt(now - started_);
 }
 
@@ -109,7 +109,7 @@ std::optional<AxisEvent> Axis::Advance(double now) {
   while (!Idle()) {
     if (!marked_ && mark_time_ <= now) {
       marked_ = true;
-      return AxisEvent::kMark;
+      return AxisEvent::Mark;
     }
     if (phase_end_ > now) return std::nullopt;
     if (const auto event = EndPhase(phase_end_)) return event;
@@ -121,44 +121,44 @@ std::optional<AxisEvent> Axis::EndPhase(double now) {
   const double speed = std::abs(Speed(now));
   Settle(now);
   switch (phase_) {
-    case Phase::kSeek: Enter(Phase::kGiveUp, Profile::Brake(speed, limits_.decel), direction_, now); break;
-    case Phase::kTravel:
-    case Phase::kRunOut: return AfterOutwardTrip(now);
-    case Phase::kRest: {
+    case Phase::Seek: Enter(Phase::GiveUp, Profile::Brake(speed, limits_.decel), direction_, now); break;
+    case Phase::Travel:
+    case Phase::RunOut: return AfterOutwardTrip(now);
+    case Phase::Rest: {
       const double back = origin_ - position_;
-      Enter(Phase::kReturn, Profile::Travel(std::abs(back), 0, BackLimits(order_.trip->speed)),
+      Enter(Phase::Return, Profile::Travel(std::abs(back), 0, BackLimits(order_.trip->speed)),
             back < 0 ? -1 : 1, now);
       break;
     }
-    case Phase::kStop: {
-      if (!order_.home) return Finish(AxisEvent::kFinished);
+    case Phase::Stop: {
+      if (!order_.home) return Finish(AxisEvent::Finished);
       const double back = sensor_at_ - position_;
-      Enter(Phase::kHomeBack, Profile::Travel(std::abs(back), 0, limits_), back < 0 ? -1 : 1, now);
+      Enter(Phase::HomeBack, Profile::Travel(std::abs(back), 0, limits_), back < 0 ? -1 : 1, now);
       break;
     }
-    case Phase::kHomeBack: position_ = 0; return Finish(AxisEvent::kFinished);
-    case Phase::kReturn: return Finish(AxisEvent::kFinished);
-    case Phase::kGiveUp: return Finish(AxisEvent::kGaveUp);
-    case Phase::kIdle:
-    case Phase::kEndless: break;
+    case Phase::HomeBack: position_ = 0; return Finish(AxisEvent::Finished);
+    case Phase::Return: return Finish(AxisEvent::Finished);
+    case Phase::GiveUp: return Finish(AxisEvent::GaveUp);
+    case Phase::Idle:
+    case Phase::Endless: break;
   }
   return std::nullopt;
 }
 
 std::optional<AxisEvent> Axis::AfterOutwardTrip(double now) {
-  if (!order_.trip) return Finish(AxisEvent::kFinished);
+  if (!order_.trip) return Finish(AxisEvent::Finished);
   EnterRest(now);
   return std::nullopt;
 }
 
 void Axis::EnterRest(double now) {
-  phase_ = Phase::kRest;
+  phase_ = Phase::Rest;
   started_ = now;
   phase_end_ = now + order_.trip->rest_s;
 }
 
 std::optional<AxisEvent> Axis::Finish(AxisEvent event) {
-  phase_ = Phase::kIdle;
+  phase_ = Phase::Idle;
   if (!owned_) return std::nullopt;
   return event;
 }

@@ -14,7 +14,7 @@ namespace tavlo::hubsim {
 /// How a move ends on an input.
 struct SensorStop {
   InputRef input;
-  Condition condition = Condition::kLow;
+  Condition condition = Condition::Low;
 };
 
 /// A return to where the move began, after a rest.
@@ -27,7 +27,7 @@ struct ReturnTrip {
 struct MarkedOutput {
   double at = 0;
   int output = 0;
-  OutputAction action = OutputAction::kHigh;
+  OutputAction action = OutputAction::High;
   double width_s = 0;
 };
 
@@ -54,9 +54,9 @@ struct MoveOrder {
 };
 
 enum class AxisEvent : std::uint8_t {
-  kMark,      ///< the move's output is due
-  kFinished,  ///< the move is over
-  kGaveUp,    ///< the move is over without its sensor
+  Mark,      ///< the move's output is due
+  Finished,  ///< the move is over
+  GaveUp,    ///< the move is over without its sensor
 };
 
 /// One motor: where it is, how fast, and which stretch of its move it is in. Times are machine seconds and
@@ -79,10 +79,10 @@ class Axis {
   void Disown() { owned_ = false; }
   void SetPosition(double steps) { position_ = steps; }
 
-  [[nodiscard]] bool Idle() const { return phase_ == Phase::kIdle; }
+  [[nodiscard]] bool Idle() const { return phase_ == Phase::Idle; }
   /// Turns with no end.
-  [[nodiscard]] bool Endless() const { return phase_ == Phase::kEndless; }
-  [[nodiscard]] bool Seeking() const { return phase_ == Phase::kSeek; }
+  [[nodiscard]] bool Endless() const { return phase_ == Phase::Endless; }
+  [[nodiscard]] bool Seeking() const { return phase_ == Phase::Seek; }
   /// A move is under way whose end is to be reported.
   [[nodiscard]] bool Owned() const { return !Idle() && owned_; }
   [[nodiscard]] int Direction() const { return direction_; }
@@ -99,16 +99,16 @@ class Axis {
 
  private:
   enum class Phase : std::uint8_t {
-    kIdle,
-    kTravel,
-    kSeek,
-    kRunOut,
-    kRest,
-    kReturn,
-    kHomeBack,
-    kEndless,
-    kStop,
-    kGiveUp,
+    Idle,
+    Travel,
+    Seek,
+    RunOut,
+    Rest,
+    Return,
+    HomeBack,
+    Endless,
+    Stop,
+    GiveUp,
   };
 
   void Enter(Phase phase, const Profile& profile, int direction, double now);
@@ -119,7 +119,7 @@ class Axis {
   [[nodiscard]] std::optional<AxisEvent> AfterOutwardTrip(double now);
   [[nodiscard]] MotionLimits BackLimits(double speed) const;
 
-  Phase phase_ = Phase::kIdle;
+  Phase phase_ = Phase::Idle;
   MoveOrder order_;
   MotionLimits limits_;
   Profile profile_;

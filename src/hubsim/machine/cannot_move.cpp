@@ -6,8 +6,8 @@
 namespace tavlo::hubsim {
 
 std::optional<Halt> CannotMove(int axis, const Machine& machine, const DriveBay& bay) {
-  if (bay.PluggedModel(axis) == 0) return Halt{HaltKind::kDriveLost, axis, 0};
-  if (!machine.MotorOn(axis)) return Halt{HaltKind::kDriveDisabled, axis, 0};
+  if (bay.PluggedModel(axis) == 0) return Halt{HaltKind::DriveLost, axis, 0};
+  if (!machine.MotorOn(axis)) return Halt{HaltKind::DriveDisabled, axis, 0};
   return std::nullopt;
 }
 

@@ -53,7 +53,7 @@ int DriveBay::PluggedModel(int axis) const {
 }
 
 bool DriveBay::HasIo(int axis) const {
-  return PluggedModel(axis) != 0 || (sockets_.model == HubModel::kQuad && axis == kQuadOwnBlock);
+  return PluggedModel(axis) != 0 || (sockets_.model == HubModel::Quad && axis == kQuadOwnBlock);
 }
 
 std::string DriveBay::DriveList() const {

@@ -21,14 +21,14 @@ inline constexpr std::uint8_t kUnlistedIdentity = 200;
 [[nodiscard]] bool HasExtendedIo(int model);
 
 /// The value is the model byte on the wire.
-enum class HubModel : std::uint8_t { kOcto = 8, kQuad = 24 };
+enum class HubModel : std::uint8_t { Octo = 8, Quad = 24 };
 
 /// A plugged drive whose identity no list knows.
 inline constexpr int kUnlistedDrive = 100;
 
 /// Which hub it is, and what is plugged into its sockets.
 struct Sockets {
-  HubModel model = HubModel::kOcto;
+  HubModel model = HubModel::Octo;
   /// Model code of the drive on each axis, 0 none, `kUnlistedDrive` an unknown one.
   /// Without it, each axis has the drive that the downloaded program expects.
   std::optional<std::array<int, kAxisCount>> drives;
@@ -41,7 +41,7 @@ class DriveBay {
  public:
   DriveBay(const Sockets& sockets, const Memory& memory) : sockets_(sockets), memory_(memory) {}
 
-  [[nodiscard]] int AxisCount() const { return sockets_.model == HubModel::kQuad ? 4 : kAxisCount; }
+  [[nodiscard]] int AxisCount() const { return sockets_.model == HubModel::Quad ? 4 : kAxisCount; }
   /// Model code of the drive in the socket of `axis` (0..7), 0 for an empty one. Sockets that the hub lacks
   /// are empty.
   [[nodiscard]] int PluggedModel(int axis) const;

@@ -49,13 +49,13 @@ std::uint8_t IoBoard::Outputs(int axis) const {
 }
 
 bool IoBoard::Holds(const InputRef& input, Condition condition) const {
-  if (!input.input) return condition == Condition::kHigh;
+  if (!input.input) return condition == Condition::High;
   const std::uint16_t bit = Bit(*input.input);
   switch (condition) {
-    case Condition::kHigh: return Input(input.axis, *input.input);
-    case Condition::kLow: return !Input(input.axis, *input.input);
-    case Condition::kRisingEdge: return (risen_[Index(input.axis)] & bit) != 0;
-    case Condition::kFallingEdge: return (fallen_[Index(input.axis)] & bit) != 0;
+    case Condition::High: return Input(input.axis, *input.input);
+    case Condition::Low: return !Input(input.axis, *input.input);
+    case Condition::RisingEdge: return (risen_[Index(input.axis)] & bit) != 0;
+    case Condition::FallingEdge: return (fallen_[Index(input.axis)] & bit) != 0;
   }
   return false;
 }
@@ -74,9 +74,9 @@ void IoBoard::ForgetAllEdges() {
 
 void IoBoard::Act(int axis, int output, OutputAction action, double width_s, double now) {
   std::erase_if(pulses_, [&](const Pulse& pulse) { return pulse.axis == axis && pulse.output == output; });
-  const bool high = action == OutputAction::kHigh || action == OutputAction::kHighPulse;
+  const bool high = action == OutputAction::High || action == OutputAction::HighPulse;
   SetOutput(axis, output, high);
-  const bool pulse = action == OutputAction::kHighPulse || action == OutputAction::kLowPulse;
+  const bool pulse = action == OutputAction::HighPulse || action == OutputAction::LowPulse;
   if (pulse) pulses_.push_back({now + width_s, axis, output, !high});
 }
 

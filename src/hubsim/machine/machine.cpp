@@ -97,7 +97,7 @@ std::vector<MoveEnd> Machine::Advance(double now) {
     auto& axis = At(number);
     CheckSensor(axis, now);
     while (const auto event = axis.Advance(now)) {
-      if (*event != AxisEvent::kMark) {
+      if (*event != AxisEvent::Mark) {
         ends.push_back({number, *event});
         continue;
       }

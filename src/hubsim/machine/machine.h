@@ -21,7 +21,7 @@ inline constexpr int kVariableCount = 50;
 /// The end of a move.
 struct MoveEnd {
   int axis = 0;
-  AxisEvent event = AxisEvent::kFinished;  ///< never `kMark`
+  AxisEvent event = AxisEvent::Finished;  ///< never `Mark`
 };
 
 /// What the program acts upon: eight axes with their motors, the inputs and outputs, the variables.

@@ -30,7 +30,7 @@ MoveOrder OrderOf(const MoveStatement& move, const Machine& machine, int line, d
   const int axis = move.axis;
   MoveOrder order;
   order.line = line;
-  order.concurrent = move.wait == MoveWait::kNone;
+  order.concurrent = move.wait == MoveWait::None;
   order.limits = {machine.StepsPerSecond(axis, move.speed), machine.StepsPerSecond2(axis, move.accel),
                   machine.StepsPerSecond2(axis, move.decel)};
   order.home = move.home;

@@ -10,13 +10,13 @@ namespace {
 
 std::string_view NameOf(HubState state) {
   switch (state) {
-    case HubState::kIdle: return "idle";
-    case HubState::kDownloading: return "downloading";
-    case HubState::kPassthrough: return "passthrough";
-    case HubState::kRunning: return "running";
-    case HubState::kPaused: return "paused";
-    case HubState::kEnded: return "ended";
-    case HubState::kHalted: return "halted";
+    case HubState::Idle: return "idle";
+    case HubState::Downloading: return "downloading";
+    case HubState::Passthrough: return "passthrough";
+    case HubState::Running: return "running";
+    case HubState::Paused: return "paused";
+    case HubState::Ended: return "ended";
+    case HubState::Halted: return "halted";
   }
   return "";
 }
@@ -24,16 +24,16 @@ std::string_view NameOf(HubState state) {
 /// Empty for nothing.
 std::string_view NameOf(WaitsFor waits) {
   switch (waits) {
-    case WaitsFor::kNothing: return "";
-    case WaitsFor::kAcknowledge: return "acknowledge";
-    case WaitsFor::kResume: return "resume";
-    case WaitsFor::kMotion: return "motion";
-    case WaitsFor::kTime: return "time";
-    case WaitsFor::kInput: return "input";
-    case WaitsFor::kValue: return "value";
-    case WaitsFor::kEnter: return "enter";
-    case WaitsFor::kYesOrNo: return "yes or no";
-    case WaitsFor::kMenuKey: return "menu key";
+    case WaitsFor::Nothing: return "";
+    case WaitsFor::Acknowledge: return "acknowledge";
+    case WaitsFor::Resume: return "resume";
+    case WaitsFor::Motion: return "motion";
+    case WaitsFor::Time: return "time";
+    case WaitsFor::Input: return "input";
+    case WaitsFor::Value: return "value";
+    case WaitsFor::Enter: return "enter";
+    case WaitsFor::YesOrNo: return "yes or no";
+    case WaitsFor::MenuKey: return "menu key";
   }
   return "";
 }

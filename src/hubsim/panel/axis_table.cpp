@@ -19,7 +19,19 @@
 namespace tavlo::hubsim {
 namespace {
 
-enum Column { kName, kDrive, kDial, kPosition, kSpeed, kMotor, kInputs, kOutputs, kLimit, kFault, kRest };
+enum Column {
+  NameColumn,
+  DriveColumn,
+  DialColumn,
+  PositionColumn,
+  SpeedColumn,
+  MotorColumn,
+  InputsColumn,
+  OutputsColumn,
+  LimitColumn,
+  FaultColumn,
+  RestColumn
+};
 
 constexpr int kQuadAxes = 4;
 
@@ -69,33 +81,32 @@ QString SpeedText(const AxisView& view) {
 }  // namespace
 
 AxisTable::AxisTable(HubModel model, QWidget* parent)
-    : QWidget(parent),
-      grid_(new QGridLayout(this)),
-      axes_(model == HubModel::kQuad ? kQuadAxes : kAxisCount) {
+    : QWidget(parent), grid_(new QGridLayout(this)), axes_(model == HubModel::Quad ? kQuadAxes : kAxisCount) {
   grid_->setContentsMargins(0, 0, 0, 0);
   grid_->setHorizontalSpacing(7);
   grid_->setVerticalSpacing(2);
   AddCaptions();
   for (int axis = 0; axis < axes_; ++axis) AddAxis(axis);
-  if (model == HubModel::kQuad) AddHubBlock();
+  if (model == HubModel::Quad) AddHubBlock();
   // The columns stay together however wide the window is.
-  grid_->setColumnStretch(kRest, 1);
+  grid_->setColumnStretch(RestColumn, 1);
 }
 
 void AxisTable::AddCaptions() {
   const auto add = [this](Column column, const char* text, Qt::Alignment side) {
     grid_->addWidget(new QLabel(QLatin1String(text), this), 0, column, side);
   };
-  add(kName, "Axis", Qt::AlignLeft);
-  add(kDrive, "Drive", Qt::AlignLeft);
-  add(kDial, "Shaft", Qt::AlignHCenter);
-  add(kPosition, "Steps", Qt::AlignRight);
-  add(kSpeed, "rev/s", Qt::AlignRight);
-  add(kMotor, "Motor", Qt::AlignLeft);
-  grid_->addWidget(new QLabel(QStringLiteral("Inputs (click)"), this), 0, kInputs, Qt::AlignHCenter);
-  grid_->addWidget(new QLabel(QStringLiteral("Outputs"), this), 0, kOutputs, Qt::AlignHCenter);
-  grid_->addWidget(LampRow::MakeCaptions(InputNames({}, kInputCount), kFirstXInput, this), 1, kInputs);
-  grid_->addWidget(LampRow::MakeCaptions(OutputNames({}, kOutputCount), kFirstYOutput, this), 1, kOutputs);
+  add(NameColumn, "Axis", Qt::AlignLeft);
+  add(DriveColumn, "Drive", Qt::AlignLeft);
+  add(DialColumn, "Shaft", Qt::AlignHCenter);
+  add(PositionColumn, "Steps", Qt::AlignRight);
+  add(SpeedColumn, "rev/s", Qt::AlignRight);
+  add(MotorColumn, "Motor", Qt::AlignLeft);
+  grid_->addWidget(new QLabel(QStringLiteral("Inputs (click)"), this), 0, InputsColumn, Qt::AlignHCenter);
+  grid_->addWidget(new QLabel(QStringLiteral("Outputs"), this), 0, OutputsColumn, Qt::AlignHCenter);
+  grid_->addWidget(LampRow::MakeCaptions(InputNames({}, kInputCount), kFirstXInput, this), 1, InputsColumn);
+  grid_->addWidget(LampRow::MakeCaptions(OutputNames({}, kOutputCount), kFirstYOutput, this), 1,
+                   OutputsColumn);
 }
 
 void AxisTable::AddAxis(int axis) {
@@ -109,42 +120,42 @@ void AxisTable::AddAxis(int axis) {
   row.speed = MakeNumber(kWideSpeed, QStringLiteral("speed of %1 in revolutions a second").arg(name), this);
   row.motor = new QLabel(this);
   row.motor->setAccessibleDescription(QStringLiteral("motor of ") + name);
-  row.inputs = new LampRow(InputNames(name, kInputCount), kFirstXInput, LampRow::Use::kClick, this);
+  row.inputs = new LampRow(InputNames(name, kInputCount), kFirstXInput, LampRow::Use::Click, this);
   row.inputs->setObjectName(QStringLiteral("inputs%1").arg(axis));
   connect(row.inputs, &LampRow::Clicked, this,
           [this, axis](int input, bool high) { emit InputClicked(axis, input, high); });
-  row.outputs = new LampRow(OutputNames(name, kOutputCount), kFirstYOutput, LampRow::Use::kShow, this);
+  row.outputs = new LampRow(OutputNames(name, kOutputCount), kFirstYOutput, LampRow::Use::Show, this);
   row.outputs->setObjectName(QStringLiteral("outputs%1").arg(axis));
 
   const int line = axis + 2;
-  grid_->addWidget(new QLabel(QString::number(axis + 1), this), line, kName);
-  grid_->addWidget(row.drive, line, kDrive);
-  grid_->addWidget(row.dial, line, kDial, Qt::AlignCenter);
-  grid_->addWidget(row.position, line, kPosition);
-  grid_->addWidget(row.speed, line, kSpeed);
-  grid_->addWidget(row.motor, line, kMotor);
-  grid_->addWidget(row.inputs, line, kInputs);
-  grid_->addWidget(row.outputs, line, kOutputs);
+  grid_->addWidget(new QLabel(QString::number(axis + 1), this), line, NameColumn);
+  grid_->addWidget(row.drive, line, DriveColumn);
+  grid_->addWidget(row.dial, line, DialColumn, Qt::AlignCenter);
+  grid_->addWidget(row.position, line, PositionColumn);
+  grid_->addWidget(row.speed, line, SpeedColumn);
+  grid_->addWidget(row.motor, line, MotorColumn);
+  grid_->addWidget(row.inputs, line, InputsColumn);
+  grid_->addWidget(row.outputs, line, OutputsColumn);
   grid_->addWidget(MakeButton(QStringLiteral("Limit"), "limit", axis, &AxisTable::LimitClicked), line,
-                   kLimit);
+                   LimitColumn);
   grid_->addWidget(MakeButton(QStringLiteral("Fault..."), "fault", axis, &AxisTable::FaultClicked), line,
-                   kFault);
+                   FaultColumn);
 }
 
 /// The block has neither X inputs nor Y outputs.
 void AxisTable::AddHubBlock() {
   const QString name = QStringLiteral("hub");
   Row& row = rows_[static_cast<std::size_t>(axes_)];
-  row.inputs = new LampRow(InputNames(name, kFirstXInput), kFirstXInput, LampRow::Use::kClick, this);
+  row.inputs = new LampRow(InputNames(name, kFirstXInput), kFirstXInput, LampRow::Use::Click, this);
   row.inputs->setObjectName(QStringLiteral("inputs%1").arg(axes_));
   connect(row.inputs, &LampRow::Clicked, this,
           [this](int input, bool high) { emit InputClicked(axes_, input, high); });
-  row.outputs = new LampRow(OutputNames(name, kFirstYOutput), kFirstYOutput, LampRow::Use::kShow, this);
+  row.outputs = new LampRow(OutputNames(name, kFirstYOutput), kFirstYOutput, LampRow::Use::Show, this);
   row.outputs->setObjectName(QStringLiteral("outputs%1").arg(axes_));
   const int line = axes_ + 2;
-  grid_->addWidget(new QLabel(QStringLiteral("Hub"), this), line, kName);
-  grid_->addWidget(row.inputs, line, kInputs, Qt::AlignLeft);
-  grid_->addWidget(row.outputs, line, kOutputs, Qt::AlignLeft);
+  grid_->addWidget(new QLabel(QStringLiteral("Hub"), this), line, NameColumn);
+  grid_->addWidget(row.inputs, line, InputsColumn, Qt::AlignLeft);
+  grid_->addWidget(row.outputs, line, OutputsColumn, Qt::AlignLeft);
 }
 
 QWidget* AxisTable::MakeButton(const QString& text, const char* name, int axis,

@@ -196,7 +196,7 @@ QWidget* HubControls::MakeDisplay() {
 
 void HubControls::Choose() {
   const FailureRow& row = kFailures[static_cast<std::size_t>(mode_->currentIndex())];
-  emit FailureChosen({row.mode, row.parameter == Parameter::kCount ? number_->value() : 1});
+  emit FailureChosen({row.mode, row.parameter == Parameter::Count ? number_->value() : 1});
 }
 
 void HubControls::Show(const Hub& hub) {
@@ -220,10 +220,10 @@ void HubControls::ShowFailure(const FailurePlan& plan) {
   const QSignalBlocker quiet_mode(mode_);
   const QSignalBlocker quiet_number(number_);
   mode_->setCurrentIndex(static_cast<int>(plan.mode));
-  number_->setEnabled(row.parameter == Parameter::kCount);
+  number_->setEnabled(row.parameter == Parameter::Count);
   number_->setValue(plan.at);
   meaning_->setText(ShownText(FailureWords(row)));
-  const QString number = row.parameter == Parameter::kCount ? QStringLiteral(":%1").arg(plan.at) : QString();
+  const QString number = row.parameter == Parameter::Count ? QStringLiteral(":%1").arg(plan.at) : QString();
   option_->setText(QStringLiteral("--fail ") + ShownText(row.name) + number);
 }
 

@@ -19,38 +19,38 @@ struct KindRow {
 };
 
 constexpr std::array<KindRow, kLineCodes> kKinds{{
-    {LineCode::kFeed, "feed to length"},
-    {LineCode::kFeedReturn, "feed and return"},
-    {LineCode::kFeedSensor, "feed to sensor"},
-    {LineCode::kFeedSensorReturn, "feed to sensor and return"},
-    {LineCode::kWaitTime, "wait time"},
-    {LineCode::kWaitInput, "wait input"},
-    {LineCode::kGoTo, "go to"},
-    {LineCode::kRepeat, "repeat"},
-    {LineCode::kEndRepeat, "end repeat"},
-    {LineCode::kSetOutput, "set output"},
-    {LineCode::kIfInput, "if input"},
-    {LineCode::kEmpty, "empty"},
-    {LineCode::kSeekHome, "seek home"},
-    {LineCode::kComment, "comment"},
-    {LineCode::kPrompt, "prompt"},
-    {LineCode::kFeedPosition, "feed to position"},
-    {LineCode::kMotorPower, "motor off or on"},
-    {LineCode::kSetPosition, "set position"},
-    {LineCode::kFollowKnob, "follow knob"},
-    {LineCode::kMotorCurrent, "motor current"},
-    {LineCode::kIfInputs, "if inputs"},
-    {LineCode::kFeedOutput, "feed with output"},
-    {LineCode::kFeedChange, "feed with change of speed"},
-    {LineCode::kWaitInputs, "wait inputs"},
-    {LineCode::kFeedSafety, "feed to sensor with safety distance"},
-    {LineCode::kResetLoop, "reset loop"},
-    {LineCode::kMenu, "menu"},
-    {LineCode::kLearnPosition, "learn position"},
-    {LineCode::kCall, "call"},
-    {LineCode::kReturn, "return"},
-    {LineCode::kIfMoving, "if moving"},
-    {LineCode::kStartStop, "start or stop motion"},
+    {LineCode::Feed, "feed to length"},
+    {LineCode::FeedReturn, "feed and return"},
+    {LineCode::FeedSensor, "feed to sensor"},
+    {LineCode::FeedSensorReturn, "feed to sensor and return"},
+    {LineCode::WaitTime, "wait time"},
+    {LineCode::WaitInput, "wait input"},
+    {LineCode::GoTo, "go to"},
+    {LineCode::Repeat, "repeat"},
+    {LineCode::EndRepeat, "end repeat"},
+    {LineCode::SetOutput, "set output"},
+    {LineCode::IfInput, "if input"},
+    {LineCode::Empty, "empty"},
+    {LineCode::SeekHome, "seek home"},
+    {LineCode::Comment, "comment"},
+    {LineCode::Prompt, "prompt"},
+    {LineCode::FeedPosition, "feed to position"},
+    {LineCode::MotorPower, "motor off or on"},
+    {LineCode::SetPosition, "set position"},
+    {LineCode::FollowKnob, "follow knob"},
+    {LineCode::MotorCurrent, "motor current"},
+    {LineCode::IfInputs, "if inputs"},
+    {LineCode::FeedOutput, "feed with output"},
+    {LineCode::FeedChange, "feed with change of speed"},
+    {LineCode::WaitInputs, "wait inputs"},
+    {LineCode::FeedSafety, "feed to sensor with safety distance"},
+    {LineCode::ResetLoop, "reset loop"},
+    {LineCode::Menu, "menu"},
+    {LineCode::LearnPosition, "learn position"},
+    {LineCode::Call, "call"},
+    {LineCode::Return, "return"},
+    {LineCode::IfMoving, "if moving"},
+    {LineCode::StartStop, "start or stop motion"},
 }};
 
 constexpr bool InCodeOrder() {
@@ -105,13 +105,13 @@ std::string FailureWords(const FailureRow& row) {
 
 std::string StateWords(HubState state, std::optional<int> line) {
   switch (state) {
-    case HubState::kIdle: return "idle";
-    case HubState::kDownloading: return "downloading";
-    case HubState::kPassthrough: return "passthrough to the drives";
-    case HubState::kRunning: return AtLine("running", " ", line);
-    case HubState::kPaused: return AtLine("paused", " in ", line);
-    case HubState::kEnded: return "ended";
-    case HubState::kHalted: return "halted";
+    case HubState::Idle: return "idle";
+    case HubState::Downloading: return "downloading";
+    case HubState::Passthrough: return "passthrough to the drives";
+    case HubState::Running: return AtLine("running", " ", line);
+    case HubState::Paused: return AtLine("paused", " in ", line);
+    case HubState::Ended: return "ended";
+    case HubState::Halted: return "halted";
   }
   return {};
 }

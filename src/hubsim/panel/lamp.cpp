@@ -112,7 +112,7 @@ LampRow::LampRow(const std::vector<QString>& names, int gap_at, Use use, QWidget
   for (int lamp = 0; lamp < static_cast<int>(names_.size()); ++lamp) {
     if (lamp == gap_at) layout->addSpacing(kGap);
     QWidget* made = nullptr;
-    if (use == Use::kClick) {
+    if (use == Use::Click) {
       auto* button = new ClickLamp(this);
       connect(button, &QAbstractButton::clicked, this,
               [this, lamp] { emit Clicked(lamp, On(static_cast<std::size_t>(lamp))); });
@@ -124,7 +124,7 @@ LampRow::LampRow(const std::vector<QString>& names, int gap_at, Use use, QWidget
     layout->addWidget(made);
     Tell(static_cast<std::size_t>(lamp));
   }
-  if (use == Use::kClick && !lamps_.empty()) lamps_[0]->setFocusPolicy(Qt::StrongFocus);
+  if (use == Use::Click && !lamps_.empty()) lamps_[0]->setFocusPolicy(Qt::StrongFocus);
 }
 
 void LampRow::Show(unsigned levels) {

@@ -16,7 +16,7 @@ class LampRow : public QWidget {
   Q_OBJECT
 
  public:
-  enum class Use { kShow, kClick };
+  enum class Use { Show, Click };
 
   /// One lamp each of `names`; a gap in front of lamp `gap_at`. A row to click is one stop of the tab order,
   /// in which the arrow keys, Home and End go from lamp to lamp.

@@ -17,7 +17,7 @@ namespace tavlo::hubsim {
 namespace {
 
 const QColor kRunningBack(255, 255, 128);
-constexpr std::array<const char*, LineTable::kColumns> kCaptions{"Line", "Kind", "Bytes"};
+constexpr std::array<const char*, LineTable::Columns> kCaptions{"Line", "Kind", "Bytes"};
 
 }  // namespace
 
@@ -43,7 +43,7 @@ void LineTable::Show(MemoryView memory, std::uint8_t firmware, std::optional<int
 }
 
 void LineTable::Tell(int row) {
-  emit dataChanged(index(row, 0), index(row, kColumns - 1));
+  emit dataChanged(index(row, 0), index(row, Columns - 1));
 }
 
 int LineTable::rowCount(const QModelIndex& parent) const {
@@ -51,7 +51,7 @@ int LineTable::rowCount(const QModelIndex& parent) const {
 }
 
 int LineTable::columnCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : kColumns;
+  return parent.isValid() ? 0 : Columns;
 }
 
 QVariant LineTable::data(const QModelIndex& index, int role) const {
@@ -60,18 +60,20 @@ QVariant LineTable::data(const QModelIndex& index, int role) const {
   const Row& row = rows_[static_cast<std::size_t>(index.row())];
   switch (role) {
     case Qt::DisplayRole: break;
-    case Qt::ToolTipRole: return index.column() == kBytes ? QVariant(row.bytes) : QVariant();
+    case Qt::ToolTipRole: return index.column() == BytesColumn ? QVariant(row.bytes) : QVariant();
     case Qt::BackgroundRole: return runs ? QVariant(QBrush(kRunningBack)) : QVariant();
     case Qt::ForegroundRole: return runs ? QVariant(QBrush(Qt::black)) : QVariant();
     case Qt::FontRole:
-      return index.column() == kBytes ? QVariant(FixedFont(QApplication::font())) : QVariant();
+      return index.column() == BytesColumn ? QVariant(FixedFont(QApplication::font())) : QVariant();
     case Qt::TextAlignmentRole:
-      return index.column() == kNumber ? static_cast<int>(Qt::AlignRight | Qt::AlignVCenter) : QVariant();
+      return index.column() == NumberColumn ? static_cast<int>(Qt::AlignRight | Qt::AlignVCenter)
+                                            : QVariant();
     default: return {};
   }
   switch (index.column()) {
-    case kNumber: return (runs ? QStringLiteral("\u25BA ") : QString()) + QString::number(index.row() + 1);
-    case kKind: return row.kind;
+    case NumberColumn:
+      return (runs ? QStringLiteral("\u25BA ") : QString()) + QString::number(index.row() + 1);
+    case KindColumn: return row.kind;
     default: return row.bytes;
   }
 }

@@ -17,7 +17,7 @@ class LineTable : public QAbstractTableModel {
   Q_OBJECT
 
  public:
-  enum Column { kNumber, kKind, kBytes, kColumns };
+  enum Column { NumberColumn, KindColumn, BytesColumn, Columns };
 
   explicit LineTable(QObject* parent);
   /// Announces only the rows that have changed.

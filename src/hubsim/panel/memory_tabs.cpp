@@ -54,12 +54,13 @@ QTableView* MemoryTabs::MakeLines() {
   QHeaderView* header = view->horizontalHeader();
   header->setHighlightSections(false);
   header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-  header->resizeSection(LineTable::kNumber, fontMetrics().horizontalAdvance(kWideNumber));
-  header->resizeSection(LineTable::kKind, fontMetrics().horizontalAdvance(kWideKind));
+  header->resizeSection(LineTable::NumberColumn, fontMetrics().horizontalAdvance(kWideNumber));
+  header->resizeSection(LineTable::KindColumn, fontMetrics().horizontalAdvance(kWideKind));
   // What does not fit ends in an ellipsis, and the tip tells it whole.
   header->setStretchLastSection(true);
   const QFontMetrics fixed(FixedFont(font()));
-  view->setMinimumWidth(header->sectionSize(LineTable::kNumber) + header->sectionSize(LineTable::kKind) +
+  view->setMinimumWidth(header->sectionSize(LineTable::NumberColumn) +
+                        header->sectionSize(LineTable::KindColumn) +
                         fixed.horizontalAdvance(QString(kLeastBytes * 3, QLatin1Char('0'))));
   addTab(view, QStringLiteral("&Lines"));
   return view;

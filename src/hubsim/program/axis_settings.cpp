@@ -67,9 +67,9 @@ double StepsPerRev(AxisBlock block) {
 }
 
 LimitAction ActionOf(std::uint8_t byte) {
-  if (byte == 1) return LimitAction::kBranch;
-  if (byte == 2) return LimitAction::kContinue;
-  return LimitAction::kHalt;
+  if (byte == 1) return LimitAction::Branch;
+  if (byte == 2) return LimitAction::Continue;
+  return LimitAction::Halt;
 }
 
 }  // namespace

@@ -22,12 +22,12 @@ struct AxisSettings {
   bool limits_used = true;
 };
 
-enum class LimitAction : std::uint8_t { kHalt = 0, kBranch = 1, kContinue = 2 };
+enum class LimitAction : std::uint8_t { Halt = 0, Branch = 1, Continue = 2 };
 
 /// Settings of the whole hub, which stand in the last bytes of some axes' blocks.
 struct HubSettings {
   bool uses_terminal = false;
-  LimitAction limit_action = LimitAction::kHalt;
+  LimitAction limit_action = LimitAction::Halt;
   int limit_line = 0;  ///< 0-based
 };
 

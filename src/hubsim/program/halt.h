@@ -8,18 +8,18 @@
 namespace tavlo::hubsim {
 
 enum class HaltKind : std::uint8_t {
-  kLimit,
-  kStopButton,
-  kStackOverflow,
-  kStackUnderflow,
-  kFault,
-  kDriveDisabled,
-  kDriveLost,
+  Limit,
+  StopButton,
+  StackOverflow,
+  StackUnderflow,
+  Fault,
+  DriveDisabled,
+  DriveLost,
 };
 
 /// Why a program was halted. `axis` and `code` are 0 where they mean nothing.
 struct Halt {
-  HaltKind kind = HaltKind::kStopButton;
+  HaltKind kind = HaltKind::StopButton;
   int axis = 0;
   int code = 0;
 };

@@ -18,8 +18,8 @@ inline constexpr int kOutputCount = 7;
 inline constexpr int kFirstYOutput = 4;
 
 /// As the wire counts them.
-enum class Condition : std::uint8_t { kHigh = 0, kLow = 1, kRisingEdge = 2, kFallingEdge = 3 };
-enum class OutputAction : std::uint8_t { kHigh = 0, kLow = 1, kHighPulse = 2, kLowPulse = 3 };
+enum class Condition : std::uint8_t { High = 0, Low = 1, RisingEdge = 2, FallingEdge = 3 };
+enum class OutputAction : std::uint8_t { High = 0, Low = 1, HighPulse = 2, LowPulse = 3 };
 
 /// An input that a line names. `input` is empty where the drive has none of that number; such an input reads
 /// high, as an open contact does.

@@ -10,48 +10,48 @@ namespace tavlo::hubsim {
 namespace {
 
 /// What a line's end depends on.
-enum class Ends : std::uint8_t { kAtLength, kWithText, kWithKnobText, kBySubType, kByFirmware };
+enum class Ends : std::uint8_t { AtLength, WithText, WithKnobText, BySubType, ByFirmware };
 
 /// `length` is the whole line's; 0 where the code alone does not tell it.
 struct LengthRow {
   LineCode code;
   std::size_t length;
-  Ends ends = Ends::kAtLength;
+  Ends ends = Ends::AtLength;
 };
 
 constexpr std::array<LengthRow, kLineCodes> kLengths{{
-    {LineCode::kFeed, 12},
-    {LineCode::kFeedReturn, 16},
-    {LineCode::kFeedSensor, 14},
-    {LineCode::kFeedSensorReturn, 18},
-    {LineCode::kWaitTime, 3},
-    {LineCode::kWaitInput, 9},
-    {LineCode::kGoTo, 2},
-    {LineCode::kRepeat, 5},
-    {LineCode::kEndRepeat, 3},
-    {LineCode::kSetOutput, 6},
-    {LineCode::kIfInput, 5},
-    {LineCode::kEmpty, 1},
-    {LineCode::kSeekHome, 11},
-    {LineCode::kComment, 0, Ends::kWithText},
-    {LineCode::kPrompt, 0, Ends::kBySubType},
-    {LineCode::kFeedPosition, 12},
-    {LineCode::kMotorPower, 5},
-    {LineCode::kSetPosition, 6},
-    {LineCode::kFollowKnob, 0, Ends::kWithKnobText},
-    {LineCode::kMotorCurrent, 4},
-    {LineCode::kIfInputs, 8, Ends::kByFirmware},
-    {LineCode::kFeedOutput, 18},
-    {LineCode::kFeedChange, 17},
-    {LineCode::kWaitInputs, 7, Ends::kByFirmware},
-    {LineCode::kFeedSafety, 18},
-    {LineCode::kResetLoop, 3},
-    {LineCode::kMenu, 13},
-    {LineCode::kLearnPosition, 3},
-    {LineCode::kCall, 2},
-    {LineCode::kReturn, 1},
-    {LineCode::kIfMoving, 3},
-    {LineCode::kStartStop, 7},
+    {LineCode::Feed, 12},
+    {LineCode::FeedReturn, 16},
+    {LineCode::FeedSensor, 14},
+    {LineCode::FeedSensorReturn, 18},
+    {LineCode::WaitTime, 3},
+    {LineCode::WaitInput, 9},
+    {LineCode::GoTo, 2},
+    {LineCode::Repeat, 5},
+    {LineCode::EndRepeat, 3},
+    {LineCode::SetOutput, 6},
+    {LineCode::IfInput, 5},
+    {LineCode::Empty, 1},
+    {LineCode::SeekHome, 11},
+    {LineCode::Comment, 0, Ends::WithText},
+    {LineCode::Prompt, 0, Ends::BySubType},
+    {LineCode::FeedPosition, 12},
+    {LineCode::MotorPower, 5},
+    {LineCode::SetPosition, 6},
+    {LineCode::FollowKnob, 0, Ends::WithKnobText},
+    {LineCode::MotorCurrent, 4},
+    {LineCode::IfInputs, 8, Ends::ByFirmware},
+    {LineCode::FeedOutput, 18},
+    {LineCode::FeedChange, 17},
+    {LineCode::WaitInputs, 7, Ends::ByFirmware},
+    {LineCode::FeedSafety, 18},
+    {LineCode::ResetLoop, 3},
+    {LineCode::Menu, 13},
+    {LineCode::LearnPosition, 3},
+    {LineCode::Call, 2},
+    {LineCode::Return, 1},
+    {LineCode::IfMoving, 3},
+    {LineCode::StartStop, 7},
 }};
 
 constexpr bool InCodeOrder() {
@@ -100,11 +100,11 @@ bool LineComplete(std::span<const std::uint8_t> line, std::uint8_t firmware) {
   if (number >= kLengths.size()) return true;
   const LengthRow& row = kLengths[number];
   switch (row.ends) {
-    case Ends::kAtLength: break;
-    case Ends::kWithText: return CommentComplete(line);
-    case Ends::kWithKnobText: return KnobComplete(line);
-    case Ends::kBySubType: return line.size() >= PromptLength(line);
-    case Ends::kByFirmware:
+    case Ends::AtLength: break;
+    case Ends::WithText: return CommentComplete(line);
+    case Ends::WithKnobText: return KnobComplete(line);
+    case Ends::BySubType: return line.size() >= PromptLength(line);
+    case Ends::ByFirmware:
       return line.size() >= row.length - (firmware > kLastShortMultiInput ? 0 : kDriveInputBytes);
   }
   return line.size() >= row.length;

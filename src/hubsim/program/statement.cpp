@@ -91,8 +91,8 @@ std::uint8_t FromDriveOrder(std::uint8_t bits) {
 }
 
 MoveWait WaitOf(Slot slot) {
-  if ((slot[0] & kProceedBit) != 0) return MoveWait::kNone;
-  return (slot[0] & kWaitThisBit) != 0 ? MoveWait::kThisMove : MoveWait::kAllMoves;
+  if ((slot[0] & kProceedBit) != 0) return MoveWait::None;
+  return (slot[0] & kWaitThisBit) != 0 ? MoveWait::ThisMove : MoveWait::AllMoves;
 }
 
 MoveStatement Feed(Slot slot, std::size_t axis_at) {
@@ -249,9 +249,9 @@ ValueStatement Value(Slot slot, ValueKind kind) {
 Statement Prompt(Slot slot) {
   const int offset = Read2(slot, 2);
   switch (slot[1]) {
-    case 0: return Value(slot, ValueKind::kDistance);
-    case 1: return Value(slot, ValueKind::kSpeed);
-    case 2: return Value(slot, ValueKind::kCount);
+    case 0: return Value(slot, ValueKind::Distance);
+    case 1: return Value(slot, ValueKind::Speed);
+    case 2: return Value(slot, ValueKind::Count);
     case 4: return EnterStatement{offset, ArrowJog(slot, 5), ArrowJog(slot, 10)};
     case 5: return YesNoStatement{offset, slot[5]};
     default: return DisplayStatement{offset};
@@ -291,42 +291,42 @@ Statement Read(Slot slot, std::uint8_t firmware) {
   const int number = slot[0] & kCodeMask;
   if (number >= kLineCodes) return SilentStatement{};
   switch (static_cast<LineCode>(number)) {
-    case LineCode::kFeed: return Feed(slot, 11);
-    case LineCode::kFeedReturn: return FeedReturn(slot);
-    case LineCode::kFeedSensor: return FeedSensor(slot);
-    case LineCode::kFeedSensorReturn: return FeedSensorReturn(slot);
-    case LineCode::kWaitTime: return WaitTimeStatement{AtLeastOne(Read2(slot, 1))};
-    case LineCode::kWaitInput: return WaitInput(slot);
-    case LineCode::kGoTo: return GoToStatement{slot[1], WaitsForMoves(slot)};
-    case LineCode::kRepeat: return Repeat(slot);
-    case LineCode::kEndRepeat: return EndRepeatStatement{slot[2], slot[1], WaitsForMoves(slot)};
-    case LineCode::kSetOutput:
+    case LineCode::Feed: return Feed(slot, 11);
+    case LineCode::FeedReturn: return FeedReturn(slot);
+    case LineCode::FeedSensor: return FeedSensor(slot);
+    case LineCode::FeedSensorReturn: return FeedSensorReturn(slot);
+    case LineCode::WaitTime: return WaitTimeStatement{AtLeastOne(Read2(slot, 1))};
+    case LineCode::WaitInput: return WaitInput(slot);
+    case LineCode::GoTo: return GoToStatement{slot[1], WaitsForMoves(slot)};
+    case LineCode::Repeat: return Repeat(slot);
+    case LineCode::EndRepeat: return EndRepeatStatement{slot[2], slot[1], WaitsForMoves(slot)};
+    case LineCode::SetOutput:
       return SetOutputStatement{slot[5], Output(slot[1]), ActionOf(slot[2]), Read2(slot, 3)};
-    case LineCode::kIfInput:
+    case LineCode::IfInput:
       return IfInputStatement{BranchInput(slot[4], slot[1]), ConditionOf(slot[2]), slot[3],
                               WaitsForMoves(slot)};
-    case LineCode::kEmpty:
-    case LineCode::kComment: return SilentStatement{};
-    case LineCode::kSeekHome: return SeekHome(slot);
-    case LineCode::kPrompt: return Prompt(slot);
-    case LineCode::kMenu: return Menu(slot);
-    case LineCode::kFeedPosition: return FeedPosition(slot);
-    case LineCode::kMotorPower: return MotorPowerStatement{slot[4], slot[1] == 1};
-    case LineCode::kSetPosition: return SetPosition(slot);
-    case LineCode::kFollowKnob: return FollowKnob(slot);
-    case LineCode::kMotorCurrent: return MotorCurrentStatement{slot[3], slot[1] + slot[2] / 100.0};
-    case LineCode::kIfInputs:
+    case LineCode::Empty:
+    case LineCode::Comment: return SilentStatement{};
+    case LineCode::SeekHome: return SeekHome(slot);
+    case LineCode::Prompt: return Prompt(slot);
+    case LineCode::Menu: return Menu(slot);
+    case LineCode::FeedPosition: return FeedPosition(slot);
+    case LineCode::MotorPower: return MotorPowerStatement{slot[4], slot[1] == 1};
+    case LineCode::SetPosition: return SetPosition(slot);
+    case LineCode::FollowKnob: return FollowKnob(slot);
+    case LineCode::MotorCurrent: return MotorCurrentStatement{slot[3], slot[1] + slot[2] / 100.0};
+    case LineCode::IfInputs:
       return IfInputsStatement{Pattern(slot, 4, firmware), slot[3], WaitsForMoves(slot)};
-    case LineCode::kFeedOutput: return FeedOutput(slot);
-    case LineCode::kFeedChange: return FeedChange(slot);
-    case LineCode::kWaitInputs: return WaitInputsStatement{Pattern(slot, 3, firmware)};
-    case LineCode::kFeedSafety: return FeedSafety(slot);
-    case LineCode::kResetLoop: return ResetLoopStatement{slot[2]};
-    case LineCode::kLearnPosition: return LearnPositionStatement{slot[2], slot[1]};
-    case LineCode::kCall: return CallStatement{slot[1]};
-    case LineCode::kReturn: return ReturnStatement{};
-    case LineCode::kIfMoving: return IfMovingStatement{slot[2], slot[1]};
-    case LineCode::kStartStop: return StartStop(slot);
+    case LineCode::FeedOutput: return FeedOutput(slot);
+    case LineCode::FeedChange: return FeedChange(slot);
+    case LineCode::WaitInputs: return WaitInputsStatement{Pattern(slot, 3, firmware)};
+    case LineCode::FeedSafety: return FeedSafety(slot);
+    case LineCode::ResetLoop: return ResetLoopStatement{slot[2]};
+    case LineCode::LearnPosition: return LearnPositionStatement{slot[2], slot[1]};
+    case LineCode::Call: return CallStatement{slot[1]};
+    case LineCode::Return: return ReturnStatement{};
+    case LineCode::IfMoving: return IfMovingStatement{slot[2], slot[1]};
+    case LineCode::StartStop: return StartStop(slot);
   }
   return SilentStatement{};
 }
@@ -348,7 +348,7 @@ std::optional<int> AxisIn(const T& statement) {
 
 std::optional<int> AxisOf(const Statement& statement) {
   if (const auto* order = std::get_if<StartStopStatement>(&statement)) {
-    if (order->kind == StartStopKind::kStopAll) return std::nullopt;
+    if (order->kind == StartStopKind::StopAll) return std::nullopt;
   }
   if (const auto* knob = std::get_if<FollowKnobStatement>(&statement)) {
     if (knob->until_enter) return std::nullopt;

@@ -23,7 +23,7 @@ struct Operand {
 };
 
 /// When the program goes on behind a move.
-enum class MoveWait : std::uint8_t { kAllMoves, kThisMove, kNone };
+enum class MoveWait : std::uint8_t { AllMoves, ThisMove, None };
 
 /// All feeds and the search for home. Speeds are 1/40 rev/s, accelerations rev/s/s, distances steps, times
 /// hundredths of a second, as the wire has them.
@@ -35,7 +35,7 @@ struct MoveStatement {
   Operand speed;
   int accel = 1;
   int decel = 1;
-  MoveWait wait = MoveWait::kAllMoves;
+  MoveWait wait = MoveWait::AllMoves;
 
   struct Change {
     Operand at;
@@ -43,13 +43,13 @@ struct MoveStatement {
   };
   struct Output {
     std::optional<int> output;
-    OutputAction action = OutputAction::kHigh;
+    OutputAction action = OutputAction::High;
     int width_2ms = 0;
     std::optional<Operand> at;  ///< without it, at the end of the move
   };
   struct Sensor {
     InputRef input;
-    Condition condition = Condition::kLow;
+    Condition condition = Condition::Low;
   };
   struct Safety {
     int distance = 0;
@@ -80,7 +80,7 @@ struct JogRate {
 };
 struct WaitInputStatement {
   InputRef input;
-  Condition condition = Condition::kHigh;
+  Condition condition = Condition::High;
   std::optional<JogRate> jog;  ///< the drive's jog inputs turn the axis meanwhile
 };
 /// Several inputs at once. `states` and `mask` are the main inputs; `drive_states` and `drive_mask` are the
@@ -103,7 +103,7 @@ struct GoToStatement {
 };
 struct IfInputStatement {
   InputRef input;
-  Condition condition = Condition::kHigh;
+  Condition condition = Condition::High;
   int line = 0;
   bool wait_for_moves = true;
 };
@@ -138,7 +138,7 @@ struct ReturnStatement {};
 struct SetOutputStatement {
   int axis = 0;
   std::optional<int> output;
-  OutputAction action = OutputAction::kHigh;
+  OutputAction action = OutputAction::High;
   int ticks = 1;
 };
 struct MotorPowerStatement {
@@ -157,9 +157,9 @@ struct LearnPositionStatement {
   int axis = 0;
   int variable = 0;
 };
-enum class StartStopKind : std::uint8_t { kStopAll = 0, kChangeSpeed = 1, kStop = 2, kStart = 3 };
+enum class StartStopKind : std::uint8_t { StopAll = 0, ChangeSpeed = 1, Stop = 2, Start = 3 };
 struct StartStopStatement {
-  StartStopKind kind = StartStopKind::kStopAll;
+  StartStopKind kind = StartStopKind::StopAll;
   int axis = 0;
   int direction = 1;
   Operand speed;
@@ -169,10 +169,10 @@ struct StartStopStatement {
 struct DisplayStatement {
   int pool_offset = 0;
 };
-enum class ValueKind : std::uint8_t { kDistance = 0, kSpeed = 1, kCount = 2 };
+enum class ValueKind : std::uint8_t { Distance = 0, Speed = 1, Count = 2 };
 struct ValueStatement {
   int pool_offset = 0;
-  ValueKind kind = ValueKind::kDistance;
+  ValueKind kind = ValueKind::Distance;
   int variable = 0;
   Fixed4 lower = 0;  ///< limits in the operator's units, both allowed
   Fixed4 upper = 0;
@@ -197,7 +197,7 @@ struct MenuStatement {
 /// which names no axis.
 struct FollowKnobStatement {
   InputRef input;
-  Condition condition = Condition::kHigh;
+  Condition condition = Condition::High;
   bool until_enter = false;
   int steps_per_count = 1;
   std::string text;                ///< what stands in the line itself

@@ -45,9 +45,9 @@ std::optional<int> Flow::ShownCount(int loop) const {
   const Loop& counter = loops_[static_cast<std::size_t>(loop)];
   if (counter.rounds == 0) return std::nullopt;
   switch (counter.display) {
-    case CountDisplay::kNone: break;
-    case CountDisplay::kDown: return counter.rounds;
-    case CountDisplay::kUp: return counter.of - counter.rounds + 1;
+    case CountDisplay::None: break;
+    case CountDisplay::Down: return counter.rounds;
+    case CountDisplay::Up: return counter.of - counter.rounds + 1;
   }
   return std::nullopt;
 }

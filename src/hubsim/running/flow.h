@@ -14,9 +14,9 @@ inline constexpr int kCallDepth = 16;
 
 /// Whether a loop's count is to be seen on the operator terminal, and which.
 enum class CountDisplay : std::uint8_t {
-  kNone,
-  kDown,  ///< the rounds that are left, the present one included
-  kUp,    ///< the number of the present round, from 1
+  None,
+  Down,  ///< the rounds that are left, the present one included
+  Up,    ///< the number of the present round, from 1
 };
 
 /// The lines to which the calls return, and the rounds that the loops have left.
@@ -44,14 +44,14 @@ class Flow {
   [[nodiscard]] std::optional<int> ShownCount(int loop) const;
   /// Whether a loop shows its count, counting or not.
   [[nodiscard]] bool ShowsCount(int loop) const {
-    return loops_[static_cast<std::size_t>(loop)].display != CountDisplay::kNone;
+    return loops_[static_cast<std::size_t>(loop)].display != CountDisplay::None;
   }
 
  private:
   struct Loop {
     int rounds = 0;
     int of = 0;
-    CountDisplay display = CountDisplay::kNone;
+    CountDisplay display = CountDisplay::None;
   };
 
   std::vector<int> stack_;

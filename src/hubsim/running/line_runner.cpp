@@ -40,7 +40,7 @@ class Gate {
     return TakeAxis(context_.machine.At(move.axis), context_.now);
   }
   bool operator()(const StartStopStatement& order) const {
-    if (order.kind != StartStopKind::kStart) return true;
+    if (order.kind != StartStopKind::Start) return true;
     return TakeAxisToStart(context_.machine.At(order.axis), order.direction, context_.now);
   }
   template <typename T>
@@ -68,11 +68,11 @@ class Execution {
     machine.Begin(move.axis, OrderOf(move, machine, context_.line, context_.now), context_.now);
     LineOutcome outcome = Next();
     switch (move.wait) {
-      case MoveWait::kNone: outcome.concurrent = true; break;
-      case MoveWait::kThisMove:
+      case MoveWait::None: outcome.concurrent = true; break;
+      case MoveWait::ThisMove:
         outcome.over = [&machine, axis = move.axis] { return machine.At(axis).Idle(); };
         break;
-      case MoveWait::kAllMoves: outcome.over = [&machine] { return machine.AllMovesDone(); }; break;
+      case MoveWait::AllMoves: outcome.over = [&machine] { return machine.AllMovesDone(); }; break;
     }
     return outcome;
   }
@@ -81,18 +81,18 @@ class Execution {
     Machine& machine = context_.machine;
     LineOutcome outcome = Next();
     switch (order.kind) {
-      case StartStopKind::kStart:
+      case StartStopKind::Start:
         if (auto halt = CannotMove(order.axis, machine, context_.bay)) return Halted(*halt);
         machine.At(order.axis).RunOn(order.direction, LimitsOf(order), context_.now);
         break;
-      case StartStopKind::kChangeSpeed:
+      case StartStopKind::ChangeSpeed:
         machine.At(order.axis).ChangeSpeed(machine.StepsPerSecond(order.axis, order.speed), context_.now);
         break;
-      case StartStopKind::kStop:
+      case StartStopKind::Stop:
         machine.At(order.axis).Stop(context_.now);
         outcome.over = [&machine, axis = order.axis] { return machine.At(axis).Idle(); };
         break;
-      case StartStopKind::kStopAll:
+      case StartStopKind::StopAll:
         machine.StopAll(context_.now);
         outcome.over = [&machine] { return machine.AllMovesDone(); };
         break;
@@ -138,9 +138,9 @@ class Execution {
   }
 
   LineOutcome operator()(const RepeatStatement& repeat) const {
-    const CountDisplay counting = repeat.count_up ? CountDisplay::kUp : CountDisplay::kDown;
+    const CountDisplay counting = repeat.count_up ? CountDisplay::Up : CountDisplay::Down;
     context_.flow.Repeat(repeat.loop, context_.machine.Value(repeat.count),
-                         repeat.show_count ? counting : CountDisplay::kNone);
+                         repeat.show_count ? counting : CountDisplay::None);
     ShowCount(repeat.loop);
     return Next();
   }
@@ -157,13 +157,13 @@ class Execution {
   }
 
   LineOutcome operator()(const CallStatement& call) const {
-    if (!context_.flow.Call(context_.line + 1)) return Halted({HaltKind::kStackOverflow, 0, 0});
+    if (!context_.flow.Call(context_.line + 1)) return Halted({HaltKind::StackOverflow, 0, 0});
     return To(call.line);
   }
 
   LineOutcome operator()(const ReturnStatement& /*none*/) const {
     const auto line = context_.flow.Return();
-    return line ? To(*line) : Halted({HaltKind::kStackUnderflow, 0, 0});
+    return line ? To(*line) : Halted({HaltKind::StackUnderflow, 0, 0});
   }
 
   LineOutcome operator()(const SetOutputStatement& set) const {

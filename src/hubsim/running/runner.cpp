@@ -20,7 +20,7 @@ LineContext Runner::Context(double now) {
 }
 
 std::optional<int> Runner::Line() const {
-  if (state_ != RunState::kRunning || !LineUnderWay()) return std::nullopt;
+  if (state_ != RunState::Running || !LineUnderWay()) return std::nullopt;
   return line_;
 }
 
@@ -29,7 +29,7 @@ void Runner::Forget() {
   flow_.Clear();
   jump_.reset();
   outcome_ = {};
-  phase_ = Phase::kBetween;
+  phase_ = Phase::Between;
   stepping_ = false;
   line_ = 0;
 }
@@ -45,7 +45,7 @@ void Runner::Start(bool terminal, double now) {
   owed_acknowledgements_ = 0;
   terminal_ = terminal;
   if (terminal_) display_.Clear();
-  state_ = RunState::kRunning;
+  state_ = RunState::Running;
   Pump(now);
 }
 
@@ -55,7 +55,7 @@ void Runner::Stop(double now) {
   paused_ = false;
   marker_shown_ = false;
   terminal_ = false;
-  state_ = RunState::kIdle;
+  state_ = RunState::Idle;
 }
 
 void Runner::Reset(double now) {
@@ -81,20 +81,20 @@ void Runner::Resume(double now) {
   if (!Active() || !paused_) return;
   paused_ = false;
   HideMarker();
-  if (phase_ == Phase::kHeld) phase_ = Phase::kBetween;
+  if (phase_ == Phase::Held) phase_ = Phase::Between;
   Pump(now);
 }
 
 void Runner::Step(double now) {
   if (!Active() || !paused_) return;
-  if (state_ == RunState::kEnded) {
+  if (state_ == RunState::Ended) {
     reporter_.StepDone();
     return;
   }
   stepping_ = true;
-  if (phase_ != Phase::kHeld) return;
+  if (phase_ != Phase::Held) return;
   HideMarker();
-  phase_ = Phase::kBetween;
+  phase_ = Phase::Between;
   Pump(now);
 }
 
@@ -103,7 +103,7 @@ void Runner::Rewind(double now) {
   for (int axis = 0; axis < kAxisCount; ++axis) Release(axis);
   machine_.StopAll(now);
   flow_.Clear();
-  state_ = RunState::kRunning;
+  state_ = RunState::Running;
   HideMarker();
   JumpTo(0, now);
   if (terminal_) display_.Clear();
@@ -113,23 +113,23 @@ void Runner::Rewind(double now) {
 void Runner::Acknowledge(double now) {
   if (owed_acknowledgements_ == 0) return;
   if (--owed_acknowledgements_ > 0) return;
-  if (phase_ == Phase::kStarted) phase_ = Phase::kGated;
-  if (phase_ == Phase::kConcurrent) GoOn();
+  if (phase_ == Phase::Started) phase_ = Phase::Gated;
+  if (phase_ == Phase::Concurrent) GoOn();
   Pump(now);
 }
 
 bool Runner::HitLimit(int axis, double now) {
   if (!UnderWay() || bay_.PluggedModel(axis) == 0 || !machine_.Settings(axis).limits_used) return false;
   switch (settings_.limit_action) {
-    case LimitAction::kHalt: HaltProgram({HaltKind::kLimit, axis, 0}, now); break;
-    case LimitAction::kContinue:
+    case LimitAction::Halt: HaltProgram({HaltKind::Limit, axis, 0}, now); break;
+    case LimitAction::Continue:
       if (machine_.At(axis).Idle()) return false;
       machine_.At(axis).Stop(now);
       break;
-    case LimitAction::kBranch:
+    case LimitAction::Branch:
       Release(axis);
       machine_.At(axis).Stop(now);
-      state_ = RunState::kRunning;
+      state_ = RunState::Running;
       JumpTo(settings_.limit_line, now);
       break;
   }
@@ -139,14 +139,14 @@ bool Runner::HitLimit(int axis, double now) {
 
 bool Runner::PressStop(double now) {
   if (!UnderWay()) return false;
-  HaltProgram({HaltKind::kStopButton, 0, 0}, now);
+  HaltProgram({HaltKind::StopButton, 0, 0}, now);
   return true;
 }
 
 bool Runner::Fail(int axis, int code, double now) {
   if (bay_.PluggedModel(axis) == 0) return false;
   machine_.At(axis).Cut(now);
-  HaltProgram({HaltKind::kFault, axis, code}, now);
+  HaltProgram({HaltKind::Fault, axis, code}, now);
   return true;
 }
 
@@ -155,32 +155,32 @@ void Runner::SetInput(int axis, int input, bool high, double now) {
 }
 
 void Runner::PressKey(char key, double now) {
-  if (state_ != RunState::kRunning || phase_ != Phase::kExecuting || !outcome_.interaction) return;
+  if (state_ != RunState::Running || phase_ != Phase::Executing || !outcome_.interaction) return;
   outcome_.interaction->Key(key, now);
   Pump(now);
 }
 
 bool Runner::TurnKnob(int axis, int counts, double now) {
-  if (state_ != RunState::kRunning || phase_ != Phase::kExecuting || !outcome_.interaction) return false;
+  if (state_ != RunState::Running || phase_ != Phase::Executing || !outcome_.interaction) return false;
   const bool follows = outcome_.interaction->TurnKnob(axis, counts, now);
   Pump(now);
   return follows;
 }
 
 WaitsFor Runner::Waits() const {
-  if (state_ != RunState::kRunning) return WaitsFor::kNothing;
+  if (state_ != RunState::Running) return WaitsFor::Nothing;
   switch (phase_) {
-    case Phase::kBetween: break;
-    case Phase::kHeld: return WaitsFor::kResume;
-    case Phase::kStarted:
-    case Phase::kConcurrent: return WaitsFor::kAcknowledge;
-    case Phase::kGated: return WaitsFor::kMotion;
-    case Phase::kExecuting:
+    case Phase::Between: break;
+    case Phase::Held: return WaitsFor::Resume;
+    case Phase::Started:
+    case Phase::Concurrent: return WaitsFor::Acknowledge;
+    case Phase::Gated: return WaitsFor::Motion;
+    case Phase::Executing:
       if (outcome_.interaction) return outcome_.interaction->Waits();
-      if (outcome_.wake) return WaitsFor::kTime;
-      return LooksAtInputs(statement_) ? WaitsFor::kInput : WaitsFor::kMotion;
+      if (outcome_.wake) return WaitsFor::Time;
+      return LooksAtInputs(statement_) ? WaitsFor::Input : WaitsFor::Motion;
   }
-  return WaitsFor::kNothing;
+  return WaitsFor::Nothing;
 }
 
 std::optional<double> Runner::NextEvent() const {
@@ -188,7 +188,7 @@ std::optional<double> Runner::NextEvent() const {
   const auto consider = [&next](const std::optional<double>& when) {
     if (when && (!next || *when < *next)) next = when;
   };
-  if (state_ != RunState::kRunning || phase_ != Phase::kExecuting) return next;
+  if (state_ != RunState::Running || phase_ != Phase::Executing) return next;
   consider(outcome_.wake);
   if (outcome_.interaction) consider(outcome_.interaction->NextEvent());
   return next;
@@ -203,7 +203,7 @@ void Runner::HandleEnd(const MoveEnd& end) {
   if (!Active()) return;
   const MoveOrder& order = machine_.At(end.axis).Order();
   if (order.concurrent) reporter_.LineFinished(order.line);
-  if (end.event != AxisEvent::kGaveUp) return;
+  if (end.event != AxisEvent::GaveUp) return;
   // The line that ordered the move may be long over; then the branch is taken behind the present one.
   if (order.concurrent) {
     jump_ = order.safety->line;
@@ -214,25 +214,25 @@ void Runner::HandleEnd(const MoveEnd& end) {
 
 /// Ends soon whatever the program is: taking up a line tells of it, and that waits for the PC.
 void Runner::Pump(double now) {
-  while (state_ == RunState::kRunning && Progress(now)) {
+  while (state_ == RunState::Running && Progress(now)) {
   }
 }
 
 /// One zero-time step; false when only time, the PC or an input can bring the program on.
 bool Runner::Progress(double now) {
   switch (phase_) {
-    case Phase::kBetween: BeginLine(); return false;
-    case Phase::kGated:
+    case Phase::Between: BeginLine(); return false;
+    case Phase::Gated:
       if (!MayGo(statement_, Context(now))) return false;
       Execute(now);
       return true;
-    case Phase::kExecuting:
+    case Phase::Executing:
       if (!LineOver(now)) return false;
-      if (phase_ == Phase::kExecuting) FinishLine();
+      if (phase_ == Phase::Executing) FinishLine();
       return true;
-    case Phase::kHeld:
-    case Phase::kStarted:
-    case Phase::kConcurrent: break;
+    case Phase::Held:
+    case Phase::Started:
+    case Phase::Concurrent: break;
   }
   return false;
 }
@@ -250,12 +250,12 @@ void Runner::BeginLine() {
   SkipSilentLines();
   if (line_ >= kLineCount) return End();
   if (paused_ && !stepping_) {
-    phase_ = Phase::kHeld;
+    phase_ = Phase::Held;
     marker_shown_ = true;
     reporter_.ProgramCounter(line_);
     return;
   }
-  phase_ = Phase::kStarted;
+  phase_ = Phase::Started;
   ++owed_acknowledgements_;
   reporter_.LineStarted(line_);
   if (const auto axis = AxisOf(statement_)) ReportStatus(*axis);
@@ -264,7 +264,7 @@ void Runner::BeginLine() {
 void Runner::Execute(double now) {
   outcome_ = RunLine(statement_, Context(now));
   if (outcome_.halt) return HaltProgram(*outcome_.halt, now);
-  phase_ = outcome_.concurrent ? Phase::kConcurrent : Phase::kExecuting;
+  phase_ = outcome_.concurrent ? Phase::Concurrent : Phase::Executing;
   if (!outcome_.concurrent) return;
   ++owed_acknowledgements_;
   reporter_.LineConcurrent(line_);
@@ -297,14 +297,14 @@ void Runner::FinishLine() {
 
 void Runner::GoOn() {
   line_ = outcome_.next;
-  phase_ = Phase::kBetween;
+  phase_ = Phase::Between;
   if (!std::exchange(stepping_, false)) return;
   reporter_.StepDone();
 }
 
 void Runner::End() {
-  state_ = RunState::kEnded;
-  phase_ = Phase::kBetween;
+  state_ = RunState::Ended;
+  phase_ = Phase::Between;
   if (std::exchange(stepping_, false)) reporter_.StepDone();
 }
 
@@ -315,7 +315,7 @@ void Runner::HaltProgram(const Halt& halt, double now) {
   Forget();
   paused_ = false;
   terminal_ = false;
-  state_ = RunState::kHalted;
+  state_ = RunState::Halted;
 }
 
 /// Leaves the line under way; the PC is told that it is over, for it would stay lit.
@@ -329,7 +329,7 @@ void Runner::JumpTo(int line, double now) {
     if (!machine_.At(axis).Order().concurrent) machine_.At(axis).Disown();
   }
   outcome_ = {};
-  phase_ = Phase::kBetween;
+  phase_ = Phase::Between;
   jump_ = line;
   if (std::exchange(stepping_, false)) reporter_.StepDone();
 }

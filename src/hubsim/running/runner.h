@@ -19,10 +19,10 @@
 namespace tavlo::hubsim {
 
 enum class RunState : std::uint8_t {
-  kIdle,
-  kRunning,  ///< paused or not
-  kEnded,    ///< came to its end; motion that it started may go on
-  kHalted,
+  Idle,
+  Running,  ///< paused or not
+  Ended,    ///< came to its end; motion that it started may go on
+  Halted,
 };
 
 /// Steps through the program in the memory: tells of each line before it runs, waits for the PC's
@@ -82,12 +82,12 @@ class Runner {
 
  private:
   enum class Phase : std::uint8_t {
-    kBetween,     ///< the next line is to be taken up
-    kHeld,        ///< paused in front of the next line
-    kStarted,     ///< told of, not yet acknowledged
-    kGated,       ///< acknowledged, waits for moves before it runs
-    kExecuting,   ///< runs
-    kConcurrent,  ///< its move goes on beside the program; not yet acknowledged
+    Between,     ///< the next line is to be taken up
+    Held,        ///< paused in front of the next line
+    Started,     ///< told of, not yet acknowledged
+    Gated,       ///< acknowledged, waits for moves before it runs
+    Executing,   ///< runs
+    Concurrent,  ///< its move goes on beside the program; not yet acknowledged
   };
 
   void Pump(double now);
@@ -107,11 +107,11 @@ class Runner {
   void ReportStatus(int axis);
   void HideMarker();
   void Forget();
-  [[nodiscard]] bool Active() const { return state_ == RunState::kRunning || state_ == RunState::kEnded; }
+  [[nodiscard]] bool Active() const { return state_ == RunState::Running || state_ == RunState::Ended; }
   [[nodiscard]] bool UnderWay() const {
-    return state_ == RunState::kRunning || (state_ == RunState::kEnded && machine_.AnythingMoves());
+    return state_ == RunState::Running || (state_ == RunState::Ended && machine_.AnythingMoves());
   }
-  [[nodiscard]] bool LineUnderWay() const { return phase_ != Phase::kBetween && phase_ != Phase::kHeld; }
+  [[nodiscard]] bool LineUnderWay() const { return phase_ != Phase::Between && phase_ != Phase::Held; }
   [[nodiscard]] LineContext Context(double now);
 
   const Memory& memory_;
@@ -123,8 +123,8 @@ class Runner {
   Machine machine_;
   Flow flow_;
   HubSettings settings_;
-  RunState state_ = RunState::kIdle;
-  Phase phase_ = Phase::kBetween;
+  RunState state_ = RunState::Idle;
+  Phase phase_ = Phase::Between;
   bool terminal_ = false;
   bool paused_ = false;
   bool stepping_ = false;

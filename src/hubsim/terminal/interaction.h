@@ -12,16 +12,16 @@ namespace tavlo::hubsim {
 
 /// What a program stands still for.
 enum class WaitsFor : std::uint8_t {
-  kNothing,
-  kAcknowledge,  ///< the PC has not shown the line yet
-  kResume,       ///< paused in front of a line
-  kMotion,
-  kTime,
-  kInput,
-  kValue,    ///< a value is entered on the keypad
-  kEnter,    ///< the keypad's ENTER, perhaps with jogging
-  kYesOrNo,  ///< "+" or "-"
-  kMenuKey,  ///< a number key
+  Nothing,
+  Acknowledge,  ///< the PC has not shown the line yet
+  Resume,       ///< paused in front of a line
+  Motion,
+  Time,
+  Input,
+  Value,    ///< a value is entered on the keypad
+  Enter,    ///< the keypad's ENTER, perhaps with jogging
+  YesOrNo,  ///< "+" or "-"
+  MenuKey,  ///< a number key
 };
 
 /// A line under way that has to do with the operator: the keypad, a hand wheel, inputs that jog. It is made

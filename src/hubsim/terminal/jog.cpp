@@ -48,7 +48,7 @@ class EnterWait : public Interaction {
     if (prompt.up_down) arms_.push_back({JogMotor(machine, bay, *prompt.up_down), true});
   }
 
-  [[nodiscard]] WaitsFor Waits() const override { return WaitsFor::kEnter; }
+  [[nodiscard]] WaitsFor Waits() const override { return WaitsFor::Enter; }
 
   void Key(char key, double now) override {
     if (key == kEnterKey) {
@@ -124,7 +124,7 @@ class JoggedWait : public Interaction {
     io_.ForgetEdges(wait.input);
   }
 
-  [[nodiscard]] WaitsFor Waits() const override { return WaitsFor::kInput; }
+  [[nodiscard]] WaitsFor Waits() const override { return WaitsFor::Input; }
 
   void Advance(double now) override {
     if (io_.Holds(wait_.input, wait_.condition)) seen_ = true;

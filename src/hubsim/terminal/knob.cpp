@@ -27,7 +27,7 @@ class KnobWait : public Interaction {
   }
 
   [[nodiscard]] WaitsFor Waits() const override {
-    return knob_.until_enter ? WaitsFor::kEnter : WaitsFor::kInput;
+    return knob_.until_enter ? WaitsFor::Enter : WaitsFor::Input;
   }
 
   void Key(char key, double now) override {

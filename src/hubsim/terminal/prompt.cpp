@@ -25,17 +25,17 @@ double HubUnits(const ValueStatement& prompt, const Machine& machine) {
   const AxisSettings settings = known ? machine.Settings(prompt.units_axis) : AxisSettings{};
   const bool has_units = settings.steps_per_unit > 0;
   switch (prompt.kind) {
-    case ValueKind::kDistance: return has_units ? settings.steps_per_unit : 1;
+    case ValueKind::Distance: return has_units ? settings.steps_per_unit : 1;
     // The factor is rounded on the PC, so the quotient that it comes from would give other speeds.
-    case ValueKind::kSpeed: return has_units ? settings.speed_factor : kSpeedUnitsPerRev;
-    case ValueKind::kCount: break;
+    case ValueKind::Speed: return has_units ? settings.speed_factor : kSpeedUnitsPerRev;
+    case ValueKind::Count: break;
   }
   return 1;
 }
 
 ValueEntry::Rules RulesOf(const ValueStatement& prompt) {
   const bool position = prompt.variable >= kFirstPositionVariable && prompt.variable <= kLastPositionVariable;
-  return {prompt.kind != ValueKind::kCount, prompt.kind == ValueKind::kDistance && position};
+  return {prompt.kind != ValueKind::Count, prompt.kind == ValueKind::Distance && position};
 }
 
 class ValueWait : public Interaction {
@@ -50,7 +50,7 @@ class ValueWait : public Interaction {
     if (KeptValueFits()) display_.WriteRow(kEntryRow, FormatFixed4(KeptValue()));
   }
 
-  [[nodiscard]] WaitsFor Waits() const override { return WaitsFor::kValue; }
+  [[nodiscard]] WaitsFor Waits() const override { return WaitsFor::Value; }
 
   void Key(char key, double /*now*/) override {
     if (key == kEnterKey) return Enter();
@@ -117,7 +117,7 @@ class YesNoWait : public Interaction {
  public:
   YesNoWait(int yes, int no) : yes_(yes), no_(no) {}
 
-  [[nodiscard]] WaitsFor Waits() const override { return WaitsFor::kYesOrNo; }
+  [[nodiscard]] WaitsFor Waits() const override { return WaitsFor::YesOrNo; }
   void Key(char key, double /*now*/) override {
     if (next_) return;
     if (key == kYesKey) next_ = yes_;
@@ -135,7 +135,7 @@ class MenuWait : public Interaction {
  public:
   MenuWait(const MenuStatement& menu, int line_behind) : menu_(menu), line_behind_(line_behind) {}
 
-  [[nodiscard]] WaitsFor Waits() const override { return HasKeys() ? WaitsFor::kMenuKey : WaitsFor::kEnter; }
+  [[nodiscard]] WaitsFor Waits() const override { return HasKeys() ? WaitsFor::MenuKey : WaitsFor::Enter; }
   void Key(char key, double /*now*/) override {
     if (next_) return;
     if (key == kEnterKey && !HasKeys()) next_ = line_behind_;

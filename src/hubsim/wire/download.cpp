@@ -15,10 +15,10 @@ constexpr int kBlock = 32;
 std::optional<Download::Acknowledge> Download::Take(std::uint8_t byte) {
   sum_ = static_cast<std::uint16_t>(sum_ + byte);
   switch (stage_) {
-    case Stage::kLines: return TakeLineByte(byte);
-    case Stage::kSystem: return TakeSystemByte(byte);
-    case Stage::kPool: return TakePoolByte(byte);
-    case Stage::kDone: break;
+    case Stage::Lines: return TakeLineByte(byte);
+    case Stage::System: return TakeSystemByte(byte);
+    case Stage::Pool: return TakePoolByte(byte);
+    case Stage::Done: break;
   }
   return std::nullopt;
 }
@@ -28,9 +28,9 @@ std::optional<Download::Acknowledge> Download::TakeLineByte(std::uint8_t byte) {
   if (!LineComplete(line_, firmware_)) return std::nullopt;
   memory_.StoreLine(static_cast<int>(taken_), line_);
   line_.clear();
-  const Acknowledge acknowledge{Reply::kLine, ++taken_};
+  const Acknowledge acknowledge{Reply::Line, ++taken_};
   if (taken_ == kLineCount) {
-    stage_ = Stage::kSystem;
+    stage_ = Stage::System;
     taken_ = 0;
   }
   return acknowledge;
@@ -39,9 +39,9 @@ std::optional<Download::Acknowledge> Download::TakeLineByte(std::uint8_t byte) {
 std::optional<Download::Acknowledge> Download::TakeSystemByte(std::uint8_t byte) {
   memory_.StoreSystemByte(static_cast<int>(taken_++), byte);
   if (taken_ % kBlock != 0) return std::nullopt;
-  const Acknowledge acknowledge{Reply::kSystem, taken_ / kBlock};
+  const Acknowledge acknowledge{Reply::System, taken_ / kBlock};
   if (taken_ == kSystemSize) {
-    stage_ = Stage::kPool;
+    stage_ = Stage::Pool;
     taken_ = 0;
     memory_.ClearPool();
   }
@@ -51,9 +51,9 @@ std::optional<Download::Acknowledge> Download::TakeSystemByte(std::uint8_t byte)
 std::optional<Download::Acknowledge> Download::TakePoolByte(std::uint8_t byte) {
   memory_.StorePoolByte(taken_++, byte);
   const bool end = byte == 0;
-  if (end) stage_ = Stage::kDone;
+  if (end) stage_ = Stage::Done;
   if (!end && taken_ % kBlock != 0) return std::nullopt;
-  return Acknowledge{Reply::kPool, (taken_ + kBlock - 1) / kBlock};
+  return Acknowledge{Reply::Pool, (taken_ + kBlock - 1) / kBlock};
 }
 
 }  // namespace tavlo::hubsim

@@ -18,7 +18,7 @@ class Download {
  public:
   /// What the hub has to acknowledge: line or block number `index`, from 1.
   struct Acknowledge {
-    Reply reply = Reply::kLine;
+    Reply reply = Reply::Line;
     std::int64_t index = 0;
   };
 
@@ -26,12 +26,12 @@ class Download {
 
   [[nodiscard]] std::optional<Acknowledge> Take(std::uint8_t byte);
   /// The pool's 0x00 has come.
-  [[nodiscard]] bool Complete() const { return stage_ == Stage::kDone; }
+  [[nodiscard]] bool Complete() const { return stage_ == Stage::Done; }
   /// Sum of all bytes so far, modulo 65536.
   [[nodiscard]] std::uint16_t Sum() const { return sum_; }
 
  private:
-  enum class Stage : std::uint8_t { kLines, kSystem, kPool, kDone };
+  enum class Stage : std::uint8_t { Lines, System, Pool, Done };
 
   [[nodiscard]] std::optional<Acknowledge> TakeLineByte(std::uint8_t byte);
   [[nodiscard]] std::optional<Acknowledge> TakeSystemByte(std::uint8_t byte);
@@ -39,7 +39,7 @@ class Download {
 
   Memory& memory_;
   std::uint8_t firmware_;
-  Stage stage_ = Stage::kLines;
+  Stage stage_ = Stage::Lines;
   std::vector<std::uint8_t> line_;
   std::int64_t taken_ = 0;  ///< lines or bytes of this stage
   std::uint16_t sum_ = 0;

@@ -16,7 +16,7 @@ constexpr char kNoSuchIdentity = '\xC8';
 constexpr char kNoSuchModel = 16;
 
 bool CountsAnswers(Reply reply) {
-  return reply == Reply::kLine || reply == Reply::kSystem || reply == Reply::kPool;
+  return reply == Reply::Line || reply == Reply::System || reply == Reply::Pool;
 }
 
 void ReplaceAt(std::string& bytes, std::size_t index, char value) {
@@ -39,7 +39,7 @@ std::optional<FailurePlan> ParseFailure(std::string_view text) {
   const std::string_view number = text.substr(colon + 1);
   const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), plan.at);
   const bool whole = error == std::errc() && end == number.data() + number.size() && plan.at >= 1;
-  if (!whole || row->parameter == Parameter::kNone) return std::nullopt;
+  if (!whole || row->parameter == Parameter::None) return std::nullopt;
   return plan;
 }
 
@@ -48,20 +48,20 @@ SpoiledReply SpoilReply(const FailurePlan& plan, Reply reply, std::int64_t index
   if (row.reply != reply || (CountsAnswers(reply) && index != plan.at)) return {std::move(bytes), 0};
   const auto at = static_cast<std::size_t>(plan.at);
   switch (row.spoil) {
-    case Spoil::kNothing: break;
-    case Spoil::kSilence: bytes.clear(); break;
-    case Spoil::kLate: return {std::move(bytes), kLateSeconds};
-    case Spoil::kOneByte: bytes.resize(std::min<std::size_t>(bytes.size(), 1)); break;
-    case Spoil::kLastGone: bytes.resize(bytes.empty() ? 0 : bytes.size() - 1); break;
-    case Spoil::kOneMore:
-    case Spoil::kGlued: bytes += kSpurious; break;
-    case Spoil::kLastWrong: TurnLast(bytes); break;
-    case Spoil::kOther: bytes = std::string(1, kSpurious); break;
-    case Spoil::kFirstN: bytes.resize(std::min(bytes.size(), at)); break;
-    case Spoil::kModel16: ReplaceAt(bytes, 1, kNoSuchModel); break;
-    case Spoil::kStrange: ReplaceAt(bytes, at * kBytesPerDrive - 1, kNoSuchIdentity); break;
-    case Spoil::kMissing: ReplaceAt(bytes, at * kBytesPerDrive - 1, '\0'); break;
-    case Spoil::kLetters:
+    case Spoil::Nothing: break;
+    case Spoil::Silence: bytes.clear(); break;
+    case Spoil::Late: return {std::move(bytes), kLateSeconds};
+    case Spoil::OneByte: bytes.resize(std::min<std::size_t>(bytes.size(), 1)); break;
+    case Spoil::LastGone: bytes.resize(bytes.empty() ? 0 : bytes.size() - 1); break;
+    case Spoil::OneMore:
+    case Spoil::Glued: bytes += kSpurious; break;
+    case Spoil::LastWrong: TurnLast(bytes); break;
+    case Spoil::Other: bytes = std::string(1, kSpurious); break;
+    case Spoil::FirstN: bytes.resize(std::min(bytes.size(), at)); break;
+    case Spoil::Model16: ReplaceAt(bytes, 1, kNoSuchModel); break;
+    case Spoil::Strange: ReplaceAt(bytes, at * kBytesPerDrive - 1, kNoSuchIdentity); break;
+    case Spoil::Missing: ReplaceAt(bytes, at * kBytesPerDrive - 1, '\0'); break;
+    case Spoil::Letters:
       for (std::size_t i = 1; i <= kBytesPerRevision; ++i) ReplaceAt(bytes, at * kBytesPerRevision - i, '?');
       break;
   }

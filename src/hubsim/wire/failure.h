@@ -13,89 +13,89 @@ namespace tavlo::hubsim {
 
 /// What the hub can be told to do wrong. The meaning of each stands in `kFailures`.
 enum class Failure : std::uint8_t {
-  kNone,
-  kSilentF,
-  kLateF,
-  kSilentLine,
-  kLateLine,
-  kWrongLine,
-  kNoiseLine,
-  kSilentSystem,
-  kNoiseSystem,
-  kSilentPool,
-  kNoisePool,
-  kNoSum,
-  kWrongSum,
-  kShortSum,
-  kLongSum,
-  kLateSum,
-  kSilentC,
-  kOneByteC,
-  kLateC,
-  kUnknownModel,
-  kSilentD,
-  kShortD,
-  kUnknownDrive,
-  kMissingDrive,
-  kSilentR,
-  kShortR,
-  kGarbledR,
-  kSilentE,
-  kLateE,
-  kNoiseE,
-  kSilentReset,
-  kSilentU,
-  kShortU,
-  kWrongU,
-  kSilentRun,
-  kCutRun,
-  kStallRun,
-  kHasty,
-  kDropByte,
-  kFlipByte,
-  kUnplug,
-  kUnplugTx,
+  None,
+  SilentF,
+  LateF,
+  SilentLine,
+  LateLine,
+  WrongLine,
+  NoiseLine,
+  SilentSystem,
+  NoiseSystem,
+  SilentPool,
+  NoisePool,
+  NoSum,
+  WrongSum,
+  ShortSum,
+  LongSum,
+  LateSum,
+  SilentC,
+  OneByteC,
+  LateC,
+  UnknownModel,
+  SilentD,
+  ShortD,
+  UnknownDrive,
+  MissingDrive,
+  SilentR,
+  ShortR,
+  GarbledR,
+  SilentE,
+  LateE,
+  NoiseE,
+  SilentReset,
+  SilentU,
+  ShortU,
+  WrongU,
+  SilentRun,
+  CutRun,
+  StallRun,
+  Hasty,
+  DropByte,
+  FlipByte,
+  Unplug,
+  UnplugTx,
 };
 
 /// Answers of the hub that a failure can spoil.
 enum class Reply : std::uint8_t {
-  kNone,
-  kStart,      ///< "Y" to "F"
-  kLine,       ///< "Y" to a line, numbered from 1
-  kSystem,     ///< "Y" to a 32-byte block of the axis settings, numbered from 1
-  kPool,       ///< "Y" to a block of the pool, numbered from 1
-  kSum,        ///< the sum, to "K"
-  kIdentity,   ///< to "C"
-  kDrives,     ///< to "D"
-  kRevisions,  ///< to "R" of a hub that is not halted
-  kReset,      ///< "Y" to "R" of a halted hub
-  kExecute,    ///< to "E"
-  kUpload,     ///< to "U"
+  None,
+  Start,      ///< "Y" to "F"
+  Line,       ///< "Y" to a line, numbered from 1
+  System,     ///< "Y" to a 32-byte block of the axis settings, numbered from 1
+  Pool,       ///< "Y" to a block of the pool, numbered from 1
+  Sum,        ///< the sum, to "K"
+  Identity,   ///< to "C"
+  Drives,     ///< to "D"
+  Revisions,  ///< to "R" of a hub that is not halted
+  Reset,      ///< "Y" to "R" of a halted hub
+  Execute,    ///< to "E"
+  Upload,     ///< to "U"
 };
 
 /// How an answer is spoiled. N is the number given with the mode.
 enum class Spoil : std::uint8_t {
-  kNothing,
-  kSilence,
-  kLate,       ///< comes `kLateSeconds` after its time
-  kOneByte,    ///< only the first byte comes
-  kLastGone,   ///< the last byte is missing
-  kOneMore,    ///< one byte too many
-  kLastWrong,  ///< the last byte has a bit turned
-  kOther,      ///< another byte in place of the answer
-  kGlued,      ///< a spurious byte in the same write, behind the answer
-  kFirstN,     ///< only the first N bytes come
-  kModel16,    ///< the model byte is 16
-  kStrange,    ///< axis N reports an identity that no list knows
-  kMissing,    ///< axis N reports that nothing answers there
-  kLetters,    ///< axis N answers letters where digits belong
+  Nothing,
+  Silence,
+  Late,       ///< comes `kLateSeconds` after its time
+  OneByte,    ///< only the first byte comes
+  LastGone,   ///< the last byte is missing
+  OneMore,    ///< one byte too many
+  LastWrong,  ///< the last byte has a bit turned
+  Other,      ///< another byte in place of the answer
+  Glued,      ///< a spurious byte in the same write, behind the answer
+  FirstN,     ///< only the first N bytes come
+  Model16,    ///< the model byte is 16
+  Strange,    ///< axis N reports an identity that no list knows
+  Missing,    ///< axis N reports that nothing answers there
+  Letters,    ///< axis N answers letters where digits belong
 };
 
 inline constexpr double kLateSeconds = 1.3;
 /// How long a hub stalls that stalls: shorter than the silence that tells a PC that a hub has stopped.
 inline constexpr double kStallSeconds = 0.02;
 
-enum class Parameter : std::uint8_t { kNone, kCount };
+enum class Parameter : std::uint8_t { None, Count };
 
 struct FailureRow {
   Failure mode;
@@ -107,87 +107,87 @@ struct FailureRow {
 };
 
 inline constexpr std::array<FailureRow, 42> kFailures{{
-    {Failure::kNone, "none", Parameter::kNone, Reply::kNone, Spoil::kNothing, "nothing fails"},
-    {Failure::kSilentF, "silent-f", Parameter::kNone, Reply::kStart, Spoil::kSilence,
+    {Failure::None, "none", Parameter::None, Reply::None, Spoil::Nothing, "nothing fails"},
+    {Failure::SilentF, "silent-f", Parameter::None, Reply::Start, Spoil::Silence,
      "no answer to the start of a download"},
-    {Failure::kLateF, "late-f", Parameter::kNone, Reply::kStart, Spoil::kLate,
+    {Failure::LateF, "late-f", Parameter::None, Reply::Start, Spoil::Late,
      "the answer to the start of a download comes after 1.3 s"},
-    {Failure::kSilentLine, "silent-line", Parameter::kCount, Reply::kLine, Spoil::kSilence,
+    {Failure::SilentLine, "silent-line", Parameter::Count, Reply::Line, Spoil::Silence,
      "no answer to line N (1..200) of a download"},
-    {Failure::kLateLine, "late-line", Parameter::kCount, Reply::kLine, Spoil::kLate,
+    {Failure::LateLine, "late-line", Parameter::Count, Reply::Line, Spoil::Late,
      "the answer to line N comes after 1.3 s"},
-    {Failure::kWrongLine, "wrong-line", Parameter::kCount, Reply::kLine, Spoil::kOther,
+    {Failure::WrongLine, "wrong-line", Parameter::Count, Reply::Line, Spoil::Other,
      "another byte than Y answers line N"},
-    {Failure::kNoiseLine, "noise-line", Parameter::kCount, Reply::kLine, Spoil::kGlued,
+    {Failure::NoiseLine, "noise-line", Parameter::Count, Reply::Line, Spoil::Glued,
      "a spurious byte is glued to the Y of line N"},
-    {Failure::kSilentSystem, "silent-system", Parameter::kCount, Reply::kSystem, Spoil::kSilence,
+    {Failure::SilentSystem, "silent-system", Parameter::Count, Reply::System, Spoil::Silence,
      "no answer to block N (1..8) of the system settings"},
-    {Failure::kNoiseSystem, "noise-system", Parameter::kCount, Reply::kSystem, Spoil::kGlued,
+    {Failure::NoiseSystem, "noise-system", Parameter::Count, Reply::System, Spoil::Glued,
      "a spurious byte is glued to the Y of block N of the system settings"},
-    {Failure::kSilentPool, "silent-pool", Parameter::kCount, Reply::kPool, Spoil::kSilence,
+    {Failure::SilentPool, "silent-pool", Parameter::Count, Reply::Pool, Spoil::Silence,
      "no answer to block N (from 1) of the string pool"},
-    {Failure::kNoisePool, "noise-pool", Parameter::kCount, Reply::kPool, Spoil::kGlued,
+    {Failure::NoisePool, "noise-pool", Parameter::Count, Reply::Pool, Spoil::Glued,
      "a spurious byte is glued to the Y of block N of the string pool"},
-    {Failure::kNoSum, "no-sum", Parameter::kNone, Reply::kSum, Spoil::kSilence,
+    {Failure::NoSum, "no-sum", Parameter::None, Reply::Sum, Spoil::Silence,
      "no answer to the question for the sum"},
-    {Failure::kWrongSum, "wrong-sum", Parameter::kNone, Reply::kSum, Spoil::kLastWrong,
+    {Failure::WrongSum, "wrong-sum", Parameter::None, Reply::Sum, Spoil::LastWrong,
      "the sum is wrong by one bit"},
-    {Failure::kShortSum, "short-sum", Parameter::kNone, Reply::kSum, Spoil::kOneByte,
+    {Failure::ShortSum, "short-sum", Parameter::None, Reply::Sum, Spoil::OneByte,
      "only the first byte of the sum comes"},
-    {Failure::kLongSum, "long-sum", Parameter::kNone, Reply::kSum, Spoil::kOneMore,
+    {Failure::LongSum, "long-sum", Parameter::None, Reply::Sum, Spoil::OneMore,
      "three bytes answer the question for the sum"},
-    {Failure::kLateSum, "late-sum", Parameter::kNone, Reply::kSum, Spoil::kLate, "the sum comes after 1.3 s"},
-    {Failure::kSilentC, "silent-c", Parameter::kNone, Reply::kIdentity, Spoil::kSilence,
+    {Failure::LateSum, "late-sum", Parameter::None, Reply::Sum, Spoil::Late, "the sum comes after 1.3 s"},
+    {Failure::SilentC, "silent-c", Parameter::None, Reply::Identity, Spoil::Silence,
      "no answer to the question who it is"},
-    {Failure::kOneByteC, "one-byte-c", Parameter::kNone, Reply::kIdentity, Spoil::kOneByte,
+    {Failure::OneByteC, "one-byte-c", Parameter::None, Reply::Identity, Spoil::OneByte,
      "only the revision byte of the identity comes"},
-    {Failure::kLateC, "late-c", Parameter::kNone, Reply::kIdentity, Spoil::kLate,
+    {Failure::LateC, "late-c", Parameter::None, Reply::Identity, Spoil::Late,
      "the identity comes after 1.3 s"},
-    {Failure::kUnknownModel, "unknown-model", Parameter::kNone, Reply::kIdentity, Spoil::kModel16,
+    {Failure::UnknownModel, "unknown-model", Parameter::None, Reply::Identity, Spoil::Model16,
      "the identity (and the greeting) names model 16, which is no hub"},
-    {Failure::kSilentD, "silent-d", Parameter::kNone, Reply::kDrives, Spoil::kSilence,
+    {Failure::SilentD, "silent-d", Parameter::None, Reply::Drives, Spoil::Silence,
      "no answer to the question for the drives"},
-    {Failure::kShortD, "short-d", Parameter::kNone, Reply::kDrives, Spoil::kLastGone,
+    {Failure::ShortD, "short-d", Parameter::None, Reply::Drives, Spoil::LastGone,
      "the last byte of the drive list is missing"},
-    {Failure::kUnknownDrive, "unknown-drive", Parameter::kCount, Reply::kDrives, Spoil::kStrange,
+    {Failure::UnknownDrive, "unknown-drive", Parameter::Count, Reply::Drives, Spoil::Strange,
      "the drive of axis N (1..8) reports an identity that no list knows"},
-    {Failure::kMissingDrive, "missing-drive", Parameter::kCount, Reply::kDrives, Spoil::kMissing,
+    {Failure::MissingDrive, "missing-drive", Parameter::Count, Reply::Drives, Spoil::Missing,
      "the drive of axis N (1..8) does not answer the hub"},
-    {Failure::kSilentR, "silent-r", Parameter::kNone, Reply::kRevisions, Spoil::kSilence,
+    {Failure::SilentR, "silent-r", Parameter::None, Reply::Revisions, Spoil::Silence,
      "no answer to the question for the drives' revisions"},
-    {Failure::kShortR, "short-r", Parameter::kNone, Reply::kRevisions, Spoil::kLastGone,
+    {Failure::ShortR, "short-r", Parameter::None, Reply::Revisions, Spoil::LastGone,
      "the last byte of the revisions is missing"},
-    {Failure::kGarbledR, "garbled-r", Parameter::kCount, Reply::kRevisions, Spoil::kLetters,
+    {Failure::GarbledR, "garbled-r", Parameter::Count, Reply::Revisions, Spoil::Letters,
      "letters stand in place of the revision of axis N (1..8)"},
-    {Failure::kSilentE, "silent-e", Parameter::kNone, Reply::kExecute, Spoil::kSilence,
+    {Failure::SilentE, "silent-e", Parameter::None, Reply::Execute, Spoil::Silence,
      "no answer to the execute command"},
-    {Failure::kLateE, "late-e", Parameter::kNone, Reply::kExecute, Spoil::kLate,
+    {Failure::LateE, "late-e", Parameter::None, Reply::Execute, Spoil::Late,
      "the answer to the execute command comes after 1.3 s"},
-    {Failure::kNoiseE, "noise-e", Parameter::kNone, Reply::kExecute, Spoil::kGlued,
+    {Failure::NoiseE, "noise-e", Parameter::None, Reply::Execute, Spoil::Glued,
      "a spurious byte is glued to the answer to the execute command"},
-    {Failure::kSilentReset, "silent-reset", Parameter::kNone, Reply::kReset, Spoil::kSilence,
+    {Failure::SilentReset, "silent-reset", Parameter::None, Reply::Reset, Spoil::Silence,
      "no answer to a reset"},
-    {Failure::kSilentU, "silent-u", Parameter::kNone, Reply::kUpload, Spoil::kSilence,
+    {Failure::SilentU, "silent-u", Parameter::None, Reply::Upload, Spoil::Silence,
      "no answer to the upload command"},
-    {Failure::kShortU, "short-u", Parameter::kCount, Reply::kUpload, Spoil::kFirstN,
+    {Failure::ShortU, "short-u", Parameter::Count, Reply::Upload, Spoil::FirstN,
      "an upload stops after N bytes"},
-    {Failure::kWrongU, "wrong-u", Parameter::kNone, Reply::kUpload, Spoil::kLastWrong,
+    {Failure::WrongU, "wrong-u", Parameter::None, Reply::Upload, Spoil::LastWrong,
      "the sum behind an upload is wrong by one bit"},
-    {Failure::kSilentRun, "silent-run", Parameter::kCount, Reply::kNone, Spoil::kNothing,
+    {Failure::SilentRun, "silent-run", Parameter::Count, Reply::None, Spoil::Nothing,
      "a running program falls silent after N messages"},
-    {Failure::kCutRun, "cut-run", Parameter::kCount, Reply::kNone, Spoil::kNothing,
+    {Failure::CutRun, "cut-run", Parameter::Count, Reply::None, Spoil::Nothing,
      "a running program falls silent behind byte N of what it tells"},
-    {Failure::kStallRun, "stall-run", Parameter::kCount, Reply::kNone, Spoil::kNothing,
+    {Failure::StallRun, "stall-run", Parameter::Count, Reply::None, Spoil::Nothing,
      "the hub stalls for 20 ms behind byte N of what a running program tells"},
-    {Failure::kHasty, "hasty", Parameter::kCount, Reply::kNone, Spoil::kNothing,
+    {Failure::Hasty, "hasty", Parameter::Count, Reply::None, Spoil::Nothing,
      "a running program goes on without its acknowledgements, every N ms at most"},
-    {Failure::kDropByte, "drop", Parameter::kCount, Reply::kNone, Spoil::kNothing,
+    {Failure::DropByte, "drop", Parameter::Count, Reply::None, Spoil::Nothing,
      "byte N from the PC is lost on the way"},
-    {Failure::kFlipByte, "flip", Parameter::kCount, Reply::kNone, Spoil::kNothing,
+    {Failure::FlipByte, "flip", Parameter::Count, Reply::None, Spoil::Nothing,
      "byte N from the PC arrives with its lowest bit turned"},
-    {Failure::kUnplug, "unplug", Parameter::kCount, Reply::kNone, Spoil::kNothing,
+    {Failure::Unplug, "unplug", Parameter::Count, Reply::None, Spoil::Nothing,
      "the cable comes off after byte N from the PC"},
-    {Failure::kUnplugTx, "unplug-tx", Parameter::kCount, Reply::kNone, Spoil::kNothing,
+    {Failure::UnplugTx, "unplug-tx", Parameter::Count, Reply::None, Spoil::Nothing,
      "the cable comes off after byte N to the PC"},
 }};
 
@@ -201,7 +201,7 @@ static_assert(FailuresInOrder(), "the table is indexed by the mode");
 
 /// One mode and its number, which counts from 1 and is 1 if none is given.
 struct FailurePlan {
-  Failure mode = Failure::kNone;
+  Failure mode = Failure::None;
   int at = 1;
 };
 

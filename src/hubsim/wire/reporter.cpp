@@ -33,7 +33,7 @@ constexpr int kNoHub = 16;
 }  // namespace
 
 bool Reporter::Silent() const {
-  return failure_.mode == Failure::kSilentRun && sent_ >= failure_.at;
+  return failure_.mode == Failure::SilentRun && sent_ >= failure_.at;
 }
 
 void Reporter::Send(int header, int b2, int b3, int b4) {
@@ -56,15 +56,15 @@ void Reporter::Tell(std::string_view bytes) {
   const bool here = told_bytes_ < failure_.at && failure_.at <= told_bytes_ + size;
   told_bytes_ += size;
   const auto split = static_cast<std::size_t>(before);
-  if (failure_.mode == Failure::kCutRun) return outbox_.Put(bytes.substr(0, split));
-  if (failure_.mode != Failure::kStallRun || !here) return outbox_.Put(bytes);
+  if (failure_.mode == Failure::CutRun) return outbox_.Put(bytes.substr(0, split));
+  if (failure_.mode != Failure::StallRun || !here) return outbox_.Put(bytes);
   outbox_.Put(bytes.substr(0, split));
   outbox_.Stall(kStallSeconds);
   outbox_.Put(bytes.substr(split));
 }
 
 void Reporter::Greeting(std::uint8_t firmware, std::uint8_t model) {
-  const bool strange = failure_.mode == Failure::kUnknownModel;
+  const bool strange = failure_.mode == Failure::UnknownModel;
   Send(kGreeting, firmware, strange ? kNoHub : model);
 }
 
@@ -93,13 +93,13 @@ void Reporter::Halted(const Halt& halt, int line) {
   // One payload byte cannot tell the lines behind the 128th apart.
   const int told_line = std::min(line, kLargestPayload);
   switch (halt.kind) {
-    case HaltKind::kLimit: Send(kLimitHit, halt.axis); break;
-    case HaltKind::kStopButton: Send(kStopButton); break;
-    case HaltKind::kStackOverflow: Send(kStackOverflow, told_line); break;
-    case HaltKind::kStackUnderflow: Send(kStackUnderflow, told_line); break;
-    case HaltKind::kFault: Send(kDriveFault, halt.axis, halt.code / 128, halt.code % 128); break;
-    case HaltKind::kDriveDisabled: Send(kDriveDisabled, halt.axis); break;
-    case HaltKind::kDriveLost: Send(kDriveLost, halt.axis); break;
+    case HaltKind::Limit: Send(kLimitHit, halt.axis); break;
+    case HaltKind::StopButton: Send(kStopButton); break;
+    case HaltKind::StackOverflow: Send(kStackOverflow, told_line); break;
+    case HaltKind::StackUnderflow: Send(kStackUnderflow, told_line); break;
+    case HaltKind::Fault: Send(kDriveFault, halt.axis, halt.code / 128, halt.code % 128); break;
+    case HaltKind::DriveDisabled: Send(kDriveDisabled, halt.axis); break;
+    case HaltKind::DriveLost: Send(kDriveLost, halt.axis); break;
   }
 }
 

@@ -22,12 +22,12 @@ class WireFaults {
   /// Returns what arrives of a byte; empty if it is lost.
   [[nodiscard]] std::optional<std::uint8_t> Pass(std::uint8_t byte) {
     const bool here = ++count_ == plan_.at;
-    if (here && plan_.mode == Failure::kDropByte) return std::nullopt;
-    if (here && plan_.mode == Failure::kFlipByte) return static_cast<std::uint8_t>(byte ^ 1);
+    if (here && plan_.mode == Failure::DropByte) return std::nullopt;
+    if (here && plan_.mode == Failure::FlipByte) return static_cast<std::uint8_t>(byte ^ 1);
     return byte;
   }
   /// The cable comes off behind the byte that passed last.
-  [[nodiscard]] bool CableComesOff() const { return plan_.mode == Failure::kUnplug && count_ >= plan_.at; }
+  [[nodiscard]] bool CableComesOff() const { return plan_.mode == Failure::Unplug && count_ >= plan_.at; }
 
  private:
   FailurePlan plan_;

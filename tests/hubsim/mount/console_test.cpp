@@ -127,7 +127,7 @@ TEST(HubConsole, EachOfTheFourteenFaultsHasABitAndAName) {
     bench.Run(0.1);
     EXPECT_EQ(console.Execute("fault 5 " + std::to_string(code), bench.now), "ok\n");
     EXPECT_EQ(bench.hub.TakeOutput(), told);
-    EXPECT_EQ(bench.hub.State(), HubState::kHalted);
+    EXPECT_EQ(bench.hub.State(), HubState::Halted);
     EXPECT_EQ(console.Execute("fault 5 " + std::string(kFaultNames[bit]), bench.now), "ok\n");
     EXPECT_EQ(bench.hub.TakeOutput(), told);
   }

@@ -33,14 +33,14 @@ TEST(RunFlow, TheLastLineOfTheMemoryRunsAndEndsTheProgramQuietly) {
   ASSERT_EQ(messages.size(), 2U);
   EXPECT_EQ(messages[0], (Message{254, 12, 7, 0}));
   EXPECT_EQ(messages[1], (Message{237, 12, 7, 0}));
-  EXPECT_EQ(bench.hub.State(), HubState::kEnded);
+  EXPECT_EQ(bench.hub.State(), HubState::Ended);
 }
 
 TEST(RunFlow, AnEmptyProgramEndsAtOnce) {
   HubBench bench;
   bench.Download({});
   EXPECT_TRUE(bench.Run(5).empty());
-  EXPECT_EQ(bench.hub.State(), HubState::kEnded);
+  EXPECT_EQ(bench.hub.State(), HubState::Ended);
 }
 
 TEST(RunFlow, ABranchBeyondTheLastLineEndsTheProgram) {
@@ -48,7 +48,7 @@ TEST(RunFlow, ABranchBeyondTheLastLineEndsTheProgram) {
     HubBench bench;
     bench.Download({GoTo(line), WaitTime(1)});
     EXPECT_EQ(HubBench::LineEvents(bench.Run(5)), "+0 -0");
-    EXPECT_EQ(bench.hub.State(), HubState::kEnded);
+    EXPECT_EQ(bench.hub.State(), HubState::Ended);
   }
 }
 
@@ -125,7 +125,7 @@ TEST(RunFlow, LoopsNest) {
   int rounds = 0;
   for (const auto& message : messages) rounds += message.header == 237 && message.Line() == 2 ? 1 : 0;
   EXPECT_EQ(rounds, 6);
-  EXPECT_EQ(bench.hub.State(), HubState::kEnded);
+  EXPECT_EQ(bench.hub.State(), HubState::Ended);
 }
 
 TEST(RunFlow, ALoopThatWasLeftGoesOnCountingUntilItIsReset) {
@@ -163,7 +163,7 @@ TEST(RunFlow, TheSeventeenthCallOverflowsTheStack) {
   const auto messages = bench.Run(5);
   EXPECT_EQ(HubBench::Count(messages, 254), 17);
   EXPECT_EQ(messages.back(), (Message{239, 0, 0, 0}));
-  EXPECT_EQ(bench.hub.State(), HubState::kHalted);
+  EXPECT_EQ(bench.hub.State(), HubState::Halted);
 }
 
 TEST(RunFlow, AReturnWithoutACallUnderflowsTheStack) {
@@ -215,7 +215,7 @@ TEST(RunFlow, AfterStopNothingMoreIsTold) {
   bench.Run(0.5);
   EXPECT_TRUE(bench.Send("S").empty());
   EXPECT_TRUE(bench.Go(20).empty());
-  EXPECT_EQ(bench.hub.State(), HubState::kIdle);
+  EXPECT_EQ(bench.hub.State(), HubState::Idle);
   EXPECT_FALSE(bench.hub.Axis(0).moving);
   EXPECT_LT(bench.hub.Axis(0).position_steps, 40000) << "it came to rest on the way";
 }
@@ -238,14 +238,14 @@ TEST(RunFlow, RewindGoesToTheFirstLineAndForgetsCallsAndLoops) {
   bench.Run(1);
   EXPECT_EQ(HubBench::LineEvents(bench.Send("0")), "-3 -4 +0");
   EXPECT_EQ(bench.hub.CallDepth(), 0);
-  EXPECT_EQ(bench.hub.State(), HubState::kRunning);
+  EXPECT_EQ(bench.hub.State(), HubState::Running);
 }
 
 TEST(RunFlow, RewindStartsAnEndedProgramAgain) {
   HubBench bench;
   bench.Download({WaitTime(10)});
   bench.Run(1);
-  ASSERT_EQ(bench.hub.State(), HubState::kEnded);
+  ASSERT_EQ(bench.hub.State(), HubState::Ended);
   EXPECT_EQ(HubBench::LineEvents(bench.Send("0")), "+0");
 }
 

@@ -24,7 +24,7 @@ TEST(RunHalt, ALimitHaltsTheProgram) {
   const auto messages = bench.Go(10);
   ASSERT_EQ(messages.size(), 1U);
   EXPECT_EQ(messages[0], (Message{252, 0, 0, 0}));
-  EXPECT_EQ(bench.hub.State(), HubState::kHalted);
+  EXPECT_EQ(bench.hub.State(), HubState::Halted);
   EXPECT_FALSE(bench.hub.Axis(0).moving);
 }
 
@@ -44,7 +44,7 @@ TEST(RunHalt, ALimitBranchBeyondTheProgramEndsIt) {
   bench.Run(1);
   bench.hub.HitLimit(0, bench.now);
   EXPECT_EQ(HubBench::LineEvents(bench.Go(5)), "-0");
-  EXPECT_EQ(bench.hub.State(), HubState::kEnded);
+  EXPECT_EQ(bench.hub.State(), HubState::Ended);
 }
 
 TEST(RunHalt, ALimitOnlyEndsTheMoveWhenTheProgramIsToContinue) {
@@ -80,14 +80,14 @@ TEST(RunHalt, BehindItsEndAProgramIsHaltedOnlyWhileSomethingMoves) {
     HubBench bench;
     bench.Download({FeedLength({.distance = 100000, .wait = kProceed})});
     bench.Run(1);
-    ASSERT_EQ(bench.hub.State(), HubState::kEnded);
+    ASSERT_EQ(bench.hub.State(), HubState::Ended);
     EXPECT_TRUE(act(bench));
     EXPECT_EQ(HubBench::Count(bench.Go(5), header), 1);
     bench.Run(10);
-    ASSERT_EQ(bench.hub.State(), HubState::kEnded);
+    ASSERT_EQ(bench.hub.State(), HubState::Ended);
     EXPECT_FALSE(act(bench));
     EXPECT_EQ(bench.hub.TakeOutput(), "");
-    EXPECT_EQ(bench.hub.State(), HubState::kEnded);
+    EXPECT_EQ(bench.hub.State(), HubState::Ended);
   };
   expect(limit, 252);
   expect(stop, 251);
@@ -97,7 +97,7 @@ TEST(RunHalt, AnAxisThatTurnsWithNoEndMovesToo) {
   HubBench bench;
   bench.Download({StartStop(3, 1)});
   bench.Run(10);
-  ASSERT_EQ(bench.hub.State(), HubState::kEnded);
+  ASSERT_EQ(bench.hub.State(), HubState::Ended);
   EXPECT_TRUE(bench.hub.HitLimit(1, bench.now));
   EXPECT_EQ(bench.hub.TakeOutput(), Bytes({252, 1, 0, 0}));
 }
@@ -119,7 +119,7 @@ TEST(RunHalt, WhereNoDriveIsNothingRunsOntoALimitOrReportsAFault) {
   EXPECT_FALSE(bench.hub.HitLimit(1, bench.now));
   EXPECT_FALSE(bench.hub.Fail(1, 1, bench.now));
   EXPECT_EQ(bench.hub.TakeOutput(), "");
-  EXPECT_EQ(bench.hub.State(), HubState::kRunning);
+  EXPECT_EQ(bench.hub.State(), HubState::Running);
   EXPECT_TRUE(bench.hub.Fail(0, 1, bench.now));
 }
 
@@ -151,7 +151,7 @@ TEST(RunHalt, EveryRequestOfAResetIsAnsweredAndThenRevisionsComeAgain) {
   for (int i = 0; i < 10; ++i) EXPECT_EQ(bench.Ask("R"), "Y") << i;
   EXPECT_EQ(bench.Ask("R").size(), 24U);
   EXPECT_EQ(bench.hub.Axis(0).outputs, 0x7F);
-  EXPECT_EQ(bench.hub.State(), HubState::kIdle);
+  EXPECT_EQ(bench.hub.State(), HubState::Idle);
 }
 
 TEST(RunHalt, AnotherCommandEndsAReset) {
@@ -171,7 +171,7 @@ TEST(RunHalt, EveryHaltCanBeReset) {
     bench.Download(lines);
     bench.Run(1);
     act(bench);
-    EXPECT_EQ(bench.hub.State(), HubState::kHalted);
+    EXPECT_EQ(bench.hub.State(), HubState::Halted);
     static_cast<void>(bench.hub.TakeOutput());
     return bench.Ask("R");
   };

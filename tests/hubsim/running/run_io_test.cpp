@@ -208,7 +208,7 @@ TEST(RunIo, AnEmptySocketTellsNothing) {
 
 TEST(RunIo, TheHubQuadTellsItsOwnInputsAsAxisFive) {
   HubOptions options;
-  options.model = HubModel::kQuad;
+  options.model = HubModel::Quad;
   HubBench bench(options);
   bench.Download({WaitInput(4, 2, 1)});
   EXPECT_EQ(HubBench::Count(bench.Run(1), 245), 1);

@@ -296,7 +296,7 @@ TEST(RunMotion, AMoveOnADisabledMotorHaltsTheProgram) {
   const auto messages = bench.Run(1);
   ASSERT_FALSE(messages.empty());
   EXPECT_EQ(messages.back(), (Message{212, 2, 0, 0}));
-  EXPECT_EQ(bench.hub.State(), HubState::kHalted);
+  EXPECT_EQ(bench.hub.State(), HubState::Halted);
 }
 
 TEST(RunMotion, ANewCurrentOrTheNormalOneLetsAMotorMoveAgain) {
@@ -315,7 +315,7 @@ TEST(RunMotion, AMoveWithoutADriveHaltsTheProgram) {
   bench.Download({FeedLength({.axis = 1})});
   const auto messages = bench.Run(1);
   EXPECT_EQ(messages.back(), (Message{240, 1, 0, 0}));
-  EXPECT_EQ(bench.hub.State(), HubState::kHalted);
+  EXPECT_EQ(bench.hub.State(), HubState::Halted);
 }
 
 TEST(RunMotion, TheStepsOfARevolutionAreFoundFromTheAxisBlock) {

@@ -22,7 +22,7 @@ TEST(RunPause, APauseHoldsTheProgramInFrontOfTheNextLine) {
   bench.Download({WaitTime(50), Empty(), WaitTime(50)});
   bench.Run(0.1);
   EXPECT_TRUE(WithoutStatus(bench.Send("P")).empty());
-  EXPECT_EQ(bench.hub.State(), HubState::kPaused);
+  EXPECT_EQ(bench.hub.State(), HubState::Paused);
   const auto messages = WithoutStatus(bench.Go(5));
   ASSERT_EQ(messages.size(), 2U);
   EXPECT_EQ(messages[0].header, 237);
@@ -39,7 +39,7 @@ TEST(RunPause, ResumeHidesTheMarkerAndGoesOn) {
   ASSERT_GE(messages.size(), 2U);
   EXPECT_EQ(messages[0], kMarkerHidden);
   EXPECT_EQ(messages[1], (Message{254, 0, 1, 0}));
-  EXPECT_EQ(bench.hub.State(), HubState::kRunning);
+  EXPECT_EQ(bench.hub.State(), HubState::Running);
 }
 
 TEST(RunPause, StatusOfEveryDriveComesTenTimesASecondWhilePaused) {
@@ -122,7 +122,7 @@ TEST(RunPause, TheStepThatReachesTheEndIsDone) {
   bench.Send("P");
   bench.Go(1);
   EXPECT_EQ(HubBench::Count(bench.Send("T"), 253), 1);
-  EXPECT_EQ(bench.hub.State(), HubState::kEnded);
+  EXPECT_EQ(bench.hub.State(), HubState::Ended);
 }
 
 TEST(RunPause, OnlyAPausedProgramSteps) {
@@ -143,7 +143,7 @@ TEST(RunPause, RewindWhilePausedHoldsAtTheFirstLine) {
   ASSERT_EQ(messages.size(), 2U);
   EXPECT_EQ(messages[0], kMarkerHidden);
   EXPECT_EQ(messages[1], (Message{235, 1, 0, 0}));
-  EXPECT_EQ(bench.hub.State(), HubState::kPaused);
+  EXPECT_EQ(bench.hub.State(), HubState::Paused);
 }
 
 TEST(RunPause, MotionGoesOnWhileTheProgramIsPaused) {

@@ -40,7 +40,7 @@ TEST(Jog, AnArrowTurnsItsAxisForAMoment) {
     EXPECT_EQ(bench.Speed(1 - one.axis), 0);
     bench.Go(0.15);
     EXPECT_FALSE(bench.hub.Axis(one.axis).moving) << "nobody pressed again";
-    EXPECT_EQ(bench.hub.Waits(), WaitsFor::kEnter);
+    EXPECT_EQ(bench.hub.Waits(), WaitsFor::Enter);
   }
 }
 
@@ -110,7 +110,7 @@ TEST(Jog, AMotorThatIsOffHaltsAsAMoveDoes) {
   const auto messages = bench.Send("D");
   ASSERT_EQ(messages.size(), 1U);
   EXPECT_EQ(messages[0], (Message{212, 0, 0, 0}));
-  EXPECT_EQ(bench.hub.State(), HubState::kHalted);
+  EXPECT_EQ(bench.hub.State(), HubState::Halted);
 }
 
 TEST(Jog, AnEmptySocketHaltsAsAMoveDoes) {
@@ -275,7 +275,7 @@ TEST(Knob, TheFormWithATextShowsItAndEndsAtEnter) {
     bench.Download({Bytes({82, 0, 0, 10, 0}) + one.head, WaitTime(1000)}, TerminalSystem(), PoolOf(one.pool));
     bench.RunWithTerminal(0.1);
     EXPECT_EQ(bench.hub.Display(), one.rows);
-    EXPECT_EQ(bench.hub.Waits(), WaitsFor::kEnter);
+    EXPECT_EQ(bench.hub.Waits(), WaitsFor::Enter);
     EXPECT_TRUE(bench.hub.TurnKnob(3, 5, bench.now));
     bench.Go(1);
     EXPECT_EQ(bench.hub.Axis(3).position_steps, 50);

@@ -60,7 +60,7 @@ TEST(YesNo, ABranchBehindTheLastLineEndsTheProgram) {
   bench.Download({YesNo(250)}, TerminalSystem(), PoolOf("Sure?"));
   bench.RunWithTerminal(0.1);
   bench.Send("+");
-  EXPECT_EQ(bench.hub.State(), HubState::kEnded);
+  EXPECT_EQ(bench.hub.State(), HubState::Ended);
 }
 
 TEST(YesNo, AZeroGoesToTheFirstLine) {

@@ -90,21 +90,21 @@ struct LeaveCase {
 
 TEST(Terminal, APromptThatIsLeftIsForgotten) {
   const LeaveCase cases[] = {
-      {"stop leaves the text", "S", HubState::kIdle, {"Hello"}},
-      {"to the first line clears it", "0", HubState::kRunning, {}},
-      {"another start clears it", "M", HubState::kRunning, {}},
-      {"a download leaves it", "F", HubState::kDownloading, {"Hello"}},
+      {"stop leaves the text", "S", HubState::Idle, {"Hello"}},
+      {"to the first line clears it", "0", HubState::Running, {}},
+      {"another start clears it", "M", HubState::Running, {}},
+      {"a download leaves it", "F", HubState::Downloading, {"Hello"}},
   };
   for (const LeaveCase& one : cases) {
     SCOPED_TRACE(one.what);
     HubBench bench;
     bench.Download({WaitTime(10), YesNo(0), WaitTime(1000)}, TerminalSystem(), PoolOf("Hello"));
     bench.RunWithTerminal(0.2);
-    ASSERT_EQ(bench.hub.Waits(), WaitsFor::kYesOrNo);
+    ASSERT_EQ(bench.hub.Waits(), WaitsFor::YesOrNo);
     bench.Ask(one.bytes);
     EXPECT_EQ(bench.hub.State(), one.state);
     EXPECT_EQ(bench.hub.Display(), one.rows);
-    EXPECT_NE(bench.hub.Waits(), WaitsFor::kYesOrNo);
+    EXPECT_NE(bench.hub.Waits(), WaitsFor::YesOrNo);
   }
 }
 
@@ -124,9 +124,9 @@ TEST(Terminal, APromptCanBeAnsweredWhileTheProgramIsPaused) {
   bench.Download({YesNo(2), WaitTime(1), WaitTime(1000)}, TerminalSystem(), PoolOf("Hello"));
   bench.RunWithTerminal(0.1);
   bench.Send("P");
-  EXPECT_EQ(bench.hub.Waits(), WaitsFor::kYesOrNo);
+  EXPECT_EQ(bench.hub.Waits(), WaitsFor::YesOrNo);
   EXPECT_EQ(HubBench::LineEvents(bench.Send("+")), "-0");
-  EXPECT_EQ(bench.hub.Waits(), WaitsFor::kResume);
+  EXPECT_EQ(bench.hub.Waits(), WaitsFor::Resume);
   EXPECT_EQ(HubBench::LineEvents(bench.Send("r")), "+2");
 }
 
@@ -157,7 +157,7 @@ TEST(Terminal, AKeyThatNothingWaitsForIsIgnored) {
   bench.Send("+");
   bench.acknowledging = true;
   bench.Send("I");
-  EXPECT_EQ(bench.hub.Waits(), WaitsFor::kYesOrNo) << "the key came before the prompt";
+  EXPECT_EQ(bench.hub.Waits(), WaitsFor::YesOrNo) << "the key came before the prompt";
 }
 
 struct CountCase {
@@ -185,7 +185,7 @@ TEST(Terminal, ALoopShowsItsCountIfItIsToldTo) {
 
 TEST(Terminal, ASilentRunIsSilentOnTheDisplayToo) {
   HubOptions options;
-  options.failure = {Failure::kSilentRun, 1};
+  options.failure = {Failure::SilentRun, 1};
   HubBench bench(options);
   bench.Download({Display(0)}, TerminalSystem(), PoolOf("Hello"));
   bench.Send("M");

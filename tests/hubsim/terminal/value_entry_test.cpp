@@ -101,7 +101,7 @@ TEST(ValuePrompt, WhatIsEnteredIsStoredInTheHubsUnits) {
   for (const StoreCase& one : cases) {
     SCOPED_TRACE(one.what);
     AskBench bench(one.value);
-    ASSERT_EQ(bench.hub.Waits(), WaitsFor::kValue);
+    ASSERT_EQ(bench.hub.Waits(), WaitsFor::Value);
     EXPECT_EQ(bench.hub.Display()[0], "How much?");
     bench.Send(one.keys);
     EXPECT_EQ(bench.hub.Variable(one.value.variable), one.stored);
@@ -197,7 +197,7 @@ TEST(ValuePrompt, OutOfLimitsTellsTheLimitsAndStartsAnew) {
     SCOPED_TRACE(one.message);
     AskBench bench(one.value);
     bench.Send(one.keys);
-    EXPECT_EQ(bench.hub.Waits(), WaitsFor::kValue);
+    EXPECT_EQ(bench.hub.Waits(), WaitsFor::Value);
     EXPECT_EQ(bench.hub.Display()[3], one.message);
     bench.Send("2");
     EXPECT_EQ(bench.hub.Display()[3], "2");

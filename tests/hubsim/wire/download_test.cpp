@@ -73,9 +73,9 @@ TEST(HubDownload, TheSystemBlockIsAcknowledgedEveryThirtyTwoBytes) {
 TEST(HubDownload, ThePoolEndsAtItsZeroEvenAtABlocksEnd) {
   HubBench bench;
   bench.Download({}, SystemOf(1), std::string(31, 'p') + '\0');
-  EXPECT_EQ(bench.hub.State(), HubState::kIdle);
+  EXPECT_EQ(bench.hub.State(), HubState::Idle);
   bench.Download({}, SystemOf(1), std::string(32, 'p') + '\0');
-  EXPECT_EQ(bench.hub.State(), HubState::kIdle);
+  EXPECT_EQ(bench.hub.State(), HubState::Idle);
 }
 
 TEST(HubDownload, APoolBeyondItsPlaceIsSummedAndNotKept) {
@@ -97,9 +97,9 @@ TEST(HubDownload, SilenceOfNineTenthsOfASecondEndsIt) {
   HubBench bench;
   EXPECT_EQ(bench.Ask("F" + WaitTime(5).substr(0, 2)), "Y");
   bench.Wait(0.89);
-  EXPECT_EQ(bench.hub.State(), HubState::kDownloading);
+  EXPECT_EQ(bench.hub.State(), HubState::Downloading);
   bench.Wait(0.02);
-  EXPECT_EQ(bench.hub.State(), HubState::kIdle);
+  EXPECT_EQ(bench.hub.State(), HubState::Idle);
   EXPECT_EQ(bench.Ask("C"), Bytes({38, 8}));
   bench.Download({WaitTime(5)});
 }
@@ -126,7 +126,7 @@ TEST(HubDownload, ADownloadStopsARun) {
   bench.Run(1);
   EXPECT_EQ(bench.Ask("F"), "Y");
   bench.Wait(1);
-  EXPECT_EQ(bench.hub.State(), HubState::kIdle);
+  EXPECT_EQ(bench.hub.State(), HubState::Idle);
 }
 
 TEST(HubDownload, OldFirmwareTakesShortMultiInputLines) {

@@ -41,7 +41,7 @@ std::string FirstBadAnswer(HubBench& bench, std::string& sum) {
 const std::string kRightSum = Big2((200 * 11 + 256 + 64 * 'p') % 65536);
 
 TEST(HubFailure, NamesAreReadWithTheirNumbers) {
-  EXPECT_EQ(ParseFailure("silent-line:17")->mode, Failure::kSilentLine);
+  EXPECT_EQ(ParseFailure("silent-line:17")->mode, Failure::SilentLine);
   EXPECT_EQ(ParseFailure("silent-line:17")->at, 17);
   EXPECT_EQ(ParseFailure("silent-line")->at, 1);
   for (const char* bad : {"", "silent", "silent-line:", "silent-line:0", "silent-line:-3", "silent-line:x",
