@@ -6,7 +6,7 @@
 
 namespace tavlo {
 
-/// The text without the blanks and tabs around it.
+/// Returns the text without the blanks and tabs at its ends.
 [[nodiscard]] inline std::string_view TrimBlanks(std::string_view text) {
   while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
   while (!text.empty() && (text.back() == ' ' || text.back() == '\t')) text.remove_suffix(1);

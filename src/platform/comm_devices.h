@@ -7,13 +7,13 @@
 
 namespace tavlo {
 
-/// What a Comm stands for at one moment.
+/// The device that a Comm leads to at one moment.
 struct CommDevice {
-  /// A path, or a name on Windows. Where nothing is there, what was looked for first.
+  /// A path, or a name on Windows. If no device exists, the place that was looked at first.
   std::string device;
   bool there = false;
-  /// A sentence without its end where the Comm may stand for another device elsewhere, because the links of
-  /// this user could not be looked for where the system keeps such things; else empty.
+  /// Why the Comm may lead to another device in other programs: this user's links could not be looked for
+  /// where the system keeps such things. A sentence without its full stop; empty if there is no doubt.
   std::string doubt;
 };
 
@@ -21,9 +21,9 @@ struct CommDevice {
 class CommDevices {
  public:
   virtual ~CommDevices() = default;
-  /// Looks at this moment. `number` is 1 to 8.
+  /// Returns the state at this moment. `number` is 1 to 8.
   [[nodiscard]] virtual CommDevice Look(int number) const = 0;
-  /// A device may have come or gone since the last call. Called from the event loop only.
+  /// Called, only from the event loop, when a device may have come or gone since the last call.
   std::function<void()> OnChange;
 };
 

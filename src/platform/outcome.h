@@ -8,8 +8,8 @@
 
 namespace tavlo {
 
-/// How something went: true if it worked. Otherwise it brings a plain text of what went wrong, such as "No
-/// space left on device".
+/// Whether something worked: true if it did. Otherwise it holds a plain text that says what went wrong, such
+/// as "No space left on device".
 class [[nodiscard]] Outcome {
  public:
   /// It worked.

@@ -13,19 +13,20 @@
 
 namespace tavlo {
 
-/// The title of a box that is given none of its own.
+/// The title of a box without a title of its own.
 inline constexpr std::string_view kApplicationTitle = "Tavlo Composer";
 
-/// `OKWithoutPort` is an OK that goes on looking for a port, beside "Without a port" that gives the search
-/// up.
+/// `OKWithoutPort` is an OK that goes on looking for a port, with a second button, "Without a port", that
+/// gives the search up.
 enum class Buttons { OK, OKCancel, YesNo, OKWithoutPort };
 enum class Icon { None, Stop, Question, Exclamation };
 enum class Answer { OK, Cancel, Yes, No, WithoutPort };
 
-/// The answer that costs no work and moves no machine: what Enter, Escape and the box's frame give.
+/// The answer that loses no work and moves no machine: that of Enter, of Escape and of the box's close
+/// button.
 [[nodiscard]] Answer HarmlessAnswer(Buttons buttons);
 
-/// What a box tells, for a program that acts on it: text and title are the operator's alone.
+/// What a box reports, for a program that acts on it. Text and title are for the operator only.
 enum class Tells : std::uint8_t {
   Other,
   HubSilent,
@@ -43,10 +44,11 @@ struct Box {
   std::string title{kApplicationTitle};
   Buttons buttons = Buttons::OK;
   Icon icon = Icon::None;
-  /// It follows on nothing that the operator did, who may be in the middle of typing something else.
+  /// The box does not follow from anything that the operator did, so it may come while the operator is
+  /// typing.
   bool by_itself = false;
   Tells tells = Tells::Other;
-  /// The program line 0..199 that it speaks of.
+  /// The program line 0..199 that the box is about.
   std::optional<int> line = {};
   bool operator==(const Box&) const = default;
 };
@@ -56,11 +58,11 @@ struct Box {
 class MessageBoxes {
  public:
   virtual ~MessageBoxes() = default;
-  /// Shows the box and returns the operator's answer. A box whose text and title are those of one that still
-  /// stands is not shown a second time: its harmless answer is returned at once.
+  /// Shows the box and returns the operator's answer. If a box with the same text and title is still up, it
+  /// is not shown again and its harmless answer is returned at once.
   Answer MsgBox(Box box);
 
-  /// Called with the line that a box speaks of, before the box is shown. May be empty.
+  /// Called with the line that a box is about, before the box is shown. May be empty.
   std::function<void(int line)> GoToLine;
 
  protected:
@@ -73,8 +75,8 @@ class MessageBoxes {
   int by_themselves_ = 0;
 };
 
-/// For as long as it lives, boxes come by themselves. Stands around what handles bytes of the hub or a port
-/// that is lost.
+/// While one lives, boxes count as coming by themselves. Used around the code that handles bytes from the hub
+/// or the loss of a port.
 class ComeByThemselves {
  public:
   explicit ComeByThemselves(MessageBoxes& boxes) : boxes_(boxes) { ++boxes_.by_themselves_; }
@@ -100,7 +102,7 @@ struct FileDialogSetup {
 class FileDialogs {
  public:
   virtual ~FileDialogs() = default;
-  /// Nothing when the operator cancelled. Asks before an existing file is replaced.
+  /// Both return nothing if the operator cancelled. SaveFileName() asks before an existing file is replaced.
   virtual std::optional<std::string> SaveFileName(const FileDialogSetup& setup) = 0;
   virtual std::optional<std::string> OpenFileName(const FileDialogSetup& setup) = 0;
 };
@@ -109,9 +111,9 @@ class FileDialogs {
 class FileStore {
  public:
   virtual ~FileStore() = default;
-  /// Replaces the file whole or leaves the old one: written beside it, synced, renamed.
+  /// Replaces the whole file or leaves the old one: the bytes are written beside it, synced, and renamed.
   virtual Outcome Replace(const std::string& path, std::string_view bytes) = 0;
-  /// At most `limit` bytes of the file; nothing when it cannot be opened or read.
+  /// Returns at most `limit` bytes of the file; nothing if it cannot be opened or read.
   [[nodiscard]] virtual std::optional<std::string> Read(const std::string& path, std::size_t limit) = 0;
 };
 
@@ -127,7 +129,7 @@ class EventLoop {
   virtual ~EventLoop() = default;
   /// Gives the event loop a turn and returns.
   virtual void Yield() = 0;
-  /// Gives the event loop turns until so many seconds have passed, sleeping between events.
+  /// Gives the event loop turns until `seconds` have passed, sleeping between events.
   virtual void WaitSecs(double seconds) = 0;
 };
 
@@ -141,7 +143,7 @@ class SettingsStore {
                     std::string_view value) = 0;
 };
 
-/// A small window with a gauge from 0 to 200 that stands while a transfer runs (`downbox`, `upbox`).
+/// A small window with a gauge from 0 to 200, shown while a transfer runs (`downbox`, `upbox`).
 class ProgressForm {
  public:
   virtual ~ProgressForm() = default;
@@ -149,8 +151,8 @@ class ProgressForm {
   virtual void Hide() = 0;
   /// Moves the gauge and repaints it at once, without a turn of the event loop.
   virtual void Gauge(double value) = 0;
-  /// What is being sent now, and how many of how many bytes of the whole transfer are through.
-  /// The desktop needs no more than the gauge; the command line shows phase and time left.
+  /// Says what is being sent now, and how many bytes of the whole transfer have been sent. The desktop needs
+  /// only the gauge; the command line shows the phase and the time left.
   virtual void Phase(std::string_view name, int bytes_done, int bytes_total) = 0;
 };
 
