@@ -9,26 +9,26 @@
 
 namespace tavlo {
 
-// What stands between a program and its download: each scan walks the lines 0..199 and gives what it
-// finds. Lines and axes in findings are 0-based. Where a scan does not stop at its first finding, the last
-// one wins.
+// What stands between a program and its download: each scan walks the lines 0..199 and returns what it finds.
+// Lines and axes in findings are 0-based. A scan that does not stop at its first finding returns the last
+// one.
 
-/// Lines that move, set up or ask about an axis beyond the fourth, which a Hub Quad does not have.
+/// Lines that move, set up or ask about an axis above the fourth, which a Hub Quad does not have.
 [[nodiscard]] std::vector<int> BadMoveorMMIAxis(const Program& program);
-/// Lines that use input 5 or higher of a Hub Quad's own.
+/// Lines that use one of the inputs 5 and above of a Hub Quad, which has four of its own.
 [[nodiscard]] std::vector<int> In5678used(const Program& program);
 /// Lines that use inputs or outputs beyond a Hub Quad's own.
 [[nodiscard]] std::vector<int> IOpast5(const Program& program);
-/// Cuts the masks of a Hub Quad's own inputs to the four that there are. Raises no flag.
+/// Clears the bits above the four inputs of a Hub Quad in the masks of its own inputs. Reports nothing.
 void FixMultiIn(Program& program);
-/// Lines that use output 4 of a drive with three.
+/// Lines that use output 4 of a drive that has three.
 [[nodiscard]] std::vector<int> SetOutput4(const Program& program);
 
 struct MissingPrompt {
   int variable;
   int line;
 };
-/// A variable that is read while no prompt or learned position fills it.
+/// A variable that is read although no prompt or learned position fills it.
 [[nodiscard]] std::optional<MissingPrompt> ScanProgMMI(const Program& program);
 
 struct SpeedPrompt {
@@ -42,12 +42,12 @@ struct WrongPrompt {
   int variable;
   int line;
   int prompt_line;
-  /// What the prompt asks for, 0 distance, 1 speed, 2 repeat count.
+  /// What the prompt asks for: 0 distance, 1 speed, 2 repeat count.
   int prompt_kind;
-  /// The variable is used as a speed; else as a distance, or by a Repeat as its count.
+  /// True: the variable is used as a speed. False: as a distance, or as the count of a Repeat.
   bool as_speed;
 };
-/// A variable that a prompt of another kind fills.
+/// A variable that is filled by a prompt of the wrong kind.
 [[nodiscard]] std::optional<WrongPrompt> ScanMMItypes(const Program& program);
 
 struct NoDrive {
@@ -57,7 +57,7 @@ struct NoDrive {
 /// A line that uses a drive whose model is "none".
 [[nodiscard]] std::optional<NoDrive> CheckNone(const Program& program);
 
-/// Calls have at least one Return, and Returns at least one Call.
+/// Whether a program with Calls has a Return, and whether one with Returns has a Call.
 [[nodiscard]] bool CallsOK(const Program& program);
 [[nodiscard]] bool ReturnsOK(const Program& program);
 
@@ -66,12 +66,12 @@ struct TwoMoves {
   int first_line;
   int second_line;
 };
-/// The first move that does not wait and is followed by another on its axis.
+/// The first move that does not wait although another move on its axis follows.
 [[nodiscard]] std::optional<TwoMoves> ScanConcurrent(const Program& program);
 
 [[nodiscard]] int CountRepeats(const Program& program);
 [[nodiscard]] int CountEndRepeats(const Program& program);
-/// Some End Repeat has no Repeat open before it.
+/// Whether an End Repeat comes while no Repeat is open.
 [[nodiscard]] bool ERbeforeRP(const Program& program);
 
 }  // namespace tavlo

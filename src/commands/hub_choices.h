@@ -9,17 +9,17 @@
 
 namespace tavlo {
 
-// What the operator chooses for the whole program beside its lines: the model of the hub, and what it does
-// when a limit is hit.
+// What the operator chooses for the whole program: the model of the hub, and what the hub does when a limit
+// is hit.
 
-/// The operator chose this index of `ModelList`, which is a change of the program.
+/// The operator chose this index of `ModelList`. Counts as a change of the program.
 void ChooseModel(Desk& desk, int index);
 
 /// `LimitList` changed to this index.
 void SelectLimitAction(Desk& desk, int index);
-/// `LimitBranch` lost the focus with this text in it.
+/// `LimitBranch` has lost the focus while it held this text.
 void LeaveLimitBranch(Desk& desk, std::string_view text);
-/// `LimitBranch` as it stands in its box.
+/// The text of the `LimitBranch` box.
 [[nodiscard]] std::string LimitBranchText(const Program& program);
 
 }  // namespace tavlo

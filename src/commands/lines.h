@@ -6,8 +6,8 @@
 
 namespace tavlo {
 
-/// A row's icon was dropped on another row's, or on itself, which is how a click arrives. Nothing while a
-/// transfer or a run is under way.
+/// A row's icon was dropped on another row's icon, or on itself: a click arrives as a drop on itself. Does
+/// nothing while a transfer or a run is under way.
 void DropIcon(Desk& desk, int source_line, int target_line, bool shift);
 
 /// Copies a whole line over another.

@@ -15,19 +15,20 @@ namespace tavlo {
 void Save(Desk& desk);
 /// Asks for a name, reads the file and shows it.
 void Load(Desk& desk);
-/// Reads a file and shows it, without a dialog or a question. False if it was told as unreadable.
+/// Reads a file and shows it, without a dialog or a question. Returns false if the operator was told that it
+/// cannot be read.
 bool LoadFile(Desk& desk, const std::string& path);
-/// The same with the text of a file that has been read already.
+/// The same for the text of a file that has already been read.
 bool LoadText(Desk& desk, const std::string& name, FileKind kind, std::string_view text);
-/// What is told of a file that cannot be opened.
+/// The message for a file that cannot be opened.
 inline constexpr std::string_view kCannotOpen = "Error: could not open file.";
-/// Writes the program.
+/// Writes the program to a file, without a dialog or a question.
 Outcome SaveFile(Desk& desk, const std::string& path);
 
 /// `BtnClear`
 void Clear(Desk& desk);
 
-/// The question before unsaved changes are lost. True to go on.
+/// Asks before unsaved changes are lost. Returns true to go on.
 [[nodiscard]] bool MayQuit(Desk& desk);
 
 }  // namespace tavlo
