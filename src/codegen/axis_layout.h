@@ -12,22 +12,22 @@
 
 namespace tavlo {
 
-/// The fields of an axis's block of settings, in the order of its bytes. The system string is written by
-/// these rows, the decoder reads by them and a comparison names what differs by them.
+/// The fields of an axis's block of settings, in the order of its bytes. The system string is written from
+/// these rows, the decoder reads by them, and a comparison names differences by them.
 enum class AxisField : std::uint8_t {
   Current,        ///< whole amperes and hundredths
   IdleSetting,    ///< `IdleCode`, 16 for a servo
   LimitSwitches,  ///< '5' closed, '6' open, '3' not used
   DriveModel,
-  StepsPerRev,  ///< never 0
-  DriveKind,    ///< what a drive is to the hub; follows from the model
+  StepsPerRev,  ///< the hub never sees 0
+  DriveKind,    ///< the kind of drive that the hub knows; follows from the model
   StepsPerUnit,
-  UnitName,       ///< its length, and 4 characters
+  UnitName,       ///< its length, then 4 characters
   AxisName,       ///< 8 characters
   SpeedFactor,    ///< follows from the steps
   SecondCurrent,  ///< peak or idle current
   ThirdCurrent,   ///< current while accelerating
-  HubSettings,    ///< on chosen axes a setting of the whole hub, see `kHubSettings`
+  HubSettings,    ///< settings of the whole hub, in the blocks of chosen axes; see `kHubSettings`
 };
 
 struct AxisFieldRow {
@@ -56,7 +56,7 @@ inline constexpr auto kAxisLayout = std::to_array<AxisFieldRow>({
 inline constexpr std::size_t kUnitNameBytes = 4;
 inline constexpr std::size_t kAxisNameBytes = 8;
 
-/// Settings of the whole hub, each some bits of the last byte of a chosen axis's block.
+/// Settings of the whole hub. Each is some bits of the last byte of a chosen axis's block.
 enum class HubSetting : std::uint8_t {
   TerminalUsed,
   SameUnits,

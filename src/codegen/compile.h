@@ -11,8 +11,8 @@
 
 namespace tavlo {
 
-/// The texts of the prompts as far as lines have been compiled: each text and a 255, in line order.
-/// Nothing holds it to the hub's 1536 bytes.
+/// The texts of the prompts of the lines compiled so far, in line order, each followed by a 255. It may grow
+/// beyond the hub's 1536 bytes.
 struct StringPool {
   std::string Pool;
   /// Offset of the next entry.
@@ -21,20 +21,20 @@ struct StringPool {
   int PoolItem = 0;
 };
 
-/// The hub's byte string of a line, at most 32 bytes for every line that the editors make. A line with
-/// a prompt adds its text to the pool, so compile each line once, in order, on a fresh pool.
+/// The hub's byte string of a line; at most 32 bytes for every line that the editors make. A line with a
+/// prompt adds its text to the pool, so compile each line once, in order, starting with an empty pool.
 ///
-/// Compiling changes the record in one place: an FLSO pulse above 255 becomes 255.
-/// Throws EncodeError for a line that has no bytes.
+/// Compiling changes the record in one place: an FLSO pulse above 255 becomes 255. Throws EncodeError for a
+/// line that cannot be encoded.
 [[nodiscard]] std::string Compile(Program& program, int line, StringPool& pool);
 
 /// The 256 bytes of axis settings. Longer only if a unit or axis name is longer than its field.
 ///
 /// Building it changes the settings in one place: `PeakCurrent` takes the idle current of the stepper
-/// families. Throws EncodeError for a setting that has no bytes, naming the axis.
+/// families. Throws EncodeError, which names the axis, for a setting that cannot be encoded.
 [[nodiscard]] std::string SysString(Program& program);
 
-/// Throws EncodeError for a name that would push the rest of its axis's block along.
+/// Throws EncodeError for a name that is longer than its field and would shift the rest of its axis's block.
 void RefuseLongNames(const Program& program);
 
 /// Everything a download sends, compiled before a byte of it goes out.
@@ -47,13 +47,13 @@ struct CompiledProgram {
   int checksum = 0;
 };
 
-/// Compiles the lines 0..199 in order, then the system string. Runs `ScanLoops` first. Throws
-/// EncodeError whose text is the operator's whole message and that knows its line, also for a text that holds
-/// the hub's own end mark and for settings that are not 256 bytes.
+/// Compiles the lines 0..199 in order, then the system string. Runs `ScanLoops` first. Throws EncodeError,
+/// which knows its line and whose text is the whole message for the operator. It does so too for a text that
+/// contains the hub's end mark and for settings that are not 256 bytes long.
 [[nodiscard]] CompiledProgram CompileProgram(Program& program);
 
-/// The hub's memory after a download of it: 8192 bytes, unused bytes 0. What is longer than its place
-/// is cut.
+/// The hub's memory after a download of the program: 8192 bytes, unused ones 0. Whatever is longer than its
+/// place is cut.
 [[nodiscard]] std::string ImageOf(const CompiledProgram& compiled);
 
 }  // namespace tavlo

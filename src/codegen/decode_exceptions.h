@@ -12,10 +12,10 @@
 
 namespace tavlo {
 
-/// Where a line that went to the hub and came back is not what it was, or where reading it is not the plain
-/// inverse of writing it. Everything else of a line comes back by the same rows that it was written by.
+/// The cases in which a line that is read back from the hub differs from the line that was sent, or in which
+/// reading is not the plain inverse of writing. All else is read by the same rows that it was written by.
 ///
-/// None of these may be "put right": programs in the field are read by these rules.
+/// Do not "correct" any of these: programs in the field are read by these rules.
 enum class DecodeException : std::uint8_t {
   SecondOperandFlags,
   SetOutVariable,
@@ -39,7 +39,7 @@ enum class DecodeException : std::uint8_t {
 struct DecodeExceptionRow {
   DecodeException which;
   std::string_view name;
-  /// Types of line that it applies to, by the code in the hub's bytes; none for the axis settings.
+  /// The types of line that it applies to, by the code in the hub's bytes; empty for the axis settings.
   std::span<const std::int16_t> types;
   std::string_view reason;
 };
@@ -129,7 +129,7 @@ static_assert(InOrder(), "the table is indexed by the exception");
   return kDecodeExceptions[static_cast<std::size_t>(exception)];
 }
 
-/// Does the exception apply to lines whose bytes start with this type code?
+/// Whether the exception applies to lines whose first byte has this type code.
 [[nodiscard]] constexpr bool AppliesTo(DecodeException exception, int type) {
   return std::ranges::find(RowOf(exception).types, type) != RowOf(exception).types.end();
 }

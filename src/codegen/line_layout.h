@@ -10,8 +10,8 @@
 
 namespace tavlo {
 
-/// The fields of a compiled line, in the order of its bytes. The compilers write by these rows and the
-/// decoder reads by them. The first byte, the type code, is not among them.
+/// The fields of a compiled line, in the order of its bytes. The compilers write from these rows and the
+/// decoder reads by them. The first byte, the type code, has no row.
 enum class Op : std::uint8_t {
   Flags,         ///< 1: the sum of the layout's flag bits
   Byte,          ///< 1: a whole number 0..255
@@ -41,21 +41,21 @@ enum class Op : std::uint8_t {
   PoolHead,      ///< up to 11 bytes: the head of a text whose rest is in the pool
 };
 
-/// Part of a flag byte: `value` if the flag is set, or `value` times the number.
+/// Part of a flag byte: `value` if the flag is set; for a numeric flag, `value` times the number.
 struct FlagBit {
   int value;
   bool Instruction::*flag = nullptr;
   std::int16_t Instruction::*number = nullptr;
 };
 
-/// One field. Which of the member pointers are set goes by the `op`.
+/// One field. The `op` decides which of the member pointers are set.
 struct LayoutItem {
   Op op;
   std::string_view what = {};
   std::int16_t Instruction::*number = nullptr;
   std::int32_t Instruction::*whole = nullptr;
   float Instruction::*single = nullptr;
-  /// The operand comes from the variable of this number when the flag is set.
+  /// If this flag is set, the operand comes from the variable with this number.
   bool Instruction::*is_mmi = nullptr;
   std::int16_t Instruction::*variable = nullptr;
   bool Instruction::*enabled = nullptr;
@@ -66,8 +66,8 @@ struct LineLayout {
   std::span<const FlagBit> flags = {};
 };
 
-/// The layout of a line of this type, MMI and FE in the form that the record asks for.
-/// Nothing for a type outside 0..31.
+/// The layout of a line of this type; for MMI and FE, of the form that the record asks for. Null for a type
+/// outside 0..31.
 [[nodiscard]] const LineLayout* LayoutOf(const Instruction& line);
 
 }  // namespace tavlo
