@@ -34,7 +34,7 @@ enum class Op : std::uint8_t {
   JogAxis,       ///< 1: the axis, + 128 when jogging is off
   KeyMask,       ///< 1: the menu's keys in use
   KeyTargets,    ///< 8: the menu's targets
-  CommentText,   ///< up to 27 bytes of `Text`, a 255 behind fewer
+  CommentText,   ///< up to 27 bytes of `Text`; fewer are followed by a 255
   PoolOffset,    ///< 2: where the text stands in the pool
   PoolHigh,      ///< 1: high byte of that offset
   PoolLow,       ///< 1: low byte of it

@@ -11,44 +11,46 @@
 
 namespace tavlo {
 
-/// The firmware that a revision byte stands for: byte / 100 + 1.
+/// The firmware version of a revision byte: byte / 100 + 1.
 [[nodiscard]] float RevisionOf(unsigned char byte);
 /// In the form "0.00".
 [[nodiscard]] std::string VersionText(float version);
 
-/// Asks the hub who it is, and shows firmware and model. The raw reply: revision byte, model byte;
-/// empty after the operator has been told of a failure.
+/// Asks the hub for its identity and shows firmware and model. Returns the raw reply, revision byte and model
+/// byte; empty if it failed, which has been reported to the operator.
 [[nodiscard]] std::string CheckDrive(Desk& desk);
-/// A reply of that question names a model that a hub has. Otherwise the operator is told of an unknown
-/// device, with which nothing is begun.
+/// Whether the reply to that question names a known hub model. If it does not, reports an unknown device to
+/// the operator; nothing may be started with that.
 [[nodiscard]] bool IsHub(MessageBoxes& boxes, std::string_view identity);
 void TellUnknownDevice(MessageBoxes& boxes);
-/// The same as CheckDrive() without showing anything.
+/// Does what CheckDrive() does, but shows nothing.
 [[nodiscard]] std::string SilentCheckDrive(const Link& link);
 
-/// Model codes of the drives, by axis: what the program in the hub expects and what is plugged in.
+/// Model codes of the drives, by axis: the one that the hub's program expects, and the one that is plugged
+/// in.
 struct DriveList {
   std::array<int, kAxes> expected{};
   std::array<int, kAxes> actual{};
 };
-/// Asks the hub for it. Nothing after the operator has been told of a failure. Receive events must be off.
+/// Asks the hub for that list. Returns nothing if it failed, which has been reported to the operator. Receive
+/// events must be off.
 [[nodiscard]] std::optional<DriveList> ReadDriveList(const Link& link, int axes);
 
-/// Asks the hub which drives are plugged in, and compares them and their firmware with the program that
-/// it holds. False after the operator was told of a failure or answered No.
+/// Asks the hub which drives are plugged in, and compares them and their firmware with the program that the
+/// hub holds. Returns false if it failed, which has been reported, or if the operator answered No.
 [[nodiscard]] bool AllDrivesOK(const Program& program, const Link& link);
 
-/// Asks for the firmware of each drive. Left as it was when the hub does not answer.
+/// Asks for the firmware of each drive. `revisions` keeps its values if the hub does not answer.
 void ScanDrivesRV(const Link& link, int axes, std::array<float, kAxisSlots>& revisions);
 
-/// The lowest drive firmware that can change the speed of a started motion on this axis.
+/// The lowest drive firmware that can change the speed of a motion under way on this axis.
 [[nodiscard]] float CSrevision(const Program& program, int axis);
 
-/// Sends the fixed set of text commands to every drive that is set up by them. No reply is awaited.
+/// Sends the fixed set of text commands to every drive that is set up by text commands. Waits for no reply.
 void ConfigDSPdrives(const Program& program, const Link& link);
 
-/// Selects the model that a hub code names and shows the firmware. False for any other code, which
-/// changes nothing.
+/// Selects the hub model with this code and shows the firmware. For an unknown code it changes nothing and
+/// returns false.
 bool ShowHub(Desk& desk, int hub_code);
 
 }  // namespace tavlo

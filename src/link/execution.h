@@ -6,40 +6,40 @@
 
 namespace tavlo {
 
-/// How the Execute button came to its end.
+/// How the Execute button's work ended.
 enum class ExecuteResult {
   Ran,         ///< a run window was shown and has been hidden again
   Busy,        ///< another operation with the hub is under way
-  Declined,    ///< the operator does not run a changed program
-  HubSilent,   ///< the hub did not say who it is
-  UnknownHub,  ///< what answers is no hub that is known
+  Declined,    ///< the operator chose not to run a changed program
+  HubSilent,   ///< the hub did not identify itself
+  UnknownHub,  ///< the device that answers is not a known hub
   DrivesNotOK,
   NoAnswer,  ///< to the command to execute
 };
 
-/// The `execbutton`: asks the hub about itself and its drives, has it prepare to execute and opens the
-/// run window that it asks for.
+/// The `execbutton`: asks the hub about itself and its drives, has it prepare to execute, and opens the run
+/// window that the hub asks for.
 ExecuteResult Execute(Desk& desk);
 
 // What the two run windows do at their events.
 
-/// The window has come up through Execute: starts the program. Not called again when the window gets the
-/// focus back from a box, because that would restart the machine behind the operator's back.
+/// Execute has shown the window: starts the program. Must not be called when the window regains the focus
+/// from a box: that would restart the machine without the operator's knowledge.
 void StartRun(Desk& desk, RunWindow window);
-/// `btnStop`. Hides the window; after it nothing goes out without a new act of the operator.
+/// `btnStop`. Hides the window. From then on nothing is sent until the operator acts again.
 void StopRun(Desk& desk, RunWindow window);
-/// The operator closed the window by its frame.
+/// The operator closed the window with the button in its frame.
 void CloseRun(Desk& desk, RunWindow window);
 /// The window lost the focus or was hidden.
 void LeaveRun(Desk& desk);
 
-/// `Play`, `Pause`, `SingleStep` and `btnReset`: resume, pause, one line of a paused program, and back to the
-/// first line. Nothing happens after Stop.
+/// `Play`, `Pause`, `SingleStep` and `btnReset`: resume, pause, run one line of a paused program, and return
+/// to the first line. They do nothing after Stop.
 void ClickPlay(Desk& desk);
 void ClickPause(Desk& desk);
 void ClickSingleStep(Desk& desk);
 void ClickReset(Desk& desk);
-/// The hub has told the end of a single step.
+/// The hub has reported the end of a single step.
 void StepDone(Desk& desk);
 
 /// The keys of the operator terminal.
@@ -64,12 +64,12 @@ enum class MmiKey {
   arrowleft,
   arrowright
 };
-/// What a key sends.
+/// The byte that a key sends.
 [[nodiscard]] char KeyByte(MmiKey key);
-/// Sends it, at once and without echo, while the emulator runs a program.
+/// Sends the key's byte at once, without echo. Only while the emulator runs a program.
 void PressKey(Desk& desk, MmiKey key);
 
-/// Sends ten "R" and awaits a "Y" for each, six seconds for all together.
+/// Sends "R" ten times and waits for a "Y" each time, six seconds in all.
 void ResetDrive(const Link& link, EventLoop& loop);
 
 }  // namespace tavlo

@@ -9,8 +9,8 @@
 
 namespace tavlo {
 
-/// Headers of the messages that the hub pushes: each is followed by three bytes of 0 to 127. Where an axis
-/// is part of the header, the row names the first of eight.
+/// Headers of the messages that the hub sends unasked. Each is followed by three bytes of 0..127. Where an
+/// axis is part of the header, the row names the first of eight headers.
 enum class HubHeader : int {
   Greeting = 255,     ///< revision, model
   LineStarted = 254,  ///< line in two nibbles; acknowledged with "I"
@@ -32,15 +32,15 @@ enum class HubHeader : int {
   DriveFault = 211,       ///< axis, code in two parts of 7 bits
 };
 
-/// Does what a message of the hub asks for. `message` is four bytes; a header without a meaning and an
-/// axis that there is not are ignored.
+/// Carries out what a message of the hub asks for. `message` has four bytes. An unknown header and an axis
+/// that does not exist are ignored.
 void HandleMsg(Desk& desk, std::string_view message);
 
-/// A hub has announced itself, as it does when it is switched on; ends a run that is shown. `revision` is the
-/// firmware's byte.
+/// A hub has sent its greeting, as it does when it is switched on: ends the run that is shown, if any.
+/// `revision` is the firmware's byte.
 void DispDrive(Desk& desk, int revision, int hub_code);
 
-/// `axis` counts from 1 in these two, as their texts do.
+/// `axis` counts from 1 in these two, as it does in their texts.
 void ServoNotOn(Desk& desk, int axis);
 void ServoError(Desk& desk, int axis, int code);
 

@@ -8,8 +8,8 @@
 
 namespace tavlo {
 
-/// Runs an operation with the hub while `Busy` keeps all others out, and returns what it returns. A port that
-/// goes in the middle of it is told afterwards, once, whatever the operation had still tried.
+/// Runs an operation with the hub while `Busy` keeps all others out, and returns its result. If the port
+/// vanished meanwhile, that is reported once, after the operation, whatever else the operation tried.
 template <class Body>
 auto WhileBusy(Desk& desk, Body body) {
   desk.source.link.Busy = true;

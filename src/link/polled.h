@@ -10,11 +10,11 @@
 
 namespace tavlo {
 
-/// How long the hub may take to answer anything, in seconds.
+/// How long the hub may take to answer a question, in seconds.
 inline constexpr double kReplyLimit = 1.0;
 
-/// Keeps the receive event away for as long as it lives: an event during an exchange would eat the reply.
-/// Puts back what `RThreshold` was, or what RestoreTo() says.
+/// Turns receive events off for as long as it lives: an event during an exchange would take the reply. Its
+/// end restores `RThreshold` to its former value, or to that of RestoreTo().
 class EventsOff {
  public:
   explicit EventsOff(SerialPort& port) : port_(port), restore_(port.RThreshold()) { port_.RThreshold(0); }
@@ -29,9 +29,9 @@ class EventsOff {
   int restore_;
 };
 
-/// Waits until `done` holds or the clock has run more than `limit` seconds past `start`; false if it
+/// Waits until `done` holds or the clock is more than `limit` seconds past `start`. Returns false if the time
 /// ran out. Blocks in the port between looks and never yields. A wait across midnight sees a negative time
-/// and lasts until the reply comes; a port that is gone ends it at once.
+/// and lasts until the reply comes. If the port has vanished, the wait ends at once.
 template <class Done>
 [[nodiscard]] bool AwaitUntil(const Link& link, double start, double limit, Done done) {
   for (;;) {
@@ -42,26 +42,27 @@ template <class Done>
   }
 }
 
-/// Throws away everything that has come from the hub, half a message too.
+/// Throws away everything received from the hub, including half a message.
 void DropInput(const Link& link);
 
-/// Sends the command to stop. What the hub still says of its run counts no more.
+/// Sends the command to stop. From then on, what the hub still says about its run is ignored.
 void SayStop(const Link& link);
-/// Stops what the hub is doing and waits until it has said its last: what is still on its way would be taken
-/// for the answer to the next question. Then throws it away. Takes 25 ms if nothing comes; else it lasts
-/// until the line has been silent for 50 ms, half a second at most. Never yields.
+/// Stops what the hub is doing, waits until it has fallen silent and throws away what it sent: late bytes
+/// would be taken for the answer to the next question. Takes 25 ms if nothing arrives; otherwise it ends when
+/// the line has been silent for 50 ms, or after half a second. Never yields.
 void StopHub(const Link& link);
 
-/// Throws away what waits and sends the command. Returns the time from which its reply is awaited.
+/// Throws away what has arrived and sends the command. Returns the time at which the wait for the reply
+/// starts.
 [[nodiscard]] double SendCommand(const Link& link, std::string_view command);
 
-/// The port has gone and nobody has told it yet.
+/// Whether the port has vanished and this has not been reported yet.
 [[nodiscard]] bool PortHasGone(const Link& link);
-/// Tells that an exchange has failed. Shows nothing when the port has gone: that is the one cause, and it is
-/// told by itself.
+/// Reports that an exchange has failed. Shows nothing if the port has vanished: that is the cause, and it is
+/// reported separately.
 void TellFailedExchange(const Link& link, Box box);
 
-/// Waits until one read gives exactly this; any other read is thrown away.
+/// Waits until a single read returns exactly `reply`; any other read is thrown away.
 [[nodiscard]] bool AwaitExactly(const Link& link, std::string_view reply, double start,
                                 double limit = kReplyLimit);
 

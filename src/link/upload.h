@@ -9,36 +9,37 @@
 
 namespace tavlo {
 
-/// The hub's memory and the 16-bit sum behind it.
+/// The hub's memory, followed by its 16-bit sum.
 inline constexpr int kUploadBytes = 8194;
-/// How long the whole of it may take, in seconds; at the line's speed it takes 4.3.
+/// How long the whole upload may take, in seconds. At the line's speed it takes 4.3.
 inline constexpr double kUploadLimit = 5.0;
 
-/// How a transfer ended. All but Done have been told to the operator and leave the program as it was.
+/// How an upload ended. Every end but Done has been reported to the operator and leaves the program as it
+/// was.
 enum class UploadResult {
   Done,
-  Stopped,       ///< not all bytes came in time, or none
+  Stopped,       ///< some or all of the bytes did not arrive in time
   WrongSum,      ///< receive events stay off until the next command sets them
   CannotDecode,  ///< the sum agrees, but a line's bytes cannot be read
 };
 
-/// What a reading of the hub's memory gave.
+/// The result of reading the hub's memory.
 struct ImageReading {
   /// Done, Stopped or WrongSum.
   UploadResult result = UploadResult::Stopped;
-  /// The 8192 bytes, proven by their sum; empty unless Done.
+  /// The 8192 bytes, confirmed by their sum; empty unless Done.
   std::string image;
 };
 
-/// Reads the hub's memory and touches nothing else. `upbox` stands from the start on; a failure has been told
-/// and hides it again, after Done it is the caller's to hide. Receive events must be off.
+/// Reads the hub's memory and changes nothing else. `upbox` is shown from the start; a failure is reported
+/// and hides it, and after Done the caller must hide it. Receive events must be off.
 [[nodiscard]] ImageReading ReadImage(const Link& link, const TransferGauge& gauge);
 
-/// Reads the hub's memory and puts its lines and settings in the place of the program's, and shows them. What
-/// the memory does not carry stays as it was. `rev` is the hub's firmware.
+/// Reads the hub's memory, replaces the program's lines and settings by it, and shows them. What the memory
+/// does not carry stays as it was. `rev` is the hub's firmware.
 UploadResult UploadProg(Desk& desk, float rev);
 
-/// The `Upload` button. Gives how it ended; nothing if it did not come to a transfer.
+/// The `Upload` button. Returns how the upload ended; nothing if none was begun.
 std::optional<UploadResult> Upload(Desk& desk);
 
 }  // namespace tavlo
