@@ -11,10 +11,10 @@
 namespace tavlo {
 
 inline constexpr int kAxes = 8;
-/// Slots of the axis arrays; the ninth is never used, but an index one too high finds it.
+/// Slots of the axis arrays. The ninth is never used; it catches an index that is one too high.
 inline constexpr int kAxisSlots = 9;
 
-/// An axis index from a record or the wire may be anything; only these find a slot.
+/// Whether an axis index, which may be anything in a record or on the wire, has a slot.
 [[nodiscard]] constexpr bool IsAxisSlot(int axis) {
   return axis >= 0 && axis < kAxisSlots;
 }
@@ -29,7 +29,7 @@ struct HubModelRow {
 };
 inline constexpr std::array<HubModelRow, 2> kHubModels = {{{"Tavlo Hub-Octo", 8, 8}, {"Hub Quad", 24, 4}}};
 
-/// The model that a hub's code names. Nothing for a code that no hub has.
+/// Returns the hub model with this code; nothing for a code that no hub has.
 [[nodiscard]] constexpr std::optional<HubModel> HubOfCode(int code) {
   if (code == kHubModels[HubOcto].code) return HubOcto;
   if (code == kHubModels[HubQuad].code) return HubQuad;
@@ -48,12 +48,12 @@ struct AxisConfig {
   /// Amperes; the running current of the stepper drives.
   Axes<float> DriveCurrent{};
   Axes<std::int16_t> IdleCode{};
-  /// 0..15 a fixed resolution, 16 the free one in `StepsPerRev`.
+  /// 0..15 a fixed resolution, 16 the free one, which is in `StepsPerRev`.
   Axes<std::int16_t> StepResCode{};
   Axes<std::int32_t> StepsPerRev{};
   Axes<std::int32_t> StepsPerUnit{};
   Axes<std::string> UnitName{};
-  /// Nothing ever clears it: every reader sets it, whatever it was given.
+  /// Never cleared: every reader sets it, whatever the file or the image says.
   Axes<bool> UseUnits{};
   /// 0 closed, 1 open, 2 not used.
   Axes<std::int16_t> LimitKind{};
@@ -78,11 +78,11 @@ struct AxisConfig {
 /// is left alone.
 void InitHardware(AxisConfig& axes);
 
-/// "none" for 0, "unknown type" outside 0..50.
+/// Returns "none" for 0, "unknown type" outside 0..50.
 [[nodiscard]] std::string_view ModelName(int code);
-/// Highest running current in amperes; 2.0 for a code that is not in the table.
+/// Returns the highest running current in amperes; 2.0 for a code that is not in the table.
 [[nodiscard]] float MaxCurrent(int code);
-/// Model code of the identity that a drive reports; 100 for an identity that no model has.
+/// Returns the model code of the identity that a drive reports; 100 for an unknown identity.
 [[nodiscard]] int DriveIdToModel(int id);
 inline constexpr int kUnknownModel = 100;
 
@@ -103,7 +103,8 @@ inline constexpr int kUnknownModel = 100;
 [[nodiscard]] bool PlainNetModel(int code);
 [[nodiscard]] bool FourInputModel(int code);
 
-/// The main window's own two tests. Its `ZENU_Ox` leaves out code 30, which the editors' has.
+/// The main window has tests of its own for two families. Its `ZENU_Ox` lacks code 30, which the editors'
+/// includes.
 [[nodiscard]] bool ZenuServo(int code);
 [[nodiscard]] bool MainZENU_Ox(int code);
 

@@ -14,11 +14,11 @@ namespace tavlo {
 /// The two kinds of files that hold a program: the Composer's own and those of the earlier programmer.
 enum class FileKind { HubProg, OskelProg };
 
-/// The kind that the ending of a name stands for: .TVH, in capitals or not. Any other file is taken for one
-/// of the earlier programmer.
+/// Returns the kind that the extension of a name stands for: `HubProg` for .TVH in upper or lower case. Any
+/// other file is taken for one of the earlier programmer.
 [[nodiscard]] FileKind KindByName(std::string_view path);
 
-/// A drive model that there is not, and the axis that has it, 0-based.
+/// A drive model that does not exist, and the 0-based axis that has it.
 struct UnknownModel {
   int axis = 0;
   int code = 0;
@@ -26,27 +26,27 @@ struct UnknownModel {
 };
 [[nodiscard]] std::vector<UnknownModel> UnknownModelsOf(const Program& program);
 
-/// What loading a file does not tell: it takes any number for a version, a hub code or a drive model, and it
-/// stops behind the last record.
+/// What loading a file does not report: loading accepts any number as a version, a hub code or a drive model,
+/// and stops after the last record.
 struct FileFindings {
-  /// Every item is there and good, read as the kind that was looked for.
+  /// Every item is there and good, if the file is read as the kind that was asked for.
   bool whole = false;
-  /// Only read as the other kind is it whole.
+  /// The file is whole only if it is read as the other kind.
   bool other_kind = false;
-  /// The first item, by which every program begins.
+  /// The first item, with which every program begins.
   std::string version;
-  /// It has the form of a version, and it is one that has been.
+  /// `has_version`: it has the form of a version. `known_version`: there has been such a version.
   bool has_version = false;
   bool known_version = false;
   std::optional<int> unknown_hub_code;
-  /// Of the earlier programmer's one drive.
+  /// The code of the one drive of the earlier programmer.
   std::optional<int> unknown_drive_code;
   std::vector<UnknownModel> unknown_models;
-  /// Something stands behind the last record.
+  /// Something follows the last record.
   bool goes_on = false;
 };
 
-/// Looks through the text of a file, which may be anything. Loads nothing.
+/// Examines the text of a file, which may be anything. Loads nothing.
 [[nodiscard]] FileFindings Examine(std::string_view text, FileKind kind);
 
 }  // namespace tavlo

@@ -8,12 +8,12 @@
 
 namespace tavlo {
 
-/// Reads the items of a program file one after the other. Commas and line ends alike separate items.
+/// Reads the items of a program file one after the other. Commas and line ends both separate items.
 ///
-/// A bad item never stops the reader: it sets Failed(), the field that it was meant for keeps its
-/// value, and the next call reads the next item. Bad are an item that is empty, is not of the form, does
-/// not fit its field, is quoted where a number is wanted, or is missing because the text is at its end.
-/// A flag is taken where a number is wanted (-1 and 0) and a number where a flag is.
+/// A bad item never stops the reader: it sets Failed(), its field keeps its value, and the next call reads
+/// the next item. An item is bad if it is empty, is malformed, does not fit its field, is quoted where a
+/// number is wanted, or is missing because the text has ended. A flag (-1 or 0) is accepted as a number, and
+/// a number as a flag.
 class ItemReader {
  public:
   /// `text` must outlive the reader; any bytes are allowed.
@@ -34,7 +34,7 @@ class ItemReader {
 
   void Fail() { failed_ = true; }
   [[nodiscard]] bool Failed() const { return failed_; }
-  /// Nothing but blanks, line ends and the end mark of old systems is left.
+  /// Whether only blanks, line ends and the end mark of old systems are left.
   [[nodiscard]] bool AtEnd() const {
     return rest_.find_first_not_of(" \t\r\n\x1A") == std::string_view::npos;
   }
@@ -55,7 +55,7 @@ class ItemReader {
   bool failed_ = false;
 };
 
-/// Writes records: items separated by commas, each record ended by CR LF.
+/// Writes records: items separated by commas, each record terminated by CR LF.
 class RecordWriter {
  public:
   RecordWriter& operator<<(std::int16_t value);
@@ -65,7 +65,7 @@ class RecordWriter {
   RecordWriter& operator<<(bool value);
   RecordWriter& operator<<(const std::string& value);
   void End();
-  /// A line of the print form: the text as it stands.
+  /// Writes the text unchanged, as a line of its own.
   void PrintLine(std::string_view text);
 
   [[nodiscard]] const std::string& Text() const { return text_; }

@@ -11,8 +11,8 @@ namespace tavlo {
 
 inline constexpr int kLines = 200;
 
-/// What kind of instruction a line holds. The record keeps it as a plain integer, because a file or
-/// an image may bring any value; the enumerators convert to it.
+/// The kind of instruction on a line. The record keeps it as a plain integer, to which the enumerators
+/// convert, because a file or an image may hold any value.
 enum Type : std::int16_t {
   FL = 0,
   FR,
@@ -40,7 +40,7 @@ enum Type : std::int16_t {
   WII,
   FSS,
   RL,
-  /// The menu prompt's code on the hub. A record holds MMI with MMISub::Menu instead.
+  /// The hub's code for the menu prompt. A record holds MMI with MMISub::Menu instead.
   MMImenu,
   LP,
   CL,
@@ -56,17 +56,17 @@ enum MMISub : std::int16_t { GetDistance = 0, GetSpeed, GetCount, DisplayOnly, W
 /// `SubType` of an SS line.
 enum SSSub : std::int16_t { StopAll = 0, ChangeSpeed, StopAxis, StartAxis };
 
-/// Input numbers from here on are a drive's own eight inputs.
+/// Input numbers from this one on are a drive's own eight inputs.
 inline constexpr int kFirstDriveInput = 128;
 
 /// The `LineNum` of an End Repeat that closes no Repeat.
 inline constexpr std::int16_t kNoRepeat = 1000;
 
-/// One program line, whatever its kind: every kind reads the fields that it knows and the others keep
-/// what they held, so that a line whose kind is changed and changed back has lost nothing.
+/// One program line of any kind. Each kind uses the fields that it needs and leaves the others alone, so that
+/// a line whose kind is changed and changed back has lost nothing.
 ///
-/// Distances are in steps, speeds in rev/s, accelerations in rev/s/s. Line references are 0-based.
-/// Values that come from outside may be anything the field can hold.
+/// Distances are in steps, speeds in rev/s, accelerations in rev/s/s. Line references are 0-based. Values
+/// that come from outside may be anything that the field can hold.
 struct Instruction {
   std::int16_t Type = NO;
   std::int32_t Dist = 0;
@@ -91,7 +91,7 @@ struct Instruction {
   std::int16_t SubType = 0;
   std::int32_t Reserved1 = 0;
   std::int32_t UpperInt = 0;
-  /// In ten-thousandths, as `LowerFrac`.
+  /// In ten-thousandths; so is `LowerFrac`.
   std::int32_t UpperFrac = 0;
   std::int32_t LowerInt = 0;
   std::int32_t LowerFrac = 0;
@@ -112,7 +112,7 @@ struct Instruction {
   bool Wrap3 = false;
   bool Reserved2 = false;
   bool Reserved3 = false;
-  /// Levels that an input test wants, a set bit meaning high, and the inputs that take part.
+  /// The levels that an input test wants, a set bit meaning high, and the mask of the inputs that it tests.
   std::int16_t InState = 0;
   std::int16_t InMask = 0;
   /// The same for a drive's own inputs; in no file.
@@ -122,7 +122,7 @@ struct Instruction {
   bool MotorOn = false;
   float Current = 0;
   std::int16_t IdlePct = 0;
-  /// Keys 1..8; element 0 is only stored.
+  /// For the keys 1..8. Element 0 is stored but not used.
   std::array<std::int16_t, 9> MenuLine{};
   std::array<bool, 9> MenuKey{};
   std::int16_t Drive = 0;
@@ -147,10 +147,10 @@ struct Instruction {
 
 inline constexpr int kMMIVariables = 50;
 
-/// Name of a hub variable, "Dist1" .. "Count15"; empty outside 0..49.
+/// Returns the name of a hub variable, "Dist1" .. "Count15"; empty outside 0..49.
 [[nodiscard]] std::string MMIVarName(int variable);
 
-/// What a prompt of `SubType` 0, 1, 2 asks for: "distance", "speed", "repeat count".
+/// Returns what a prompt of `SubType` 0, 1, 2 asks for: "distance", "speed", "repeat count".
 [[nodiscard]] std::string_view MMIVarKind(int sub_type);
 
 }  // namespace tavlo

@@ -15,16 +15,16 @@ enum class Motion : std::uint8_t {
   None,
   /// Runs an axis to an end.
   Move,
-  /// Runs by while an axis moves.
+  /// Takes no part in motion; may run while an axis moves.
   Passive,
 };
 
-/// Which way the program goes on behind a line, as the arrows show it.
+/// Where the program goes after a line, as the arrows show it.
 enum class Lead : std::uint8_t {
   Next,
   /// To the line that `LineNum` names.
   Jump,
-  /// There or to the next line.
+  /// To that line or to the next.
   Branch,
   /// Back to the Repeat that `LineNum` names.
   LoopEnd,
@@ -41,10 +41,10 @@ enum class AxisUse : std::uint8_t {
   Prompt,
 };
 
-/// When a kind of line needs the operator terminal, apart from its operands.
+/// When a kind of line needs the operator terminal, operands that come from variables aside.
 enum class Terminal : std::uint8_t {
   Never,
-  /// With `CountIsMMI`.
+  /// If `CountIsMMI` is set.
   ByFlag,
   Always,
 };
@@ -52,21 +52,22 @@ enum class Terminal : std::uint8_t {
 /// Operands that may come from a variable of the hub.
 enum Operand : std::uint8_t { OfDist = 1, OfSpeed = 2, OfDist2 = 4, OfSpeed2 = 8, OfCount = 16 };
 
-/// What is true of every line of a kind. What only some lines of it do is told by the functions below.
+/// What is true of every line of a kind. What is true of some of its lines only is in the functions below.
 struct Kind {
   Type type;
   std::string_view mnemonic;
   Motion motion = Motion::None;
-  /// `Proceed` has a meaning: the program may go on at once.
+  /// `Proceed` has a meaning: the program may go on without waiting.
   bool may_go_on = false;
   Lead lead = Lead::Next;
-  /// `LineNum` is a line that the operator named. Only these follow when lines are inserted and deleted.
+  /// The operator names the line in `LineNum`. It is adjusted when lines are inserted or deleted; others are
+  /// not.
   bool names_line = false;
   /// A sum of `Operand`.
   int operands = 0;
   AxisUse axis = AxisUse::Drive;
   Terminal terminal = Terminal::Never;
-  /// `Text` is shown on the operator terminal and stands in the pool of prompts.
+  /// `Text` is shown on the operator terminal and stored in the pool of prompts.
   bool screen_text = false;
 };
 
@@ -96,7 +97,7 @@ inline constexpr auto kKinds = std::to_array<Kind>({
     {.type = NO, .mnemonic = "NO", .motion = Motion::Passive, .axis = AxisUse::None},
     {.type = SH, .mnemonic = "SH", .motion = Motion::Move, .may_go_on = true},
     {.type = CM, .mnemonic = "CM", .motion = Motion::Passive, .axis = AxisUse::None},
-    // Its yes/no form branches to a named line, which its other forms do not.
+    // Its yes/no form branches to a line that the operator names; its other forms do not.
     {.type = MMI,
      .mnemonic = "MMI",
      .motion = Motion::Passive,
@@ -120,7 +121,7 @@ inline constexpr auto kKinds = std::to_array<Kind>({
      .may_go_on = true,
      .operands = OfDist + OfSpeed + OfDist2 + OfSpeed2},
     {.type = WII, .mnemonic = "WII", .axis = AxisUse::DriveOrHub},
-    // Its line is where the machine goes when something is wrong; it stays where it is when lines are moved.
+    // Its line is where the machine goes when something is wrong; it is not adjusted when lines move.
     {.type = FSS,
      .mnemonic = "FSS",
      .motion = Motion::Move,
@@ -133,7 +134,7 @@ inline constexpr auto kKinds = std::to_array<Kind>({
     {.type = CL, .mnemonic = "CL", .lead = Lead::Jump, .names_line = true, .axis = AxisUse::None},
     {.type = RT, .mnemonic = "RT", .axis = AxisUse::None},
     {.type = IM, .mnemonic = "IM", .motion = Motion::Passive, .lead = Lead::Branch, .names_line = true},
-    // Its speed may come from a variable too, but nothing looks whether a prompt fills that.
+    // Its speed may come from a variable too, but no check asks whether a prompt fills that variable.
     {.type = SS, .mnemonic = "SS"},
 });
 
@@ -148,30 +149,31 @@ constexpr bool InOrder() {
 static_assert(kKinds.size() == kTypes, "each type of line has a row");
 static_assert(InOrder(), "the table is indexed by the type");
 
-/// A type that there is not is nothing in particular on the axis that it names.
+/// An unknown type counts as a line of no particular kind, on the axis that it names.
 inline constexpr Kind kUnknown = {.type = NO, .mnemonic = "?"};
 
 }  // namespace kinds
 
-/// The row of a type, which may be any number.
+/// Returns the row of a type, which may be any number.
 [[nodiscard]] constexpr const Kind& KindOf(int type) {
   return type >= 0 && type < kTypes ? kKinds[static_cast<std::size_t>(type)] : kinds::kUnknown;
 }
 
-/// Mnemonic of a type, such as "FLSO"; "?" outside 0..31. The menu's hub code reads "MMI" too.
+/// Returns the mnemonic of a type, such as "FLSO"; "?" outside 0..31. The hub's code for the menu returns
+/// "MMI" too.
 [[nodiscard]] constexpr std::string_view Mnemonic(int type) {
   return KindOf(type).mnemonic;
 }
 
-/// A move that stands in a program line and runs an axis to an end.
+/// Whether a program line of this type runs an axis to an end.
 [[nodiscard]] constexpr bool IsMove(int type) {
   return KindOf(type).motion == Motion::Move;
 }
-/// A line that runs by while an axis moves.
+/// Whether a line of this type takes no part in motion and may run while an axis moves.
 [[nodiscard]] constexpr bool IsPassive(int type) {
   return KindOf(type).motion == Motion::Passive;
 }
-/// A move behind which the program goes on at once.
+/// Whether the line is a move after which the program goes on without waiting.
 [[nodiscard]] constexpr bool GoesOnAtOnce(const Instruction& line) {
   return IsMove(line.Type) && line.Proceed;
 }
@@ -179,16 +181,17 @@ inline constexpr Kind kUnknown = {.type = NO, .mnemonic = "?"};
 [[nodiscard]] constexpr bool IsYesNoPrompt(const Instruction& line) {
   return line.Type == MMI && line.SubType == BranchYesNo;
 }
-/// A prompt for a distance, a speed or a count.
+/// Whether the line is a prompt for a distance, a speed or a count.
 [[nodiscard]] constexpr bool IsValuePrompt(const Instruction& line) {
   return line.Type == MMI && line.SubType >= GetDistance && line.SubType <= GetCount;
 }
 
-/// Where the line leads. The `LineNum` of an End Repeat without a Repeat is no line.
+/// Returns where the line leads. The `LineNum` of an End Repeat without a Repeat does not name a line.
 [[nodiscard]] constexpr Lead LeadOf(const Instruction& line) {
   return IsYesNoPrompt(line) ? Lead::Branch : KindOf(line.Type).lead;
 }
-/// `LineNum` is a line that the operator named, and follows when lines are inserted and deleted.
+/// Whether the operator names the line in `LineNum`, which is then adjusted when lines are inserted or
+/// deleted.
 [[nodiscard]] constexpr bool NamesLine(const Instruction& line) {
   return IsYesNoPrompt(line) || KindOf(line.Type).names_line;
 }
@@ -207,7 +210,7 @@ inline constexpr std::array<OperandRow, 5> kOperands = {{
     {OfCount, &Instruction::CountIsMMI, &Instruction::DistVar},
 }};
 
-/// The line has this operand and takes it from a variable.
+/// Whether the line has this operand and takes it from a variable.
 [[nodiscard]] constexpr bool TakesFromVariable(const Instruction& line, const OperandRow& row) {
   return (KindOf(line.Type).operands & row.operand) != 0 && line.*row.from_variable;
 }

@@ -6,8 +6,8 @@
 
 namespace tavlo {
 
-/// Would the hub's pool of prompt texts overflow if the target line held a text of this length? Counts a
-/// byte for the end of each text and one for the end of the pool.
+/// Whether the hub's pool of prompt texts would overflow if the target line held a text of this length.
+/// Counts one byte for the end of each text and one for the end of the pool.
 [[nodiscard]] bool StringsTooLong(const Program& program, std::size_t text_length, int target_line);
 
 }  // namespace tavlo

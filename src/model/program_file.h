@@ -19,26 +19,27 @@ struct Version {
 };
 inline constexpr Version kVersion = {1, 29, 1};
 
-/// "1.29.1", or "1.29" when the revision is 0.
+/// Returns "1.29.1", or "1.29" if the revision is 0.
 [[nodiscard]] std::string VersionTextOf(Version version);
 
-/// The revision of a file from its version text. A point is looked for from the third character on;
-/// what follows it becomes two digits: "1.29.1" gives 1.2901, "1.21.12" gives 1.2112.
+/// Returns the revision of a file with this version text. Looks for a point from the third character on; what
+/// follows it becomes two digits: "1.29.1" is 1.2901, "1.21.12" is 1.2112.
 [[nodiscard]] float ParseRevision(std::string_view text);
 
-/// A program file is never larger than a few hundred kilobytes; of a larger one no more is read.
+/// Bytes. A program file is never larger than a few hundred kilobytes; no more than this is read of a file.
 inline constexpr std::size_t kLargestProgramFile = 16u << 20;
 
-/// The text of a program file. `port` is the index 0..7 of the port that is chosen on screen; with none
-/// the port record is left out, and the file then reads as damaged.
+/// Returns the text of a program file. `port` is the index 0..7 of the port chosen on the screen. Without
+/// one, the port record is left out, and the file then reads as damaged.
 [[nodiscard]] std::string WriteHubProg(const Program& program, std::optional<int> port);
 
-/// Items at the end of a whole file that are not read: its revision lies on a boundary and falls below it.
+/// How many items at the end of a whole file are not read, because its revision lies on a boundary and counts
+/// as older than it is.
 [[nodiscard]] int UnreadItems(float r);
 
-/// Reads what stands behind the version text into the program, by the rules of revision `r`. Visits the
-/// whole table whatever it meets; gives false if any item was bad. The port record is dropped: a file
-/// never moves the port. Does not run `ScanLoops`.
+/// Reads what follows the version text into the program, by the rules of revision `r`. Always goes through
+/// the whole table; returns false if any item was bad. The port record is dropped: a file never changes the
+/// port. Does not run `ScanLoops`.
 [[nodiscard]] bool LoadHubProg(ItemReader& items, float r, Program& program);
 
 }  // namespace tavlo

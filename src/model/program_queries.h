@@ -6,11 +6,11 @@
 
 namespace tavlo {
 
-/// Some line is of this type.
+/// Whether a line has this type.
 [[nodiscard]] bool ProgHas(const Program& program, int type);
-/// Some line changes the speed of a started motion on this axis.
+/// Whether a line changes the speed of a motion under way on this axis.
 [[nodiscard]] bool ProgHasCS(const Program& program, int axis);
-/// Some line needs the operator terminal or one of its variables.
+/// Whether a line needs the operator terminal or one of its variables.
 [[nodiscard]] bool ProgHasMMI(const Program& program);
 
 }  // namespace tavlo

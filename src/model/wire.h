@@ -8,8 +8,8 @@
 
 namespace tavlo {
 
-// The measures of the hub's memory and of what goes over the wire. They reach up to where an entry is held to
-// what can be sent.
+// The sizes and units of the hub's memory and of the wire. They stand here because entries and files are
+// limited to what can be sent.
 
 /// A line's place in the hub's memory.
 inline constexpr int kSlotBytes = 32;
@@ -30,23 +30,23 @@ inline constexpr int kWaitThisBit = 128;
 
 /// Ends a text in a slot or in the pool.
 inline constexpr char kEndMark = '\xFF';
-/// A comment of this many characters fills its slot and has no end mark.
+/// A comment with this many characters fills its slot and has no end mark.
 inline constexpr std::size_t kLongestComment = 27;
-/// A knob line keeps this many characters of its text to itself; a text that is shorter needs no pool.
+/// A knob line holds this many characters of its text itself; a shorter text needs no pool.
 inline constexpr std::size_t kKnobHead = 11;
 
-/// A speed on the wire, and a step of a speed's slider: 1/40 rev/s.
+/// 1/40 rev/s: the unit of a speed on the wire, and one step of a speed's slider.
 inline constexpr double kSpeedUnits = 40;
 
-/// Milliseconds: a program file's shorter pulse is read as this.
+/// Milliseconds. A shorter pulse in a program file is read as this.
 inline constexpr int kShortestPulse = 5;
-/// A pulse on the wire is in ticks, less those that the hub adds itself.
+/// A pulse on the wire is counted in ticks, without those that the hub adds itself.
 inline constexpr double kTicksPerMs = 12.8;
 inline constexpr int kTicksOfTheHub = 44;
 
-/// The encoder index of an old servo, as an input.
+/// The input number that stands for the encoder index of an old servo.
 inline constexpr int kServoIndexInput = 255;
-/// Above this firmware the tests of several inputs carry a drive's own inputs.
+/// Above this firmware, the lines that test several inputs carry a drive's own inputs.
 inline constexpr float kDriveInputsFirmware = 1.08F;
 
 }  // namespace tavlo

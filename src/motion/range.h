@@ -6,8 +6,8 @@
 
 namespace tavlo {
 
-/// The value forced between two ends. What is not a number becomes the lower end, so that no conversion to
-/// a whole number behind it meets one.
+/// Returns the value limited to the range. NaN becomes the lower end, so that it never reaches a conversion
+/// to a whole number.
 [[nodiscard]] inline double Held(double value, double lowest, double highest) {
   return std::fmin(std::fmax(value, lowest), highest);
 }

@@ -16,17 +16,17 @@ inline constexpr int kMaxAccel = 3000;
 /// Longest move and farthest position, steps.
 inline constexpr int kMaxSteps = 16000000;
 
-// An axis outside the slots has the resolution 0 and no drive.
+// An axis without a slot has the resolution 0 and no drive.
 
-/// Effective steps per revolution: the fixed value behind `StepResCode`, for code 16 the free one;
-/// 0 for any other code.
+/// Returns the effective steps per revolution: the fixed value that `StepResCode` stands for, or the free one
+/// for code 16; 0 for any other code.
 [[nodiscard]] std::int32_t GetStepsPerRev(const Program& program, int axis);
 
-/// A speed or acceleration in user units as one in revolutions, and back. They do not look at `UseUnits`.
+/// Convert a speed or an acceleration from user units to revolutions, and back. They ignore `UseUnits`.
 [[nodiscard]] double UserToRev(const Program& program, double x, int axis);
 [[nodiscard]] double RevToUser(const Program& program, double x, int axis);
 
-/// In user units if the axis uses them, else as it stands.
+/// Return the value in user units if the axis uses them, otherwise unchanged.
 [[nodiscard]] double ShownSpeed(const Program& program, double rev_s, int axis);
 [[nodiscard]] double ShownDist(const Program& program, double steps, int axis);
 
@@ -35,23 +35,24 @@ inline constexpr int kMaxSteps = 16000000;
 [[nodiscard]] std::string FormatAccel(const Program& program, double rev_s2, int axis);
 [[nodiscard]] std::string_view AccelFormatFor(const Program& program, int axis);
 
-/// Limits by drive model, rev/s and rev/s/s.
+/// Limits by drive model, in rev/s and rev/s/s.
 [[nodiscard]] double MinSpeed(const Program& program, int axis);
 [[nodiscard]] double MaxSpeed(const Program& program, int axis);
 [[nodiscard]] int MinAccel(const Program& program, int axis);
 
-/// Cut toward minus infinity to four decimals.
+/// Returns x rounded down to four decimals.
 [[nodiscard]] double Round4(double x);
 
-// The arithmetic of the entry boxes. Each takes the text as typed and gives the value forced into
-// range with the text that is shown in its place; nothing is ever refused.
+// The arithmetic of the entry boxes. Each function takes the text as typed and returns the value, forced into
+// its range, with the text that replaces what was typed. No text is ever refused.
 
 struct SpeedEntry {
   double rev_s;
   std::string text;
   int slider;
 };
-/// A speed as typed: limited, then brought down to a multiple of 50 steps/s. The slider counts 0.025 rev/s.
+/// A speed as typed: limited, then rounded down to a multiple of 50 steps/s. One step of the slider is 0.025
+/// rev/s.
 [[nodiscard]] SpeedEntry CleanUpSpeed(const Program& program, std::string_view text, int axis);
 
 struct Speed2Entry {
@@ -67,7 +68,7 @@ struct AccelEntry {
   int slider;
 };
 [[nodiscard]] AccelEntry CleanUpAccel(const Program& program, std::string_view text, int axis);
-/// The jog acceleration reads the text through the units of the axis whether it uses them or not.
+/// Reads a jog acceleration in the units of the axis, whether the axis uses them or not.
 [[nodiscard]] AccelEntry CleanUpJogAccel(const Program& program, std::string_view text, int axis);
 
 struct DistEntry {
@@ -104,7 +105,8 @@ struct OldUnits {
 };
 [[nodiscard]] OldUnits UnitsOf(const Program& program);
 
-// Rescale every line so that what the operator sees in user units stays the same. Called in this order.
+// Rescale every line so that what the operator sees in user units stays the same. Must be called in this
+// order.
 void ScaleDist(Program& program, const OldUnits& old);
 void ScaleSpeed(Program& program, const OldUnits& old);
 void ScaleAccel(Program& program, const OldUnits& old);
