@@ -9,7 +9,7 @@
 
 namespace tavlo {
 
-/// What an exchange with the hub needs.
+/// What an exchange with the hub works with.
 struct Link {
   SerialPort& Comm1;
   Clock& clock;
@@ -17,13 +17,13 @@ struct Link {
   LinkState& state;
 };
 
-/// What a transfer shows while it goes on: its gauge, and the turns that keep the windows alive.
+/// What a transfer shows while it runs: its gauge, and the event loop's turns that keep the windows alive.
 struct TransferGauge {
   ProgressForm& form;
   EventLoop& loop;
 };
 
-/// What the rows of the main window need: the program that they show, what they show of it, and where.
+/// What the rows of the main window need: the program, what they show of it, and the view to paint in.
 struct Grid {
   const Program& program;
   RowsState& shown;
@@ -39,8 +39,8 @@ struct Lights {
   RunView& view;
 };
 
-/// All that a handler of a window's control may use; what it calls is handed the part that it needs. The
-/// command line and the tests fill it with implementations of their own.
+/// All that a handler of a window's control may use. What the handler calls is given only the part that it
+/// needs. The command line and the tests fill a Desk with implementations of their own.
 struct Desk {
   Source& source;
   SerialPort& Comm1;
@@ -56,9 +56,9 @@ struct Desk {
   FileDialogs& dialogs;
   FileStore& files;
   LoadingForm& loading;
-  /// Nothing while there are no dialogs to edit with.
+  /// Null if there are no dialogs to edit with.
   EditorWindows* editors = nullptr;
-  /// Nothing while there is no drive terminal.
+  /// Null if there is no drive terminal.
   TerminalView* terminal = nullptr;
 
   [[nodiscard]] Program& program() const { return source.program; }

@@ -6,32 +6,32 @@
 
 namespace tavlo {
 
-// What the rows of the main window show, and what a running program paints on them. Each writes
-// `RowsState` and tells the view which rows to paint again.
+// What the rows of the main window show, and what a running program paints on them. Each function writes
+// `RowsState` and tells the view which rows to repaint.
 
-/// The one rule for a row at rest: the branch target of a limit, or normal.
+/// Returns how a row looks at rest: as the branch target of a limit, or normal.
 [[nodiscard]] RowState RestState(const Program& program, int line);
 
-/// The row's text and resting background.
+/// Sets the row's text and its background at rest.
 void ShowDesc(const Grid& grid, int line);
 void ShowAllDescs(const Grid& grid);
-/// The icon of the line's kind, from the cyan set on the branch target.
+/// Sets the icon of the line's kind; the branch target takes it from the cyan set.
 void SetIcon(const Grid& grid, int line);
-/// Only the background, at rest.
+/// Sets only the background, as at rest.
 void RestoreDesc(const Grid& grid, int line);
-/// The line is picked for change.
+/// Shows the line as picked for change.
 void ShowPicked(const Grid& grid, int line);
 
 void DrawArrows(const Grid& grid);
 void MarkChains(const Grid& grid);
-/// All of them anew, as after a program that was replaced: loops are paired first.
+/// Refreshes all rows, as after the program was replaced. Pairs the loops first.
 void ShowProgram(Desk& desk);
-/// The axis summary.
+/// Refreshes the axis summary.
 void ShowDrive(ProgramView& view);
-/// The hub's model is this index of `ModelList` now. The program does not count as changed by that.
+/// Sets the hub's model to this index of `ModelList`. Does not count as a change of the program.
 void SelectModel(Desk& desk, int index);
 
-/// A row of the axis summary: name, model or "none", current such as "1.0A"; all empty for an axis that
+/// A row of the axis summary: name, model or "none", current such as "1.0A". All are empty for an axis that
 /// the hub does not have.
 struct DriveDesc {
   std::string name;
@@ -40,11 +40,11 @@ struct DriveDesc {
 };
 [[nodiscard]] DriveDesc DriveDescOf(const Program& program, int axis);
 
-// Lines outside 0..199 paint nothing.
+// For a line outside 0..199 these do nothing.
 void ShowLine(const Grid& grid, int line);
 void ShowRedLine(const Grid& grid, int line);
 void HideYelLine(const Grid& grid, int line);
-/// All rows back to rest.
+/// Returns all rows to rest.
 void ClearAnimation(const Grid& grid);
 
 }  // namespace tavlo

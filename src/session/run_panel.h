@@ -13,10 +13,10 @@ namespace tavlo {
 
 struct Lights;
 
-/// What a light shows. Limit switches have the red pair.
+/// What a light shows. Limit switches use the two red states.
 enum class Led { GreenOff, Green, RedOff, Red, Unknown };
 
-/// The groups of lights, and how many of each an axis has. Index of a light is its bit of the message.
+/// The groups of lights. Within a group, the index of a light is its bit in the message.
 enum class LedRow {
   INlo,   ///< main inputs 1 to 8
   INX,    ///< inputs X1 to X7
@@ -40,7 +40,7 @@ struct RunPanel {
   std::array<std::array<Led, kXInputs>, kAxes> INX;
   std::array<std::array<Led, kMainOutputs>, kAxes> OUTlo;
   std::array<std::array<Led, kYOutputs>, kAxes> OUTY;
-  /// The program is in free run, and not paused.
+  /// The program runs freely and is not paused.
   bool Running = false;
   Picture Play = Picture::PlayGray;
   Picture Pause = Picture::PauseGray;
@@ -50,27 +50,28 @@ struct RunPanel {
   [[nodiscard]] Led At(LedRow row, int axis, int bit) const;
 };
 
-/// All lights at rest, before the first status: the limit switches red, as far as they stand among the main
-/// inputs or among X1 to X7.
+/// Sets all lights to rest, as before the first status. Limit switches are red where they are among the main
+/// inputs or X1 to X7.
 void MakeLimitsRed(RunPanel& panel, const Program& program);
 
-/// The bit is a limit switch of the drive and drawn red.
+/// Whether the bit is a limit switch of the drive and therefore drawn red.
 [[nodiscard]] bool RedLED(const Program& program, int bit, int axis);
 
-// Status of axis 0..7 as the hub sends it; a clear bit means on.
+// Take the status of axis 0..7 as the hub sends it; a clear bit means on.
 void ShowStatus(const Lights& lights, int axis, int inputs, int outputs);
 void ShowXStatus(const Lights& lights, int axis, int inputs);
 void ShowOutStatus(const Lights& lights, int axis, int outputs);
 
-/// Columns of the panel. On the Hub Quad the fifth is the hub's own inputs and outputs.
+/// Returns the number of columns of the panel. On the Hub Quad the fifth shows the hub's own inputs and
+/// outputs.
 [[nodiscard]] int PanelColumns(const Program& program);
-/// "1" to "8", or "Hub".
+/// Returns "1" to "8", or "Hub".
 [[nodiscard]] std::string ColumnCaption(const Program& program, int axis);
-/// The axis has this light.
+/// Whether the axis has this light.
 [[nodiscard]] bool ShowsLed(const Program& program, LedRow row, int axis, int bit);
-/// "2", "X2", "Y2": what stands beside the light.
+/// Returns the caption beside the light: "2", "X2", "Y2".
 [[nodiscard]] std::string LedCaption(LedRow row, int bit);
-/// What the light is and shows, for those who do not see it: "axis 3 input 2: on".
+/// Returns what the light is and shows, for those who cannot see it: "axis 3 input 2: on".
 [[nodiscard]] std::string LedName(const Program& program, LedRow row, int axis, int bit, Led led);
 
 }  // namespace tavlo

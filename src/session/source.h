@@ -17,36 +17,36 @@ namespace tavlo {
 
 inline constexpr std::string_view kUntitled = "untitled";
 
-/// The line to the hub, and what is known of the hub at its other end.
+/// The line to the hub, and what is known about the hub at its other end.
 struct LinkState {
   /// A hub operation is under way: Download, Upload and Execute keep out.
   bool Busy = false;
-  /// The port has gone in the middle of that operation, which tells it at its end.
+  /// The port vanished during that operation, which will report it at its end.
   bool PortLost = false;
-  /// Number of the open port, 1..8; 0 until one has been opened.
+  /// Number of the open port, 1..8; 0 until a port has been opened.
   std::int16_t ComNum = 0;
-  /// Index 0..7 of the `OptCom` that is on; none after no port could be opened.
+  /// Index 0..7 of the selected `OptCom`; nothing if no port could be opened.
   std::optional<int> OptCom;
-  /// What has come from the hub and has not been looked at, in the order in which it came.
+  /// What has arrived from the hub and has not been handled, in order of arrival.
   std::string received;
-  /// A hub message is being collected, and what has been collected of it.
+  /// Whether a message of the hub is being collected, and what has been collected of it.
   bool InMsg = false;
   std::string MsgBuf;
-  /// "?" until a hub's firmware is known, then as "1.38".
+  /// "?" until a hub's firmware is known, then for example "1.38".
   std::string DriveVersion = "?";
-  /// The drive models that the hub's own program expects, as last asked.
+  /// The drive models that the program in the hub expects, from the last reply.
   AxisConfig::Axes<std::int16_t> HubDrives{};
-  /// Firmware of each drive, as last read.
+  /// Firmware of each drive, from the last reply.
   std::array<float, kAxisSlots> DriveRev{};
-  /// The hub was told to run its program, and nothing has been seen to end that.
+  /// The hub was told to run its program, and nothing has ended the run since.
   bool HubRuns = false;
-  /// The last run has been stopped: what the hub still says of it is neither shown nor answered.
+  /// The last run was stopped: what the hub still says about it is neither shown nor answered.
   bool Stopped = false;
 };
 
 /// The operator terminal's four lines and the state of its cursor and escapes.
 struct DisplayState {
-  /// It is running a program, so plain characters are its text.
+  /// The terminal is running a program, so plain characters are text to show.
   bool MMIActive = false;
   std::array<std::string, 4> textline;
   bool EscPending = false;
@@ -68,33 +68,33 @@ struct RunState {
 struct RowsState {
   std::array<Row, kLines> rows;
   std::vector<Arrow> arrows;
-  /// The target that they show for `LimitBranch`.
+  /// The target that the rows show for `LimitBranch`.
   std::int16_t LimitLine = 1;
 };
 
 /// The drive terminal.
 struct DriveTerminal {
-  /// It is open and takes everything that comes.
+  /// The terminal is open and takes everything that arrives.
   bool TermActive = false;
   bool TermUsed = false;
-  /// What has come and has not been looked at.
+  /// What has arrived and has not been handled.
   std::string VOXbuffer = {};
-  /// Bytes are being worked off.
+  /// Bytes are being handled.
   bool Draining = false;
   /// The text of the command being logged.
   std::string CmdBuf = {};
-  /// A greeting of the hub is being collected, and what has been collected of it.
+  /// Whether a greeting of the hub is being collected, and what has been collected of it.
   bool InPower = false;
   std::string PowerBuf = {};
-  /// The last thing written to `History` ended a line.
+  /// The last text written to `History` ended a line.
   bool AtLineStart = true;
   bool Logging = false;
   /// Past traffic: commands between dollar signs, and responses.
   std::string History = {};
 };
 
-/// The live program of a desktop or a command and the state of its session. One for a process; tests make
-/// as many as they like.
+/// The live program of a desktop or a command, and the state of its session. A process has one; tests make as
+/// many as they like.
 struct Source {
   Program program;
   /// The line being edited, 0-based.
@@ -109,13 +109,13 @@ struct Source {
   DriveTerminal VOXterm;
 };
 
-/// Gives a new session its program, rows, lists and boxes, and opens no port.
+/// Gives a new session its program, rows, lists and boxes. Opens no port.
 void InitSession(Source& source);
 
-/// The number of the line that `LimitBranch` names, as the operator counts.
+/// Returns the line number that `LimitBranch` names, 1-based as the operator counts.
 [[nodiscard]] std::int16_t LimitLineOf(const Program& program);
 
-/// What the main window's frame says: "Tavlo Composer  V1.29.1 - " and the file's name.
+/// Returns the title of the main window: "Tavlo Composer  V1.29.1 - " and the file's name.
 [[nodiscard]] std::string Caption(const Source& source);
 
 }  // namespace tavlo

@@ -9,7 +9,7 @@
 
 namespace tavlo {
 
-/// What the main window shows of the program. Everything it needs to paint is in `Source`; these only
+/// What the main window shows of the program. All that it needs to paint is in `Source`; these functions only
 /// say what has changed. None of them runs the event loop.
 class ProgramView {
  public:
@@ -19,30 +19,30 @@ class ProgramView {
   virtual void ArrowsChanged() = 0;
   /// The rows of `LblDriveDesc`.
   virtual void DrivesChanged() = 0;
-  /// `ModelList`, `DriveVersion`, the `OptCom` that is on.
+  /// `ModelList`, `DriveVersion` or the selected `OptCom`.
   virtual void HubChanged() = 0;
-  /// `LimitList` and `LimitBranch`.
+  /// `LimitList` or `LimitBranch`.
   virtual void LimitChanged() = 0;
   virtual void CaptionChanged() = 0;
-  /// Brings a row into view, without moving anything while it can be seen.
+  /// Brings a row into view; moves nothing if it can be seen already.
   virtual void AutoScroll(int line) = 0;
   /// Makes the row the current one and brings it into view.
   virtual void GoTo(int line) = 0;
-  /// The marker beside the row in execution; nothing hides it.
+  /// Shows the marker beside the row that executes; without a line, hides it.
   virtual void ProgCounter(std::optional<int> line) = 0;
 };
 
-/// The two windows that stand while a program runs. Both carry the tag "status".
+/// The two windows that are shown while a program runs. Both carry the tag "status".
 enum class RunWindow { None, ExecStatus, fakeMMI };
 
-/// What the panel of a drive fault shows.
+/// What the window of a drive fault shows.
 struct ServoFaultPanel {
   std::string caption;
   std::string FaultMessage;
-  /// Labels by bit of the code.
+  /// Labels, by bit of the code.
   std::array<std::string, 14> Label1;
   int code = 0;
-  /// Of the drive, from 1.
+  /// The drive's axis, from 1.
   int axis = 0;
 };
 
@@ -50,29 +50,29 @@ struct ServoFaultPanel {
 class RunView {
  public:
   virtual ~RunView() = default;
-  /// Which run window is up. A box on top of it does not make it inactive.
+  /// Returns the run window that is up. A box on top of it does not make it inactive.
   [[nodiscard]] virtual RunWindow Active() const = 0;
-  /// Shows the window, which sends the command that starts the program, and returns when it is hidden.
+  /// Shows the window, which sends the command that starts the program. Returns when the window is hidden.
   virtual void ShowModal(RunWindow window) = 0;
-  /// Hides the run window that is up, if one is.
+  /// Hides the run window that is up, if any.
   virtual void Hide() = 0;
-  /// The lights of an axis, 0..7, in `RunState::panel`.
+  /// The lights of an axis, 0..7, in `RunState::panel` have changed.
   virtual void StatusChanged(int axis) = 0;
-  /// The pictures of the controls and `lblUpdate`, there too.
+  /// The pictures of the controls or `lblUpdate`, also in `RunState::panel`, have changed.
   virtual void ControlsChanged() = 0;
   /// `textline` of the operator terminal has changed.
   virtual void TextLinesChanged() = 0;
-  /// Shows the panel and returns when it is closed; while it is up, only refreshes it.
+  /// Shows the panel and returns when it is closed. If it is up already, only refreshes it.
   virtual void ShowServoFault(const ServoFaultPanel& panel) = 0;
 };
 
-/// The drive terminal: shows the `History` of `Source::VOXterm`.
+/// The drive terminal: shows `History` of `Source::VOXterm`.
 class TerminalView {
  public:
   virtual ~TerminalView() = default;
-  /// Shows the terminal, which turns the passthrough on, and returns when it is closed.
+  /// Shows the terminal, which turns the passthrough on. Returns when it is closed.
   virtual void ShowModal() = 0;
-  /// This has been added at the end.
+  /// `added` has been appended.
   virtual void HistoryGrew(std::string_view added) = 0;
   /// The older part has been cut off.
   virtual void HistoryCut() = 0;
@@ -82,9 +82,9 @@ class TerminalView {
 class EditorWindows {
  public:
   virtual ~EditorWindows() = default;
-  /// Lets the operator pick what stands on `CurLine`. Modal.
+  /// Lets the operator pick the kind of the line `CurLine`. Modal.
   virtual void ShowPickProg() = 0;
-  /// The editor of `CurLine`'s kind. Modal.
+  /// Shows the editor for the line `CurLine`. Modal.
   virtual void ShowInstDialog() = 0;
 };
 

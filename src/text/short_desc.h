@@ -11,23 +11,24 @@
 
 namespace tavlo {
 
-/// The one-line text of a program line, in the operator's words. Nothing for a type that leaves the
-/// row's text as it was: FE, the menu's hub code, and any type that there is not.
+/// Returns the one-line text of a program line, in the operator's words. Returns nothing for types that leave
+/// the row's text unchanged: FE, the hub's code for the menu, and any type that does not exist.
 [[nodiscard]] std::optional<std::string> ShortDesc(const Program& program, int line);
 
-/// Name of input `n` in the texts of several inputs: 0..7 inputs, 8.. and 128.. the drive's own, "X0" on.
+/// Returns the name of input `n` in texts about several inputs: 0..7 are main inputs; 8 and above, and 128
+/// and above, are the drive's own, from "X0" on.
 [[nodiscard]] std::string InputName(const Program& program, int n, int axis);
 
 [[nodiscard]] std::string MultiIfShort(const Program& program, int line);
 [[nodiscard]] std::string MultiWaitShort(const Program& program, int line);
 
-/// Doubles each "&", so that a label shows it as it stands.
+/// Doubles each "&", so that a label shows it unchanged.
 [[nodiscard]] std::string DoubleAmps(std::string_view text);
 
-/// "0%", "25%", "50%", "100%" by `IdlePct`, else empty.
+/// Returns "0%", "25%", "50%" or "100%" by `IdlePct`; otherwise empty.
 [[nodiscard]] std::string_view IdleText(int idle_pct);
 
-/// Drops characters from the end until the text's drawn width fits; no mark shows that it was cut.
+/// Drops characters from the end until the drawn text fits. No mark shows that it was cut.
 [[nodiscard]] std::string FitText(std::string text, double limit,
                                   const std::function<double(std::string_view)>& drawn_width);
 
