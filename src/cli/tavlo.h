@@ -10,7 +10,7 @@
 
 namespace tavlo::cli {
 
-/// Runs the companion. `arguments` are those behind the program's name.
+/// Runs the companion. `arguments` are those after the program's name.
 [[nodiscard]] ExitCode RunTavlo(const std::vector<std::string>& arguments, Environment& environment);
 
 }  // namespace tavlo::cli

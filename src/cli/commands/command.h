@@ -23,9 +23,9 @@ class Command {
   [[nodiscard]] virtual std::string_view Name() const = 0;
   [[nodiscard]] virtual std::string_view Description() const = 0;
   virtual void AddOptions(CLI::App& app) = 0;
-  /// It prints what happens as it happens, and is not kept from ending by a reader who has stopped taking.
+  /// Whether it prints events as they happen. Such a command can end even if its reader has stopped reading.
   [[nodiscard]] virtual bool PrintsEvents() const { return false; }
-  /// Runs with the options that were parsed. May throw Interrupted.
+  /// Runs with the options that have been parsed. May throw Interrupted.
   [[nodiscard]] virtual ExitCode Execute(Environment& environment) = 0;
 };
 

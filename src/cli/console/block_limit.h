@@ -6,9 +6,9 @@
 
 namespace tavlo::cli {
 
-/// While one lives, a read or a write that blocks is broken off after some hundredths of a second, with what
-/// it has done by then or with EINTR. It is for calls that found bytes or room before and so should not block
-/// at all: a terminal can still be held in the middle of one, or another reader be quicker.
+/// While one lives, a read or write that blocks is broken off after some hundredths of a second. It then
+/// returns what it has done so far, or EINTR. Used for calls that have just found bytes or room and so should
+/// not block at all: a terminal can still be paused in the middle of one, and another reader can be quicker.
 class BlockLimit {
  public:
   BlockLimit();

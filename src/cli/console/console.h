@@ -12,12 +12,12 @@
 
 namespace tavlo::cli {
 
-/// The name of a file that stands for standard input, or for standard output.
+/// Whether this name of a file stands for standard input or standard output.
 [[nodiscard]] inline bool IsStandard(std::string_view path) {
   return path == "-";
 }
 
-/// Who answers the questions of the checks and the halts.
+/// Who answers the questions of the checks and of the halts.
 enum class AnswerBy { Operator, Yes, No };
 
 /// The operator's side of a command: results on one stream, everything else on the other.
@@ -25,42 +25,43 @@ class Console {
  public:
   explicit Console(Environment& environment) : environment_(environment) {}
 
-  /// From now on a question takes whole lines from this terminal, and gives it its keys back afterwards.
+  /// From now on, a question switches this terminal to whole lines, and back to single keys afterwards.
   void ReadLinesOn(KeyTerminal& keys) { keys_ = &keys; }
 
-  /// One row of the result, in UTF-8. Leaves at once, for whoever reads along.
+  /// Prints one row of the result, in UTF-8. It is sent at once, for a reader who follows along.
   void Result(std::string_view row);
-  /// The row of a result that tells which device the Comm stood for.
+  /// Prints the row of a result that says which device the Comm stood for.
   void ResultPort(const OpenedPort& opened);
-  /// A result that is no text, as it stands.
+  /// Writes a result that is not text, unchanged.
   void Bytes(std::string_view bytes);
   /// False once a result could not be written.
   [[nodiscard]] bool ResultsArrive() const { return environment_.out.good(); }
-  /// Something is kept for a reader who has stopped taking.
+  /// Whether output is kept for a reader who has stopped reading.
   [[nodiscard]] bool OutputWaits() const {
     return environment_.outlet != nullptr && environment_.outlet->Waits();
   }
-  /// Sends of it what leaves at once.
+  /// Sends as much of the kept output as the reader takes at once.
   void SendOn() {
     if (OutputWaits()) environment_.outlet->SendOn();
   }
 
-  /// Standard input to its end, but no more than so many bytes; empty if there is none. Waits for it.
+  /// Returns standard input up to its end, but at most `limit` bytes; empty if there is no standard input.
+  /// Blocks until it has ended.
   [[nodiscard]] std::string ReadInput(std::size_t limit);
 
-  /// A message in the operator's exact words.
+  /// Prints a message in the exact words of the desktop program.
   void Message(std::string_view text);
-  /// What this program itself has to say of what went wrong.
+  /// Prints what this program itself says about a failure.
   void Note(std::string_view text);
-  /// What it has to say besides, which --quiet keeps back.
+  /// Prints other remarks of this program. --quiet suppresses them.
   void Inform(std::string_view text);
-  /// A line that the next message or status replaces. Shown on a terminal only; empty takes it away.
+  /// Shows a line that the next message or status replaces; an empty text removes it. Only on a terminal.
   void Status(std::string_view text);
   [[nodiscard]] bool ShowsStatus() const { return environment_.err_is_terminal && !environment_.quiet; }
   void Beep();
 
-  /// Shows the question and gets its answer. Where nobody can be asked the answer is the cautious one, No
-  /// or Cancel, and is told.
+  /// Shows the question and returns its answer. If there is nobody to ask, the answer is the cautious one, No
+  /// or Cancel, and this is printed.
   [[nodiscard]] Answer Ask(std::string_view question, Buttons buttons, AnswerBy by);
 
  private:

@@ -7,18 +7,18 @@
 
 namespace tavlo::cli {
 
-/// A program's texts are single bytes, each the code point 0..255.
+/// Returns a program's text in UTF-8. Such texts are single bytes, each the code point 0..255.
 [[nodiscard]] std::string Utf8FromLatin1(std::string_view text);
 
-/// The same, fit for one row of a terminal: a control character, which a file may bring and a terminal
-/// would obey, shows as \x and its code.
+/// The same, safe for one row of a terminal. A control character, which may come from a file and would act on
+/// the terminal, is shown as \x and its code.
 [[nodiscard]] std::string ShownText(std::string_view latin1);
 
-/// A message for the operator. Texts of programs in it are single bytes, names of files are UTF-8 already:
-/// what is valid UTF-8 stays. Control characters show as in ShownText().
+/// Returns a message for the operator in UTF-8. It may mix texts of programs, which are single bytes, with
+/// file names in UTF-8: whatever is valid UTF-8 is kept. Control characters are shown as by ShownText().
 [[nodiscard]] std::string ShownMessage(std::string_view text);
 
-/// Two lower-case digits a byte, no blanks.
+/// Returns two lower-case hex digits for each byte, without blanks.
 [[nodiscard]] std::string HexOf(std::string_view bytes);
 
 }  // namespace tavlo::cli

@@ -17,36 +17,36 @@ namespace tavlo::cli {
 
 /// Thrown out of a polled wait, a yield or a question when the operator has interrupted the command.
 struct Interrupted {
-  /// By the limit of time that the operator set, and not by hand.
+  /// Whether the operator's time limit interrupted the command, and not the operator by hand.
   bool time_over = false;
 };
 
-/// Where commands read what they are fed: a terminal at which the operator types, a pipe or a file.
+/// Where a command reads its input: a terminal at which the operator types, a pipe or a file.
 class Feed {
  public:
   virtual ~Feed() = default;
   [[nodiscard]] virtual bool IsTerminal() const = 0;
-  /// Readable as soon as Read() gives something new.
+  /// A descriptor that is readable when Read() has something to return.
   [[nodiscard]] virtual int Descriptor() const = 0;
-  /// What has come since the last call, without waiting for more; nothing once it has come to its end.
+  /// Returns what has arrived since the last call, without waiting; nothing once the input has ended.
   [[nodiscard]] virtual std::optional<std::string> Read() = 0;
 };
 
-/// How results and messages leave the process. Somebody may have stopped taking them: a pipe that is full, a
-/// terminal that is held.
+/// How results and messages leave the process. Their reader may have stopped reading: a pipe may be full, a
+/// terminal paused.
 class Outlet {
  public:
   virtual ~Outlet() = default;
-  /// While held, nothing waits for a reader: what cannot leave at once is kept, and what is too much to keep
-  /// is dropped.
+  /// While held, nothing waits for a reader: what cannot be sent at once is kept, and what is too much to
+  /// keep is dropped.
   virtual void Hold(bool held) = 0;
-  /// Something is kept.
+  /// Whether something is kept.
   [[nodiscard]] virtual bool Waits() const = 0;
-  /// Sends what leaves at once.
+  /// Sends what the reader takes at once.
   virtual void SendOn() = 0;
-  /// Sends what is kept, but waits no longer than `patience` seconds for a reader that takes nothing.
+  /// Sends what is kept, but waits at most `patience` seconds for a reader that takes nothing.
   virtual void Finish(double patience) = 0;
-  /// Rows of results that have been dropped.
+  /// Returns how many rows of results have been dropped.
   [[nodiscard]] virtual int DroppedRows() const = 0;
 };
 
@@ -59,74 +59,74 @@ struct PortName {
   [[nodiscard]] std::string Label() const { return comm != 0 ? "Comm " + std::to_string(comm) : device; }
 };
 
-/// Where a line leads.
+/// Where a line leads to.
 struct OpenedPort {
   /// As the operator named it: "Comm 1", or a device.
   std::string port;
-  /// The device behind that; empty for a line that has none.
+  /// The device behind that name; empty for a line without one.
   std::string device;
 
-  /// "Comm 1 (/dev/ttyUSB0)"; empty where the operator has named the device, and for a line without one.
+  /// Returns "Comm 1 (/dev/ttyUSB0)"; empty if the operator named the device, and for a line without one.
   [[nodiscard]] std::string Text() const {
     return device.empty() || device == port ? std::string() : port + " (" + device + ")";
   }
 };
 
-/// " on Comm 1 (/dev/ttyUSB0)", for a sentence; empty where Text() is.
+/// Returns " on Comm 1 (/dev/ttyUSB0)", for a sentence; empty if Text() is empty.
 [[nodiscard]] inline std::string On(const OpenedPort& opened) {
   const std::string text = opened.Text();
   return text.empty() ? text : " on " + text;
 }
 
-/// The line to the hub and the time that goes with it. Waits of its port and Yield() of its loop throw
-/// Interrupted once the operator has interrupted.
+/// The line to the hub and its clock. Once the operator has interrupted the command, waits of its port and
+/// Yield() of its loop throw Interrupted.
 class HubLine {
  public:
   virtual ~HubLine() = default;
   [[nodiscard]] virtual SerialPort& Port() = 0;
   [[nodiscard]] virtual Clock& Time() = 0;
   [[nodiscard]] virtual EventLoop& Loop() = 0;
-  /// Sleeps until bytes are there, the device has gone, the operator interrupts, `feed` can be read or
-  /// `seconds` have passed, whichever is first. Handles no byte by itself and does not throw.
+  /// Sleeps until bytes have arrived, the device has vanished, the operator has interrupted, `feed` can be
+  /// read or `seconds` have passed, whichever comes first. Handles no byte itself and does not throw.
   virtual void Wait(double seconds, const Feed* feed) = 0;
   void Wait(double seconds) { Wait(seconds, nullptr); }
   [[nodiscard]] virtual bool IsInterrupted() const = 0;
-  /// Why the Comm may stand for another device elsewhere; empty where it does not.
+  /// Returns why the Comm may stand for another device in other programs; empty if there is no doubt.
   [[nodiscard]] virtual std::string Doubt() const { return {}; }
-  /// Where it leads since it was opened.
+  /// Where the line has led to since it was opened.
   OpenedPort opened;
-  /// From so many seconds on everything is interrupted; without them nothing is.
+  /// After this many seconds everything is interrupted. Without a value there is no limit.
   virtual void LimitTo(std::optional<double>) {}
-  /// What the hub still gets if the process crashes; nothing for none.
+  /// Sets what is sent to the hub if the process crashes; an empty text sends nothing.
   virtual void SetLastWord(std::string_view) {}
-  /// Every byte both ways: `out` for what goes to the hub.
+  /// Called for every byte in both directions: `out` is true for what goes to the hub.
   std::function<void(bool out, std::string_view bytes)> OnTraffic;
 };
 
-/// What a command has around it. Streams take UTF-8.
+/// What a command has around it. The streams take UTF-8.
 struct Environment {
   /// Results.
   std::ostream& out;
   /// Messages and progress.
   std::ostream& err;
   bool err_is_terminal = false;
-  /// A line that the operator types, nothing at the end of input; empty when there is nobody to ask.
+  /// Returns a line that the operator types, or nothing at the end of input. Empty if there is nobody to ask.
   std::function<std::optional<std::string>()> read_line;
-  /// Makes the line of a port, not opened.
+  /// Makes the line of a port, without opening it.
   std::function<std::unique_ptr<HubLine>(const PortName&)> make_line;
-  /// Standard input for a command that takes it; nothing if there is none.
+  /// Standard input, for a command that reads it; null if there is none.
   Feed* feed = nullptr;
-  /// Nothing if the streams never make anybody wait.
+  /// Null if writing to the streams never blocks.
   Outlet* outlet = nullptr;
-  /// Only results and failures are told.
+  /// Only results and failures are printed.
   bool quiet = false;
-  /// What was told of failures, oldest first.
+  /// The messages of failures so far, oldest first.
   std::vector<std::string> failures = {};
-  /// A result carries its failure already.
+  /// A result already contains its failure.
   bool error_told = false;
 };
 
-/// Holds the output for as long as it lives: the hub has to be served whoever reads.
+/// Holds the output for as long as it lives, because the hub must be served whether anybody reads or not.
 class HeldOutput {
  public:
   explicit HeldOutput(Outlet* outlet) : outlet_(outlet) {

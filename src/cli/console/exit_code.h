@@ -7,7 +7,7 @@
 
 namespace tavlo::cli {
 
-/// What a command leaves behind for the shell.
+/// What a command returns to the shell.
 enum class ExitCode : int {
   Done = 0,
   Other = 1,

@@ -10,9 +10,10 @@
 
 namespace tavlo::cli {
 
-/// While one lives, no signal that can be caught ends or halts the process: those that ask it to end can be
-/// seen and waited for, so that a running machine gets its stop. Ctrl-Z is one of them, for a halted process
-/// serves no line. A crash sends the last word and takes its course. At most one at a time.
+/// While one lives, no signal that can be caught ends or stops the process. Signals that ask it to end,
+/// Ctrl-Z among them, can be polled and waited for, so that a running machine is stopped first; a stopped
+/// process would not serve the line. A crash sends the last word and takes its course. At most one may live
+/// at a time.
 class Interrupts {
  public:
   /// Throws std::runtime_error if the system has no pipe left.
@@ -21,17 +22,19 @@ class Interrupts {
   Interrupts(const Interrupts&) = delete;
   Interrupts& operator=(const Interrupts&) = delete;
 
-  /// One of the signals has come. Also false while no Interrupts lives.
+  /// Whether one of the signals has come. Returns false while no Interrupts lives.
   [[nodiscard]] static bool Pending();
-  /// A descriptor that becomes and stays readable with the first signal; -1 while no Interrupts lives.
+  /// Returns a descriptor that becomes readable with the first signal and stays so; -1 while no Interrupts
+  /// lives.
   [[nodiscard]] static int Descriptor();
 
-  /// Interrupts in so many seconds, and not before for none. Only while one lives.
+  /// Interrupts after this many seconds; without a value, the limit is removed. Only while an Interrupts
+  /// lives.
   static void LimitTo(std::optional<double> seconds);
-  /// What is pending, or was when the last one went, is that limit.
+  /// Whether the pending interruption is that limit. Stays valid after the Interrupts has gone.
   [[nodiscard]] static bool TimeOver();
 
-  /// What a crash of the process writes to this descriptor; at most 8 bytes, and none for no bytes.
+  /// Sets what a crash of the process writes to this descriptor: at most 8 bytes; empty writes nothing.
   static void SetLastWord(int descriptor, std::string_view bytes);
 
  private:

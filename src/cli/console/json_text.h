@@ -12,27 +12,27 @@
 
 namespace tavlo::cli {
 
-/// Keeps the keys in the order in which they are documented.
+/// Keeps the keys in their documented order.
 using Json = nlohmann::ordered_json;
 
-/// One line of UTF-8. Bytes of a file name that are none show as U+FFFD.
+/// Returns one line of UTF-8. Bytes of a file name that are not UTF-8 show as U+FFFD.
 [[nodiscard]] inline std::string JsonLine(const Json& json) {
   return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-/// Adds where the line leads, for a line that leads to a device.
+/// Adds where the line leads to, if it leads to a device.
 [[nodiscard]] inline Json WithPort(Json json, const OpenedPort& opened) {
   if (!opened.device.empty()) json.update({{"port", opened.port}, {"device", opened.device}});
   return json;
 }
 
-/// A version as it reads everywhere: 40 is "1.40".
+/// Returns a version as it is written everywhere: "1.40" for 40.
 [[nodiscard]] inline std::string VersionOfByte(int revision_byte) {
   return Format((100 + revision_byte) / 100.0, "0.00");
 }
 
-/// What a failure is told as, at the end of a result or as one of its own: its exit code, and all that was
-/// said of it. Told once.
+/// Returns a failure as JSON, for the end of a result or as a result of its own: the exit code and all
+/// messages. A failure is reported in JSON only once.
 [[nodiscard]] inline Json ErrorOf(Environment& environment, ExitCode code) {
   std::string message;
   for (const std::string& said : std::exchange(environment.failures, {})) {

@@ -10,26 +10,27 @@
 
 namespace tavlo::cli {
 
-/// The operator's terminal while a program runs: it gives each key as it is pressed and shows none. Ctrl-C
-/// stays what it is. Put back when this goes, whatever happens. A shell that halted this process and lets it
-/// go on has put its own settings back meanwhile; they are changed anew. At most one is on at a time.
+/// The operator's terminal while a program runs: it delivers each key as it is pressed and echoes none.
+/// Ctrl-C keeps its meaning. The destructor restores the former settings, whatever happens. A shell that
+/// stops and continues this process restores its own settings meanwhile; they are then changed again. At most
+/// one may be on at a time.
 class KeyTerminal {
  public:
-  /// Of a feed that is no terminal, and of none at all, nothing changes.
+  /// Does nothing for a feed that is not a terminal, and for none.
   explicit KeyTerminal(const Feed* feed)
       : descriptor_(feed != nullptr && feed->IsTerminal() ? feed->Descriptor() : -1) {}
   ~KeyTerminal() { Off(); }
   KeyTerminal(const KeyTerminal&) = delete;
   KeyTerminal& operator=(const KeyTerminal&) = delete;
 
-  /// What was typed before is thrown away: it was not meant for the program.
+  /// Throws away what was typed before: it was not meant for the program.
   void On();
   void Off();
   [[nodiscard]] bool IsOn() const { return on_; }
-  /// Throws away what was typed and has not been read.
+  /// Throws away what has been typed and not read.
   void DropTyped();
-  /// The operator types at this process. In the background a read or a change would halt it while the
-  /// machine moves.
+  /// Whether this process is in the foreground of the terminal. In the background, a read or a change of
+  /// settings would stop it while the machine moves.
   [[nodiscard]] bool InForeground() const;
 
  private:
@@ -39,8 +40,8 @@ class KeyTerminal {
   struct sigaction before_continue_ {};
 };
 
-/// Gives the terminal its lines and its echo back for as long as it lives, for a question. Keys that were
-/// pressed for the program and not taken yet do not answer it.
+/// For as long as it lives, gives the terminal whole lines and echo back, for a question. Keys that were
+/// pressed for the program and not yet read do not answer the question.
 class LineTerminal {
  public:
   explicit LineTerminal(KeyTerminal& keys) : keys_(keys), was_on_(keys.IsOn()) {

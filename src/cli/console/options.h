@@ -15,21 +15,23 @@ class App;
 
 namespace tavlo::cli {
 
-// The options of the commands, each added by its function: the parser's own header, which takes longer to
-// read than all else here, is included where they are made and nowhere else.
+// The options of the commands, one function each. Only the file that defines them includes the parser's own
+// header, which takes longer to compile than all else here.
 
-// Of each file that is read or written "-" is standard input or output; an output has a name.
+// For each file that is read or written, "-" stands for standard input or output. An option for an output has
+// a name.
 
 void AddFile(CLI::App& app, std::string& path, bool required);
-/// A program file that the command writes. Its name must be that of one, or it would be read as an old file.
+/// A program file that the command writes. The name must be that of a program file, because a file with any
+/// other name is read as one of the earlier programmer.
 void AddNewFile(CLI::App& app, const std::string& option, std::string& path);
 /// An image of the hub's memory that the command reads.
 void AddImageToRead(CLI::App& app, std::string& path);
-/// One that it writes if it is asked to.
+/// An image that the command writes on request.
 void AddImageToWrite(CLI::App& app, std::string& path);
 void AddJson(CLI::App& app, bool& json);
 void AddFlag(CLI::App& app, const std::string& option, bool& on, const std::string& description);
-/// A flag that has a meaning only where FILE is given too.
+/// A flag that has a meaning only if FILE is given too.
 void AddFlagOfFile(CLI::App& app, const std::string& option, bool& on, const std::string& description);
 
 /// `--port`, `--timeout` and `--trace`.
@@ -42,7 +44,7 @@ struct LineOptions {
 };
 void AddLineOptions(CLI::App& app, LineOptions& options);
 
-/// `--no-stop`, for who knows that nothing waits at the hub.
+/// `--no-stop`, for an operator who knows that nothing is waiting at the hub.
 void AddNoStop(CLI::App& app, bool& no_stop);
 
 /// `--yes` and `--no`.
@@ -64,11 +66,12 @@ void AddSeconds(CLI::App& app, const std::string& option, std::optional<double>&
 /// `--firmware`, as its revision byte: hundredths above 1.00.
 void AddFirmware(CLI::App& app, int& revision_byte);
 
-/// 1 to 8, or anything that can be a device; nothing for another number and the empty text.
+/// Accepts 1 to 8, and anything that can be a device. Returns nothing for any other number and for the empty
+/// text.
 [[nodiscard]] std::optional<PortName> ParsePort(std::string_view text);
-/// The name ends as that of a program file, in capitals or not.
+/// Whether the name has the extension of a program file, in upper or lower case.
 [[nodiscard]] bool IsProgramName(std::string_view path);
-/// "1.00" to "3.55" to its revision byte.
+/// Converts "1.00" to "3.55" into the revision byte. Returns nothing for any other text.
 [[nodiscard]] std::optional<int> ParseFirmware(std::string_view text);
 
 }  // namespace tavlo::cli

@@ -8,8 +8,8 @@
 
 namespace tavlo::cli {
 
-/// The one of these words that was most likely meant: at most two letters are wrong, missing, too many or the
-/// other way about. Empty if none is that near.
+/// Returns the word that was most likely meant: the nearest one, with at most two letters wrong, missing,
+/// added or swapped. Empty if no word is that near.
 [[nodiscard]] std::string NearestWord(std::string_view typed, const std::vector<std::string>& words);
 
 }  // namespace tavlo::cli

@@ -4,9 +4,9 @@
 
 namespace tavlo::cli {
 
-/// Gives a process that was started without standard input, output or error the null device in its place.
-/// Before anything else is opened: a port that got the number 1 would be sent the results. False if there is
-/// no null device.
+/// Opens the null device in place of standard input, output or error if the process was started without one.
+/// Must be called before anything else is opened: otherwise a port could get the number 1 and be sent the
+/// results. Returns false if there is no null device.
 [[nodiscard]] bool OpenStandardDescriptors();
 
 }  // namespace tavlo::cli

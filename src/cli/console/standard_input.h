@@ -17,8 +17,8 @@ class StandardInput : public Feed {
   bool ended_ = false;
 };
 
-/// What the feed gives until its end, but no more than so many bytes. Waits for it; an interruption ends the
-/// wait with Interrupted.
+/// Returns what the feed delivers until its end, but at most `limit` bytes. Blocks until then; an
+/// interruption throws Interrupted.
 [[nodiscard]] std::string ReadToEnd(Feed& feed, std::size_t limit);
 
 }  // namespace tavlo::cli

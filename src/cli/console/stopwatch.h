@@ -8,8 +8,8 @@
 
 namespace tavlo::cli {
 
-/// Time that has passed on a clock that starts anew at midnight and that somebody may set. Has to be read
-/// at least every twelve hours.
+/// Measures time on a clock that restarts at midnight and that somebody may set. Must be read at least every
+/// twelve hours.
 class Stopwatch {
  public:
   explicit Stopwatch(Clock& clock) : clock_(clock), last_(clock.Timer()) {}

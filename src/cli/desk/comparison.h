@@ -12,14 +12,14 @@
 
 namespace tavlo::cli {
 
-/// A line that is not the same in a file and in a hub.
+/// A line that differs between a file and a hub.
 struct LineDifference {
   /// 1..200
   int line = 0;
-  /// The short texts, single bytes. The same on both sides when only bytes differ.
+  /// The short texts of both, single bytes. They are the same if only bytes differ.
   std::string file;
   std::string hub;
-  /// The file's compiled line, and as much of the hub's slot as counts or is not zero.
+  /// The file's compiled line, and the hub's slot up to the last byte that counts or is not zero.
   std::string file_bytes;
   std::string hub_bytes;
 };
@@ -30,9 +30,9 @@ struct Comparison {
   [[nodiscard]] bool Same() const { return lines.empty() && settings.empty(); }
 };
 
-/// Compares what a program compiled to with the 8192 bytes of a hub. The bytes decide; what stands behind the
-/// end of a line in its slot and behind the end of the prompt texts is the hub's own and does not count.
-/// `program` is the one that was compiled: the hub's texts are those of an upload onto it.
+/// Compares a compiled program with the 8192 bytes of a hub. The bytes decide. What follows the end of a line
+/// in its slot and the end of the prompt texts is left over in the hub and does not count. `program` is the
+/// one that was compiled: the hub's texts are made by decoding its bytes onto a copy of it.
 [[nodiscard]] Comparison CompareWithHub(const Program& program, const CompiledProgram& compiled,
                                         std::string_view image);
 

@@ -17,7 +17,7 @@
 
 namespace tavlo::cli {
 
-/// A Desk whose operator sits at the console. Everything it is made from must outlive it.
+/// A Desk for an operator at the console. Everything that it is made from must outlive it.
 class ConsoleDesk {
  public:
   ConsoleDesk(Source& source, Console& console, HubLine& line, AnswerBy by, ProgramView& view, RunView& run);
@@ -39,14 +39,15 @@ class ConsoleDesk {
 
 [[nodiscard]] int LinesInUse(const Program& program);
 
-/// Makes and opens the line of the port. Nothing after the message of a failure.
+/// Makes and opens the line of the port. Returns null after a message if that fails.
 [[nodiscard]] std::unique_ptr<HubLine> OpenLine(Environment& environment, Console& console,
                                                 const LineOptions& options);
 
-/// The model that a hub's identity names is one that there is. False after its message.
+/// Whether the hub's identity names a known hub model. Returns false after a message.
 [[nodiscard]] bool IsKnownHub(Console& console, std::string_view identity);
 
-/// The end of an exchange that went wrong: by the line if that has gone, which it tells, else by the hub.
+/// Returns the exit code of an exchange that failed, and reports the port: the line has been lost, or else
+/// the hub failed.
 [[nodiscard]] ExitCode HubFailure(Console& console, HubLine& line);
 
 }  // namespace tavlo::cli

@@ -13,7 +13,7 @@
 
 namespace tavlo::cli {
 
-/// Message boxes as rows of the console. The title stands in front unless it is the application's.
+/// Message boxes as rows of the console. The title comes first, unless it is the application's.
 class ConsoleBoxes : public MessageBoxes {
  public:
   ConsoleBoxes(Console& console, AnswerBy by) : console_(console), by_(by) {}
@@ -87,7 +87,7 @@ class NoRunView : public RunView {
   void ShowServoFault(const ServoFaultPanel&) override {}
 };
 
-/// Stands for the line in a command that has none: nothing is ever there and no time passes.
+/// The line of a command that needs none: nothing ever arrives and no time passes.
 class NoLine : public HubLine, private SerialPort, private Clock, private EventLoop {
  public:
   [[nodiscard]] SerialPort& Port() override { return *this; }

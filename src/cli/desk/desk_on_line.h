@@ -11,11 +11,11 @@
 
 namespace tavlo::cli {
 
-/// An open line and a desk on it, for a command that shows neither rows nor a run.
+/// An open line and a desk that works with it, for a command that shows neither rows nor a run.
 class DeskOnLine {
  public:
-  /// Nothing after the message of a port that cannot be opened. The environment, the console and the source
-  /// must outlive what is given.
+  /// Returns null after a message if the port cannot be opened. The environment, the console and the source
+  /// must outlive the result.
   [[nodiscard]] static std::unique_ptr<DeskOnLine> Open(Environment& environment, Console& console,
                                                         const LineOptions& options, Source& source,
                                                         AnswerBy by);

@@ -10,15 +10,15 @@
 
 namespace tavlo::cli {
 
-/// What a download of the program to a hub of its model and firmware would send. The program is brought into
-/// the shape in which the checks send it. Throws EncodeError.
+/// Returns what a download of the program to a hub of its model and firmware would send. Changes the program
+/// as the checks change it before they send it. Throws EncodeError.
 [[nodiscard]] CompiledProgram CompileAsDownloaded(Program& program);
 
-/// The sum of the last download, which an idle hub tells at once; nothing from a hub that has been switched
-/// off since, or whose last download was broken off.
+/// Returns the sum of the last download, which an idle hub answers at once. Returns nothing if the hub has
+/// been switched off since, or if its last download was broken off.
 [[nodiscard]] std::optional<int> AskLastSum(Desk& desk);
 
-/// Reads the memory of an idle hub, with the progress of an upload.
+/// Reads the memory of an idle hub, showing the progress of an upload.
 [[nodiscard]] ImageReading ReadIdleHub(Desk& desk);
 
 }  // namespace tavlo::cli

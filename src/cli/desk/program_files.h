@@ -10,30 +10,32 @@
 
 namespace tavlo::cli {
 
-// Files as the commands read and write them.
+// How the commands read and write files.
 
-/// The name as a message tells it.
+/// Returns the name as messages show it.
 [[nodiscard]] std::string ShownName(const std::string& path, std::string_view standard);
 
-/// At most `limit` bytes of a file, as they stand. If it cannot be read, nothing, and `reason` says why.
+/// Returns at most `limit` bytes of a file, unchanged. Returns nothing if it cannot be read; `reason` then
+/// says why.
 [[nodiscard]] std::optional<std::string> ReadFile(Console& console, const std::string& path,
                                                   std::size_t limit, std::string& reason);
 
-/// Reads a program file and warns of what follows its last record. False after the message of a file that is
-/// no program, is damaged, has a name that stands for another kind of file, or holds a version, a hub code or
-/// a drive model that there is not.
+/// Reads a program file and warns of anything that follows its last record. Returns false after a message if
+/// the file is not a program, is damaged, has the extension of another kind of file, or holds an unknown
+/// version, hub code or drive model.
 [[nodiscard]] bool LoadProgram(Source& source, Console& console, const std::string& path);
 
-/// Writes the program to a file, which is replaced whole or not at all, and tells what the file does not
-/// hold. False after the message of a failure.
+/// Writes the program to a file, which is replaced as a whole or not at all, and reports what the file does
+/// not hold. Returns false after a message if that fails.
 [[nodiscard]] bool SaveProgram(Source& source, Console& console, const std::string& path);
 
-/// Tells the drive models that there are not. True if there is one.
+/// Reports the drive models that do not exist. Returns true if there is one.
 [[nodiscard]] bool TellUnknownModels(Console& console, const std::string& name, const Program& program);
 
-/// The output is the very file that is read, by whatever name or link. True after its message.
+/// Whether the output is the same file as the input, under whatever name or link. Returns true after a
+/// message.
 [[nodiscard]] bool IsSameFile(Console& console, const std::string& input, const std::string& output);
-/// Standard output cannot take both the output and the result. True after its message.
+/// Whether both the output and the result would go to standard output. Returns true after a message.
 [[nodiscard]] bool ResultsCollide(Console& console, bool json, const std::string& output);
 
 }  // namespace tavlo::cli

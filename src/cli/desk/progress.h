@@ -11,18 +11,18 @@
 
 namespace tavlo::cli {
 
-/// The progress of a transfer as one line of a terminal: bar, phase and seconds left.
+/// Shows the progress of a transfer in one line of a terminal: bar, phase and seconds left.
 class ConsoleProgress : public ProgressForm {
  public:
   ConsoleProgress(Console& console, Clock& clock) : console_(console), watch_(clock) {}
 
   void Show() override;
   void Hide() override { console_.Status(""); }
-  /// The gauge starts anew in each phase; the bar goes by the bytes of the whole transfer instead.
+  /// Ignored: the gauge restarts in each phase, and the bar counts the bytes of the whole transfer.
   void Gauge(double) override {}
   void Phase(std::string_view name, int bytes_done, int bytes_total) override;
 
-  /// A transfer has begun, so the hub's program is being replaced.
+  /// Whether a transfer has begun, so that the hub's program is being replaced.
   [[nodiscard]] bool Started() const { return started_; }
   /// Bytes that have been sent and acknowledged.
   [[nodiscard]] int BytesDone() const { return bytes_done_; }
@@ -36,10 +36,10 @@ class ConsoleProgress : public ProgressForm {
   int bytes_done_ = 0;
 };
 
-/// Seconds that the rest will take: at the pace so far, but never faster than the wire.
+/// Returns how many seconds the rest will take at the pace so far, but not less than the wire needs.
 [[nodiscard]] double SecondsLeft(int bytes_done, int bytes_total, double elapsed);
 
-/// "[#####.....] program lines, 3 s left"
+/// Returns for example "[#####.....] program lines, 3 s left".
 [[nodiscard]] std::string ProgressBar(std::string_view phase, int bytes_done, int bytes_total,
                                       double seconds_left);
 

@@ -8,8 +8,8 @@
 
 namespace tavlo::cli {
 
-/// A line on a serial device. While it lives, interruptions are held back for it and it is the process's
-/// one QCoreApplication, so there can be one at a time.
+/// Makes a line on a serial device. While the line lives, it holds back interruptions and is the one
+/// QCoreApplication of the process, so there can only be one line at a time.
 [[nodiscard]] std::unique_ptr<HubLine> MakeQtLine(const PortName& port);
 
 }  // namespace tavlo::cli

@@ -9,9 +9,9 @@
 
 namespace tavlo::cli {
 
-/// A setting that a file and a hub do not agree about. Texts are single bytes.
+/// A setting that differs between a file and a hub. Its texts are single bytes.
 struct SettingDifference {
-  /// 1..8; nothing for a setting of the whole hub.
+  /// 1..8; empty for a setting of the whole hub.
   std::optional<int> axis;
   std::string field;
   std::string file;
@@ -19,8 +19,8 @@ struct SettingDifference {
   bool operator==(const SettingDifference&) const = default;
 };
 
-/// Compares two times 256 bytes of axis settings, field by field. Any two bytes that differ give a row:
-/// where both sides read the same the bytes themselves stand behind.
+/// Compares two blocks of 256 bytes of axis settings, field by field. Any differing byte produces a row. If a
+/// field reads the same on both sides, its bytes are added to the texts.
 [[nodiscard]] std::vector<SettingDifference> CompareSettings(std::string_view file, std::string_view hub);
 
 }  // namespace tavlo::cli

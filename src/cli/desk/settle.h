@@ -11,23 +11,24 @@
 
 namespace tavlo::cli {
 
-// A command that was killed leaves the hub where it was: sending its memory, taking what comes for a program,
-// or passing it to the drives. Nothing tells the next command, so it listens, and looks at what comes.
+// A command that was killed leaves the hub as it was: sending its memory, taking what it receives for a
+// program, or passing it to the drives. The next command cannot know this, so it listens first and looks at
+// what arrives.
 
-/// Listens before anything is said. A hub that talks is told to stop and waited for until it is silent, which
-/// ends an upload that somebody broke off. False after the message that it does not fall silent.
+/// Listens before anything is sent. If the hub is sending, stops it and waits until it is silent; this also
+/// ends an upload that was broken off. Returns false after a message if the hub does not fall silent.
 [[nodiscard]] bool AwaitQuietLine(Console& console, Desk& desk);
 
-/// Sends the stop and waits until the line is silent; sends it once more to a hub that talks on. False if it
-/// talks even then.
+/// Sends the stop and waits until the line is silent. If the hub goes on sending, sends the stop once more.
+/// Returns false if it goes on even then.
 [[nodiscard]] bool StopTalk(Desk& desk);
 
-/// The hub did not say who it is: waits out what an interrupted command may have left behind, and takes the
-/// hub out of the drives' passthrough. True once it answers; it is idle then.
+/// For a hub that did not identify itself: waits until what an interrupted command may have left behind is
+/// over, and ends the passthrough to the drives. Returns true if the hub then answers; it is idle then.
 [[nodiscard]] bool SettleHub(Console& console, Desk& desk);
 
-/// Does something that begins with the question who the hub is. If nobody answers that and the hub can be
-/// brought round, does it once more. Nothing after the message of a line that does not fall silent.
+/// Runs an operation that begins by asking the hub for its identity. If there is no answer and SettleHub()
+/// succeeds, runs it once more. Returns nothing after a message if the line does not fall silent.
 template <class Operation>
 [[nodiscard]] std::optional<std::invoke_result_t<Operation>> OnSettledLine(Console& console, Desk& desk,
                                                                            SettlingBoxes& boxes,

@@ -9,13 +9,13 @@
 
 namespace tavlo::cli {
 
-/// The boxes of a command that asks the hub who it is. When nobody answers, there may be a remedy to try
-/// before the operator is told.
+/// The boxes of a command that asks the hub for its identity. If there is no answer, something may help that
+/// is tried before the operator is told.
 class SettlingBoxes : public ConsoleBoxes {
  public:
   using ConsoleBoxes::ConsoleBoxes;
 
-  /// The next box is kept back if it tells of a hub that does not answer.
+  /// Holds the next box back if it reports a hub that does not answer.
   void WithholdSilence() {
     withholds_ = true;
     withheld_.reset();

@@ -11,10 +11,10 @@
 
 namespace tavlo::cli {
 
-/// Rows of at most 16 bytes: seconds, "->" to the hub or "<-" from it, hex, and the bytes as they read.
+/// Returns rows of at most 16 bytes: seconds, "->" to the hub or "<-" from it, hex, and the bytes as text.
 [[nodiscard]] std::string TraceRows(double seconds, bool out, std::string_view bytes);
 
-/// Prints what passes over the line for as long as it lives.
+/// For as long as it lives, prints what passes over the line.
 class Trace {
  public:
   Trace(HubLine& line, std::ostream& err);

@@ -12,22 +12,22 @@
 
 namespace tavlo::cli {
 
-/// What is on among the inputs and outputs that an axis has.
+/// Which of the inputs and outputs of an axis are on.
 class AxisStatus {
  public:
   AxisStatus() = default;
-  /// As the run window's panel shows it; axis 0..7.
+  /// Reads them from the panel of the run window; axis 0..7.
   AxisStatus(const Source& source, int axis);
 
   bool operator==(const AxisStatus&) const = default;
 
-  /// "in 2 X1<tab>out -": a dash for nothing, a question mark for what the drive does not report.
+  /// Returns "in 2 X1<tab>out -": a dash stands for none, a question mark for what the drive does not report.
   [[nodiscard]] std::string Text() const;
-  /// Adds the four lists of numbers, null for what the drive does not report.
+  /// Adds the four lists of numbers; null for what the drive does not report.
   void AddTo(Json& json) const;
 
  private:
-  /// Numbers from 1 of the lights of each row; nothing for a row that cannot be known.
+  /// For each row, the numbers of the lights that are on, from 1; nothing for a row that is not known.
   std::array<std::optional<std::vector<int>>, kLedRows.size()> on_{
       {std::vector<int>{}, std::vector<int>{}, std::vector<int>{}, std::vector<int>{}}};
 };

@@ -16,30 +16,30 @@
 
 namespace tavlo::cli {
 
-/// What the operator says to a running program: keys of a terminal as they are pressed, or the lines of a
-/// script, each of which waits until the program asks.
+/// What the operator tells a running program: keys of a terminal as they are pressed, or the lines of a
+/// script. Each line of a script waits until the program asks.
 ///
-/// A program asks while the line that runs has written to the operator terminal, or is known to be a prompt,
-/// and neither text nor events nor keys have passed for a moment.
+/// A program asks if the line that runs has written to the operator terminal or is known to be a prompt, and
+/// if no text, event or key has come for a moment.
 class RunInput {
  public:
-  /// Without a feed nothing is ever said. `keys` is the terminal of the feed.
+  /// Without a feed there is never any input. `keys` is the terminal of the feed.
   RunInput(Console& console, Feed* feed, KeyTerminal& keys, Clock& clock)
       : console_(console), feed_(feed), keys_(keys), quiet_(clock) {}
 
-  /// The program is about to be started in this window.
+  /// The program is about to be started from this window.
   void Begin(Desk& desk, RunWindow window);
-  /// The run is over, and nothing is taken any more.
+  /// The run is over: no more input is taken.
   void End() { keys_.Off(); }
 
-  /// Takes what has come and does what is due. False once a stop was ordered.
+  /// Handles the input that has arrived and what is due. Returns false once a stop was ordered.
   [[nodiscard]] bool Work();
-  /// What to wait for; nothing if there is nothing to come or something must be done first.
+  /// Returns the feed to wait for; null if no input is expected, or if something must be done first.
   [[nodiscard]] const Feed* Awaited() const;
-  /// How soon there may be something to do although nothing comes.
+  /// Returns in how many seconds there may be something to do even if nothing arrives.
   [[nodiscard]] std::optional<double> DueIn();
 
-  // What the hub does. `line` is 0-based.
+  // These report what the hub does. `line` is 0-based.
   void LineStarted(int line, bool is_prompt);
   void LineOver(int line);
   void TextCame();

@@ -14,16 +14,17 @@ namespace tavlo::cli {
 enum class RunAct { Key, Pause, Play, SingleStep, Reset, Stop };
 struct RunOrder {
   RunAct act = RunAct::Key;
-  /// Of the operator terminal, where `act` is one of its keys.
+  /// The key of the operator terminal, if `act` is Key.
   MmiKey key = MmiKey::enter;
 
   bool operator==(const RunOrder&) const = default;
 };
 
-/// What keys typed on a terminal order, byte by byte: an arrow is three bytes, which may come in pieces.
+/// Turns the bytes of keys typed on a terminal into orders. An arrow key sends three bytes, which may arrive
+/// separately.
 class TypedKeys {
  public:
-  /// Nothing for a byte that is no key or not the last of one.
+  /// Returns nothing for a byte that is not a key or that does not complete one.
   [[nodiscard]] std::optional<RunOrder> Take(char c);
 
  private:
@@ -31,8 +32,8 @@ class TypedKeys {
   Phase phase_ = Phase::Plain;
 };
 
-/// What a line of text orders: one of the words, one key ("key 2"), or an entry and Enter behind it. Nothing
-/// for a line with anything else in it.
+/// Returns the orders of a line of text: one of the words, one key ("key 2"), or an entry followed by Enter.
+/// Returns nothing for any other line.
 [[nodiscard]] std::optional<std::vector<RunOrder>> OrdersOfLine(std::string_view line);
 
 }  // namespace tavlo::cli

@@ -7,22 +7,22 @@
 
 namespace tavlo::cli {
 
-/// What the hub holds, seen from the file that a run was given.
+/// What the hub holds, compared with the file that the run was given.
 enum class HubHolds {
   ThisProgram,
-  AnotherAccepted,  ///< and the operator runs it all the same
+  AnotherAccepted,  ///< and the operator chose to run it
   AnotherRefused,
-  NotAnswered,  ///< told
+  NotAnswered,  ///< the hub could not be asked, which has been reported
 };
 
-/// Compares the program in the hub with the one that is to be shown, before it is started. The hub is
-/// stopped.
+/// Stops the hub and compares its program with the one that is to be shown, before a run is started.
 class ProgramCheck {
  public:
   ProgramCheck(Source& source, Console& console, HubLine& line, AnswerBy by)
       : console_(console), own_(source, console, line, by, view_, run_) {}
 
-  /// By the hub's sum of its last download; with `verify`, and where it has none, by all that it holds.
+  /// Compares the hub's sum of its last download. With `verify`, or if the hub has no sum, compares all that
+  /// the hub holds.
   [[nodiscard]] HubHolds Run(bool verify);
 
  private:

@@ -14,40 +14,40 @@
 
 namespace tavlo::cli {
 
-/// How a run came to its end.
+/// How a run ended.
 enum class RunEnd {
-  None,  ///< it has not, or it never began
+  None,  ///< it has not ended, or it never began
   Interrupted,
   Stopped,  ///< the operator ordered it
   TimeOver,
   Halted,     ///< the hub reported a halt or a fault
-  Restarted,  ///< the hub has been switched off and on
+  Restarted,  ///< the hub was switched off and on
   PortLost,
-  OutputLost,  ///< nobody takes the results any more
+  OutputLost,  ///< nobody reads the results any more
 };
 
 enum class LineEvent { Started, WentOn, Finished };
 
-/// Prints the events of a run: a row each, or a JSON object each.
+/// Prints the events of a run, one row or one JSON object each.
 class RunReporter {
  public:
   /// `texts_known`: the source holds the program that the hub runs.
   RunReporter(Console& console, Clock& clock, const Source& source, bool texts_known, bool json)
       : console_(console), watch_(clock), source_(source), texts_known_(texts_known), json_(json) {}
 
-  /// Event times count from here.
+  /// Starts the clock from which the times of events count.
   void Start() { watch_.Restart(); }
   /// `line` is 0-based.
   void Line(LineEvent event, int line);
-  /// A row of the operator terminal, 1..4.
+  /// Prints a row, 1..4, of the operator terminal.
   void Display(int row, std::string_view text);
-  /// Prints what is on at the axes, 0..7, that have changed since it was printed last. At the start nothing
-  /// is on.
+  /// Prints what is on at the axes whose state has changed since it was last printed. At the start nothing
+  /// counts as on.
   void Status();
   void StatusChanged(int axis) { status_changed_[axis] = true; }
-  /// A fault of a drive; as JSON only, for in words it is a message.
+  /// Reports a drive's fault, as JSON only: in words it is a message.
   void Fault(const ServoFaultPanel& panel);
-  /// `cause` of a halt; empty for none.
+  /// `cause` is that of a halt; empty for any other end.
   void End(RunEnd end, const OpenedPort& opened, std::string_view cause);
 
  private:

@@ -13,11 +13,11 @@
 
 namespace tavlo::cli {
 
-/// The run windows of the command line: they print what happens and stand until the operator interrupts,
+/// The run windows of the command line. They print what happens and stay up until the operator interrupts,
 /// the time is over, the hub ends the run or the line is lost.
 class RunSession : public NoRunView {
  public:
-  /// The rows of the grid, of which only the changes of a running program count.
+  /// The rows of the grid. Only what a running program changes in them is used.
   class Rows : public NoProgramView {
    public:
     explicit Rows(RunSession& session) : session_(session) {}
@@ -30,9 +30,9 @@ class RunSession : public NoRunView {
   };
 
   struct Options {
-    /// Without it the run has no time limit.
+    /// The time limit of the run; empty for none.
     std::optional<double> seconds;
-    /// Inputs and outputs are printed. Only where the models of the drives are known can they be named.
+    /// Print inputs and outputs. They can be named only if the models of the drives are known.
     bool status = false;
     /// The source holds the program that the hub runs.
     bool program_known = false;
@@ -47,7 +47,7 @@ class RunSession : public NoRunView {
         since_text_(line.Time()),
         since_status_(line.Time()) {}
 
-  /// The desk whose run this is; before anything else.
+  /// Must be called first, with the desk of this run.
   void Attach(Desk& desk, const ConsoleBoxes& boxes) {
     desk_ = &desk;
     boxes_ = &boxes;
@@ -70,7 +70,7 @@ class RunSession : public NoRunView {
   [[nodiscard]] RunEnd Watch();
   [[nodiscard]] RunEnd WatchUntilInterrupted();
   [[nodiscard]] bool TimeIsOver();
-  /// Seconds until what has changed is printed; long if nothing has.
+  /// Returns the seconds until what has changed is printed; a long time if nothing has changed.
   [[nodiscard]] double TimeToDisplay();
   [[nodiscard]] double TimeToStatus();
   void WaitForHub();
@@ -93,7 +93,8 @@ class RunSession : public NoRunView {
   std::array<std::string, 4> shown_lines_;
   bool display_changed_ = false;
   bool status_changed_ = false;
-  /// Since the last character of the display, and since the first change of a light that is not printed.
+  /// Since the last character of the display, and since the first change of a light that has not been printed
+  /// yet.
   Stopwatch since_text_;
   Stopwatch since_status_;
 };

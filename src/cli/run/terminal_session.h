@@ -15,19 +15,19 @@ namespace tavlo::cli {
 /// Why a terminal was closed.
 enum class TerminalEnd { EndOfInput, Interrupted, PortLost, OutputLost };
 
-/// The drive terminal of the command line: each line of its input goes to the drives, and what the window
-/// would log is printed as it comes.
+/// The drive terminal of the command line. Each line of its input is sent to the drives; what the desktop's
+/// window would log is printed as it arrives.
 class TerminalSession : public TerminalView {
  public:
   struct Options {
-    /// How long a line that nobody typed has for its answer before the next one goes out.
+    /// How long to wait for the answer to a line before the next line is sent, unless the lines are typed.
     double wait_seconds = 0;
     bool json = false;
   };
   TerminalSession(Environment& environment, HubLine& line, Desk& desk, Options options);
 
-  /// Passes lines through until the input ends or the operator interrupts; the passthrough is over then,
-  /// whatever happened.
+  /// Sends lines to the drives until the input ends or the operator interrupts. In every case the passthrough
+  /// is over on return.
   [[nodiscard]] TerminalEnd Run();
 
   void ShowModal() override {}
