@@ -8,15 +8,15 @@
 
 namespace tavlo {
 
-/// What the command line has for an answer before there is any window.
+/// What the command line asks for that is answered before there is any window.
 struct CommandLineAnswer {
   std::string text;
-  /// 0 with a text for standard output, 2 with one for standard error.
+  /// 0 with a text for standard output, 2 with a text for standard error.
   int exit_code;
 };
 
-/// The answer to `--help`, `--version` and to what the program does not know; nothing to go on and open the
-/// window. Options of the window system go by. `arguments` are those behind the program's name.
+/// Returns the answer to `--help`, `--version` and unknown options; nothing if the program should go on and
+/// open its window. Options of the window system are skipped. `arguments` are those after the program's name.
 [[nodiscard]] std::optional<CommandLineAnswer> AnswerCommandLine(std::span<const char* const> arguments);
 
 }  // namespace tavlo

@@ -6,7 +6,7 @@ class QApplication;
 
 namespace tavlo {
 
-/// Gives the program a readable font where no desktop has chosen one. Style and colours are the desktop's.
+/// Sets a readable font if no desktop has chosen one. Style and colours stay the desktop's.
 void SetLook(QApplication& application);
 
 }  // namespace tavlo

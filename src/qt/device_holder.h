@@ -9,22 +9,23 @@ struct stat;
 
 namespace tavlo {
 
-/// A program that keeps a device to itself, as far as the system tells.
+/// A program that keeps a device to itself, as far as the system knows.
 struct DeviceHolder {
-  /// 0 where it is not known.
+  /// 0 if it is not known.
   int pid = 0;
-  /// Empty where it is not known.
+  /// Empty if it is not known.
   std::string name;
 };
 
-/// The process of this number, with its name.
+/// Returns the process with this number, and its name.
 [[nodiscard]] DeviceHolder HolderNamed(int pid);
 
-/// Another process that has the device open, of those that this user may look into: all of them for root. The
-/// process at the far end of a pseudo terminal holds its near end open too and does not count.
+/// Returns another process that has the device open; looks only at processes that this user may inspect,
+/// which are all of them for root. The process at the far end of a pseudo terminal also holds the near end
+/// open and does not count.
 [[nodiscard]] std::optional<DeviceHolder> FindOpener(const struct stat& device);
 
-/// The process that has locked the device by flock, if the system tells it.
+/// Returns the process that has locked the device by flock, if the system knows it.
 [[nodiscard]] DeviceHolder FindLocker(const struct stat& device);
 
 }  // namespace tavlo

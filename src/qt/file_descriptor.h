@@ -8,7 +8,7 @@
 
 namespace tavlo {
 
-/// Closes what it holds.
+/// Owns a file descriptor and closes it.
 class FileDescriptor {
  public:
   FileDescriptor() = default;

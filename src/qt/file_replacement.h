@@ -9,9 +9,9 @@
 
 namespace tavlo {
 
-/// Replaces the file whole or leaves the old one, whatever step fails: the bytes are written beside it and
-/// synced, and only then take its name. A link is followed, and the file behind it replaced; a file keeps
-/// its permissions. What is there and is no file stays as it is.
+/// Replaces the whole file or leaves the old one, whichever step fails: the bytes are written beside it,
+/// synced, and only then renamed to it. If `path` is a link, the file that it leads to is replaced. The file
+/// keeps its permissions. Anything that is not a file is left alone.
 Outcome ReplaceFile(const std::string& path, std::string_view bytes);
 
 }  // namespace tavlo

@@ -16,21 +16,22 @@ namespace tavlo {
 
 #ifdef Q_OS_UNIX
 
-/// Keeps a serial device for this program alone, and finds out who has it when it cannot be had. It honours
-/// and sets every way in which programs do that: the exclusive mode of the terminal (which QSerialPort sets),
-/// flock, and UUCP locks. Root passes the exclusive mode, so whoever merely has the device open counts too.
+/// Keeps a serial device for this program alone, and finds out who has it if it is taken. It respects and
+/// sets all the locks that programs use for this: the exclusive mode of the terminal (which QSerialPort
+/// sets), flock, and UUCP locks. Exclusive mode does not stop root, so a process that merely has the device
+/// open counts too.
 class PortGuard {
  public:
   explicit PortGuard(std::string lock_folder = kUucpLockFolder) : locks_(std::move(lock_folder)) {}
 
-  /// To be called before the device is opened: `device` as the operator knows it, `canonical` without links.
-  /// Fails with the {error description} when it cannot be had.
+  /// Must be called before the device is opened. `device` is the name that the operator knows, `canonical`
+  /// the path without links. If the device is taken, the failure's text is the {error description}.
   Outcome Take(const std::string& device, const std::string& canonical);
-  /// To be called once the device is open, when QSerialPort has set the lock that it has of its own.
+  /// Must be called once the device is open and QSerialPort has set its own lock.
   Outcome Mark();
   void Release();
 
-  /// What stands at `canonical` now is the device that was taken.
+  /// Whether the device at `canonical` is still the one that was taken.
   [[nodiscard]] bool Has(const std::string& canonical) const;
 
  private:
@@ -38,14 +39,14 @@ class PortGuard {
 
   std::string device_;
   std::string canonical_;
-  /// A descriptor besides that of QSerialPort: it holds the flock.
+  /// A second descriptor, beside that of QSerialPort, which holds the flock.
   FileDescriptor line_;
   UucpLocks locks_;
 };
 
 #else
 
-/// The system itself gives a port to one program only.
+/// The system itself lets only one program open a port.
 class PortGuard {
  public:
   Outcome Take(const std::string&, const std::string& canonical) {

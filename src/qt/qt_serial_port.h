@@ -14,11 +14,11 @@ namespace tavlo {
 
 /// The hub's line on QSerialPort.
 ///
-/// QSerialPort announces bytes from inside its own waits too, so its signal only fills a buffer here, and
-/// the receive event is posted to the event loop from there. Needs a QCoreApplication.
+/// QSerialPort also announces bytes from inside its own waits. So its signal only fills a buffer here, and
+/// the receive event is posted to the event loop. Needs a QCoreApplication.
 class QtSerialPort : public QObject, public SerialPort {
  public:
-  /// `device_for` gives the device of a port number.
+  /// `device_for` returns the device of a port number.
   explicit QtSerialPort(std::function<std::string(int)> device_for);
   ~QtSerialPort() override;
 
@@ -38,10 +38,10 @@ class QtSerialPort : public QObject, public SerialPort {
   void WaitForInput(double seconds) override;
   [[nodiscard]] int CommEvent() const override { return kCommEventReceive; }
 
-  /// The open line as the operating system knows it; -1 where it has no such number.
+  /// Returns the descriptor of the open line; -1 where the operating system has no such number.
   [[nodiscard]] int Descriptor() const;
 
-  /// Every byte both ways, for a trace: called with what went out (true) or came in.
+  /// For a trace. Called with every byte that was sent (`out` is true) or received.
   std::function<void(bool out, std::string_view bytes)> OnTraffic;
 
  private:

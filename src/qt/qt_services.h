@@ -22,7 +22,7 @@ class QtEventLoop : public EventLoop {
   void WaitSecs(double seconds) override;
 };
 
-/// On QSettings; what is kept for an application stands in a file or registry key of its own.
+/// On QSettings. Each application's settings are in a file or registry key of their own.
 class QtSettingsStore : public SettingsStore {
  public:
   [[nodiscard]] std::string Get(std::string_view application, std::string_view section, std::string_view key,

@@ -6,8 +6,8 @@
 
 namespace tavlo {
 
-/// What the system's error number means to whoever works with files, in the same words whatever the locale:
-/// "No space left on device". An error that no file has is told by its number alone.
+/// Returns what the system's error number means to somebody who works with files, in the same words in every
+/// locale: "No space left on device". Any other error is described by its number.
 [[nodiscard]] std::string SystemReason(int error);
 
 }  // namespace tavlo

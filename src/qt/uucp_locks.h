@@ -15,16 +15,16 @@ namespace tavlo {
 /// The folder in which programs look for each other's locks of serial devices.
 inline constexpr const char* kUucpLockFolder = "/var/lock";
 
-/// A lock file that keeps its device closed to us.
+/// A lock file that keeps us from opening its device.
 struct UucpHold {
   std::string file;
-  /// 0 when the file does not name a process.
+  /// 0 if the file does not name a process.
   pid_t pid = 0;
 };
 
-/// The lock files of one serial device, LCK..{name}, each with the number of the process that holds the
-/// device as text or as the machine keeps it. A device below a folder of /dev goes by two names: the last
-/// part of its path, and the whole with _ for each /.
+/// The lock files of one serial device, LCK..{name}. Each holds the number of the process that has the
+/// device, as text or in binary. A device below a folder of /dev has two names: the last part of its path,
+/// and the whole path with _ for each /.
 class UucpLocks {
  public:
   explicit UucpLocks(std::string folder = kUucpLockFolder) : folder_(std::move(folder)) {}
@@ -32,21 +32,21 @@ class UucpLocks {
   UucpLocks& operator=(const UucpLocks&) = delete;
   ~UucpLocks() { Release(); }
 
-  /// Gives a lock of the device that must be obeyed, under any of the names of `devices` (links to it and
-  /// itself). Locks of processes that have ended are removed; a lock of a living one, and one that names
-  /// none, never is.
+  /// Returns a lock that must be respected, under any of the names in `devices` (the device and links to it).
+  /// Removes locks of processes that have ended; never removes the lock of a living process or one that names
+  /// no process.
   [[nodiscard]] std::optional<UucpHold> FindHold(const std::vector<std::string>& devices) const;
-  /// Sets the device's locks that are not there yet. Where the folder takes none it goes on without. Gives
-  /// the lock of another process that was quicker; then none is set.
+  /// Sets those locks of the device that do not exist yet. Goes on without them if the folder cannot be
+  /// written. If another process was quicker, returns its lock and sets none.
   [[nodiscard]] std::optional<UucpHold> Set(const std::string& device);
-  /// Removes what Set() has set. The end of the process by exit() does so too.
+  /// Removes what Set() has set. So does the end of the process by exit().
   void Release();
 
  private:
   struct File {
     std::string path;
-    /// Keeps the lock from others who take one that nobody holds for a leftover. Not valid for a lock that
-    /// was there already.
+    /// Locked by flock, so that others do not take our lock file for a leftover. Not valid if the lock file
+    /// existed before.
     FileDescriptor lock;
   };
 

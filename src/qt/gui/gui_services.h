@@ -11,15 +11,15 @@
 
 namespace tavlo {
 
-// The services that need a screen. Each modal one has a seam: an answer that is set beforehand is given
-// without anything being shown.
+// The services that need a screen. Tests can answer each modal one beforehand: it then returns that answer
+// and shows nothing.
 
-/// The message boxes on QMessageBox, their texts plain.
+/// The message boxes on QMessageBox, with plain texts.
 class GuiMessageBoxes : public MessageBoxes {
  public:
-  /// Answers the next box, or the next but one if called twice, in place of the operator.
+  /// Answers the next box instead of the operator. Several calls answer the next boxes in turn.
   void setNextAnswer(Answer answer) { answers_.push_back(answer); }
-  /// The latest boxes, oldest first, answered by whomever.
+  /// The latest boxes, oldest first, whoever answered them.
   [[nodiscard]] const std::deque<Box>& Shown() const { return shown_; }
 
  protected:
@@ -30,13 +30,13 @@ class GuiMessageBoxes : public MessageBoxes {
   std::deque<Box> shown_;
 };
 
-/// The file dialogs on QFileDialog. They open where the last one was left.
+/// The file dialogs on QFileDialog. They open in the folder of the last one.
 class GuiFileDialogs : public FileDialogs {
  public:
   std::optional<std::string> SaveFileName(const FileDialogSetup& setup) override;
   std::optional<std::string> OpenFileName(const FileDialogSetup& setup) override;
 
-  /// The path that the next dialog gives; nothing for a cancelled one.
+  /// Sets the path that the next dialog returns; nothing stands for a cancelled dialog.
   void setNextFileName(std::optional<std::string> path) { answers_.push_back(std::move(path)); }
 
  private:

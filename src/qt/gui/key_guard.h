@@ -10,13 +10,13 @@ class QWidget;
 
 namespace tavlo {
 
-/// Keeps from a window that comes by itself the keys that were meant for what the operator was doing. It
-/// takes none in its first 0.7 seconds, none until they pause, and none that is held. After that it takes
-/// those that belong to a box: Enter and Space, Tab, Escape, and letters with Alt. The other keys of the
-/// operator terminal are not among them.
+/// Protects a window that comes by itself from keys that were meant for what the operator was doing. It
+/// blocks all keys in the first 0.7 seconds and until they pause, and every repeat of a held key. After that
+/// it lets through only the keys that belong to a box: Enter and Space, Tab, Escape, and letters with Alt.
+/// The other keys of the operator terminal are not among them.
 class KeyGuard : public QObject {
  public:
-  /// Begins anew with each showing of the window, whose controls must be in it by now.
+  /// Starts again each time the window is shown. The window must already contain its controls.
   explicit KeyGuard(QWidget* window);
 
  protected:
@@ -27,7 +27,7 @@ class KeyGuard : public QObject {
 
   QWidget* window_;
   QTimer deaf_;
-  /// The window has had the focus since it was shown; before that no key can reach it.
+  /// The window has had the focus since it was shown; before that, no key can reach it.
   bool reached_ = false;
 };
 

@@ -8,7 +8,7 @@
 
 namespace tavlo {
 
-// The core's texts are single bytes. What a program says (names, comments, prompts) is Latin-1; the path of
+// The core's texts are single bytes. What a program holds (names, comments, prompts) is Latin-1; the path of
 // a file is in the file system's own encoding.
 
 [[nodiscard]] QString FromText(std::string_view text);
@@ -17,8 +17,8 @@ namespace tavlo {
 [[nodiscard]] QString FromPath(std::string_view path);
 [[nodiscard]] std::string ToPath(const QString& path);
 
-/// A message may name a file, an axis or an error of the system. It is read as UTF-8 where it is that, which
-/// Latin-1 with its accents practically never is.
+/// For a message, which may name a file, an axis or an error of the system. It is read as UTF-8 if it is
+/// valid UTF-8, which Latin-1 text with accents practically never is; otherwise as Latin-1.
 [[nodiscard]] QString FromMessage(std::string_view message);
 
 }  // namespace tavlo
