@@ -13,8 +13,7 @@ namespace tavlo {
 /// Draws a picture that fills `place`.
 using DrawPicture = std::function<void(QPainter& painter, const QRectF& place, QIcon::Mode mode)>;
 
-/// An icon that is drawn anew at each size and for each screen that asks for it, so that it has all the dots
-/// of the screen it is on.
+/// Returns an icon that is drawn for each size and each screen, so that it is sharp at every resolution.
 [[nodiscard]] QIcon DrawnIcon(DrawPicture draw);
 
 }  // namespace tavlo

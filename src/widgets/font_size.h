@@ -7,8 +7,8 @@
 
 namespace tavlo {
 
-/// A measure that was chosen beside a text 16 high, in proportion to the height of this font, and never less
-/// than it was chosen.
+/// Returns a measure that was chosen for text 16 high, scaled to the height of this font, and never less than
+/// the measure itself.
 [[nodiscard]] inline int ByFont(const QFontMetrics& font, int measure) {
   constexpr int kChosenBeside = 16;
   return measure * std::max(font.height(), kChosenBeside) / kChosenBeside;

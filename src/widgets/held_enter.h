@@ -8,8 +8,8 @@
 
 namespace tavlo {
 
-/// Lets Enter act once for each time that it goes down, in every window of the program. The repeats of a key
-/// that is held down would answer the box that its first press has opened, or open a second one.
+/// Lets Enter act only once each time it is pressed, in every window of the program. Otherwise the repeats of
+/// a held key would answer the box that its first press opened, or open a second one.
 class HeldEnter : public QObject {
   Q_OBJECT
 

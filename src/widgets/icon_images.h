@@ -11,19 +11,20 @@
 
 namespace tavlo {
 
-/// The least side of a line's image, without a unit but that of the screen.
+/// The smallest side of a line's image, in device-independent pixels.
 inline constexpr int kIconSize = 24;
 
-/// The image of a cell of the icon table, drawn at its first use from the line kind's glyph: a tile in the
-/// set's colour, the glyph in its ink and, in all sets but the normal one, a badge of the set's own shape, so
-/// that no set is told by its colour alone. `size` is its side, `scale` the number of dots of the screen for
-/// one unit.
+/// Returns the image of a cell of the icon table: a tile in the set's colour with the glyph of the line's
+/// kind and, in all sets but the normal one, a badge of the set's own shape, so that no set is recognised by
+/// its colour alone. It is drawn at its first use. `size` is its side, `scale` the number of device pixels
+/// per unit.
 [[nodiscard]] const QImage& IconImage(IconRef icon, int size, qreal scale);
-/// The ground of a set's images and what is drawn on it.
+/// The ground of a set's images and the ink that is drawn on it.
 [[nodiscard]] QColor IconTile(IconSet set);
 [[nodiscard]] QColor IconInk(IconSet set);
 
-/// The drawing of a command, such as "download", in one ink, and in another while it cannot be given.
+/// Returns the drawing of a command, such as "download", in one ink, and in another while the command is
+/// disabled.
 [[nodiscard]] QIcon CommandIcon(std::string_view command, const QColor& ink, const QColor& disabled_ink);
 
 /// The program's own picture.

@@ -6,13 +6,13 @@
 
 namespace tavlo {
 
-/// A tool button that shows by a ring that it has the focus; most styles show nothing there. Its picture is
-/// as large as the font asks for.
+/// A tool button that shows a ring while it has the focus; most styles show nothing. The size of its picture
+/// follows the font.
 class RingedButton : public QToolButton {
   Q_OBJECT
 
  public:
-  /// `picture_size` is that beside a text 16 high.
+  /// `picture_size` is the size of the picture beside text 16 high.
   RingedButton(int picture_size, QWidget* parent);
 
  protected:

@@ -7,7 +7,7 @@
 
 namespace tavlo {
 
-/// A quiet line between groups, in a grey that suits a light window and a dark one.
+/// A quiet line between groups, in a grey that suits light and dark windows.
 class Rule : public QFrame {
  public:
   Rule(QFrame::Shape shape, QWidget* parent) : QFrame(parent) {

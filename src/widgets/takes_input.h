@@ -6,8 +6,8 @@ class QWidget;
 
 namespace tavlo {
 
-/// A click could reach the widget now: it can be seen, it is enabled, and no modal window stands before it.
-/// The accessibility interface presses controls without asking for the last.
+/// Whether a click could reach the widget now: it is visible and enabled, and no modal window blocks it. The
+/// accessibility interface presses controls without checking for a modal window.
 [[nodiscard]] bool TakesInput(const QWidget& widget);
 
 }  // namespace tavlo

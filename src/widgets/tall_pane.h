@@ -6,12 +6,12 @@
 
 namespace tavlo {
 
-/// Shows a pane at its own width, and scrolls it up and down where the room is too low for it.
+/// Shows a pane at its own width, and scrolls it vertically if there is too little height for it.
 class TallPane : public QScrollArea {
   Q_OBJECT
 
  public:
-  /// The pane belongs to this from now on. `name` is what a screen reader says of the whole.
+  /// Takes ownership of the pane. `name` is what a screen reader says for the whole.
   TallPane(QWidget* pane, const QString& name, QWidget* parent);
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;

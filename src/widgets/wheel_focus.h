@@ -6,8 +6,9 @@
 
 namespace tavlo {
 
-/// For as long as it lives, the wheel changes the value of a list, a spin box or a slider only while that has
-/// the focus, and does not give it the focus. Over any other it scrolls what it stands in.
+/// For as long as it lives, the wheel changes the value of a list, a spin box or a slider only while that
+/// control has the focus, and never gives it the focus. Over a control without the focus, the wheel scrolls
+/// what the control is in.
 class WheelFocus : public QObject {
  public:
   WheelFocus();

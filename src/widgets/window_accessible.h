@@ -4,7 +4,7 @@
 
 namespace tavlo {
 
-/// Makes our windows frames and dialogs to a screen reader, as their kind is; otherwise they would be panes
+/// Presents our windows to screen readers as frames and dialogs, by their kind. Otherwise they would be panes
 /// without a window around them.
 void InstallWindowAccessibility();
 

@@ -11,17 +11,18 @@
 
 namespace tavlo {
 
-/// Colours of the connecting lines. Each stands out from a light pane and from a dark one.
+/// Colours of the connecting lines. Each has enough contrast with a light pane and with a dark one.
 [[nodiscard]] const std::array<QColor, kArrowColours>& ArrowColours();
 
-/// `ArrowZone`: jumps, branches and loops as lines from the row that jumps to its target, each in its lane.
+/// `ArrowZone`: draws jumps, branches and loops as lines from the row that jumps to its target, each in its
+/// lane.
 class ArrowZone : public QWidget {
   Q_OBJECT
 
  public:
   ArrowZone(const Source& source, const RowGeometry& geometry, QWidget* parent);
 
-  /// Distance of the lane of an arrow from the left edge.
+  /// Returns the distance of an arrow's lane from the left edge.
   [[nodiscard]] static double LaneX(const Arrow& arrow);
 
  protected:

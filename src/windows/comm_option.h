@@ -8,17 +8,17 @@
 
 namespace tavlo {
 
-/// `OptCom`: the choice of one Comm. A press through the accessibility interface is a click, where a click
-/// could reach it.
+/// `OptCom`: the button that chooses one Comm. Pressing it through the accessibility interface is a click, if
+/// a click could reach it.
 class CommOption : public QRadioButton {
   Q_OBJECT
 
  public:
   /// `index` is 0 to 7.
   CommOption(int index, QWidget* parent);
-  /// Tells whether a device is there, and which.
+  /// Shows whether a device is there, and which.
   void Show(const CommDevice& device);
-  /// Clicks soon, unless it is disabled or a box stands before its window.
+  /// Clicks soon, unless the button is disabled or a box is in front of its window.
   void Press();
 
  private:

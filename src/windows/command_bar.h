@@ -11,18 +11,18 @@ class QToolButton;
 
 namespace tavlo {
 
-/// The tool bar of the main window: labelled buttons in three groups, of the program, the hub and the
-/// machine. Where it is too narrow for their captions they are left out; the tool tips stay.
+/// The tool bar of the main window: labelled buttons in three groups, for the program, the hub and the
+/// machine. If it is too narrow for the captions, they are left out; the tool tips remain.
 class CommandBar : public QWidget {
   Q_OBJECT
 
  public:
   explicit CommandBar(QWidget* parent);
 
-  /// Runs this at each click on the button of this name, and at its mnemonic.
+  /// Runs `command` when the button with this name is clicked, and at its mnemonic.
   void OnClick(std::string_view button, std::function<void()> command);
 
-  /// As wide as with the captions, and at least as without them.
+  /// The preferred width has room for the captions, the minimum only for the buttons.
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
 
@@ -32,7 +32,7 @@ class CommandBar : public QWidget {
 
  private:
   void DrawImages();
-  /// Works out both sizes for the font.
+  /// Works out both sizes for the current font.
   void Measure();
   void ShowCaptions(bool shown);
   [[nodiscard]] int Height() const;

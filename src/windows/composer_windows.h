@@ -16,7 +16,7 @@
 
 namespace tavlo {
 
-/// What the windows lean on.
+/// The services that the windows use.
 struct Outside {
   SerialPort& Comm1;
   MessageBoxes& boxes;
@@ -29,7 +29,7 @@ struct Outside {
   CommDevices& comms;
 };
 
-/// A session of the desktop program: its state, its windows, and the desk that the handlers work on. The
+/// A session of the desktop program: its state, its windows, and the desk that the handlers work with. The
 /// services must outlive it.
 class ComposerWindows {
  public:
@@ -40,7 +40,7 @@ class ComposerWindows {
   [[nodiscard]] Desk& Handlers() { return desk_; }
 
  private:
-  /// Keeps the commands away while a transfer's gauge stands.
+  /// Returns a function that disables the commands while a transfer's gauge is shown.
   [[nodiscard]] std::function<void(bool)> HoldWhile();
 
   HeldEnter held_enter_;
@@ -55,8 +55,8 @@ class ComposerWindows {
   Desk desk_;
 };
 
-/// Shows the splash, makes and loads the main window behind it, and shows that a moment later. The receive
-/// event of the port is wired by then.
+/// Shows the splash, creates and loads the main window behind it, and shows the main window a moment later.
+/// On return the receive event of the port is connected.
 [[nodiscard]] std::unique_ptr<ComposerWindows> StartUp(const Outside& outside);
 
 }  // namespace tavlo

@@ -11,9 +11,9 @@
 
 namespace tavlo {
 
-/// One light. Round ones are inputs and outputs, diamonds are limit switches; on is filled, off is hollow, a
+/// One light. Inputs and outputs are round, limit switches are diamonds; on is filled, off is hollow, and a
 /// question mark is what the drive does not report. So it can be read without its colour. To a screen reader
-/// it is a text, its name.
+/// it is a text: its name.
 class LedLight : public QLabel {
   Q_OBJECT
 
@@ -31,21 +31,21 @@ class LedLight : public QLabel {
   Led led_ = Led::GreenOff;
 };
 
-/// "Input/Output Status": a column of lights for each axis, in both run windows.
+/// "Input/Output Status" in both run windows: a column of lights for each axis.
 class LedPanel : public QGroupBox {
   Q_OBJECT
 
  public:
   explicit LedPanel(QWidget* parent);
-  /// Shows the lights that the hub and its drives have.
+  /// Shows the lights that this hub and its drives have.
   void Arrange(const Program& program);
-  /// Paints the lights of an axis again.
+  /// Repaints the lights of an axis.
   void ShowAxis(const Source& source, int axis);
   [[nodiscard]] LedLight* Light(LedRow row, int axis, int bit) const;
 
  private:
   std::vector<QLabel*> headings_;
-  /// By `LedRow`: the row's title and the captions at the left of its bits.
+  /// By `LedRow`: the title of the row, and the captions to the left of its bits.
   std::array<QLabel*, kLedRows.size()> titles_{};
   std::array<std::vector<QLabel*>, kLedRows.size()> captions_;
   /// By `LedRow`, axis and bit.

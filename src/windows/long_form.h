@@ -15,11 +15,11 @@ class HubPanel;
 class LimitsPanel;
 class ProgramGrid;
 
-/// What keeps the operator from the commands.
+/// Why the operator cannot use the commands.
 enum class Hold { None, Run, Transfer };
 
-/// `LongForm`: the window on which the program lives. Shows the session and passes the operator's acts to
-/// the handlers of the core.
+/// `LongForm`: the main window. Shows the session and passes the operator's actions to the handlers of the
+/// core.
 class LongForm : public QWidget, public ProgramView {
   Q_OBJECT
 
@@ -27,12 +27,12 @@ class LongForm : public QWidget, public ProgramView {
   LongForm(Source& source, CommDevices& comms);
   ~LongForm() override;
 
-  /// The load of the window: gives the session its start, opens the port and fills the grid. May show boxes
-  /// about the port. Nothing is asked of the hub.
+  /// The load of the window: initialises the session, opens the port and fills the grid. May show boxes about
+  /// the port. Asks the hub nothing.
   void Begin(Desk& desk);
-  /// The program ends in a way that no handler here brought about: keeps the port's number.
+  /// The program ends for a reason outside this window: saves the port's number.
   void Unload();
-  /// While a program runs or is sent nothing but the grid can be used, and the window stays.
+  /// While a program runs or is being sent, only the grid can be used, and the window cannot be closed.
   void HoldCommands(Hold hold);
 
   void RowChanged(int line) override;
@@ -57,8 +57,8 @@ class LongForm : public QWidget, public ProgramView {
   void LayOut();
   void Connect();
   void Command(std::string_view button, void (*handler)(Desk&));
-  /// The operator chose this in one of the lists. Where no click could have done so the lists show again what
-  /// holds.
+  /// The operator chose this index in one of the lists. If no click could have done so, the lists show the
+  /// real state again.
   void Choose(void (*handler)(Desk&, int), int index);
   void Quit();
   void End();

@@ -12,20 +12,20 @@ class QKeyEvent;
 
 namespace tavlo {
 
-/// `fakeMMI`: stands in for the hub's operator terminal. All that it shows is the hub's, and all that is
-/// pressed goes there.
+/// `fakeMMI`: stands in for the hub's operator terminal. It shows only what the hub sends, and all keys go to
+/// the hub.
 class MmiForm : public RunForm {
   Q_OBJECT
 
  public:
   MmiForm(Desk& desk, QWidget* main_window, std::function<void(bool)> hold);
-  /// The display's text has changed; it is painted in the next turn of the event loop.
+  /// The text of the display has changed. It is painted in the next turn of the event loop.
   void TextLinesChanged();
 
  protected:
-  /// The keyboard is the keypad, whatever control has the focus.
+  /// The keyboard acts as the keypad, whichever control has the focus.
   bool eventFilter(QObject* watched, QEvent* event) override;
-  /// No control: a blank that is typed presses none by accident.
+  /// Not a control, so that a typed blank cannot press one by accident.
   [[nodiscard]] QWidget* FirstFocus() override { return glass_; }
   void keyPressEvent(QKeyEvent* event) override;
 

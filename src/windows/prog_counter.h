@@ -8,7 +8,7 @@
 
 namespace tavlo {
 
-/// `ProgCounter`: a pointer whose tip stands at the middle of its row. Hidden at first.
+/// `ProgCounter`: a pointer whose tip is at the middle of its row. Hidden at first.
 class ProgCounterMarker : public QWidget {
   Q_OBJECT
 

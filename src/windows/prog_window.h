@@ -19,8 +19,8 @@
 namespace tavlo {
 
 /// `ProgWindow`: the tall pane of all 200 rows, painted from `Source`. One row is the current one: the arrow
-/// and page keys move it, Enter does what a click on its icon does. An icon that is dragged marks the row on
-/// which it would be dropped; a drag that ends in any other way leaves no trace.
+/// and page keys move it, and Enter does what a click on its icon does. While an icon is dragged, the row on
+/// which it would be dropped is marked; a drag that ends in any other way leaves no trace.
 class ProgWindow : public QWidget {
   Q_OBJECT
 
@@ -30,34 +30,35 @@ class ProgWindow : public QWidget {
   [[nodiscard]] const RowGeometry& Geometry() const { return geometry_; }
   [[nodiscard]] const Source& Session() const { return source_; }
   [[nodiscard]] int CurrentRow() const { return current_; }
-  /// What a screen reader says of a row of 0..199.
+  /// Returns what a screen reader says of a row, 0..199.
   [[nodiscard]] RowSpeech SpeechOfRow(int line) const;
-  /// Rows outside 0..199 go to the nearest end.
+  /// A row outside 0..199 is replaced by the nearest one.
   void SetCurrentRow(int line);
-  /// The same, and the row should be seen.
+  /// The same, and asks for the row to be brought into view.
   void GoTo(int line);
-  /// While lines must not be changed clicks, drags and Enter do nothing; the rows can be walked.
+  /// While held, lines cannot be changed: clicks, drags and Enter do nothing, but the rows can still be
+  /// walked.
   void Hold(bool held);
-  /// What a click on the icon of a row does, where a click can do something.
+  /// Does what a click on the icon of a row does, if a click could reach it.
   void Press(int line);
-  /// Widths of the part of a row that its text may fill, and of the whole pane.
+  /// Sets the width of the part of a row that its text may fill, and the width of the whole pane.
   void SetWidths(int text_width, int width);
 
   void RowChanged(int line);
   void AllRowsChanged();
-  /// The arrows and the colours of the numbers.
+  /// The arrows or the colours of the numbers have changed.
   void ArrowsChanged();
-  /// The marker beside a row.
+  /// Shows the marker beside a row; without a line, hides it.
   void ShowProgCounter(std::optional<int> line);
 
  signals:
-  /// The icon of one row was dropped on another; a click, or Enter, is a drop on itself.
+  /// The icon of one row was dropped on another. A click, or Enter, is a drop on the row itself.
   void Dropped(int source_line, int target_line, bool shift);
-  /// The current row has moved and should be seen.
+  /// The current row has moved and should be brought into view.
   void CurrentRowMoved(int line);
-  /// What a screen reader says of a row is another than before.
+  /// What a screen reader says of a row has changed.
   void SpeechChanged(int line, QAccessible::Event what);
-  /// An icon is dragged, and stands here in the pane; nothing once it is dragged no more.
+  /// An icon is being dragged and is at this position of the pane; nothing when the drag is over.
   void Dragged(std::optional<QPoint> position);
 
  protected:
@@ -82,12 +83,12 @@ class ProgWindow : public QWidget {
   [[nodiscard]] QColor LabelInk(LabelColour colour) const;
   [[nodiscard]] QString ToolTipAt(QPoint position);
   void Drop(int source_line, int target_line, bool shift);
-  /// The row that an icon would be dropped on now: the one under the pointer, where it can be seen.
+  /// Finds the row on which an icon would be dropped now: the row under the pointer, if it can be seen.
   void Aim();
   void SetDropTarget(std::optional<int> line);
   void EndDrag();
   void TellReaders(int line, QAccessible::Event what);
-  /// Tells what of the row's speech is another than they were told last.
+  /// Reports what has changed in the row's speech since it was last reported.
   void TellSpeech(int line);
   void TellAllSpeech();
 
@@ -102,7 +103,7 @@ class ProgWindow : public QWidget {
   std::optional<int> pressed_icon_;
   QPoint pressed_at_;
   bool dragging_ = false;
-  /// On the screen: the pane may be scrolled away under a pointer that rests.
+  /// In screen coordinates: the pane may be scrolled under a pointer that rests.
   QPoint pointer_;
   std::optional<int> drop_target_;
   bool held_ = false;

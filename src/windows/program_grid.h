@@ -25,9 +25,9 @@ class ProgramGrid : public QWidget {
   ProgramGrid(const Source& source, QWidget* parent);
 
   [[nodiscard]] ProgWindow& Pane() { return *pane_; }
-  /// Brings a row into view, while a program runs.
+  /// Brings a row into view while a program runs.
   void AutoScroll(int line);
-  /// Keeps clicks and drops away and says why, in place of the heading; lets them in again without a text.
+  /// Blocks clicks and drops, and shows why in place of the heading. An empty text lets them through again.
   void Hold(const QString& why);
 
  protected:
@@ -35,11 +35,13 @@ class ProgramGrid : public QWidget {
   void timerEvent(QTimerEvent* event) override;
 
  private:
-  /// Gives the text column what it gets of the main window's width. Does nothing while that is minimised.
+  /// Gives the text column its share of the main window's width. Does nothing while the main window is
+  /// minimised.
   void AdjProgWinWidth();
   void EnsureRowVisible(int line);
   void FollowDrag(std::optional<QPoint> position);
-  /// How far the rows move at a time while an icon is held at this height of the view: 0 away from the edges.
+  /// Returns how far the rows move at a time while an icon is held at this height of the view: 0 away from
+  /// the edges.
   [[nodiscard]] int DragScroll(int y) const;
   [[nodiscard]] QScrollBar& ScrollProg() const;
 
@@ -48,7 +50,7 @@ class ProgramGrid : public QWidget {
   QLabel* heading_;
   QLabel* notice_;
   QBasicTimer drag_timer_;
-  /// Where an icon is held, in the view.
+  /// Where an icon is being held, in coordinates of the view.
   QPoint dragged_to_;
 };
 

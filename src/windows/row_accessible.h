@@ -4,8 +4,8 @@
 
 namespace tavlo {
 
-/// Makes each row of the painted grid a thing of its own for screen readers and tests from outside: it says
-/// what `RowSpeech` holds, its action is the click on the icon. Installs once.
+/// Makes each row of the painted grid an object of its own for screen readers and tests: its texts are those
+/// of `RowSpeech`, and its action is the click on the icon. Further calls do nothing.
 void InstallRowAccessibility();
 
 }  // namespace tavlo

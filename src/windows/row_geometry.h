@@ -10,7 +10,7 @@
 
 namespace tavlo {
 
-/// Where things stand in the tall pane of all rows. From left to right: the marker of the running line, the
+/// Where things are in the tall pane of all rows. From left to right: the marker of the running line, the
 /// number, the arrows, the icon, the text.
 struct RowGeometry {
   static constexpr int kMarkerWidth = 12;
@@ -21,9 +21,9 @@ struct RowGeometry {
   /// Side of the icon.
   int icon = kIconSize;
   int label_width = 28;
-  /// Of the part that the text may fill.
+  /// Width of the part that the text may fill.
   int text_width = 300;
-  /// Of the pane, whose rest to the right shows the state of the row too.
+  /// Width of the pane. To the right of the text, it shows the state of the row too.
   int width = 500;
 
   [[nodiscard]] int Height() const { return kLines * pitch; }
@@ -38,13 +38,13 @@ struct RowGeometry {
   [[nodiscard]] QRect Icon(int line) const {
     return {IconLeft(), Top(line) + (pitch - icon) / 2, icon, icon};
   }
-  /// A hair of the pane shows between two texts.
+  /// Leaves a thin line of the pane between two texts.
   [[nodiscard]] QRect Desc(int line) const {
     return {DescLeft(), Top(line) + 1, width - DescLeft(), pitch - 1};
   }
   [[nodiscard]] QRect Zone() const { return {ZoneLeft(), 0, kZoneWidth, Height()}; }
 
-  /// The row at this height, or the nearest one.
+  /// Returns the row at this height, or the nearest one.
   [[nodiscard]] int RowAt(int y) const { return std::clamp(y / pitch, 0, kLines - 1); }
 };
 

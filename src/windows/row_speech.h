@@ -8,14 +8,14 @@
 
 namespace tavlo {
 
-/// What a screen reader says of a row: its name, such as "Line 3: Go to line 1, executing", and in the
-/// description what else is to be seen there: the marker, the thick frame and the colour of the number.
+/// What a screen reader says of a row: its name, such as "Line 3: Go to line 1, executing", and a description
+/// of what else can be seen there: the marker, the thick frame and the colour of the number.
 struct RowSpeech {
   QString name;
   QString description;
 };
 
-/// `line` counts from 0; the program counter may stand beside it.
+/// `line` is 0-based. `at_program_counter`: the marker of the running line is beside the row.
 [[nodiscard]] RowSpeech SpeechOf(const Row& row, int line, bool at_program_counter);
 
 }  // namespace tavlo

@@ -12,17 +12,19 @@
 
 namespace tavlo {
 
-/// Line ends and other controls of a text have no place in one line: blanks stand for them.
+/// Returns the text with blanks in place of line ends and other control characters, which would break one
+/// line.
 [[nodiscard]] QString InOneLine(std::string_view text);
 
-/// The texts of the rows as they are drawn, worked out again only when something of it has changed.
+/// The texts of the rows as they are drawn. Each is worked out again only when something that it depends on
+/// has changed.
 class RowTexts {
  public:
-  /// What the label of this row shows at this width, with 4 to spare. A prompt loses its last characters
-  /// until it fits, and no mark shows it; any other text that does not fit ends in an ellipsis.
+  /// Returns what the label of this row shows at this width, which includes a margin of 4. A prompt loses its
+  /// last characters until it fits, without a mark; any other text that does not fit ends in an ellipsis.
   const QString& Shown(const Source& source, int line, int label_width, const QFontMetrics& font);
 
-  /// The font has changed.
+  /// Must be called when the font has changed.
   void Forget() { rows_ = {}; }
 
  private:

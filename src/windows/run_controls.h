@@ -12,7 +12,7 @@ class QToolButton;
 
 namespace tavlo {
 
-/// Play, Pause, SingleStep, Reset and Stop of a run, and how its status is kept up to date.
+/// Play, Pause, SingleStep, Reset and Stop of a run, and the display of its status.
 class RunControls : public QWidget {
   Q_OBJECT
 
@@ -40,7 +40,7 @@ class RunControls : public QWidget {
   QToolButton* reset_;
   QToolButton* stop_;
   QLabel* update_;
-  /// Of Play, Pause and SingleStep.
+  /// The pictures of Play, Pause and SingleStep.
   std::array<Picture, 3> shown_ = {Picture::PlayGray, Picture::PauseGray, Picture::StepGray};
 };
 

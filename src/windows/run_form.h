@@ -19,21 +19,21 @@ class LedPanel;
 class RunControls;
 class RunWatch;
 
-/// Where a window of this size goes beside the main window: at its right, else at its left, where the room on
-/// the screen is wide enough, else at `told`; all of it in the room, if it can be.
+/// Returns where a window of this size goes beside the main window: to its right, or else to its left, if the
+/// screen has room there; otherwise at `told`. It is moved so that it lies within the room if it can.
 [[nodiscard]] QPoint PlaceBeside(const QRect& main, const QRect& room, const QSize& size, const QPoint& told);
 
-/// A window that stands while a program runs: `ExecStatus` as it is, `fakeMMI` with a display and keys beside
-/// the same panel and the same controls.
+/// A window that is up while a program runs: `ExecStatus` as it is, and `fakeMMI` with a display and keys
+/// beside the same panel and the same controls.
 ///
-/// It is modal in that ShowModal() returns when it is gone and no command of the main window can be reached
-/// meanwhile; the grid and its scroll bar can be used. Escape stops the run, whichever of our windows has the
-/// focus. It is hidden and not destroyed.
+/// It is modal in that ShowModal() returns only when it is hidden, and in that the commands of the main
+/// window are disabled meanwhile; the grid and its scroll bar can be used. Escape stops the run, whichever of
+/// our windows has the focus. The window is hidden, not destroyed.
 class RunForm : public QWidget {
   Q_OBJECT
 
  public:
-  /// `hold` is told when the run begins and ends.
+  /// `hold` is called when the run begins and when it ends.
   RunForm(Desk& desk, RunWindow window, QWidget* main_window, std::function<void(bool)> hold);
 
   void ShowModal();
@@ -42,9 +42,9 @@ class RunForm : public QWidget {
 
  protected:
   [[nodiscard]] Desk& Handlers() { return desk_; }
-  /// The row of the panel; what is added stands to its left.
+  /// Returns the row of the panel. What is added goes to the left of the panel.
   [[nodiscard]] QHBoxLayout& Body() { return *body_; }
-  /// What has the focus when the window comes up.
+  /// Returns the widget that has the focus when the window comes up.
   [[nodiscard]] virtual QWidget* FirstFocus();
   bool event(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
@@ -69,7 +69,7 @@ class RunForm : public QWidget {
   RunWatch* watch_;
   QEventLoop* loop_ = nullptr;
   bool stopping_ = false;
-  /// Where it came up last, and where the operator moved it.
+  /// Where the window last came up, and where the operator moved it.
   QPoint placed_;
   std::optional<QPoint> chosen_;
   QElapsedTimer shown_;

@@ -6,12 +6,11 @@
 
 namespace tavlo {
 
-/// What happens in the other windows of this program while one of a run is up and watches.
+/// Watches the other windows of this program while a run window is up.
 ///
-/// Escape is the key that stops the machine, and it is that in every window: in the main window, and in a box
-/// that stands over the run too. A message that the hub sends while the machine moves on must not take its
-/// only stop away, not even for the moment in which such a box takes no key. The box stays: the next Escape
-/// answers it.
+/// Escape is the key that stops the machine, in every window: in the main window, and in a box that is up
+/// over the run. A message from the hub while the machine moves must not take the only stop away, not even
+/// for the moment in which such a box blocks keys. The box stays up: the next Escape answers it.
 class RunWatch : public QObject {
   Q_OBJECT
 
@@ -22,7 +21,7 @@ class RunWatch : public QObject {
 
  signals:
   void StopPressed();
-  /// A modal window has gone.
+  /// A modal window has closed.
   void BoxGone();
 
  protected:

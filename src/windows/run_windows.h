@@ -15,10 +15,10 @@ class MmiForm;
 class RunForm;
 class ServoFaultForm;
 
-/// The windows of a run, children of the main window, made at their first use.
+/// The windows of a run. They are children of the main window and are created at their first use.
 class RunWindows : public RunView {
  public:
-  /// `hold` is told when a run begins and ends.
+  /// `hold` is called when a run begins and when it ends.
   RunWindows(QWidget* main_window, std::function<void(bool)> hold);
   void Attach(Desk& desk) { desk_ = &desk; }
 

@@ -13,7 +13,7 @@ class QLabel;
 
 namespace tavlo {
 
-/// `ServoFault`: what a drive's fault code says, an indicator a bit.
+/// `ServoFault`: shows what a drive's fault code means, with one indicator a bit.
 class ServoFaultForm : public QDialog {
   Q_OBJECT
 
@@ -27,7 +27,7 @@ class ServoFaultForm : public QDialog {
   QLabel* message_;
   std::array<RedSquare*, 14> squares_{};
   std::array<QLabel*, 14> labels_{};
-  /// A fault comes by itself.
+  /// The window comes up by itself, so it needs a guard.
   std::unique_ptr<KeyGuard> guard_;
 };
 

@@ -19,14 +19,15 @@ class QLineEdit;
 
 namespace tavlo {
 
-// The three groups beside the grid. Each shows state of the session and passes on what the operator does.
+// The three groups beside the grid. Each shows part of the session's state and passes on the operator's
+// actions.
 
 /// Hub model, firmware and the choice of port.
 class HubPanel : public QGroupBox {
   Q_OBJECT
 
  public:
-  /// `comms` must outlive it.
+  /// `comms` must outlive the panel.
   HubPanel(CommDevices& comms, QWidget* parent);
   ~HubPanel() override;
   void Show(const Source& source);
@@ -40,7 +41,7 @@ class HubPanel : public QGroupBox {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  /// Shows which devices are there now.
+  /// Looks again which devices exist now, and shows them.
   void LookAgain();
 
   CommDevices& comms_;
@@ -50,16 +51,16 @@ class HubPanel : public QGroupBox {
   std::array<CommOption*, kPorts> options_{};
 };
 
-/// `LblDriveDesc`: one row of the axis summary. Its text is the whole row; it is drawn in columns.
+/// `LblDriveDesc`: one row of the axis summary. Its text is the whole row, but it is drawn in columns.
 class DriveLabel : public QLabel {
   Q_OBJECT
 
  public:
   DriveLabel(int axis, QWidget* parent);
   void Show(const DriveDesc& desc);
-  /// What the name of the axis would take whole.
+  /// Returns the width that the whole name of the axis would need.
   [[nodiscard]] int NameWidth() const;
-  /// The same for all rows, so that they stand in columns.
+  /// Must be the same for all rows, so that they form columns.
   void SetNameColumn(int width);
   [[nodiscard]] QSize minimumSizeHint() const override;
   [[nodiscard]] QSize sizeHint() const override;
@@ -96,7 +97,7 @@ class LimitsPanel : public QGroupBox {
   explicit LimitsPanel(QWidget* parent);
   ~LimitsPanel() override;
   void Show(const Program& program);
-  /// Takes what stands in `LimitBranch` although it still has the focus.
+  /// Takes the text of `LimitBranch` over although the box still has the focus.
   void Commit();
 
  signals:

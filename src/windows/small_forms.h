@@ -12,15 +12,15 @@ class QProgressBar;
 
 namespace tavlo {
 
-// Small forms that stand in the middle of the main window while it is busy. They are panes of it and not
-// windows of their own, so that they can be painted at once, without waiting for a window manager.
+// Small forms in the middle of the main window while it is busy. They are panes of it and not windows of
+// their own, so that they can be painted at once, without waiting for a window manager.
 
-/// `downbox`. While it stands, nothing that would disturb the transfer can be reached.
+/// `downbox` and `upbox`. While one is shown, nothing that would disturb the transfer can be used.
 class GaugeForm : public QFrame, public ProgressForm {
   Q_OBJECT
 
  public:
-  /// `doing` stands in front of a phase. `hold` is told when the form comes and goes.
+  /// `doing` comes before the name of a phase. `hold` is called when the form is shown and when it is hidden.
   GaugeForm(const QString& name, const QString& title, const QString& doing, std::function<void(bool)> hold,
             QWidget* parent);
   void Show() override;

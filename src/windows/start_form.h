@@ -6,13 +6,13 @@
 
 namespace tavlo {
 
-/// `StartForm`: the first window, which tells the version while the main window is made.
+/// `StartForm`: the first window, which shows the version while the main window is created.
 class StartForm : public QFrame {
   Q_OBJECT
 
  public:
   StartForm();
-  /// In the middle of the screen, painted when this returns.
+  /// Shows it in the middle of the screen. It has been painted when this returns.
   void ShowAtOnce();
 };
 

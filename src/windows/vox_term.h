@@ -13,7 +13,7 @@ class QPlainTextEdit;
 
 namespace tavlo {
 
-/// `VOXterm`: text commands to the drives, while it has the focus. Made anew for each opening.
+/// `VOXterm`: sends text commands to the drives while it has the focus. Created anew for each opening.
 class VoxTerm : public QWidget {
   Q_OBJECT
 
@@ -39,7 +39,7 @@ class VoxTerm : public QWidget {
   QPlainTextEdit* command_;
   QPlainTextEdit* history_;
   QEventLoop* loop_ = nullptr;
-  /// What has come since the log was painted, and whether its older part has gone meanwhile.
+  /// What has arrived since the log was last painted, and whether the older part has been cut off since.
   std::string grown_;
   bool cut_ = false;
   QTimer paint_;
