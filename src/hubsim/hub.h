@@ -73,8 +73,8 @@ class Hub {
   /// follows it.
   bool TurnKnob(int axis, int counts, double now);
   /// A limit switch of an axis closes. Returns false if that changes nothing: the axis has no drive or does
-  /// not use its limit switches; no program runs, and none that has ended left anything moving; a limit
-  /// does no more than stop the axis, which stands.
+  /// not use its limit switches; or no program runs and nothing still moves after one; or a limit only stops
+  /// the axis, which stands already.
   bool HitLimit(int axis, double now);
   /// The drive of an axis reports faults. `code` is 0..16383, one bit a fault. Returns false if the axis has
   /// no drive.

@@ -46,7 +46,7 @@ class DriveBay {
   /// are empty.
   [[nodiscard]] int PluggedModel(int axis) const;
   /// Whether there are inputs and outputs to report: those of a drive, or the Hub Quad's own, which count as
-  /// the axis behind its four.
+  /// the axis after its four.
   [[nodiscard]] bool HasIo(int axis) const;
   /// Revision of the drive on `axis` (0..7) in hundredths.
   [[nodiscard]] int Revision(int axis) const {

@@ -11,9 +11,8 @@
 
 namespace tavlo::hubsim {
 
-/// Returns what the drives answer to a line of text in the passthrough, the carriage return behind it
-/// included, or nothing if no drive has the address that the line begins with. docs/hub-protocol.md lists the
-/// commands.
+/// Returns what the drives answer to a line of text in the passthrough, with the final carriage return;
+/// nothing if no drive has the address that the line begins with. docs/hub-protocol.md lists the commands.
 [[nodiscard]] std::string AnswerDriveCommand(std::string_view line, const DriveBay& bay,
                                              const Machine& machine, double now);
 

@@ -34,7 +34,7 @@ class Profile {
   /// Covers `distance` and ends at rest, starting at `initial` steps/s. A distance too short to stop in is
   /// stretched to the stopping distance.
   [[nodiscard]] static Profile Travel(double distance, double initial, const MotionLimits& limits);
-  /// `Travel` from rest with a second speed. A change that lies behind the start of the last braking has no
+  /// `Travel` from rest with a second speed. A change that lies after the start of the last braking has no
   /// effect.
   [[nodiscard]] static Profile Travel(double distance, const MotionLimits& limits, const SpeedChange& change);
   /// Goes to `limits.speed` and keeps it for ever.

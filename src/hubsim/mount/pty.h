@@ -21,8 +21,8 @@ class Pty {
   [[nodiscard]] const std::string& Path() const { return path_; }
   /// Is readable while `Read` has something to do.
   [[nodiscard]] int Fd() const { return waiting_.Get(); }
-  /// Returns what has come from the PC, which may be nothing. If a program on the PC was killed that kept the
-  /// line to itself, others can open it again after this call.
+  /// Returns what has come from the PC, which may be nothing. If a program on the PC that kept the line to
+  /// itself was killed, others can open the line again after this call.
   [[nodiscard]] std::string Read();
   /// Returns the number of bytes taken, which may be 0: what the PC does not read must not pile up in the
   /// kernel, where the next program to open the line would find it. There is no event for room that becomes

@@ -37,14 +37,14 @@ class Server {
 
   /// "{link} -> {terminal}".
   [[nodiscard]] std::string Where() const;
-  /// Tells on standard output that the hub is ready for a PC.
+  /// Says on standard output that the hub is ready for a PC.
   void Announce() const;
   /// Serves until `quit`, SIGINT, SIGTERM or SIGHUP. Blocks in the system while there is nothing to do.
   void Run();
 
-  // In place of `Run`, for an event loop of the caller's. It calls `Serve` when one of the two inputs can be
-  // read, at `NextEvent`, and behind everything it did to the hub itself. The stop signals are blocked; the
-  // caller looks after them.
+  // In place of `Run`, for an event loop of the caller's. The caller must call `Serve` when one of the two
+  // inputs can be read, at `NextEvent`, and after everything that it did to the hub itself. The stop signals
+  // are blocked; the caller looks after them.
 
   /// Does what there is to do and returns.
   void Serve();

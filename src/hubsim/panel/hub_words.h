@@ -32,7 +32,7 @@ namespace tavlo::hubsim {
 [[nodiscard]] std::string HexWords(std::span<const std::uint8_t> bytes);
 /// The eight blocks of axis settings, 16 bytes a row.
 [[nodiscard]] std::string SettingsText(MemoryView memory);
-/// The texts of the pool, one a row behind its offset. Bytes that are no letters are spelled, as \x1b.
+/// The texts of the pool, one a row, each after its offset. Bytes that are not letters are spelled, as \x1b.
 [[nodiscard]] std::string PoolText(MemoryView memory);
 
 }  // namespace tavlo::hubsim

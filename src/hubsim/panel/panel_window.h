@@ -40,7 +40,7 @@ class PanelWindow : public QWidget {
  private:
   void ConnectControls();
   void AskFault(int axis);
-  /// Called after something was done to the hub; `note` tells why it had no effect.
+  /// Called after something was done to the hub; `note` says why it had no effect.
   void Acted(const QString& note = {});
 
   Hub& hub_;

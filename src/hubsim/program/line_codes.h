@@ -52,7 +52,7 @@ inline constexpr int kLineCodes = 32;
 
 /// A comment has at most this many characters; one that has them all needs no end mark.
 inline constexpr int kCommentText = 27;
-/// At most so many bytes of a knob line's text stand in the line itself, the end mark included.
+/// At most this many bytes of a knob line's text are in the line itself, the end mark included.
 inline constexpr int kKnobText = 11;
 
 /// Up to this firmware (1.08) a line that looks at several inputs does not carry the drive's own ones.

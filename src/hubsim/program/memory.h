@@ -46,7 +46,7 @@ class Memory {
   /// Bytes beyond the pool's 1536 are dropped: the hub has no place for them.
   void StorePoolByte(std::int64_t index, std::uint8_t byte);
 
-  /// Sum of all 8192 bytes modulo 65536, as it stands behind an upload.
+  /// Sum of all 8192 bytes modulo 65536, as it follows them in an upload.
   [[nodiscard]] std::uint16_t Sum() const;
 
  private:

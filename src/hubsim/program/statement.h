@@ -22,7 +22,7 @@ struct Operand {
   bool variable = false;
 };
 
-/// When the program goes on behind a move.
+/// When the program goes on after a move.
 enum class MoveWait : std::uint8_t { AllMoves, ThisMove, None };
 
 /// All feeds and the search for home. Speeds are 1/40 rev/s, accelerations rev/s/s, distances steps, times

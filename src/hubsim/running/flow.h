@@ -34,7 +34,7 @@ class Flow {
   /// count, so a program that jumped out of it and comes back goes on where it was. A count below 1 is one
   /// round.
   void Repeat(int loop, int count, CountDisplay display);
-  /// Ends a round. Returns true if another one follows, which is never so in a loop that was not entered.
+  /// Ends a round. Returns true if another one follows; always false for a loop that was not entered.
   [[nodiscard]] bool EndRound(int loop);
   /// The next Repeat counts anew.
   void ResetLoop(int loop);

@@ -22,11 +22,11 @@ namespace tavlo::hubsim {
 /// What has become of a line that began.
 struct LineOutcome {
   int next = 0;                ///< the line to go on with; 200 and above end the program
-  std::function<bool()> over;  ///< tells when the line is over
+  std::function<bool()> over;  ///< returns whether the line is over
   std::optional<double> wake;  ///< machine time at which it is over; with neither it is over at once
   bool concurrent = false;     ///< its move goes on beside the next lines
   std::optional<Halt> halt;
-  /// Rules the line's end instead, and tells where the program goes on.
+  /// Decides instead when the line is over and where the program goes on.
   std::unique_ptr<Interaction> interaction;
 };
 
@@ -45,7 +45,7 @@ struct LineContext {
 /// Brakes an axis that turns with no end if a move wants it.
 [[nodiscard]] bool MayGo(const Statement& statement, const LineContext& context);
 
-/// Begins a line, and carries out what of it takes no time.
+/// Begins a line and carries out the part of it that takes no time.
 [[nodiscard]] LineOutcome RunLine(const Statement& statement, const LineContext& context);
 
 }  // namespace tavlo::hubsim

@@ -25,8 +25,8 @@ enum class RunState : std::uint8_t {
   Halted,
 };
 
-/// Steps through the program in the memory: tells of each line before it runs, waits for the PC's
-/// acknowledgement, lets it run, and tells of its end. All times are machine seconds.
+/// Steps through the program in the memory: reports each line before it runs, waits for the PC's
+/// acknowledgement, lets it run, and reports its end. All times are machine seconds.
 class Runner {
  public:
   Runner(const Memory& memory, const DriveBay& bay, Reporter& reporter, TerminalDisplay& display,
@@ -35,7 +35,7 @@ class Runner {
 
   /// From the first line, whatever ran before. `terminal`: somebody sits at the operator terminal.
   void Start(bool terminal, double now);
-  /// Brakes all motion and forgets the run; no more of it is told. Ends a halt too.
+  /// Brakes all motion and forgets the run; no more of it is reported. Ends a halt too.
   void Stop(double now);
   /// Takes effect at the next line; a line under way and motion go on.
   void Pause(double now);
@@ -51,9 +51,8 @@ class Runner {
   /// Makes everything as it is after power-up, except the levels of the inputs.
   void PowerUp(double now);
 
-  /// Returns false if it changes nothing: the axis has no drive or does not use its limit switches; no
-  /// program runs, and none that has ended left anything moving; a limit does no more than stop the axis,
-  /// which stands.
+  /// Returns false if it changes nothing: the axis has no drive or does not use its limit switches; or no
+  /// program runs and nothing still moves after one; or a limit only stops the axis, which stands already.
   bool HitLimit(int axis, double now);
   /// Returns false unless a program runs, or has ended and left something moving.
   bool PressStop(double now);
@@ -77,14 +76,14 @@ class Runner {
 
   [[nodiscard]] std::optional<double> NextEvent() const;
   void Advance(double now);
-  /// Tells inputs and outputs of all drives.
+  /// Reports inputs and outputs of all drives.
   void ReportAllStatus();
 
  private:
   enum class Phase : std::uint8_t {
     Between,     ///< the next line is to be taken up
     Held,        ///< paused in front of the next line
-    Started,     ///< told of, not yet acknowledged
+    Started,     ///< reported, not yet acknowledged
     Gated,       ///< acknowledged, waits for moves before it runs
     Executing,   ///< runs
     Concurrent,  ///< its move goes on beside the program; not yet acknowledged

@@ -9,7 +9,7 @@
 
 namespace tavlo::hubsim {
 
-/// As an operator writes it: no zeros behind the last decimal, no point behind a whole number.
+/// As an operator writes it: no zeros after the last decimal, no point after a whole number.
 [[nodiscard]] std::string FormatFixed4(Fixed4 value);
 
 /// A number as it is typed on the keypad: digits, "." and a sign, the last one taken back by a backspace.

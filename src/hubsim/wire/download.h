@@ -12,7 +12,7 @@
 
 namespace tavlo::hubsim {
 
-/// One download behind its "F": 200 lines, the 256 bytes of the axis blocks, the pool up to its 0x00. A line
+/// One download after its "F": 200 lines, the 256 bytes of the axis blocks, the pool up to its 0x00. A line
 /// is stored in the memory when it is whole, any other byte as it comes.
 class Download {
  public:

@@ -83,7 +83,7 @@ enum class Spoil : std::uint8_t {
   OneMore,    ///< one byte too many
   LastWrong,  ///< the last byte has a bit turned
   Other,      ///< another byte in place of the answer
-  Glued,      ///< a spurious byte in the same write, behind the answer
+  Glued,      ///< a spurious byte in the same write, after the answer
   FirstN,     ///< only the first N bytes come
   Model16,    ///< the model byte is 16
   Strange,    ///< axis N reports an identity that no list knows
@@ -92,7 +92,7 @@ enum class Spoil : std::uint8_t {
 };
 
 inline constexpr double kLateSeconds = 1.3;
-/// How long a hub stalls that stalls: shorter than the silence that tells a PC that a hub has stopped.
+/// How long a stall lasts: shorter than the silence after which a PC takes the hub for stopped.
 inline constexpr double kStallSeconds = 0.02;
 
 enum class Parameter : std::uint8_t { None, Count };
@@ -209,8 +209,8 @@ struct FailurePlan {
   return kFailures[static_cast<std::size_t>(mode)];
 }
 
-/// Reads "MODE" or "MODE:N", N a whole number from 1. Empty for an unknown mode, for an N that is anything
-/// else, and for an N behind a mode that takes none.
+/// Reads "MODE" or "MODE:N", N a whole number from 1. Empty for an unknown mode, for any other N, and for an
+/// N after a mode that takes none.
 [[nodiscard]] std::optional<FailurePlan> ParseFailure(std::string_view text);
 
 /// What becomes of one answer.

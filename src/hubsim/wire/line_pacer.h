@@ -10,7 +10,7 @@
 
 namespace tavlo::hubsim {
 
-/// Bytes that arrive together at a time.
+/// Bytes that arrive together, and when.
 struct Arrival {
   double at = 0;
   std::string bytes;

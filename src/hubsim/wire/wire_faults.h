@@ -26,7 +26,7 @@ class WireFaults {
     if (here && plan_.mode == Failure::FlipByte) return static_cast<std::uint8_t>(byte ^ 1);
     return byte;
   }
-  /// The cable comes off behind the byte that passed last.
+  /// The cable comes off after the byte that passed last.
   [[nodiscard]] bool CableComesOff() const { return plan_.mode == Failure::Unplug && count_ >= plan_.at; }
 
  private:
