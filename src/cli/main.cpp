@@ -47,7 +47,8 @@ class StandardOutlet : public Outlet {
   [[nodiscard]] int DroppedRows() const override { return out.DroppedRows(); }
 };
 
-/// Meanwhile a question that could not be shown yet may still find its reader.
+/// Waits for a key. Meanwhile sends output that its reader would not take before, such as the question
+/// itself.
 void AwaitKey(Outlet& outlet) {
   constexpr int kLookMilliseconds = 50;
   std::array<pollfd, 2> waits = {{{STDIN_FILENO, POLLIN, 0}, {Interrupts::Descriptor(), POLLIN, 0}}};

@@ -74,8 +74,8 @@ ExitCode ExecuteGuarded(Command& command, Environment& environment) {
   }
 }
 
-/// Prints `error_object`, if there is one, and waits until everything is written; not for good once an
-/// operator wants the end or a run is over.
+/// Prints `error_object`, if there is one, and waits until everything is written. After an interruption or a
+/// run it waits only for a limited time.
 ExitCode Deliver(Environment& environment, ExitCode code, bool prints_events,
                  const std::string& error_object) {
   Outlet* outlet = environment.outlet;
@@ -100,7 +100,7 @@ class CommandLine {
  public:
   explicit CommandLine(Environment& environment) : environment_(environment), commands_(AllCommands()) {
     app_.set_version_flag("--version", "tavlo " + VersionTextOf(kVersion));
-    // None at all is told below, so that a wrong one is told by its name.
+    // A missing command is reported below, so that a wrong one is reported by its name.
     app_.require_subcommand(0, 1);
     app_.footer(ExitCodeText());
     for (const auto& command : commands_) Add(*command);

@@ -13,10 +13,10 @@
 namespace tavlo::cli {
 namespace {
 
-/// No more is read of what is no image anyway; a device may have no end.
+/// Reading stops here: anything longer is no image anyway, and a device may have no end.
 constexpr std::size_t kReadLimit = 1 << 20;
 
-/// Reads a hub's memory. Nothing after the message of a failure.
+/// Reads a hub's memory. Returns nothing after a message if that fails.
 std::optional<std::string> ReadImageFile(Console& console, const std::string& path) {
   std::string reason;
   auto image = ReadFile(console, path, kReadLimit, reason);

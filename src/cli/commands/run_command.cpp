@@ -95,7 +95,7 @@ class RunCommand : public Command {
                              const ConsoleBoxes& boxes) {
     switch (result) {
       case ExecuteResult::DrivesNotOK:
-        // Else the hub did not answer when it was asked for them.
+        // Otherwise the hub did not answer when it was asked for its drives.
         if (!boxes.Shown().empty() && boxes.Shown().back().tells == Tells::DrivesRefused) {
           return ExitCode::Refused;
         }

@@ -16,9 +16,9 @@
 namespace tavlo::cli {
 namespace {
 
-/// No more than what a pipe that has any room takes at once.
+/// A pipe that has any room takes this much at once.
 constexpr std::size_t kPiece = 4096;
-/// More than the result of any command but a run that nobody reads.
+/// More than the result of any command, except a run that nobody reads.
 constexpr std::size_t kMostKept = 1 << 20;
 
 }  // namespace
@@ -85,7 +85,7 @@ DescriptorBuffer::Room DescriptorBuffer::AwaitRoom(int milliseconds) const {
   for (;;) {
     const int ready = poll(waits.data(), waits.size(), milliseconds);
     if (ready < 0 && errno == EINTR) continue;
-    // Without a way to wait, the write itself has to tell.
+    // If poll fails, the write itself has to show whether there is room.
     if (ready < 0 || waits[0].revents != 0) return Room::Yes;
     return ready > 0 ? Room::Interrupted : Room::No;
   }

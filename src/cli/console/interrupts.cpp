@@ -18,12 +18,12 @@ namespace {
 
 struct EndingSignal {
   int signal;
-  /// A machine that moves has to obey it, even if whoever started this process had it ignored, as a shell
-  /// does for its background jobs. All others stay ignored; an ignored SIGHUP is what nohup asks for.
+  /// The signal must reach a moving machine even if whoever started this process had it ignored, as a shell
+  /// does for its background jobs. Other signals stay ignored: an ignored SIGHUP is what nohup asks for.
   bool even_if_ignored;
 };
-/// Every signal that would end the process and the one that would halt it, but for the real-time signals,
-/// whose numbers are not constants, and those below.
+/// Every signal that would end or stop the process, except the real-time signals, whose numbers are not
+/// constants, and those below.
 constexpr std::array kEndingSignals = {
     EndingSignal{SIGINT, true},   EndingSignal{SIGQUIT, true},    EndingSignal{SIGTERM, true},
     EndingSignal{SIGHUP, false},  EndingSignal{SIGALRM, false},   EndingSignal{SIGUSR1, false},
@@ -54,7 +54,7 @@ std::atomic<int> g_word_to = -1;
 std::atomic<std::size_t> g_word_size = 0;
 std::array<char, kLongestWord> g_word{};
 
-/// A write that failed tells that itself.
+/// A failed write reports its failure itself.
 bool IsOfOwnWrite(int signal, const siginfo_t& info) {
   return (signal == SIGPIPE || signal == SIGXFSZ) && info.si_pid == getpid();
 }
@@ -62,7 +62,7 @@ bool IsOfOwnWrite(int signal, const siginfo_t& info) {
 void OnSignal(int signal, siginfo_t* info, void*) {
   if (IsOfOwnWrite(signal, *info)) return;
   const bool limit = signal == SIGALRM && info->si_code == SI_TIMER;
-  // A limit that was taken back while it ran out is none.
+  // The limit was removed at the moment when it ran out.
   if (limit && !g_limited) return;
   const int saved_errno = errno;
   if (!g_pending.exchange(true)) {
@@ -80,7 +80,7 @@ void OnCrash(int signal, siginfo_t*, void*) {
   struct sigaction action {};
   action.sa_handler = SIG_DFL;
   sigaction(signal, &action, nullptr);
-  // Comes as soon as this handler is left, also where nothing but a kill was the cause.
+  // Takes effect as soon as this handler returns, even if the signal came from a kill and not from a fault.
   raise(signal);
 }
 
@@ -141,14 +141,14 @@ int Interrupts::Descriptor() {
 void Interrupts::LimitTo(std::optional<double> seconds) {
   if (g_limited.exchange(false)) timer_delete(g_limit);
   if (!seconds) return;
-  // A timer of its own: whoever started this process may have set its alarm, which is not ours to take.
+  // A timer of our own: whoever started this process may be using its alarm.
   struct sigevent event {};
   event.sigev_notify = SIGEV_SIGNAL;
   event.sigev_signo = SIGALRM;
   if (timer_create(CLOCK_MONOTONIC, &event, &g_limit) != 0)
     throw std::runtime_error("no timer for --timeout");
   g_limited = true;
-  // Far beyond what anybody waits for; and a timer of nothing would never run out.
+  // Far longer than anybody waits. The lower bound is there because a timer of 0 would never run out.
   constexpr double kLongest = 1e8;
   const double limit = std::clamp(*seconds, 1e-6, kLongest);
   struct itimerspec when {};

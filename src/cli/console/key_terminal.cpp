@@ -34,7 +34,7 @@ void KeyTerminal::On() {
   keys.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
   keys.c_cc[VMIN] = 1;
   keys.c_cc[VTIME] = 0;
-  // Nothing here may wait until the terminal has taken what is printed: it may be held while a machine runs.
+  // Nothing here may wait until the terminal has taken all output: it may be paused while a machine runs.
   on_ = tcsetattr(descriptor_, TCSANOW, &keys) == 0;
   if (!on_) return;
   DropTyped();

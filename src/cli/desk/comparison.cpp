@@ -15,7 +15,7 @@
 namespace tavlo::cli {
 namespace {
 
-/// As much of a difference in the pool as is shown.
+/// How much of a difference in the pool is shown.
 constexpr std::size_t kPoolShown = 16;
 
 std::string TextOf(const Program& program, int line) {
@@ -92,7 +92,8 @@ class Comparer {
     return found;
   }
 
-  /// The prompts tell their texts themselves; other bytes of the pool are told as such.
+  /// Differing texts of prompts are reported with their lines. This reports the pool only if none of them
+  /// was.
   void ComparePool(Comparison& found) const {
     const std::string_view own =
         std::string_view(own_image_)

@@ -28,7 +28,7 @@ ConsoleDesk::ConsoleDesk(Source& source, Console& console, HubLine& line, Answer
            .dialogs = dialogs_,
            .files = files_,
            .loading = loading_} {
-  // An exchange tells its own failure only on a port that is still there.
+  // An exchange reports its own failure only while the port is there.
   source.link.ComNum = static_cast<std::int16_t>(line.Port().PortOpen() ? 1 : 0);
 }
 

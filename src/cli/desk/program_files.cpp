@@ -20,7 +20,7 @@ namespace {
 
 constexpr std::string_view kStandardInput = "standard input";
 
-/// Why a file could not be read; empty when it can be by now.
+/// Returns why a file could not be read; empty if it can be read by now.
 std::string ReasonOf(const std::string& path) {
   const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
   if (descriptor < 0) return SystemReason(errno);
@@ -31,7 +31,7 @@ std::string ReasonOf(const std::string& path) {
   return reason;
 }
 
-/// Tells what is in the program and will not be in its file.
+/// Reports what is in the program and will not be in its file.
 void TellUnsaved(const Program& program, Console& console) {
   for (int line = 0; line < kLines; ++line) {
     const Instruction& record = program.Prog[line];
@@ -59,7 +59,7 @@ void TellModels(Console& console, const std::string& name, const std::vector<Unk
   }
 }
 
-/// The reason for which a file is no program to go on with; empty if the reader may judge it.
+/// Returns why a file must not be used as a program; empty if the caller may decide.
 std::string NoProgram(FileKind kind, const FileFindings& found) {
   if (found.whole) return "";
   if (found.other_kind) {
@@ -71,7 +71,7 @@ std::string NoProgram(FileKind kind, const FileFindings& found) {
   return found.known_version ? "" : UnknownVersion(found);
 }
 
-/// True if the program in the file may be used. Each reason against it is told.
+/// Returns true if the program in the file may be used. Each reason against it is reported.
 bool MayUse(Console& console, const std::string& name, FileKind kind, const FileFindings& found) {
   if (const std::string reason = NoProgram(kind, found); !reason.empty()) {
     console.Note(name + ": " + reason);
@@ -134,7 +134,7 @@ bool LoadProgram(Source& source, Console& console, const std::string& path) {
 }
 
 bool SaveProgram(Source& source, Console& console, const std::string& path) {
-  // A file without a port reads as a damaged one; which port it names moves nothing.
+  // A file without a port would read as damaged. Loading a file never changes the port, so any port will do.
   if (!source.link.OptCom) source.link.OptCom = 0;
   if (IsStandard(path)) {
     console.Bytes(WriteHubProg(source.program, source.link.OptCom));

@@ -20,19 +20,20 @@ constexpr double kShortestWait = 0.001;
 constexpr double kSilent = 0.15;
 /// A hub's memory takes 4.3 s at the line's speed.
 constexpr double kLongestTalk = 6;
-/// A wait that an operator notices is told.
+/// A longer wait is reported, because an operator would notice it.
 constexpr double kWorthTelling = 0.5;
 /// After so long without a byte a hub gives up a download, and any late answer has come.
 constexpr double kGivesUp = 1;
 /// For what a hub that still did not answer may say late.
 constexpr double kLateAnswer = 0.5;
 
-/// Out of the passthrough, and harmless where there is none: the first "H" opens it then, so that the rest is
-/// for the drives. Where a hub does not know it at all, "M" would start its program; the program does nothing
-/// before its first line is acknowledged, and the stop comes in the same breath.
+/// Ends the passthrough, and is harmless if there is none: then the first "H" opens it and the rest goes to
+/// the drives. On a hub that does not know the passthrough, "M" would start the program; but a program does
+/// nothing before its first line is acknowledged, and the stop follows at once.
 constexpr std::string_view kLeavePassthrough = "H\r0HM\rS";
 
-/// Throws away what comes until nothing has come for `silent` seconds. False if it did not within `limit`.
+/// Throws away what arrives until nothing has arrived for `silent` seconds. Returns false after `limit`
+/// seconds.
 bool AwaitSilence(Desk& desk, double silent, double limit) {
   Stopwatch total(desk.clock);
   Stopwatch since_byte(desk.clock);
@@ -56,7 +57,7 @@ bool SomethingComes(Desk& desk) {
   return true;
 }
 
-/// Nobody hears of it when there is no answer.
+/// Reports nothing if there is no answer.
 bool AnswersAsHub(Desk& desk) {
   std::string reply;
   const double start = SendCommand(desk.link(), "C");

@@ -64,7 +64,8 @@ bool RunInput::WorkOnLines() {
   return true;
 }
 
-/// No more than what is worked off: whoever writes the script waits as long as the machine does.
+/// Takes no more lines than can be handled now, so that the writer of the script waits as long as the machine
+/// does.
 void RunInput::TakeLines() {
   if (ended_ || !waiting_.empty()) return;
   const auto bytes = feed_->Read();

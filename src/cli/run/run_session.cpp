@@ -23,11 +23,11 @@ constexpr double kReaderLook = 0.05;
 /// Clocks and waits are not exact to the last bit.
 constexpr double kShortestWait = 0.001;
 
-/// Zero for what is over but for that.
+/// Returns 0 for a wait that is over but for a rounding.
 double WaitOf(double seconds) {
   return seconds < kShortestWait / 2 ? 0 : std::max(seconds, kShortestWait);
 }
-/// What halts a program, by what its box tells.
+/// What halts a program, by what its box reports.
 struct HaltCause {
   Tells tells;
   std::string_view cause;
@@ -39,7 +39,7 @@ constexpr std::array kHaltCauses = {
 
 constexpr std::string_view kStop = "S";
 
-/// Whatever throws the run off its way, the machine does not go on alone.
+/// Stops the machine if the run ends in any unexpected way.
 class StopOnFailure {
  public:
   explicit StopOnFailure(Desk& desk) : desk_(desk) {}
@@ -87,7 +87,7 @@ void RunSession::RowChanged(int line) {
   }
 }
 
-/// Known to wait for the operator, whatever it shows.
+/// Whether the line is known to wait for the operator, whatever it shows.
 bool RunSession::IsPrompt(int line) const {
   const Instruction& instruction = desk_->program().Prog[line];
   return options_.program_known && instruction.Type == MMI && instruction.SubType != DisplayOnly;
@@ -107,9 +107,9 @@ void RunSession::TextLinesChanged() {
 
 void RunSession::ShowModal(RunWindow window) {
   active_ = window;
-  // Without its file the hub's program is known by its drives alone.
+  // Without a program file, only the drives of the hub's program are known.
   if (!options_.program_known) desk_->program().Axis.DriveModel = desk_->source.link.HubDrives;
-  // A limit of time was for getting here.
+  // The time limit applied only until the run began.
   line_.LimitTo(std::nullopt);
   console_.Inform("the program runs" + On(line_.opened) + "; Ctrl-C stops it");
   watch_.Restart();
@@ -122,7 +122,7 @@ void RunSession::ShowModal(RunWindow window) {
   reporter_.End(end_, line_.opened, Cause());
 }
 
-/// Why the hub halted, by what it had to say; empty for another end.
+/// Returns why the hub halted, from what it reported; empty for any other end.
 std::string_view RunSession::Cause() const {
   if (end_ != RunEnd::Halted) return {};
   if (fault_) return "driveFault";

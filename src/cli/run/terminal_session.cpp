@@ -117,7 +117,7 @@ void TerminalSession::TakeFeed() {
     if (c == '\n') {
       TakeLine(std::exchange(typed_, {}));
     } else if (typed_.size() <= kLongestCommand) {
-      // One character more than may go out is enough to know a line that is too long.
+      // One character more than allowed is enough to recognise a line that is too long.
       typed_ += c;
     }
   }
@@ -164,7 +164,8 @@ void TerminalSession::HistoryGrew(std::string_view added) {
   }
 }
 
-/// As the log reads, its line ends those of this system. It spells what drives send, not what goes to them.
+/// Prints as the log does, with this system's line ends. Control characters are spelled only in what drives
+/// send.
 void TerminalSession::PrintReceived(std::string_view text) {
   for (const char c : text) {
     if (c == '\r') continue;
