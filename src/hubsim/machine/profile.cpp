@@ -26,8 +26,8 @@ void Reach(Course& course, double speed, double until, const MotionLimits& limit
   course.push_back({until, wanted});
 }
 
-/// Cuts the course where it meets the braking line and follows that line to rest at `distance`. Behind the
-/// first meeting the course cannot come below the line again, for nothing falls steeper than braking.
+/// Cuts the course where it meets the braking line and follows that line to rest at `distance`. After the
+/// first meeting the course cannot come below the line again, for nothing falls more steeply than braking.
 void BrakeAtEnd(Course& course, double distance, double decel) {
   for (std::size_t i = 1; i < course.size(); ++i) {
     const ProfilePoint& from = course[i - 1];

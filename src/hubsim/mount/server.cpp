@@ -48,8 +48,8 @@ bool StopPending() {
   return std::ranges::any_of(kStopSignals, [&](int signal) { return sigismember(&pending, signal) == 1; });
 }
 
-/// Blocks the signals that end the hub but for the time inside the wait, so that none can fall between the
-/// test and the wait. Gives the mask for the wait.
+/// Blocks the signals that end the hub, except during the wait itself, so that none can fall between the test
+/// and the wait. Returns the mask for the wait.
 sigset_t PrepareSignals() {
   struct sigaction action {};
   action.sa_handler = RequestStop;

@@ -204,7 +204,7 @@ void Runner::HandleEnd(const MoveEnd& end) {
   const MoveOrder& order = machine_.At(end.axis).Order();
   if (order.concurrent) reporter_.LineFinished(order.line);
   if (end.event != AxisEvent::GaveUp) return;
-  // The line that ordered the move may be long over; then the branch is taken behind the present one.
+  // The line that ordered the move may be long over; then the branch is taken after the present one.
   if (order.concurrent) {
     jump_ = order.safety->line;
   } else {

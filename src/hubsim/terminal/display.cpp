@@ -82,7 +82,7 @@ void TerminalDisplay::GoTo(int row) {
   cursor_ = row;
 }
 
-/// Behind its twentieth character the terminal goes to the next row by itself, but not from the last one.
+/// After its twentieth character the terminal goes to the next row by itself, but not from the last one.
 void TerminalDisplay::Append(int row, std::string_view text) {
   std::string& line = lines_[static_cast<std::size_t>(row)];
   line += text;
