@@ -37,8 +37,8 @@ class NoSizeSignal {
   struct sigaction old_ {};
 };
 
-/// A file that is written to take another's place. Gone again unless it did. Each step gives false with
-/// errno.
+/// A file that is written to replace another. It is removed again unless it has replaced it. Each step
+/// returns false and sets errno if it fails.
 class NewFile {
  public:
   explicit NewFile(std::string target) : target_(std::move(target)) {}
@@ -77,7 +77,7 @@ class NewFile {
   /// A file system that has no such operation has nothing to lose by it.
   [[nodiscard]] bool Sync() { return fsync(descriptor_) == 0 || errno == EINVAL || errno == ENOSYS; }
 
-  /// The last place at which a disk across a network tells that it is full.
+  /// The last point at which a network disk may report that it is full.
   [[nodiscard]] bool Close() { return close(std::exchange(descriptor_, -1)) == 0; }
 
   [[nodiscard]] bool TakeName() {

@@ -12,7 +12,7 @@
 namespace tavlo {
 namespace {
 
-/// The group whose members may use the device; empty where joining one is no way.
+/// Returns the group whose members may use the device; empty if joining a group is not the way.
 std::string GroupOf(const std::string& device) {
 #ifdef Q_OS_UNIX
   struct stat status {};

@@ -16,7 +16,7 @@
 namespace tavlo {
 namespace {
 
-/// Its own process is no other program.
+/// This process itself must not be named as another program.
 std::string InUse(const std::string& device, const DeviceHolder& holder) {
   return PortInUse(device, holder.pid == getpid() ? DeviceHolder() : holder);
 }

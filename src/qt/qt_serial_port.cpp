@@ -33,7 +33,7 @@ QSerialPort::Parity ParityOf(char letter) {
 std::string Description(QSerialPort::SerialPortError error, const std::string& device) {
   switch (error) {
     case QSerialPort::DeviceNotFoundError: return OpenFailure(device, ENOENT);
-    // Who has no right has been told so before, where the system tells rights and use apart.
+    // Missing rights have been reported before, where the system tells them from a port in use.
     case QSerialPort::PermissionError: return PortInUse(device, {});
     case QSerialPort::UnsupportedOperationError: return NoSerialPort(device);
     default: return OpenFailure(device, EIO);
@@ -47,7 +47,7 @@ std::string Canonical(const std::string& device) {
   return (canonical.isEmpty() ? path : canonical).toStdString();
 }
 
-/// The device at the other end of the open line has not gone.
+/// Whether the device at the other end of the open line is still there.
 bool IsThere(const QSerialPort& port) {
 #ifdef Q_OS_UNIX
   if (!port.isOpen()) return false;
@@ -104,7 +104,7 @@ Outcome QtSerialPort::PortOpen(bool open) {
     Close();
     return marked;
   }
-  // What was sent before the line was open belongs to nobody.
+  // What was sent before the line was open is not meant for anybody.
   port_.clear();
   return {};
 }

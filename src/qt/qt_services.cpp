@@ -65,7 +65,7 @@ Outcome QtFileStore::Replace(const std::string& path, std::string_view bytes) {
     return Outcome::Failed(path + " is not a file");
   QSaveFile file(name);
   const auto size = static_cast<qint64>(bytes.size());
-  // What a buffer still held when the file is committed could fail without a word.
+  // Unbuffered: bytes that were still in a buffer at the commit could fail silently.
   const bool written = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
                        file.write(bytes.data(), size) == size && file.commit();
   return written ? Outcome() : Outcome::Failed(file.errorString().toStdString());
@@ -77,7 +77,7 @@ std::optional<std::string> QtFileStore::Read(const std::string& path, std::size_
   QFile file(name);
   if (QFileInfo(name).isDir() || !file.open(QIODevice::ReadOnly)) return std::nullopt;
   const QByteArray bytes = file.read(static_cast<qint64>(limit));
-  // Half of a file is not to be taken for a damaged one.
+  // A file of which only half was read must not pass for a damaged one.
   if (file.error() != QFileDevice::NoError) return std::nullopt;
   return bytes.toStdString();
 }

@@ -68,7 +68,7 @@ bool Lives(pid_t pid) {
   return kill(pid, 0) == 0 || errno != ESRCH;
 }
 
-/// What is left of a process that has ended goes, unless somebody else is about to take it over.
+/// Removes the lock of a process that has ended, unless somebody else is about to take it over.
 bool RemoveLeftover(const FileDescriptor& file, const std::string& path) {
   return flock(file.Get(), LOCK_EX | LOCK_NB) == 0 && IsStillNamed(file, path) && unlink(path.c_str()) == 0;
 }
@@ -80,13 +80,14 @@ std::optional<UucpHold> HoldBy(const std::string& path) {
     return lstat(path.c_str(), &status) == 0 ? std::optional(UucpHold{path, 0}) : std::nullopt;
   }
   const pid_t pid = PidIn(file);
-  // One with our own number is ours while it is locked, and else of a process that had the number before.
+  // A lock with our own number is ours if it is locked; otherwise it belongs to an earlier process with that
+  // number.
   const bool lives = pid != 0 && (pid == getpid() ? flock(file.Get(), LOCK_EX | LOCK_NB) != 0 : Lives(pid));
   if (pid == 0 || lives) return UucpHold{path, pid};
   return RemoveLeftover(file, path) ? std::nullopt : std::optional(UucpHold{path, 0});
 }
 
-/// The locks that this process has to take along when it ends by exit(), which leaves the port as it is.
+/// The locks that this process must remove when it ends by exit(), which does not close the port.
 std::vector<std::string>& FilesToTakeAlong() {
   static std::vector<std::string> files;
   return files;
@@ -105,7 +106,7 @@ void TakeAlong(const std::string& path) {
   if (registered) FilesToTakeAlong().push_back(path);
 }
 
-/// Makes the lock and keeps it locked; without a descriptor where there is one already or none can be made.
+/// Makes the lock file and locks it. Returns no descriptor if there is one already or none can be made.
 FileDescriptor MakeLock(const std::string& path) {
   FileDescriptor file = Open(path, O_RDWR | O_CREAT | O_EXCL);
   if (!file.Valid()) return file;

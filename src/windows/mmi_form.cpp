@@ -207,7 +207,7 @@ bool MmiForm::TakeKey(const QKeyEvent& event) {
   if (event.type() != QEvent::KeyPress) return false;
   const auto key = KeyOf(event);
   if (!key) return false;
-  // Of keys that are held only those that jog and rub out repeat.
+  // Of held keys, only those that jog and Backspace repeat.
   const bool repeats = IsArrow(*key) || *key == MmiKey::bksp;
   if (!held || repeats) PressKey(Handlers(), *key);
   return true;

@@ -93,7 +93,7 @@ void RunForm::ConnectControls() {
   connect(controls_, &RunControls::ResetClicked, this, [this] { ClickReset(desk_); });
   connect(controls_, &RunControls::StopClicked, this, &RunForm::Stop);
   connect(watch_, &RunWatch::StopPressed, this, &RunForm::Stop);
-  // Whoever held the focus in front of the box, the operator's place is here.
+  // Whatever had the focus before the box, the operator belongs in this window now.
   connect(watch_, &RunWatch::BoxGone, this, &RunForm::ActivateAgain);
 }
 
@@ -137,7 +137,7 @@ QRect RunForm::Room() const {
   return parentWidget()->screen()->availableGeometry();
 }
 
-/// From the event loop: what takes the focus away now is still at it.
+/// Runs from the event loop, after whatever is taking the focus away now has finished.
 void RunForm::ActivateAgain() {
   QTimer::singleShot(0, this, [this] {
     if (isVisible() && QApplication::activeModalWidget() == nullptr) activateWindow();

@@ -52,8 +52,8 @@ QFormLayout* MakeForm() {
   return form;
 }
 
-/// The operator turns to the choice of port. Where the system does not tell what comes and goes, this is when
-/// it has to be looked for.
+/// Whether the operator turns to the choice of port. Where the system does not report devices that come and
+/// go, this is the moment to look for them.
 bool OperatorLooks(QEvent::Type type) {
   return type == QEvent::Show || type == QEvent::Enter || type == QEvent::FocusIn ||
          type == QEvent::ToolTip || type == QEvent::WindowActivate;

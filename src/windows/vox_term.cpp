@@ -137,7 +137,7 @@ bool VoxTerm::event(QEvent* event) {
 void VoxTerm::closeEvent(QCloseEvent* event) {
   LeaveTerminal(desk_);
   event->accept();
-  // From here on the focus that comes back to a window that goes starts nothing.
+  // From here on, the focus that returns to a closing window starts nothing.
   if (QEventLoop* loop = std::exchange(loop_, nullptr)) loop->quit();
 }
 
