@@ -11,7 +11,7 @@
 namespace tavlo {
 namespace {
 
-/// Above this many steps/rev to a step/unit the hub cannot turn an entered speed into its own.
+/// Above this ratio of steps/rev to steps/unit, the hub cannot convert an entered speed into its own units.
 constexpr double kMostStepsRatio = 40;
 
 template <class Test>
@@ -55,7 +55,7 @@ std::vector<int> AxesOf(const Program& program, const Instruction& line) {
   return {};
 }
 
-/// The next move on the axis that meets the one of line `i` while it may still run.
+/// Returns the next move on the axis of line `i` that the program can reach while the move of line `i` runs.
 std::optional<int> MeetsMove(const Program& program, int i) {
   for (int j = i + 1; j < kLines; ++j) {
     const Instruction& line = program.Prog[j];

@@ -181,17 +181,17 @@ class LineCompiler {
 /// A comment that came back without its end mark ends in this many bytes of its slot's rest.
 constexpr std::size_t kRestOfSlot = 4;
 
-/// What of a comment somebody wrote. Each trip to the hub and back leaves four more zeros at the end of a
-/// full one, and must not be the last.
+/// Returns the part of a comment that somebody wrote. Each trip to the hub and back adds four zeros to the
+/// end of a full comment; without this, the next download would refuse it.
 std::string_view WrittenComment(std::string_view text) {
   if (text.size() < kLongestComment) return text;
   text = text.substr(0, kLongestComment - kRestOfSlot);
   return text.substr(0, text.find_last_not_of('\0') + 1);
 }
 
-/// The hub finds the end of a comment, of a knob line's text and of the pool by a mark among the bytes.
-/// A text that holds the mark itself would leave the hub reading the rest as something else, and the sum
-/// would still agree: such a line must not go out.
+/// The hub finds the end of a comment, of a knob line's text and of the pool by a mark among the bytes. A
+/// text that contains the mark would make the hub read the rest as something else, and the sum would still
+/// agree: such a line must not be sent.
 void RefuseUnboundedText(const Instruction& line) {
   const bool in_pool = line.Type == MMI || line.Type == MMImenu;
   const bool knob_text = line.Type == FE && line.CountIsMMI;

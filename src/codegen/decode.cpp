@@ -92,7 +92,7 @@ class LineDecoder {
     return LayoutOf(plain);
   }
 
-  /// Fields, all of one byte, that stand in the line and are not read.
+  /// Whether the field, always of one byte, is in the line but not read.
   [[nodiscard]] bool Dropped(const LayoutItem& item) const {
     if (Has(DecodeException::LoopNumbers)) {
       return item.op == Op::LoopOfTarget || item.number == &I::LoopIndex;
@@ -212,7 +212,7 @@ class LineDecoder {
     line_.Text = rest.substr(0, rest.find(kEndMark));
   }
 
-  /// What depends on a byte that stands behind it: the axis and the mode are the last of their lines.
+  /// Decodes what depends on a later byte: the axis and the mode are the last bytes of their lines.
   void Finish() {
     const bool senses = type_ == FS || type_ == FSR || type_ == FSS || type_ == SH;
     if (senses && line_.IONum == kServoIndexInput && ZenuServo(DriveModelOf(program_, line_.Drive))) {

@@ -46,8 +46,7 @@ void TakeHubSettings(Program& program, int axis, int byte) {
   }
 }
 
-/// Never past the block, whatever length the bytes claim: a longer name runs on into what stands behind its
-/// field.
+/// Never reads past the block, whatever length the bytes claim. A longer name runs on into the next field.
 std::string UnitName(std::string_view block, std::size_t at) {
   return std::string(block.substr(at + 1, static_cast<unsigned char>(block[at])));
 }

@@ -40,7 +40,7 @@ void HideLoading(Desk& desk) {
 
 Outcome SaveFile(Desk& desk, const std::string& path) {
   Outcome saved = desk.files.Replace(path, WriteHubProg(desk.program(), desk.source.link.OptCom));
-  // A failed save, too, takes the name and the program for saved; the message is all that tells.
+  // Even a failed save counts as a save under the new name; only the message says otherwise.
   desk.source.Changed = false;
   desk.source.file_name = path;
   desk.view.CaptionChanged();

@@ -29,7 +29,7 @@ int StoredPort(Desk& desk) {
   return whole < 1 || whole > kPorts ? 1 : static_cast<int>(whole);
 }
 
-/// False when the operator would rather go on without a port than look for one.
+/// Returns false if the operator would rather go on without a port than look for one.
 bool TellAndLookOn(Desk& desk, const std::string& text) {
   return desk.boxes.MsgBox({.text = text,
                             .title = "Communication Error",
@@ -90,7 +90,7 @@ void ClickOptCom(Desk& desk, int index) {
   source.link.ComNum = chosen;
   SelectOptCom(desk, index);
   if (desk.Comm1.PortOpen()) static_cast<void>(desk.Comm1.PortOpen(false));
-  // What one line has begun to say does not go on on another.
+  // A message that has begun on one line must not go on on another.
   DropInput(desk.link());
   if (OpenPort(desk.Comm1, chosen)) return HearAgain(desk.Comm1);
   desk.boxes.MsgBox({.text = "COM port " + Joined(chosen) + " is not available.",
@@ -101,7 +101,7 @@ void ClickOptCom(Desk& desk, int index) {
     SelectOptCom(desk, std::nullopt);
     return;
   }
-  // With no number the choice stands for a port that is not open, so that it can be clicked again.
+  // Without a number, the choice stands for a port that is not open, so that it can be clicked again.
   if (chosen != old && OpenPort(desk.Comm1, old)) {
     source.link.ComNum = old;
     HearAgain(desk.Comm1);
@@ -115,7 +115,7 @@ void RememberPort(Desk& desk) {
 
 void TellPortLost(Desk& desk) {
   Source& source = desk.source;
-  // A run is an operation too, but one that nothing else tells of and that cannot wait.
+  // A run is an operation too, but nothing reports the loss at its end, and the report cannot wait.
   if (source.link.Busy && desk.run.Active() == RunWindow::None) {
     source.link.PortLost = true;
     return;

@@ -16,7 +16,7 @@ constexpr float kConfigFirmware = 1.19F;
 constexpr int kBlockBytes = 32;
 constexpr double kGaugeEnd = 200;
 
-/// Sends one compiled program. Each step gives false after a time-out.
+/// Sends one compiled program. Each step returns false after a time-out.
 class Transfer {
  public:
   Transfer(const Link& link, const TransferGauge& gauge, const CompiledProgram& compiled)
@@ -33,7 +33,7 @@ class Transfer {
     return AwaitY();
   }
 
-  /// Gives the number of lines that were acknowledged: all 200, or the index of the one that was not.
+  /// Returns the number of lines that were acknowledged: all 200, or the index of the first that was not.
   int SendLines() {
     for (int line = 0; line < kLines; ++line) {
       Output(compiled_.lines[line]);
@@ -81,7 +81,7 @@ class Transfer {
     return true;
   }
 
-  /// The hub's own sum, or nothing unless exactly two bytes came.
+  /// Returns the hub's own sum; nothing unless exactly two bytes arrived.
   std::optional<int> AskSum() {
     link_.Comm1.Output("K");
     const double start = link_.clock.Timer();
@@ -108,7 +108,7 @@ class Transfer {
   int sent_ = 0;
 };
 
-/// A time-out in the middle: nothing more is sent, the hub gives the transfer up by itself.
+/// Ends a transfer after a time-out: nothing more is sent, and the hub gives the transfer up by itself.
 DownloadResult Stopped(const Link& link, const TransferGauge& gauge, DownloadResult result,
                        const std::string& text) {
   TellFailedExchange(link, {.text = text, .icon = Icon::Question});
@@ -160,8 +160,8 @@ DownloadResult Send(const Link& link, const TransferGauge& gauge, const Compiled
   return DownloadResult::Done;
 }
 
-/// How a download ended that goes through its checks. What these put right in the lines stays only if the
-/// program can be sent.
+/// Runs the checks, sends the program and returns how that ended. What the checks correct in the lines is
+/// kept only if the program can be sent.
 DownloadResult CheckAndSend(Desk& desk) {
   Source& source = desk.source;
   const auto lines = source.program.Prog;
@@ -169,14 +169,14 @@ DownloadResult CheckAndSend(Desk& desk) {
   const CheckResult checked = CheckProgram(source.program, desk.boxes);
   if (checked != CheckResult::Passed) {
     source.program.Prog = lines;
-    // A program whose Repeats do not pair is taken for unchanged all the same.
+    // A program whose Repeats do not pair is marked as unchanged all the same.
     if (checked == CheckResult::StoppedClean) source.Changed = false;
     return DownloadResult::Refused;
   }
   const DownloadResult result =
       DownloadProg(source.program, desk.link(), desk.downloading(), source.program.HubVersion);
   if (result == DownloadResult::CannotCompile) {
-    // Nothing has left the program: it is as it was, and as unsaved.
+    // Nothing has been sent: the program stays as it was, and as unsaved.
     source.program.Prog = lines;
   } else {
     source.Changed = false;

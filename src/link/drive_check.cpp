@@ -18,7 +18,7 @@ int Code(char c) {
   return static_cast<unsigned char>(c);
 }
 
-/// Reads until there are `count` bytes. False if the time ran out first.
+/// Reads until there are `count` bytes. Returns false if the time ran out first.
 bool ReadUpTo(const Link& link, std::string& reply, std::size_t count) {
   const double start = link.clock.Timer();
   return AwaitUntil(link, start, kReplyLimit, [&] {

@@ -15,7 +15,7 @@ constexpr int kGreetingHeader = 255;
 constexpr std::size_t kGreetingBytes = 3;
 /// Models from here on are no hubs.
 constexpr int kFirstOtherModel = 100;
-/// A longer command text keeps what stands from this character on, counted from 1.
+/// A longer command text is cut: it keeps what comes from this character on, counted from 1.
 constexpr std::size_t kLongestCommandText = 2000;
 constexpr std::size_t kCommandTextKept = 100;
 /// The same for the log.
@@ -79,7 +79,7 @@ void LoadTerminal(Desk& desk) {
 
 void ActivateTerminal(Desk& desk) {
   if (desk.source.VOXterm.TermActive) return;
-  // An upload that failed has left the line deaf.
+  // A failed upload has turned receive events off.
   desk.Comm1.RThreshold(1);
   desk.Comm1.Output(kPassthrough);
   desk.source.VOXterm.TermActive = true;

@@ -10,7 +10,7 @@
 namespace tavlo {
 namespace {
 
-/// Gives the hub time to take a command in.
+/// Time that the hub needs to take in a command.
 constexpr double kCommandPause = 0.05;
 constexpr std::string_view kUpdatedByLine = "Status updated at start of each line";
 constexpr std::string_view kUpdatedByInstruction = "Status updated at start of each instruction";
@@ -154,7 +154,7 @@ void ClickPause(Desk& desk) {
   if (desk.run.Active() == RunWindow::fakeMMI) panel.Pause = Picture::PauseRed;
   desk.run.ControlsChanged();
   desk.loop.WaitSecs(kCommandPause);
-  // The wait let the hub and the operator in: the run may be over, or go on again.
+  // The wait ran the event loop: the run may be over, or may have been resumed.
   if (panel.Running || desk.run.Active() == RunWindow::None) return;
   ClearAnimation(desk.grid());
   if (panel.SingleStep != Picture::StepYellow) panel.Pause = Picture::PauseRed;

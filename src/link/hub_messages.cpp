@@ -134,7 +134,7 @@ void PassLine(Desk& desk, const Message& m) {
   Acknowledge(desk);
 }
 
-/// When a message counts; else it is lost.
+/// When a message counts; otherwise it is dropped.
 enum class Condition {
   Always,
   AxisExists,  ///< the first payload byte is an axis

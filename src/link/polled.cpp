@@ -8,13 +8,13 @@
 namespace tavlo {
 namespace {
 
-/// A quiet line proves itself in the first time, one that talks in the second. The second outlasts the pauses
-/// that an adapter makes between the lots it hands over.
+/// The line is quiet if nothing arrives in the first time. Once something has arrived, the second applies: it
+/// is longer than the pauses of an adapter that hands bytes over in portions.
 constexpr double kQuiet = 0.025;
 constexpr double kQuietAgain = 0.050;
-/// A hub that does not stop talking is asked all the same.
+/// A hub that does not stop sending is asked all the same.
 constexpr double kLongestSettling = 0.5;
-/// Less would be lost in the rounding of the clock, and the wait never end.
+/// A shorter wait could be lost in the rounding of the clock, so that the loop would never end.
 constexpr double kShortestWait = 0.001;
 
 void AwaitSilence(const Link& link) {
@@ -25,7 +25,7 @@ void AwaitSilence(const Link& link) {
   while (link.Comm1.PortOpen()) {
     const double now = link.clock.Timer();
     const double left = std::min(last + quiet, start + kLongestSettling) - now;
-    // At midnight the clock begins anew; what is left of so short a wait is not worth a thought.
+    // At midnight the clock restarts; the rest of so short a wait does not matter.
     if (left <= 0 || now < start) return;
     link.Comm1.WaitForInput(std::max(left, kShortestWait));
     if (const int count = link.Comm1.InBufferCount(); count > seen) {

@@ -30,8 +30,8 @@ int Code(char c) {
   return static_cast<unsigned char>(c);
 }
 
-/// Each turn of the event loop may bring more bytes in behind those that are being worked off; whoever was
-/// first takes them too.
+/// Each turn of the event loop may bring more bytes while earlier ones are being handled; the call that came
+/// first handles those too.
 void ToTerminal(Desk& desk) {
   Source& source = desk.source;
   source.VOXterm.VOXbuffer += desk.Comm1.Input();
@@ -56,7 +56,7 @@ void TakeCharacter(Desk& desk, char c) {
   } else {
     source.link.MsgBuf += c;
     if (source.link.MsgBuf.size() < kMessageBytes) return;
-    // Taken out before it is handled: a box in there brings the receive event in again.
+    // Taken out before it is handled: a box in there may call the receive event again.
     const std::string message = source.link.MsgBuf;
     source.link.MsgBuf.clear();
     source.link.InMsg = false;
@@ -110,8 +110,8 @@ void NewOnComm(Desk& desk) {
     ToTerminal(desk);
     return;
   }
-  // One queue: an event inside a box goes on where the message that brought the box up has stopped, and what
-  // it takes is gone when the box is answered.
+  // There is one queue: an event inside a box goes on after the message that brought up the box, and what it
+  // handles is gone from the queue when the box is answered.
   std::string& queue = desk.source.link.received;
   queue += desk.Comm1.Input();
   while (!queue.empty()) {

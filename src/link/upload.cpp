@@ -46,7 +46,7 @@ bool SumAgrees(std::string_view bytes) {
   return SumStr(bytes.substr(0, kImageBytes)) % 65536 == code(kImageBytes) * 256 + code(kImageBytes + 1);
 }
 
-/// The program is the hub's now: shows it as the lines would come in one by one.
+/// The program is now the hub's: shows it as if its lines were entered one by one.
 void ShowUploaded(Desk& desk) {
   desk.source.shown.LimitLine = LimitLineOf(desk.program());
   desk.view.LimitChanged();
@@ -71,7 +71,7 @@ std::optional<UploadResult> UploadWhileBusy(Desk& desk) {
   if (SilentCheckDrive(desk.link()).empty()) return std::nullopt;
   const std::string identity = CheckDrive(desk);
   if (identity.empty()) return std::nullopt;
-  // Shown for a device of any model, where the check itself shows it for the models that there are.
+  // Shown for a device of any model; the check itself shows it only for models that exist.
   desk.source.link.DriveVersion = VersionText(desk.program().HubVersion);
   desk.view.HubChanged();
   if (!IsHub(desk.boxes, identity)) return std::nullopt;
@@ -114,7 +114,7 @@ UploadResult UploadProg(Desk& desk, float rev) {
   const Link link = desk.link();
   const TransferGauge gauge = desk.uploading();
   const ImageReading reading = ReadImage(link, gauge);
-  // What may still come of a garbled answer is kept from the handler of events.
+  // Keeps the rest of a garbled answer from the handler of events.
   if (reading.result == UploadResult::WrongSum) events.RestoreTo(0);
   if (reading.result != UploadResult::Done) return reading.result;
   try {

@@ -37,7 +37,7 @@ bool HasVersionForm(std::string_view text) {
   return false;
 }
 
-/// Of the earlier programmer's versions none is known to be the last.
+/// Nobody knows the last version of the earlier programmer, so any version of it counts as known.
 bool IsKnown(std::string_view version, FileKind kind) {
   return HasVersionForm(version) &&
          (kind == FileKind::OskelProg || ParseRevision(version) <= ParseRevision(VersionTextOf(kVersion)));
@@ -47,14 +47,14 @@ FileKind OtherThan(FileKind kind) {
   return kind == FileKind::HubProg ? FileKind::OskelProg : FileKind::HubProg;
 }
 
-/// A program of its own to read a file into.
+/// A program to read a file into, apart from the live one.
 struct Trial {
   Trial(std::string_view text, FileKind kind) : items(text) {
     InitHardware(program.Axis);
     InitProg(program);
     std::string version;
     items.Read(version);
-    // What has no version that could be read may be whole for the rest.
+    // A file without a readable version may be whole apart from that.
     const float r = ParseRevision(HasVersionForm(version) ? version : VersionTextOf(kVersion));
     whole = kind == FileKind::HubProg ? LoadHubProg(items, r, program) : LoadOskelProg(items, r, program);
     int unread = kind == FileKind::HubProg ? UnreadItems(r) : UnreadOldItems(r);
@@ -66,7 +66,7 @@ struct Trial {
   bool whole = false;
 };
 
-/// The number behind the version, where it is none that there is.
+/// Returns the number after the version if it is not a known code.
 std::optional<int> UnknownCode(std::string_view text, bool (*is_known)(int)) {
   ItemReader items(text);
   std::string version;

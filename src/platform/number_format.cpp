@@ -191,8 +191,8 @@ std::size_t NumberLength(std::string_view text) {
   return i;
 }
 
-/// from_chars does not tell which way a number left the range of a double: this looks where its first
-/// digit above 0 stands.
+/// from_chars does not say in which direction a number left the range of a double, so this looks for its
+/// first digit above 0.
 bool IsTiny(std::string_view text) {
   const auto e = std::min(text.find('e'), text.find('E'));
   const std::string_view mantissa = text.substr(0, e);
