@@ -17,7 +17,7 @@ struct Divisions {
   double step = 0;
   bool operator==(const Divisions&) const = default;
 };
-/// For a largest value above 0. Never more than six.
+/// Returns the divisions for a largest value, which must be above 0. There are never more than six.
 [[nodiscard]] Divisions FindDivs(double max);
 
 /// A place in the picture, from its top left corner.
@@ -26,7 +26,7 @@ struct Place {
   double y;
 };
 
-/// A straight line in the picture, with a pen so wide.
+/// A straight line in the picture, and the width of its pen.
 struct Line {
   Place from;
   Place to;
@@ -54,24 +54,25 @@ struct Graph {
   std::vector<Line> curve;
   std::vector<TickLabel> x_labels;
   std::vector<TickLabel> y_labels;
-  /// The output's trace above the curve, and where "high" and "low" stand at its left, as y labels do.
+  /// The output's trace above the curve, and the places of "high" and "low" to its left, given as for y
+  /// labels.
   std::vector<Line> output_grid;
   std::vector<Line> output;
   std::optional<std::pair<Place, Place>> high_and_low;
 };
 
-/// The picture, its sides and the gap beside a label. With `output` there is a band above the curve for its
+/// The sides of the picture, and the gap beside a label. With an output, a band above the curve holds its
 /// trace.
 struct GraphSize {
   double width;
   double height;
   double gap;
 };
-/// `trace`: times or distances of the output's points with their levels; nothing where there is no output,
-/// and an empty series where its place is not known, for which the band is left free.
+/// Draws the graph. `trace` holds times or distances of the output's points and their levels: nothing if
+/// there is no output, an empty series if the place of its change is not known; the band is then left empty.
 [[nodiscard]] Graph GraphDraw(const Series& curve, const std::optional<Series>& trace, GraphSize size);
 
-/// Captions of the ticks from 0 on.
+/// Returns the captions of the ticks, from 0 on.
 [[nodiscard]] std::vector<std::string> XCaptions(Divisions divisions);
 [[nodiscard]] std::vector<std::string> YCaptions(Divisions divisions);
 

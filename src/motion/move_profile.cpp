@@ -45,7 +45,7 @@ Shape ShapeOf(const PlannedMove& move, const Kinematics& k) {
   if (k.S < k.AccelDist(k.V2) + k.DecelDist(k.V2)) return Shape::PlotV2Tri;
   if (k.S2 < k.AccelDist(k.V2)) return Shape::PlotV2Trap;
   if (k.S < k.AccelDist(k.V1) + k.DecelDist(k.V1)) {
-    // Behind the place at which a pure triangle peaks the change does not show.
+    // A change after the point at which a pure triangle peaks has no effect.
     return k.S2 > k.S * k.D / (k.A + k.D) ? Shape::PlotV2Tri : Shape::PlotTriTrap;
   }
   if (k.S - k.S2 < k.DecelDist(k.V1)) return Shape::PlotV1Trap;
@@ -169,8 +169,8 @@ MoveProfile ProfileOf(Shape shape, const Kinematics& k) {
   return {};
 }
 
-/// The moment at which so many steps are done. The last stretch goes by the acceleration, as the dialogs
-/// always had it.
+/// Returns the moment at which this distance is covered. The last stretch is computed from the acceleration,
+/// as the dialogs always computed it.
 double TimeAt(const Kinematics& k, const MoveProfile& profile, double dist) {
   const double total = profile.TotalTime();
   const double up = profile.rows.front().dist;

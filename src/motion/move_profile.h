@@ -24,7 +24,7 @@ struct PlannedMove {
   std::int32_t Decel = 0;
   /// steps
   std::int32_t Dist = 0;
-  /// The speed changes on the way, at so many steps to so many rev/s.
+  /// Whether the speed changes on the way: after `Dist2` steps, to `Speed2` rev/s.
   bool changes_speed = false;
   std::int32_t Dist2 = 0;
   float Speed2 = 0;
@@ -53,21 +53,21 @@ struct MoveProfile {
   double peak = 0;
   std::vector<ProfilePoint> points;
 
-  /// The last row's.
+  /// That of the last row, the total.
   [[nodiscard]] double TotalTime() const { return rows.back().time; }
 };
 
-/// Nothing where the arithmetic has no answer, as for a speed of 0.
+/// Returns nothing if the arithmetic has no answer, as for a speed of 0.
 [[nodiscard]] std::optional<MoveProfile> Analyse(const PlannedMove& move);
 
 /// When and how a move sets an output.
 struct OutputChange {
-  /// At `dist` steps during the move; else at its end.
+  /// True: at `dist` steps during the move. False: at its end.
   bool during = false;
   std::int32_t dist = 0;
   /// 0 high, 1 low, 2 high pulse, 3 low pulse
   int state = 0;
-  /// Of a pulse, in ms.
+  /// Length of a pulse, in ms.
   double pulse = 0;
 };
 
@@ -79,14 +79,14 @@ struct OutputPoint {
 };
 
 struct OutputTrace {
-  /// Of the change: seconds, steps.
+  /// Seconds and steps at which the output changes.
   double time = 0;
   double dist = 0;
   std::vector<OutputPoint> points;
 };
 
-/// The trace of the output, for a move at one speed. A pulse goes on behind the end of the move, for which
-/// the profile gets another point. During a move a pulse is drawn as a step that stays.
+/// Returns the trace of the output, for a move at one speed. A pulse at the end of the move goes on after it;
+/// for any pulse the profile gets another point there. A pulse during the move is drawn as a step that stays.
 [[nodiscard]] OutputTrace TraceOutput(const PlannedMove& move, const OutputChange& change,
                                       MoveProfile& profile);
 
