@@ -2,6 +2,9 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "commands/lines.h"
 
+#include <optional>
+#include <string>
+
 #include "model/line_operations.h"
 #include "platform/number_format.h"
 #include "session/grid.h"
@@ -23,33 +26,133 @@ void CopyInst(Desk& desk, int source_line, int target_line) {
   DrawArrows(desk.grid());
 }
 
+namespace {
+
+/// While it lives, a dialog is up and `CurLine` stays.
+class EditingNow {
+ public:
+  explicit EditingNow(Source& source) : source_(source) { source_.Editing = true; }
+  ~EditingNow() { source_.Editing = false; }
+  EditingNow(const EditingNow&) = delete;
+  EditingNow& operator=(const EditingNow&) = delete;
+
+ private:
+  Source& source_;
+};
+
+/// The kinds that are their whole line.
+bool HasNothingToEdit(int type) {
+  return type == ER || type == NO || type == RT;
+}
+
+bool Asked(Desk& desk, const std::string& title, const std::string& question) {
+  return desk.boxes.MsgBox({.text = question, .title = title, .buttons = Buttons::OKCancel}) == Answer::OK;
+}
+
+/// All rows anew, after lines have moved.
+void ShowMoved(Desk& desk) {
+  desk.source.Changed = true;
+  desk.source.shown.LimitLine = LimitLineOf(desk.program());
+  ShowProgram(desk);
+  desk.view.LimitChanged();
+}
+
+/// `BtnInsert`. False if the operator would rather keep the last line.
+bool InsertRow(Desk& desk) {
+  const int line = desk.source.CurLine;
+  if (desk.program().Prog[kLines - 1].Type != NO &&
+      !Asked(desk, "Insert",
+             "Insert a new line at Line " + Joined(line + 1) +
+                 "?  All steps below will be pushed down and Line 200 will be lost!")) {
+    return false;
+  }
+  InsertLine(desk.program(), line);
+  ShowMoved(desk);
+  return true;
+}
+
+/// `BtnDelete`
+bool DeleteRow(Desk& desk) {
+  const int line = desk.source.CurLine;
+  if (desk.program().Prog[line].Type != NO &&
+      !Asked(desk, "Delete", "Delete program line " + Joined(line + 1) + "?")) {
+    return false;
+  }
+  DeleteLine(desk.program(), line);
+  ShowMoved(desk);
+  return true;
+}
+
+/// The row's text and icon, and what other rows show of where it leads.
+void ShowEdited(Desk& desk, int line) {
+  ShowDesc(desk.grid(), line);
+  SetIcon(desk.grid(), line);
+  ScanLoops(desk.program());
+  DrawArrows(desk.grid());
+  MarkChains(desk.grid());
+}
+
+/// Makes `CurLine` a line of this kind and has it edited. Cancel takes the kind back.
+void PutKind(Desk& desk, int type) {
+  Instruction& record = desk.program().Prog[desk.source.CurLine];
+  const Instruction before = record;
+  record.Type = static_cast<std::int16_t>(type);
+  if (HasNothingToEdit(type) || desk.editors->Edit(desk.program(), desk.source.CurLine)) {
+    desk.source.Changed = true;
+  } else {
+    record = before;
+  }
+}
+
+void PickProg(Desk& desk) {
+  std::optional<int> kind;
+  desk.editors->ShowPickProg([&](const Picked& picked) {
+    switch (picked.what) {
+      case Picked::What::Insert: return InsertRow(desk);
+      case Picked::What::Delete: return DeleteRow(desk);
+      case Picked::What::Kind: kind = picked.type; return true;
+    }
+    return true;
+  });
+  if (kind) PutKind(desk, *kind);
+}
+
+/// A row was clicked: its line is picked, or with Shift edited at once.
+void ClickRow(Desk& desk, int line, bool shift) {
+  desk.source.CurLine = static_cast<std::int16_t>(line);
+  if (desk.editors == nullptr) return;
+  if (shift) return ShowInstDialog(desk);
+  {
+    const EditingNow editing(desk.source);
+    ShowPicked(desk.grid(), line);
+    PickProg(desk);
+  }
+  ShowEdited(desk, line);
+}
+
+}  // namespace
+
+void ShowInstDialog(Desk& desk) {
+  const int line = desk.source.CurLine;
+  if (desk.source.link.Busy || desk.editors == nullptr) return;
+  {
+    const EditingNow editing(desk.source);
+    ShowPicked(desk.grid(), line);
+    if (desk.editors->Edit(desk.program(), line)) desk.source.Changed = true;
+  }
+  ShowEdited(desk, line);
+}
+
 void DropIcon(Desk& desk, int source_line, int target_line, bool shift) {
   const auto is_line = [](int line) { return line >= 0 && line < kLines; };
   // Under a transfer or a run the program stays what the hub was given.
-  if (desk.source.link.Busy || desk.run.Active() != RunWindow::None) return;
+  if (desk.source.link.Busy || desk.run.Active() != RunWindow::None || desk.source.Editing) return;
   if (!is_line(source_line) || !is_line(target_line)) return;
-  if (source_line == target_line) {
-    desk.source.CurLine = static_cast<std::int16_t>(target_line);
-    if (desk.editors == nullptr) return;
-    ShowPicked(desk.grid(), target_line);
-    if (shift) {
-      desk.editors->ShowInstDialog();
-      ShowDesc(desk.grid(), desk.source.CurLine);
-      ScanLoops(desk.program());
-      DrawArrows(desk.grid());
-      MarkChains(desk.grid());
-    } else {
-      desk.editors->ShowPickProg();
-    }
-    SetIcon(desk.grid(), desk.source.CurLine);
-    return;
-  }
+  if (source_line == target_line) return ClickRow(desk, target_line, shift);
   if (desk.program().Prog[target_line].Type != NO) {
     const std::string question = "Do you want to copy program line " + Joined(source_line + 1) + " to line " +
                                  Joined(target_line + 1) + "?";
-    const Answer answer =
-        desk.boxes.MsgBox({.text = question, .title = "Copy Program Line", .buttons = Buttons::OKCancel});
-    if (answer != Answer::OK) return;
+    if (!Asked(desk, "Copy Program Line", question)) return;
     CopyInst(desk, source_line, target_line);
     return;
   }

@@ -10,6 +10,10 @@ namespace tavlo {
 /// nothing while a transfer or a run is under way.
 void DropIcon(Desk& desk, int source_line, int target_line, bool shift);
 
+/// Edits `CurLine` in the dialog of its kind, if it has one. Nothing while an operation with the hub is under
+/// way.
+void ShowInstDialog(Desk& desk);
+
 /// Copies a whole line over another.
 void CopyInst(Desk& desk, int source_line, int target_line);
 

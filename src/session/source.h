@@ -99,6 +99,8 @@ struct Source {
   Program program;
   /// The line being edited, 0-based.
   std::int16_t CurLine = 0;
+  /// A dialog that picks or edits this line is up: no other line can become the current one.
+  bool Editing = false;
   /// The program differs from what was last saved, loaded or downloaded.
   bool Changed = false;
   std::string file_name{kUntitled};

@@ -3,9 +3,12 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
+
+#include "model/program.h"
 
 namespace tavlo {
 
@@ -78,14 +81,24 @@ class TerminalView {
   virtual void HistoryCut() = 0;
 };
 
+/// What a button of the picker asks for.
+struct Picked {
+  enum class What { Kind, Insert, Delete };
+  What what = What::Kind;
+  /// The kind of line, for that.
+  int type = 0;
+};
+
 /// The dialogs that edit a line.
 class EditorWindows {
  public:
   virtual ~EditorWindows() = default;
-  /// Lets the operator pick the kind of the line `CurLine`. Modal.
-  virtual void ShowPickProg() = 0;
-  /// Shows the editor for the line `CurLine`. Modal.
-  virtual void ShowInstDialog() = 0;
+  /// Lets the operator pick what stands on a line. Each press goes to `act`, which returns whether the picker
+  /// may close; it closes without one when it is cancelled. Modal.
+  virtual void ShowPickProg(const std::function<bool(const Picked&)>& act) = 0;
+  /// Lets the operator edit a line 0..199 of the program in the dialog of its kind. Returns whether it was
+  /// written: not if the dialog was cancelled or the kind has none. Modal.
+  virtual bool Edit(Program& program, int line) = 0;
 };
 
 }  // namespace tavlo

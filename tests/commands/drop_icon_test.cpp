@@ -2,33 +2,19 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 
 #include "commands/lines.h"
 #include "session/grid.h"
 #include "support/fake_desk.h"
+#include "support/fake_editors.h"
 
 namespace tavlo {
 namespace {
 
 using testing::FakeDesk;
+using testing::FakeEditors;
 using testing::ShownBox;
-
-/// Dialogs that do what the test says while they are up.
-class FakeEditors : public EditorWindows {
- public:
-  void ShowPickProg() override {
-    log.emplace_back("pick");
-    if (on_show) on_show();
-  }
-  void ShowInstDialog() override {
-    log.emplace_back("dialog");
-    if (on_show) on_show();
-  }
-  std::vector<std::string> log;
-  std::function<void()> on_show;
-};
 
 std::string_view IconOf(const FakeDesk& fake, int line) {
   return IconName(fake.source.shown.rows[static_cast<std::size_t>(line)].icon);
@@ -41,7 +27,7 @@ TEST(Click, PicksTheLineAndShowsThePickerAndThenTheNormalIcon) {
   fake.Line(8).Type = WT;
   std::string icon;
   RowState state = RowState::Normal;
-  editors.on_show = [&] {
+  editors.meanwhile = [&] {
     icon = IconOf(fake, 8);
     state = fake.source.shown.rows[8].state;
   };
@@ -60,9 +46,9 @@ TEST(Click, WithShiftGoesStraightToTheDialogAndRefreshesTheLine) {
   fake.desk.editors = &editors;
   fake.Line(8).Type = FL;
   fake.Line(9).Type = WT;
-  editors.on_show = [&] { fake.Line(8).Proceed = true; };
+  editors.meanwhile = [&] { fake.Line(8).Proceed = true; };
   DropIcon(fake.desk, 8, 8, true);
-  EXPECT_EQ(editors.log, (std::vector<std::string>{"dialog"}));
+  EXPECT_EQ(editors.log, (std::vector<std::string>{"edit 8 of kind 0"}));
   EXPECT_EQ(fake.source.CurLine, 8);
   EXPECT_EQ(IconOf(fake, 8), "MoveIcon");
   EXPECT_EQ(fake.source.shown.rows[9].frame, kChainFrame) << "MarkChains has run";

@@ -11,19 +11,12 @@
 #include <QShortcut>
 #include <QToolButton>
 
+#include "support/fake_editors.h"
 #include "windows/drag.h"
 #include "windows/run_session.h"
 
 namespace tavlo::testing {
 namespace {
-
-/// Counts how often a line is opened.
-class CountingEditors : public EditorWindows {
- public:
-  void ShowPickProg() override { ++shown; }
-  void ShowInstDialog() override { ++shown; }
-  int shown = 0;
-};
 
 struct HoldSession : RunSession {
   HoldSession() {
@@ -49,7 +42,7 @@ struct HoldSession : RunSession {
     PressRowByReader(8);
   }
   void ExpectNothingDone() {
-    EXPECT_EQ(editors.shown, 0);
+    EXPECT_EQ(editors.log.size(), 0U);
     EXPECT_EQ(Pane().CurrentRow(), 5);
     EXPECT_EQ(Session().CurLine, 0);
     EXPECT_EQ(Lines().Prog[7].Type, NO);
@@ -58,7 +51,7 @@ struct HoldSession : RunSession {
   [[nodiscard]] QLabel& Notice() { return *WindowSession::Find<QLabel>("LblHeld"); }
   [[nodiscard]] QLabel& Heading() { return *WindowSession::Find<QLabel>("LblDesc"); }
 
-  CountingEditors editors;
+  FakeEditors editors;
 };
 
 TEST(GridHold, ClicksDropsAndEnterDoNothingInATransferAndTheHeadingSaysWhy) {
@@ -77,7 +70,7 @@ TEST(GridHold, ClicksDropsAndEnterDoNothingInATransferAndTheHeadingSaysWhy) {
     EXPECT_TRUE(session.Heading().isVisible());
   }
   session.TryEverything();
-  EXPECT_EQ(session.editors.shown, 4);
+  EXPECT_EQ(session.editors.log.size(), 4U);
   EXPECT_EQ(session.Lines().Prog[7].Type, GT);
 }
 
@@ -95,7 +88,7 @@ TEST(GridHold, ClicksDropsAndEnterDoNothingInARunAndTheRowsCanStillBeWalked) {
     });
     EXPECT_FALSE(session.Notice().isVisible());
     session.TryEverything();
-    EXPECT_EQ(session.editors.shown, 4);
+    EXPECT_EQ(session.editors.log.size(), 4U);
   }
 }
 
@@ -133,7 +126,7 @@ TEST(AccessiblePress, DoesNothingUnderAModalBox) {
     EXPECT_TRUE(session.fakes.port.sent.empty());
   }
   session.PressRowByReader(3);
-  EXPECT_EQ(session.editors.shown, 1);
+  EXPECT_EQ(session.editors.log.size(), 1U);
   session.PressByReader(session.WindowSession::Find<QToolButton>("BtnClear"));
   EXPECT_EQ(session.fakes.boxes.shown.size(), 1u);
 }
@@ -167,7 +160,7 @@ TEST(AccessiblePress, ThatSetsTheFocusBringsTheRowIntoView) {
       ->doAction(QAccessibleActionInterface::setFocusAction());
   EXPECT_EQ(session.Pane().CurrentRow(), 150);
   EXPECT_TRUE(session.Pane().visibleRegion().intersects(session.Pane().Geometry().Row(150)));
-  EXPECT_EQ(session.editors.shown, 0);
+  EXPECT_EQ(session.editors.log.size(), 0U);
 }
 
 /// A key that is held down: one press, its repeats and the release at last.
@@ -190,9 +183,9 @@ TEST(HeldKey, EnterOnARowOpensItOnce) {
     HoldSession session;
     session.Pane().setFocus();
     HoldKey(&session.Pane(), key);
-    EXPECT_EQ(session.editors.shown, 1);
+    EXPECT_EQ(session.editors.log.size(), 1U);
     HoldKey(&session.Pane(), key, Qt::ShiftModifier);
-    EXPECT_EQ(session.editors.shown, 2);
+    EXPECT_EQ(session.editors.log.size(), 2U);
   }
 }
 

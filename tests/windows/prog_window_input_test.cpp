@@ -7,22 +7,11 @@
 #include <QToolTip>
 
 #include "session/grid.h"
+#include "support/fake_editors.h"
 #include "windows/drag.h"
 
 namespace tavlo::testing {
 namespace {
-
-/// Stands in for the windows that edit a line.
-class FakeEditors : public EditorWindows {
- public:
-  explicit FakeEditors(Source& source) : source_(source) {}
-  void ShowPickProg() override { log.push_back("pick " + std::to_string(source_.CurLine)); }
-  void ShowInstDialog() override { log.push_back("edit " + std::to_string(source_.CurLine)); }
-  std::vector<std::string> log;
-
- private:
-  Source& source_;
-};
 
 TEST(ProgWindowInput, KeysWalkTheRowsAndBringThemIntoView) {
   RunningSession session;
@@ -80,7 +69,7 @@ TEST(ProgWindowInput, AClickWithoutEditorsOnlyMakesTheRowCurrent) {
 
 TEST(ProgWindowInput, ClickAndEnterOpenThePickerAndWithShiftTheEditor) {
   RunningSession session;
-  FakeEditors editors(session.Session());
+  FakeEditors editors;
   session.Handlers().editors = &editors;
   ProgWindow& pane = session.Pane();
   QTest::mouseClick(&pane, Qt::LeftButton, Qt::NoModifier, IconPoint(session, 4));
@@ -88,7 +77,8 @@ TEST(ProgWindowInput, ClickAndEnterOpenThePickerAndWithShiftTheEditor) {
   QTest::keyClick(&pane, Qt::Key_Down);
   QTest::keyClick(&pane, Qt::Key_Return);
   QTest::keyClick(&pane, Qt::Key_Enter, Qt::ShiftModifier);
-  EXPECT_EQ(editors.log, (std::vector<std::string>{"pick 4", "edit 5", "pick 6", "edit 6"}));
+  EXPECT_EQ(editors.log,
+            (std::vector<std::string>{"pick", "edit 5 of kind 11", "pick", "edit 6 of kind 11"}));
 }
 
 TEST(ProgWindowInput, AClickThatEndsBesideTheIconDoesNothing) {

@@ -24,6 +24,8 @@ struct WindowSession {
   WindowSession() {
     fakes.port.is_open = false;
     windows = std::make_unique<ComposerWindows>(Services());
+    // No click opens a dialog by the way.
+    Handlers().editors = nullptr;
   }
 
   [[nodiscard]] Outside Services() {
