@@ -11,12 +11,14 @@
 #include <QRadioButton>
 #include <QSignalBlocker>
 #include <QSlider>
+#include <QTabWidget>
 #include <QVBoxLayout>
 #include <type_traits>
 
 #include "editors/looks.h"
 #include "qt/gui/shown_text.h"
 #include "widgets/entry_box.h"
+#include "widgets/profile_graph.h"
 #include "widgets/spin_pair.h"
 
 namespace tavlo {
@@ -41,6 +43,11 @@ void Put(QAbstractButton& button, bool on) {
   if (button.autoExclusive()) button.setFocusPolicy(on ? Qt::StrongFocus : Qt::ClickFocus);
 }
 
+void Put(QAbstractButton& option, const std::string& caption) {
+  const QString text = FromText(caption);
+  if (!text.isEmpty() && option.text() != text) option.setText(text);
+}
+
 void Put(QComboBox& list, const ListBox& state) {
   const QSignalBlocker quiet(list);
   QStringList entries;
@@ -52,6 +59,15 @@ void Put(QComboBox& list, const ListBox& state) {
     list.addItems(entries);
   }
   list.setCurrentIndex(state.index);
+}
+
+void Put(QTabWidget& tabs, const TabStrip& state) {
+  const QSignalBlocker quiet(tabs);
+  tabs.setCurrentIndex(state.page);
+}
+
+void Put(ProfileGraph& graph, const GraphBox& state) {
+  graph.Show(state.curve, state.trace, FromText(state.x_caption), FromText(state.y_caption));
 }
 
 void Put(QLabel& label, const Label& state) {
@@ -135,7 +151,10 @@ void EditorDialog::Bind(const Bound& bound, QWidget* widget) {
           auto* button = static_cast<QAbstractButton*>(widget);
           connect(button, &QAbstractButton::clicked, this,
                   act([this, &bound](bool) { form_->Click(bound); }));
-          shows_.emplace_back([button, state] { Put(*button, state->value); });
+          shows_.emplace_back([button, state] {
+            if constexpr (std::is_same_v<State, OptionButton>) Put(*button, state->caption);
+            Put(*button, state->value);
+          });
         } else if constexpr (std::is_same_v<State, ListBox>) {
           auto* list = static_cast<QComboBox*>(widget);
           connect(list, &QComboBox::activated, this,
@@ -144,6 +163,14 @@ void EditorDialog::Bind(const Bound& bound, QWidget* widget) {
         } else if constexpr (std::is_same_v<State, Label>) {
           auto* label = static_cast<QLabel*>(widget);
           shows_.emplace_back([label, state] { Put(*label, *state); });
+        } else if constexpr (std::is_same_v<State, TabStrip>) {
+          auto* tabs = static_cast<QTabWidget*>(widget);
+          connect(tabs, &QTabWidget::currentChanged, this,
+                  act([this, &bound](int page) { form_->Turn(bound, page); }));
+          shows_.emplace_back([tabs, state] { Put(*tabs, *state); });
+        } else if constexpr (std::is_same_v<State, GraphBox>) {
+          auto* graph = static_cast<ProfileGraph*>(widget);
+          shows_.emplace_back([graph, state] { Put(*graph, *state); });
         } else if constexpr (std::is_same_v<State, SpinButton>) {
           connect(static_cast<SpinPair*>(widget), &SpinPair::Pressed, this,
                   act([this, &bound](int way) { form_->Spin(bound, way); }));
@@ -155,7 +182,8 @@ void EditorDialog::Bind(const Bound& bound, QWidget* widget) {
 void EditorDialog::OrderTabs() {
   QWidget* before = nullptr;
   const auto next = [&before](QWidget* widget) {
-    if (widget->focusPolicy() == Qt::NoFocus) return;
+    // A tab strip comes before what is on its pages, by itself.
+    if (widget->focusPolicy() == Qt::NoFocus || qobject_cast<QTabWidget*>(widget) != nullptr) return;
     if (before != nullptr) setTabOrder(before, widget);
     before = widget;
   };
@@ -175,8 +203,9 @@ void EditorDialog::ShowState() {
 }
 
 void EditorDialog::GoToFirst() {
-  auto* first = body_->findChild<EntryBox*>(FromText(form_->First().name));
-  first->deselect();
+  auto* first = body_->findChild<QWidget*>(FromText(form_->First().name));
+  auto* box = qobject_cast<EntryBox*>(first);
+  if (box != nullptr) box->deselect();
   // An entry whose value comes from a variable takes no focus; the next control does.
   const auto takes_it = [this](const QWidget& widget) {
     return widget.isEnabled() && widget.isVisibleTo(this) && (widget.focusPolicy() & Qt::TabFocus) != 0;
@@ -184,7 +213,7 @@ void EditorDialog::GoToFirst() {
   QWidget* next = first;
   while (!takes_it(*next)) next = next->nextInFocusChain();
   next->setFocus();
-  if (next == first) first->selectAll();
+  if (next == first && box != nullptr) box->selectAll();
 }
 
 void EditorDialog::showEvent(QShowEvent* event) {

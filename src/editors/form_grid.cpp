@@ -8,6 +8,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QRadioButton>
+#include <QScreen>
 #include <QSlider>
 #include <algorithm>
 #include <utility>
@@ -20,11 +21,28 @@
 namespace tavlo {
 namespace {
 
-enum Column { kLabel, kEntry, kUnit, kSlider, kFromVariable, kVariables, kColumns };
+enum Column {
+  LabelColumn,
+  EntryColumn,
+  UnitColumn,
+  SliderColumn,
+  FromVariableColumn,
+  VariablesColumn,
+  Columns
+};
 
 constexpr int kNumberDigits = 12;
 constexpr int kLineDigits = 4;
 constexpr int kSliderWidth = 150;
+constexpr int kShortestSlider = 64;
+constexpr int kBesideSlider = 480;
+
+/// Shorter where the text is large and the screen is not.
+int SliderWidth(const QWidget& inside) {
+  const QFontMetrics font = inside.fontMetrics();
+  const int room = inside.screen()->availableSize().width() - ByFont(font, kBesideSlider);
+  return std::clamp(room, ByFont(font, kShortestSlider), ByFont(font, kSliderWidth));
+}
 
 /// A caption as it is read out.
 QString Spoken(QString caption) {
@@ -40,7 +58,7 @@ Widget* Named(Widget* widget, const char* name) {
 }  // namespace
 
 FormGrid::FormGrid(QWidget* inside) : inside_(inside), grid_(new QGridLayout(inside)) {
-  grid_->setColumnStretch(kColumns, 1);
+  grid_->setColumnStretch(Columns, 1);
 }
 
 void FormGrid::Put(QWidget* widget, int column, int span) {
@@ -49,7 +67,7 @@ void FormGrid::Put(QWidget* widget, int column, int span) {
   policy.setRetainSizeWhenHidden(true);
   widget->setSizePolicy(policy);
   grid_->addWidget(widget, row_, column, 1, span,
-                   span == 1 && column != kSlider ? Qt::AlignLeft : Qt::Alignment());
+                   span == 1 && column != SliderColumn ? Qt::AlignLeft : Qt::Alignment());
 }
 
 void FormGrid::AddEntry(const QString& label, const Entry& entry) {
@@ -64,33 +82,45 @@ void FormGrid::AddEntryBehind(QLabel* label, const QString& spoken, const Entry&
   auto* text = Named(new EntryBox(kNumberDigits, inside_), entry.text);
   text->setAccessibleName(spoken);
   label->setBuddy(text);
-  Put(label, kLabel);
-  Put(text, kEntry);
-  Put(Named(new QLabel(entry.unit_caption, inside_), entry.unit), kUnit);
+  Put(label, LabelColumn);
+  Put(text, EntryColumn);
+  if (*entry.unit != 0 || !entry.unit_caption.isEmpty()) {
+    Put(Named(new QLabel(entry.unit_caption, inside_), entry.unit), UnitColumn);
+  }
   if (*entry.slider != 0) {
     auto* slider = Named(new QSlider(Qt::Horizontal, inside_), entry.slider);
     slider->setAccessibleName(spoken + QStringLiteral(", slider"));
-    slider->setMinimumWidth(ByFont(inside_->fontMetrics(), kSliderWidth));
-    Put(slider, kSlider);
+    slider->setMinimumWidth(SliderWidth(*inside_));
+    Put(slider, SliderColumn);
   }
   if (*entry.from_variable != 0) {
-    Put(Named(new QCheckBox(entry.from_variable_caption, inside_), entry.from_variable), kFromVariable);
+    // Where there is no slider its place is free for a long caption.
+    const int column = *entry.slider != 0 ? FromVariableColumn : SliderColumn;
+    Put(Named(new QCheckBox(entry.from_variable_caption, inside_), entry.from_variable), column,
+        VariablesColumn - column);
     auto* variables = Named(new QComboBox(inside_), entry.variables);
     variables->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     variables->setAccessibleName(spoken + QStringLiteral(", variable"));
-    Put(variables, kVariables);
+    Put(variables, VariablesColumn);
   }
   ++row_;
 }
 
 void FormGrid::AddList(const QString& label, const char* name) {
-  auto* caption = new QLabel(label, inside_);
+  AddListBehind(new QLabel(label, inside_), Spoken(label), name);
+}
+
+void FormGrid::AddList(const char* label_name, const QString& spoken, const char* name) {
+  AddListBehind(Named(new QLabel(inside_), label_name), spoken, name);
+}
+
+void FormGrid::AddListBehind(QLabel* label, const QString& spoken, const char* name) {
   auto* list = Named(new QComboBox(inside_), name);
   list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-  list->setAccessibleName(Spoken(label));
-  caption->setBuddy(list);
-  Put(caption, kLabel);
-  Put(list, kEntry, kSlider - kEntry);
+  list->setAccessibleName(spoken);
+  label->setBuddy(list);
+  Put(label, LabelColumn);
+  Put(list, EntryColumn, SliderColumn - EntryColumn);
   ++row_;
 }
 
@@ -103,18 +133,18 @@ void FormGrid::AddNumber(const QString& label, const char* name, const char* spi
   both->setSpacing(0);
   both->addWidget(box);
   both->addWidget(Named(new SpinPair(Spoken(label).toLower(), box), spin_button));
-  Put(caption, kLabel);
-  grid_->addLayout(both, row_, kEntry, Qt::AlignLeft);
+  Put(caption, LabelColumn);
+  grid_->addLayout(both, row_, EntryColumn, Qt::AlignLeft);
   ++row_;
 }
 
 void FormGrid::AddCheckBox(const QString& caption, const char* name) {
-  Put(Named(new QCheckBox(caption, inside_), name), kLabel, kColumns + 1);
+  Put(Named(new QCheckBox(caption, inside_), name), LabelColumn, Columns + 1);
   ++row_;
 }
 
 void FormGrid::AddVariableHeading(const char* name) {
-  Put(Named(new QLabel(inside_), name), kVariables);
+  Put(Named(new QLabel(inside_), name), VariablesColumn);
 }
 
 void FormGrid::AddOptions(const QString& heading, std::initializer_list<Option> options) {
@@ -126,13 +156,13 @@ void FormGrid::AddOptions(const QString& heading, std::initializer_list<Option> 
     row->addWidget(button);
   }
   row->addStretch(1);
-  Put(frame, kLabel, kColumns + 1);
+  Put(frame, LabelColumn, Columns + 1);
   ++row_;
 }
 
 FormGrid FormGrid::AddFrame(const QString& heading, const char* name) {
   auto* frame = Named(new QGroupBox(heading, inside_), name);
-  Put(frame, kLabel, kColumns + 1);
+  Put(frame, LabelColumn, Columns + 1);
   ++row_;
   return FormGrid(frame);
 }
@@ -141,7 +171,7 @@ std::function<void()> FormGrid::Aligned(std::initializer_list<FormGrid> frames) 
   std::vector<FormGrid> grids(frames);
   grids.push_back(*this);
   return [grids, outer = inside_] {
-    for (int column = 0; column < kColumns; ++column) {
+    for (int column = 0; column < Columns; ++column) {
       const auto inset = [&](const FormGrid& grid) {
         if (column > 0 || grid.inside_ == outer) return 0;
         return grid.inside_->contentsMargins().left() + grid.grid_->contentsMargins().left();

@@ -34,6 +34,7 @@ class FormGrid {
   /// The same under a label that the form captions.
   void AddEntry(const char* label_name, const QString& spoken, const Entry& entry);
   void AddList(const QString& label, const char* name);
+  void AddList(const char* label_name, const QString& spoken, const char* name);
   void AddNumber(const QString& label, const char* name, const char* spin_button);
   void AddCheckBox(const QString& caption, const char* name);
   /// A caption over the lists of variables, in the row that is added next.
@@ -41,7 +42,8 @@ class FormGrid {
 
   struct Option {
     const char* name;
-    QString caption;
+    /// Empty for one that the form captions.
+    QString caption = {};
     QString tool_tip = {};
   };
   void AddOptions(const QString& heading, std::initializer_list<Option> options);
@@ -53,6 +55,7 @@ class FormGrid {
   [[nodiscard]] std::function<void()> Aligned(std::initializer_list<FormGrid> frames) const;
 
  private:
+  void AddListBehind(QLabel* label, const QString& spoken, const char* name);
   void AddEntryBehind(QLabel* label, const QString& spoken, const Entry& entry);
   /// What the widest thing in a column needs.
   [[nodiscard]] int Widest(int column) const;

@@ -2,9 +2,12 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #pragma once
 
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
+
+#include "motion/graph.h"
 
 namespace tavlo {
 
@@ -35,6 +38,8 @@ struct CheckBox : Control {
 /// One of several of which one is on.
 struct OptionButton : Control {
   bool value = false;
+  /// Empty where the caption stays as the dialog has it.
+  std::string caption;
 };
 
 struct ListBox : Control {
@@ -56,8 +61,22 @@ struct SpinButton : Control {
   int way = 0;
 };
 
-using AnyControl =
-    std::variant<TextBox*, Slider*, CheckBox*, OptionButton*, ListBox*, Label*, Frame*, SpinButton*>;
+/// Pages of which one is seen.
+struct TabStrip : Control {
+  int page = 0;
+};
+
+/// The picture of a velocity profile, with what stands beside its axes.
+struct GraphBox : Control {
+  Series curve;
+  /// Of an output; see GraphDraw().
+  std::optional<Series> trace;
+  std::string x_caption;
+  std::string y_caption;
+};
+
+using AnyControl = std::variant<TextBox*, Slider*, CheckBox*, OptionButton*, ListBox*, Label*, Frame*,
+                                SpinButton*, TabStrip*, GraphBox*>;
 
 /// What is common to all of them.
 [[nodiscard]] inline Control& CommonOf(const AnyControl& control) {

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
+#include <limits>
 #include <utility>
 
 #include "platform/number_format.h"
@@ -25,7 +27,25 @@ std::string UnitOf(AxisUnits units, std::string_view behind, std::string_view wi
   return axes.UseUnits[units.axis] ? axes.UnitName[units.axis] + std::string(behind) : std::string(without);
 }
 
+/// The names of the variables; the first is chosen where the record names none that exists.
+void FillVariables(ListBox& list, int variable) {
+  list.list.clear();
+  for (int i = 0; i < kMMIVariables; ++i) list.list.push_back(MMIVarName(i));
+  list.index = variable >= 0 && variable < kMMIVariables ? variable : 0;
+}
+
 }  // namespace
+
+std::int32_t PositionOf(const Instruction& record) {
+  if (record.Dir != 1) return record.Dist;
+  // A damaged record may hold the one number that has no opposite.
+  return record.Dist == std::numeric_limits<std::int32_t>::min() ? kMaxSteps : -record.Dist;
+}
+
+void WritePosition(Instruction& record, std::int32_t position) {
+  record.Dist = std::abs(position);
+  record.Dir = static_cast<std::int16_t>(position < 0 ? 1 : 0);
+}
 
 std::string SpeedUnit(AxisUnits units) {
   return UnitOf(units, "/sec", "Rev/sec");
@@ -42,6 +62,13 @@ void AxisList::Fill(const Program& program, int drive) {
   drive_.index = drive >= 0 && drive < axes ? drive : 0;
 }
 
+void AxisList::FillWithHub(const Program& program, int drive) {
+  Fill(program, drive);
+  if (program.HubIndex != HubQuad) return;
+  drive_.list.emplace_back("Hub");
+  if (drive == kHubQuadIO) drive_.index = kHubQuadIO;
+}
+
 void DistanceField::AddTo(ControlTable& controls, std::string_view text, std::string_view unit,
                           std::function<void()> left) {
   controls.Add(std::string(text), &text_, std::move(left));
@@ -49,7 +76,7 @@ void DistanceField::AddTo(ControlTable& controls, std::string_view text, std::st
 }
 
 void DistanceField::LabelUnit(AxisUnits units) {
-  unit_.caption = UnitOf(units, "", "Steps");
+  unit_.caption = UnitOf(units, suffix_, "Steps" + suffix_);
 }
 
 void DistanceField::Fill(AxisUnits units, std::int32_t steps) {
@@ -58,13 +85,13 @@ void DistanceField::Fill(AxisUnits units, std::int32_t steps) {
   text_.text = FormatDist(units.program, steps, units.axis);
 }
 
-void DistanceField::CleanUp(AxisUnits units) {
-  const int lowest = kind_ == Kind::Length ? 1 : -kMaxSteps;
-  if (!text_.touched && steps_ >= lowest && steps_ <= kMaxSteps) return;
-  DistEntry entry = kind_ == Kind::Length ? CleanUpDist(units.program, text_.text, units.axis)
-                                          : CleanUpPosition(units.program, text_.text, units.axis);
-  steps_ = entry.steps;
-  text_.text = std::move(entry.text);
+void DistanceField::CleanUp(AxisUnits units, std::int32_t most) {
+  const std::int32_t lowest = kind_ == Kind::Length ? 1 : -kMaxSteps;
+  if (!text_.touched && steps_ >= lowest && steps_ <= most) return;
+  const DistEntry entry = kind_ == Kind::Length ? CleanUpDist(units.program, text_.text, units.axis)
+                                                : CleanUpPosition(units.program, text_.text, units.axis);
+  steps_ = std::min(entry.steps, most);
+  text_.text = FormatDist(units.program, steps_, units.axis);
   text_.touched = false;
 }
 
@@ -161,9 +188,7 @@ void VariableChoice::AddTo(ControlTable& controls, std::string_view check_box, s
 
 void VariableChoice::Fill(bool is_variable, int variable) {
   from_.value = is_variable;
-  name_.list.clear();
-  for (int i = 0; i < kMMIVariables; ++i) name_.list.push_back(MMIVarName(i));
-  name_.index = variable >= 0 && variable < kMMIVariables ? variable : 0;
+  FillVariables(name_, variable);
 }
 
 void VariableChoice::Show(bool visible) {
@@ -176,6 +201,15 @@ void VariableChoice::Write(bool& is_variable, std::int16_t& variable) const {
   if (from_.value) variable = static_cast<std::int16_t>(name_.index);
 }
 
+void VariableList::AddTo(ControlTable& controls) {
+  controls.Add("lblvarname", &heading_);
+  controls.Add("varname", &name_);
+}
+
+void VariableList::Fill(int variable) {
+  FillVariables(name_, variable);
+}
+
 void ExecutionChoice::Fill(const Instruction& record) {
   group_.Fill(record.Proceed ? 0 : record.WaitThis ? 1 : 2);
 }
@@ -184,6 +218,23 @@ void ExecutionChoice::Write(Instruction& record) const {
   record.Proceed = group_.Chosen() == 0;
   // A line that goes on at once keeps what it would wait for.
   if (!record.Proceed) record.WaitThis = group_.Chosen() == 1;
+}
+
+void CountField::AddTo(ControlTable& controls, std::string_view text) {
+  controls.Add(std::string(text), &text_, [this] { CleanUp(); });
+}
+
+void CountField::Fill(std::int32_t count) {
+  count_ = count;
+  text_.text = Joined(count);
+  text_.touched = false;
+}
+
+void CountField::CleanUp() {
+  if (!text_.touched && count_ >= least_ && count_ <= most_) return;
+  const double entered = text_.touched ? RoundHalfEven(Val(text_.text)) : count_;
+  Fill(static_cast<std::int32_t>(
+      std::clamp(entered, static_cast<double>(least_), static_cast<double>(most_))));
 }
 
 void LineField::AddTo(ControlTable& controls) {

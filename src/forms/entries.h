@@ -25,6 +25,10 @@ struct AxisUnits {
   int axis;
 };
 
+/// A record holds a position as its distance from 0 and its side.
+[[nodiscard]] std::int32_t PositionOf(const Instruction& record);
+void WritePosition(Instruction& record, std::int32_t position);
+
 /// What stands behind a speed on the axis: the unit's name with "/sec", or "Rev/sec".
 [[nodiscard]] std::string SpeedUnit(AxisUnits units);
 
@@ -33,7 +37,10 @@ class AxisList {
  public:
   void AddTo(ControlTable& controls, std::function<void()> changed);
   void Fill(const Program& program, int drive);
+  /// The same with the hub itself as the last entry, on a Hub Quad.
+  void FillWithHub(const Program& program, int drive);
   [[nodiscard]] std::int16_t Axis() const { return static_cast<std::int16_t>(drive_.index); }
+  void Enable(bool enabled) { drive_.enabled = enabled; }
 
  private:
   ListBox drive_;
@@ -43,12 +50,15 @@ class AxisList {
 class DistanceField {
  public:
   enum class Kind { Length, Position };
-  explicit DistanceField(Kind kind = Kind::Length) : kind_(kind) {}
+  /// `suffix` stands behind the unit's name.
+  explicit DistanceField(Kind kind = Kind::Length, std::string_view suffix = {})
+      : kind_(kind), suffix_(suffix) {}
 
   void AddTo(ControlTable& controls, std::string_view text, std::string_view unit,
              std::function<void()> left);
   void Fill(AxisUnits units, std::int32_t steps);
-  void CleanUp(AxisUnits units);
+  /// No farther than `most` steps.
+  void CleanUp(AxisUnits units, std::int32_t most = kMaxSteps);
   /// The units have changed: what the box shows counts in the new ones, as if it were typed.
   void ReadAnew(AxisUnits units);
   [[nodiscard]] std::int32_t Steps() const { return steps_; }
@@ -59,6 +69,7 @@ class DistanceField {
   void LabelUnit(AxisUnits units);
 
   Kind kind_;
+  std::string suffix_;
   TextBox text_;
   Label unit_;
   std::int32_t steps_ = 0;
@@ -132,12 +143,26 @@ class VariableChoice {
   void Fill(bool is_variable, int variable);
   [[nodiscard]] bool IsOn() const { return from_.value; }
   void Show(bool visible);
+  void Enable(bool enabled) { from_.enabled = name_.enabled = enabled; }
   /// The number of the variable stays as it was while the box is clear.
   void Write(bool& is_variable, std::int16_t& variable) const;
 
  private:
   CheckBox from_;
   ListBox name_;
+};
+
+/// The variable that something is put into: `varname`, under its heading.
+class VariableList {
+ public:
+  void AddTo(ControlTable& controls);
+  void Fill(int variable);
+  void Show(bool visible) { name_.visible = heading_.visible = visible; }
+  [[nodiscard]] std::int16_t Variable() const { return static_cast<std::int16_t>(name_.index); }
+
+ private:
+  ListBox name_;
+  Label heading_{{}, "Name"};
 };
 
 /// Options of which one is on.
@@ -162,6 +187,9 @@ class OptionGroup {
     }
     return -1;
   }
+  void Enable(bool enabled) {
+    for (OptionButton& option : options_) option.enabled = enabled;
+  }
 
  private:
   std::array<OptionButton, N> options_;
@@ -173,6 +201,7 @@ class DirectionChoice {
   void AddTo(ControlTable& controls) { group_.AddTo(controls, {"cw", "ccw"}); }
   void Fill(int dir) { group_.Fill(dir == 0 ? 0 : 1); }
   [[nodiscard]] std::int16_t Dir() const { return static_cast<std::int16_t>(group_.Chosen() == 0 ? 0 : 1); }
+  void Enable(bool enabled) { group_.Enable(enabled); }
 
  private:
   OptionGroup<2> group_;
@@ -187,6 +216,24 @@ class ExecutionChoice {
 
  private:
   OptionGroup<3> group_;
+};
+
+/// A whole number within its ends.
+class CountField {
+ public:
+  CountField(int least, int most) : least_(least), most_(most) {}
+
+  void AddTo(ControlTable& controls, std::string_view text);
+  void Fill(std::int32_t count);
+  void CleanUp();
+  [[nodiscard]] std::int32_t Count() const { return count_; }
+  void Enable(bool enabled) { text_.enabled = enabled; }
+
+ private:
+  int least_;
+  int most_;
+  TextBox text_;
+  std::int32_t count_ = 0;
 };
 
 /// The number of a line, with its spin buttons: `linenum` and `Spin1`. A target is 0-based, what is shown

@@ -2,37 +2,30 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #pragma once
 
-#include "forms/entries.h"
+#include "forms/analysis_tab.h"
+#include "forms/move_form.h"
 
 namespace tavlo {
 
 /// `FeedLength`: a move by a length, whose speed may change on the way.
-class FeedLength : public Form {
+class FeedLength : public MoveForm {
  public:
   FeedLength();
+
+  [[nodiscard]] const AnalysisTab* Analysis() const override { return &analysis_; }
 
  protected:
   void Fill() override;
   void CleanUp() override;
   void ShowHide() override;
   void Write(Instruction& record) const override;
+  void SetUnits() override;
+  [[nodiscard]] bool HasVariable() const override;
 
  private:
-  [[nodiscard]] AxisUnits Units() const { return {program(), drive_.Axis()}; }
-  /// The operator chose another axis: the numbers stay as typed, their meaning moves to it.
-  void SetUnits();
-  void LabelSecondSpeed();
   void CleanUpSpeed2();
+  [[nodiscard]] AnalysisTab::Planned Plan();
 
-  AxisList drive_;
-  DistanceField distance_;
-  VariableChoice distance_variable_;
-  SpeedField speed_;
-  VariableChoice speed_variable_;
-  Label variable_name_{{}, "Name"};
-  AccelField accel_;
-  AccelField decel_;
-  DirectionChoice direction_;
   CheckBox change_speed_;
   Frame second_speed_frame_;
   DistanceField distance2_;
@@ -42,7 +35,7 @@ class FeedLength : public Form {
   Label speed2unit_;
   float speed2_ = 0;
   VariableChoice speed2_variable_;
-  ExecutionChoice execution_;
+  AnalysisTab analysis_;
 };
 
 }  // namespace tavlo

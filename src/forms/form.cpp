@@ -92,4 +92,9 @@ void Form::Spin(const Bound& button, int way) {
   Follow(button);
 }
 
+void Form::Turn(const Bound& tab_strip, int page) {
+  std::get<TabStrip*>(tab_strip.control)->page = page;
+  Follow(tab_strip);
+}
+
 }  // namespace tavlo

@@ -13,12 +13,14 @@
 
 namespace tavlo {
 
+class AnalysisTab;
+
 /// A control of a form by its name, an element of an array as "OptIn(3)".
 struct Bound {
   std::string name;
   AnyControl control;
   /// What follows on what the operator did with it: a box was left, a slider moved, a check box or an option
-  /// clicked, an entry of a list chosen, a spin button pressed. May be empty.
+  /// clicked, an entry of a list chosen, a spin button pressed, a page turned to. May be empty.
   std::function<void()> rule;
 };
 
@@ -55,6 +57,8 @@ class Form {
   void Enter();
 
   [[nodiscard]] const ControlTable& Controls() const { return controls_; }
+  /// What the move will do; nothing in a dialog that does not show it.
+  [[nodiscard]] virtual const AnalysisTab* Analysis() const { return nullptr; }
   /// The entry that has the caret when the dialog comes up, its text selected.
   [[nodiscard]] const Bound& First() const { return controls_.Find(first_); }
 
@@ -65,6 +69,7 @@ class Form {
   void Click(const Bound& box_or_option);
   void Choose(const Bound& list, int index);
   void Spin(const Bound& button, int way);
+  void Turn(const Bound& tab_strip, int page);
 
  protected:
   /// `first` names the entry that the form begins with.

@@ -112,6 +112,13 @@ QIcon CommandIcon(std::string_view command, const QColor& ink, const QColor& dis
   });
 }
 
+QIcon LineIcon(IconRef icon) {
+  return DrawnIcon([icon](QPainter& painter, const QRectF& place, QIcon::Mode) {
+    const qreal scale = painter.device()->devicePixelRatioF();
+    painter.drawImage(place, IconImage(icon, static_cast<int>(place.width()), scale));
+  });
+}
+
 QIcon ApplicationIcon() {
   return DrawnIcon([](QPainter& painter, const QRectF& place, QIcon::Mode) {
     painter.drawImage(place, Drawing(QStringLiteral(":/tavlo-composer.svg"), DotsOf(painter, place)));

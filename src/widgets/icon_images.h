@@ -19,6 +19,8 @@ inline constexpr int kIconSize = 24;
 /// its colour alone. It is drawn at its first use. `size` is its side, `scale` the number of device pixels
 /// per unit.
 [[nodiscard]] const QImage& IconImage(IconRef icon, int size, qreal scale);
+/// The same as an icon.
+[[nodiscard]] QIcon LineIcon(IconRef icon);
 /// The ground of a set's images and the ink that is drawn on it.
 [[nodiscard]] QColor IconTile(IconSet set);
 [[nodiscard]] QColor IconInk(IconSet set);

@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 
+#include "editors/line_dialogs.h"
 #include "platform/comm_devices.h"
 #include "session/desk.h"
 #include "widgets/held_enter.h"
@@ -52,6 +53,7 @@ class ComposerWindows {
   GaugeForm downbox_;
   GaugeForm upbox_;
   LoadingPane loading_;
+  LineDialogs editors_;
   Desk desk_;
 };
 

@@ -24,7 +24,7 @@ namespace tavlo::testing {
 
 /// A dialog on the screen, with an operator before it.
 struct DialogBench {
-  explicit DialogBench(int type) : dialog(*FormOf(type), boxes, nullptr) {
+  explicit DialogBench(int kind) : type(kind), dialog(*FormOf(kind), boxes, nullptr) {
     InitHardware(program.Axis);
     InitProg(program);
     program.Axis.StepResCode[0] = 8;
@@ -73,12 +73,23 @@ struct DialogBench {
   void Click(const char* name) {
     QTest::mouseClick(&Find<QWidget>(name), Qt::LeftButton, {}, {8, Find<QWidget>(name).height() / 2});
   }
+  /// The entry that the dialog begins with; nothing where that is a list, or dimmed.
+  [[nodiscard]] QLineEdit* FirstEntry() {
+    const auto form = FormOf(type)->make();
+    auto* entry = dialog.findChild<QLineEdit*>(QString::fromStdString(form->First().name));
+    return entry != nullptr && entry->isEnabled() ? entry : nullptr;
+  }
   [[nodiscard]] QString Focus() const {
-    return dialog.focusWidget() == nullptr ? QString() : dialog.focusWidget()->objectName();
+    const QWidget* focus = dialog.focusWidget();
+    // The bar of a tab strip has the focus for it.
+    if (focus != nullptr && focus->objectName().startsWith(QLatin1String("qt_")))
+      focus = focus->parentWidget();
+    return focus == nullptr ? QString() : focus->objectName();
   }
 
   Program program;
   FakeBoxes boxes;
+  int type;
   EditorDialog dialog;
   bool closed_by_itself = false;
 };

@@ -11,6 +11,7 @@
 
 #include "forms/form.h"
 #include "model/line_operations.h"
+#include "platform/number_format.h"
 #include "support/fake_boxes.h"
 
 namespace tavlo::testing {
@@ -62,6 +63,9 @@ struct FormBench {
   }
   [[nodiscard]] bool Checked(std::string_view box) { return State<CheckBox>(box).value; }
   [[nodiscard]] bool Chosen(std::string_view option) { return State<OptionButton>(option).value; }
+  [[nodiscard]] std::string OptionCaption(std::string_view option) {
+    return State<OptionButton>(option).caption;
+  }
   [[nodiscard]] const ListBox& List(std::string_view list) { return State<ListBox>(list); }
   [[nodiscard]] bool Enabled(std::string_view name) { return CommonOf(Find(name).control).enabled; }
   [[nodiscard]] bool Visible(std::string_view name) { return CommonOf(Find(name).control).visible; }

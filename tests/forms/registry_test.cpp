@@ -20,7 +20,20 @@ TEST(Forms, EachKindHasItsDialog) {
   } rows[] = {{FL, "FeedLength", "Feed to Length", "FL.pdf"},
               {FLCS, "FeedLength", "Feed to Length", "FL.pdf"},
               {WT, "WaitTime", "Wait Time", "WT.pdf"},
-              {GT, "GoToBox", "Go To", "GT.pdf"}};
+              {GT, "GoToBox", "Go To", "GT.pdf"},
+              {FR, "FeedReturn", "Feed & Return", "FR.pdf"},
+              {FP, "FeedPosn", "Feed to Position", "FP.pdf"},
+              {SS, "StartStop", "Start/Stop Motion", "SM.pdf"},
+              {CL, "CallDialog", "Call", "Call.pdf"},
+              {RL, "ResetLoop", "Reset Loop", "RL.pdf"},
+              {IM, "IfMoving", "If Moving", "IM.pdf"},
+              {LP, "LearnPos", "Learn Position", "LP.pdf"},
+              {SP, "SetPosn", "Set Position", "SP.pdf"},
+              {RP, "Repeat", "Repeat", "RP.pdf"},
+              {FLSO, "FeedSetOut", "Feed to Length & Set Output", "FLSO.pdf"},
+              {SO, "SetOutput", "Set Output", "SO.pdf"},
+              {CC, "ChangeCurrent", "Change Current", "CC.pdf"},
+              {ED, "ChangeCurrent", "Change Current", "CC.pdf"}};
   for (const auto& row : rows) {
     const FormRow* form = FormOf(row.type);
     ASSERT_NE(form, nullptr) << row.type;

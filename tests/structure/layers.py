@@ -26,7 +26,7 @@ LEANS_ON = {
     "qt/gui": ["platform"],
     "widgets": ["session", "qt/gui"],
     "editors": ["forms", "widgets"],
-    "windows": ["link", "commands", "widgets"],
+    "windows": ["link", "commands", "editors"],
     "composer": ["windows", "qt"],
     "cli": ["link", "commands", "qt"],
     # The simulated hub has its own reading of the bytes, so that a program that runs on it proves something.

@@ -111,8 +111,10 @@ bool MustHaveAName(QAccessibleInterface& thing) {
     case QAccessible::List:
     case QAccessible::Grouping: return true;
     default:
-      return thing.object()->isWidgetType() && (static_cast<QWidget*>(thing.object())->isWindow() ||
-                                                thing.object()->inherits("QAbstractScrollArea"));
+      // A tab is no object of its own.
+      return thing.object() != nullptr && thing.object()->isWidgetType() &&
+             (static_cast<QWidget*>(thing.object())->isWindow() ||
+              thing.object()->inherits("QAbstractScrollArea"));
   }
 }
 

@@ -3,10 +3,12 @@
 #include "windows/window_walk.h"
 
 #include <QPlainTextEdit>
+#include <QTabWidget>
 #include <set>
 
 #include "commands/hub_choices.h"
 #include "editors/editor_dialog.h"
+#include "editors/pick_prog.h"
 #include "forms/registry.h"
 #include "link/execution.h"
 #include "session/grid.h"
@@ -134,6 +136,15 @@ void LookAtTerminal(const LookAt& look_at) {
   session.Handlers().terminal->ShowModal();
 }
 
+void LookAtPicker(const LookAt& look_at) {
+  PickProg picker(nullptr);
+  QTimer::singleShot(0, &picker, [&] {
+    look_at(picker, "PickProg");
+    picker.reject();
+  });
+  picker.Run([](const Picked&) { return true; });
+}
+
 /// With every control of theirs to be seen: variables chosen, blocks shown.
 void LookAtEditors(const LookAt& look_at) {
   FakeDesk fake;
@@ -149,7 +160,13 @@ void LookAtEditors(const LookAt& look_at) {
     seen.insert(row->name);
     EditorDialog dialog(*row, fake.boxes, nullptr);
     QTimer::singleShot(0, &dialog, [&] {
-      look_at(dialog, std::string(row->name) + ", type " + std::to_string(type));
+      const std::string state = std::string(row->name) + ", type " + std::to_string(type);
+      look_at(dialog, state);
+      if (auto* tabs = dialog.findChild<QTabWidget*>()) {
+        tabs->setCurrentIndex(1);
+        QTest::qWait(0);
+        look_at(dialog, state + ", analysis");
+      }
       dialog.reject();
     });
     static_cast<void>(dialog.Edit(fake.source.program, 0));
@@ -203,6 +220,7 @@ void ForEachWindow(const LookAt& look_at) {
   LookAtRuns(look_at);
   LookAtFault(look_at);
   LookAtTerminal(look_at);
+  LookAtPicker(look_at);
   LookAtEditors(look_at);
 }
 

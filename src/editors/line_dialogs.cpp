@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "editors/line_dialogs.h"
+
+#include "editors/editor_dialog.h"
+#include "editors/pick_prog.h"
+#include "forms/registry.h"
+
+namespace tavlo {
+
+LineDialogs::LineDialogs(MessageBoxes& boxes, QWidget* main_window)
+    : boxes_(boxes), main_window_(main_window) {}
+
+LineDialogs::~LineDialogs() = default;
+
+void LineDialogs::ShowPickProg(const std::function<bool(const Picked&)>& act) {
+  if (!picker_) picker_ = std::make_unique<PickProg>(main_window_);
+  picker_->Run(act);
+}
+
+bool LineDialogs::Edit(Program& program, int line) {
+  const FormRow* row = FormOf(program.Prog[line].Type);
+  if (row == nullptr) return false;
+  std::unique_ptr<EditorDialog>& dialog = dialogs_[row->name];
+  if (!dialog) dialog = std::make_unique<EditorDialog>(*row, boxes_, main_window_);
+  return dialog->Edit(program, line);
+}
+
+}  // namespace tavlo

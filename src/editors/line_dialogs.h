@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string_view>
+
+#include "platform/services.h"
+#include "session/views.h"
+
+class QWidget;
+
+namespace tavlo {
+
+class EditorDialog;
+class PickProg;
+
+/// The picker and the dialogs of the lines. Each is made at its first use and lives as long as this.
+class LineDialogs : public EditorWindows {
+ public:
+  LineDialogs(MessageBoxes& boxes, QWidget* main_window);
+  ~LineDialogs() override;
+
+  void ShowPickProg(const std::function<bool(const Picked&)>& act) override;
+  [[nodiscard]] bool Edit(Program& program, int line) override;
+
+ private:
+  MessageBoxes& boxes_;
+  QWidget* main_window_;
+  std::unique_ptr<PickProg> picker_;
+  std::map<std::string_view, std::unique_ptr<EditorDialog>> dialogs_;
+};
+
+}  // namespace tavlo

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include "forms/form.h"
+
+namespace tavlo {
+
+/// `comment`: a remark in the program.
+class comment : public Form {
+ public:
+  comment();
+
+ protected:
+  void Fill() override;
+  void CleanUp() override;
+  void Write(Instruction& record) const override;
+
+ private:
+  TextBox text_;
+};
+
+}  // namespace tavlo

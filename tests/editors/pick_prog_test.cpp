@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "editors/pick_prog.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+#include <set>
+
+#include "forms/registry.h"
+#include "model/instruction.h"
+
+namespace tavlo::testing {
+namespace {
+
+/// The picker on the screen, with an operator before it.
+struct PickBench {
+  /// Brings the picker up and acts; what still stands then is cancelled.
+  void While(const std::function<void()>& act) {
+    QTimer::singleShot(0, &picker, [this, act] {
+      picker.activateWindow();
+      QTest::qWait(0);
+      act();
+      closed_by_itself = !picker.isVisible();
+      picker.reject();
+    });
+    picker.Run([this](const Picked& picked) {
+      presses.push_back(picked);
+      return may_close;
+    });
+  }
+  [[nodiscard]] QAbstractButton& Button(const QString& name) {
+    return *picker.findChild<QAbstractButton*>(name);
+  }
+  void Click(const QString& name) { QTest::mouseClick(&Button(name), Qt::LeftButton); }
+
+  PickProg picker{nullptr};
+  std::vector<Picked> presses;
+  bool may_close = true;
+  bool closed_by_itself = false;
+};
+
+TEST(PickProg, HasOneButtonForEachKindThatCanBePicked) {
+  PickBench d;
+  d.may_close = false;
+  std::set<int> types;
+  d.While([&] {
+    for (auto* button : d.picker.findChildren<QToolButton*>()) {
+      d.presses.clear();
+      button->click();
+      ASSERT_EQ(d.presses.size(), 1U);
+      EXPECT_EQ(d.presses[0].what, Picked::What::Kind);
+      EXPECT_TRUE(types.insert(d.presses[0].type).second) << d.presses[0].type;
+      EXPECT_FALSE(button->accessibleName().isEmpty());
+      EXPECT_FALSE(button->icon().isNull());
+    }
+  });
+  // Each dialog by the kind that it begins with, and the kinds that are their whole line.
+  std::set<std::string_view> forms;
+  for (const int type : types) {
+    if (const FormRow* form = FormOf(type)) {
+      EXPECT_TRUE(forms.insert(form->name).second) << form->name;
+    }
+  }
+  for (int type = 0; type < kTypes; ++type) {
+    if (const FormRow* form = FormOf(type)) {
+      EXPECT_TRUE(forms.contains(form->name)) << form->name;
+    }
+  }
+  for (const int type : {int{ER}, int{NO}, int{RT}}) EXPECT_TRUE(types.contains(type));
+  EXPECT_EQ(types.size(), 25U);
+}
+
+TEST(PickProg, APressClosesItAndIsPassedOn) {
+  PickBench d;
+  d.While([&] { d.Click(QStringLiteral("BtnWT")); });
+  ASSERT_EQ(d.presses.size(), 1U);
+  EXPECT_EQ(d.presses[0].type, WT);
+  EXPECT_TRUE(d.closed_by_itself);
+}
+
+TEST(PickProg, InsertsAndDeletes) {
+  const std::pair<const char*, Picked::What> rows[] = {{"BtnInsert", Picked::What::Insert},
+                                                       {"BtnDelete", Picked::What::Delete}};
+  for (const auto& [name, what] : rows) {
+    PickBench d;
+    d.While([&, button = name] { d.Click(QLatin1String(button)); });
+    ASSERT_EQ(d.presses.size(), 1U);
+    EXPECT_EQ(d.presses[0].what, what);
+  }
+}
+
+TEST(PickProg, StaysWhenItsQuestionWasCancelled) {
+  PickBench d;
+  d.may_close = false;
+  d.While([&] {
+    d.Click(QStringLiteral("BtnDelete"));
+    EXPECT_TRUE(d.picker.isVisible());
+    d.Click(QStringLiteral("BtnInsert"));
+  });
+  EXPECT_EQ(d.presses.size(), 2U);
+  EXPECT_FALSE(d.closed_by_itself);
+}
+
+TEST(PickProg, IsLeftByCancelByEscapeAndByItsFrameWithoutAPress) {
+  const std::function<void(PickBench&)> ways[] = {
+      [](PickBench& d) { d.Click(QStringLiteral("BtnCancel")); },
+      [](PickBench& d) { QTest::keyClick(&d.picker, Qt::Key_Escape); },
+      [](PickBench& d) { d.picker.close(); }};
+  for (const auto& way : ways) {
+    PickBench d;
+    d.While([&] { way(d); });
+    EXPECT_TRUE(d.closed_by_itself);
+    EXPECT_TRUE(d.presses.empty());
+  }
+}
+
+TEST(PickProg, EnterPicksNothingByItself) {
+  PickBench d;
+  d.While([&] {
+    for (auto* button : d.picker.findChildren<QAbstractButton*>()) {
+      button->setFocus();
+      QTest::keyClick(button, Qt::Key_Return);
+    }
+    EXPECT_TRUE(d.picker.isVisible());
+  });
+  EXPECT_TRUE(d.presses.empty());
+}
+
+}  // namespace
+}  // namespace tavlo::testing
