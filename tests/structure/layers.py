@@ -28,7 +28,7 @@ LEANS_ON = {
     "editors": ["forms", "widgets"],
     "windows": ["link", "commands", "editors"],
     "composer": ["windows", "qt"],
-    "cli": ["link", "commands", "qt"],
+    "cli": ["link", "commands", "forms", "qt"],
     # The simulated hub has its own reading of the bytes, so that a program that runs on it proves something.
     "hubsim": [],
 }

@@ -1,43 +1,19 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
-#include <cerrno>
-#include <filesystem>
-#include <fstream>
 
 #include "cli/commands/command.h"
 #include "cli/console/encoding.h"
 #include "cli/console/json_text.h"
 #include "cli/console/options.h"
 #include "cli/desk/console_desk.h"
+#include "cli/desk/output_files.h"
 #include "codegen/compile.h"
 #include "link/drive_check.h"
 #include "model/program_queries.h"
 #include "platform/number_format.h"
-#include "qt/system_reason.h"
 
 namespace tavlo::cli {
 namespace {
-
-/// A device such as /dev/null cannot be replaced by a file.
-Outcome WriteDevice(const std::string& path, const std::string& image) {
-  errno = 0;
-  std::ofstream device(path, std::ios::binary);
-  device << image << std::flush;
-  return device ? Outcome() : Outcome::Failed(SystemReason(errno));
-}
-
-bool WriteImage(Console& console, const std::string& path, const std::string& image) {
-  if (IsStandard(path)) {
-    console.Bytes(image);
-    return true;
-  }
-  std::error_code error;
-  const bool is_device =
-      std::filesystem::exists(path, error) && !std::filesystem::is_regular_file(path, error);
-  const Outcome written = is_device ? WriteDevice(path, image) : QtFileStore().Replace(path, image);
-  if (!written) console.Note("cannot write " + path + ": " + written.Why());
-  return static_cast<bool>(written);
-}
 
 class CompileCommand : public Command {
  public:
@@ -69,7 +45,7 @@ class CompileCommand : public Command {
       return ExitCode::Refused;
     }
     TellLongPool(console, compiled);
-    if (!image_path_.empty() && !WriteImage(console, image_path_, ImageOf(compiled))) return ExitCode::File;
+    if (!image_path_.empty() && !WriteOutput(console, image_path_, ImageOf(compiled))) return ExitCode::File;
     if (json_) {
       console.Result(JsonLine(AsJson(compiled)));
     } else if (image_path_.empty()) {

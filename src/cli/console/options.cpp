@@ -8,6 +8,7 @@
 
 #include "link/com_port.h"
 #include "model/file_examination.h"
+#include "model/instruction.h"
 #include "platform/number_format.h"
 
 namespace tavlo::cli {
@@ -76,6 +77,39 @@ void AddImageToWrite(CLI::App& app, std::string& path) {
       ->type_name("IMAGE")
       ->check(CLI::Validator(
           [](const std::string& text) { return std::string(text.empty() ? kEmptyName : ""); }, ""));
+}
+
+void AddOutput(CLI::App& app, const std::string& option, std::string& path, const std::string& description) {
+  app.add_option(option, path, description)
+      ->type_name("FILE")
+      ->check(CLI::Validator(
+          [](const std::string& text) { return std::string(text.empty() ? kEmptyName : ""); }, ""));
+}
+
+void AddLine(CLI::App& app, int& line) {
+  app.add_option("LINE", line, "Number of the line, 1 to 200")
+      ->required()
+      ->type_name("")
+      ->check(CLI::Validator(
+          [](const std::string& text) {
+            const auto number = ParseNumber(text);
+            const bool fits = number && *number >= 1 && *number <= kLines && *number == std::floor(*number);
+            return fits ? "" : "'" + text + "' is no line from 1 to " + Joined(kLines);
+          },
+          ""));
+}
+
+void AddChoice(CLI::App& app, const std::string& option, std::string& choice,
+               const std::vector<std::string>& words, const std::string& description) {
+  std::string all;
+  for (const std::string& word : words) all += (all.empty() ? "" : "|") + word;
+  app.add_option(option, choice, description)
+      ->type_name(all)
+      ->check(CLI::Validator(
+          [words, all](const std::string& text) {
+            return std::ranges::find(words, text) != words.end() ? "" : "'" + text + "' is none of " + all;
+          },
+          ""));
 }
 
 void AddJson(CLI::App& app, bool& json) {

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "cli/console/console.h"
 #include "cli/console/environment.h"
@@ -29,7 +30,14 @@ void AddNewFile(CLI::App& app, const std::string& option, std::string& path);
 void AddImageToRead(CLI::App& app, std::string& path);
 /// An image that the command writes on request.
 void AddImageToWrite(CLI::App& app, std::string& path);
+/// Another output that the command writes if it is asked to.
+void AddOutput(CLI::App& app, const std::string& option, std::string& path, const std::string& description);
 void AddJson(CLI::App& app, bool& json);
+/// The number of a program line, LINE, from 1 to 200.
+void AddLine(CLI::App& app, int& line);
+/// One of a few words.
+void AddChoice(CLI::App& app, const std::string& option, std::string& choice,
+               const std::vector<std::string>& words, const std::string& description);
 void AddFlag(CLI::App& app, const std::string& option, bool& on, const std::string& description);
 /// A flag that has a meaning only if FILE is given too.
 void AddFlagOfFile(CLI::App& app, const std::string& option, bool& on, const std::string& description);
