@@ -8,6 +8,28 @@
 #include "model/wire.h"
 
 namespace tavlo {
+namespace {
+
+std::size_t BytesInPool(std::size_t text_length) {
+  return text_length + 1;
+}
+
+std::size_t PoolSizeWithout(const Program& program, int left_out) {
+  std::size_t total = 1;
+  for (int line = 0; line < kLines; ++line) {
+    if (line != left_out && program.Prog[line].Type == MMI) {
+      total += BytesInPool(program.Prog[line].Text.size());
+    }
+  }
+  return total;
+}
+
+}  // namespace
+
+std::size_t PoolSize(const Program& program) {
+  constexpr int kNone = -1;
+  return PoolSizeWithout(program, kNone);
+}
 
 namespace {
 
@@ -24,11 +46,7 @@ void MoveNamed(Program& program, int from, int by) {
 }  // namespace
 
 bool StringsTooLong(const Program& program, std::size_t text_length, int target_line) {
-  std::size_t total = text_length + 1;
-  for (int line = 0; line < kLines; ++line) {
-    if (line != target_line && program.Prog[line].Type == MMI) total += program.Prog[line].Text.size() + 1;
-  }
-  return total + 1 > kPoolBytes;
+  return PoolSizeWithout(program, target_line) + BytesInPool(text_length) > kPoolBytes;
 }
 
 void InsertLine(Program& program, int line) {

@@ -6,6 +6,10 @@
 
 namespace tavlo {
 
+/// Returns how many bytes the prompt texts of the program take in the hub's pool: each with its end, and the
+/// end of the pool.
+[[nodiscard]] std::size_t PoolSize(const Program& program);
+
 /// Whether the hub's pool of prompt texts would overflow if the target line held a text of this length.
 /// Counts one byte for the end of each text and one for the end of the pool.
 [[nodiscard]] bool StringsTooLong(const Program& program, std::size_t text_length, int target_line);

@@ -206,6 +206,17 @@ TEST(StringsTooLong, ThePoolHolds1536BytesEachStringWithItsEndByteAndOneByteOfOv
   EXPECT_TRUE(StringsTooLong(program, 1435, 0));
 }
 
+TEST(PoolSize, IsOfEveryPromptItsTextAndItsEndAndOneByteForTheEndOfThePool) {
+  Program program;
+  InitProg(program);
+  EXPECT_EQ(PoolSize(program), 1U);
+  program.Prog[3].Type = program.Prog[199].Type = MMI;
+  EXPECT_EQ(PoolSize(program), 3U) << "an empty text has an end too";
+  program.Prog[3].Text = "Length";
+  program.Prog[4].Text = "a comment does not count";
+  EXPECT_EQ(PoolSize(program), 9U);
+}
+
 TEST(StringsTooLong, TheTargetLineAndOtherKindsDoNotCount) {
   Program program = NewProgram();
   program.Prog[3].Type = MMI;
