@@ -25,6 +25,13 @@ struct TextBox : Control {
   bool touched = false;
 };
 
+/// A box for a text of several lines. Every change of it counts at once.
+struct TextArea : Control {
+  std::string text;
+  /// How many lines high it is.
+  int lines = 1;
+};
+
 struct Slider : Control {
   int min = 0;
   int max = 0;
@@ -75,8 +82,22 @@ struct GraphBox : Control {
   std::string y_caption;
 };
 
-using AnyControl = std::variant<TextBox*, Slider*, CheckBox*, OptionButton*, ListBox*, Label*, Frame*,
-                                SpinButton*, TabStrip*, GraphBox*>;
+/// A bar that shows how full something is.
+struct Gauge : Control {
+  enum class Level { Green, Yellow, Red };
+  int percent = 0;
+  Level level = Level::Green;
+};
+
+/// A picture of the operator terminal's display.
+struct Display : Control {
+  std::vector<std::string> lines;
+  /// What is below these lines stays free for an entry.
+  int lines_for_text = 0;
+};
+
+using AnyControl = std::variant<TextBox*, TextArea*, Slider*, CheckBox*, OptionButton*, ListBox*, Label*,
+                                Frame*, SpinButton*, Gauge*, Display*, TabStrip*, GraphBox*>;
 
 /// What is common to all of them.
 [[nodiscard]] inline Control& CommonOf(const AnyControl& control) {

@@ -51,8 +51,8 @@ std::string SpeedUnit(AxisUnits units) {
   return UnitOf(units, "/sec", "Rev/sec");
 }
 
-void AxisList::AddTo(ControlTable& controls, std::function<void()> changed) {
-  controls.Add("Drive", &drive_, std::move(changed));
+void AxisList::AddTo(ControlTable& controls, std::function<void()> changed, std::string_view list) {
+  controls.Add(std::string(list), &drive_, std::move(changed));
 }
 
 void AxisList::Fill(const Program& program, int drive) {
@@ -237,8 +237,12 @@ void CountField::CleanUp() {
       std::clamp(entered, static_cast<double>(least_), static_cast<double>(most_))));
 }
 
+void LineField::AddTo(ControlTable& controls, std::string_view text) {
+  controls.Add(std::string(text), &linenum_, [this] { CleanUp(); });
+}
+
 void LineField::AddTo(ControlTable& controls) {
-  controls.Add("linenum", &linenum_, [this] { CleanUp(); });
+  AddTo(controls, "linenum");
   controls.Add("Spin1", &spin_, [this] {
     CleanUp();
     Put(number_ + spin_.way);

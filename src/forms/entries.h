@@ -32,10 +32,10 @@ void WritePosition(Instruction& record, std::int32_t position);
 /// What stands behind a speed on the axis: the unit's name with "/sec", or "Rev/sec".
 [[nodiscard]] std::string SpeedUnit(AxisUnits units);
 
-/// The axis of the line: `Drive`.
+/// The axis of the line, `Drive`, or another one that it names.
 class AxisList {
  public:
-  void AddTo(ControlTable& controls, std::function<void()> changed);
+  void AddTo(ControlTable& controls, std::function<void()> changed, std::string_view list = "Drive");
   void Fill(const Program& program, int drive);
   /// The same with the hub itself as the last entry, on a Hub Quad.
   void FillWithHub(const Program& program, int drive);
@@ -155,6 +155,8 @@ class VariableChoice {
 /// The variable that something is put into: `varname`, under its heading.
 class VariableList {
  public:
+  explicit VariableList(std::string_view heading = "Name") : heading_{{}, std::string(heading)} {}
+
   void AddTo(ControlTable& controls);
   void Fill(int variable);
   void Show(bool visible) { name_.visible = heading_.visible = visible; }
@@ -162,7 +164,7 @@ class VariableList {
 
  private:
   ListBox name_;
-  Label heading_{{}, "Name"};
+  Label heading_;
 };
 
 /// Options of which one is on.
@@ -241,10 +243,13 @@ class CountField {
 class LineField {
  public:
   void AddTo(ControlTable& controls);
+  /// Under another name, without spin buttons.
+  void AddTo(ControlTable& controls, std::string_view text);
   /// A target that was never set, or is no line, is shown as the first line, or the second for the first
   /// itself: a new jump never points at itself.
   void Fill(int target, int own_line);
   void CleanUp();
+  void Show(bool visible) { linenum_.visible = spin_.visible = visible; }
   [[nodiscard]] std::int16_t Target() const { return static_cast<std::int16_t>(number_ - 1); }
 
  private:

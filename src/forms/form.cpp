@@ -34,6 +34,7 @@ bool Form::MayWrite(MessageBoxes&) {
 }
 
 bool Form::Confirm(MessageBoxes& boxes) {
+  refused_.clear();
   CleanUp();
   const bool written = MayWrite(boxes);
   if (written) Write(program_->Prog[line_]);
@@ -56,6 +57,11 @@ void Form::Follow(const Bound& bound) {
 }
 
 void Form::Type(const Bound& box, std::string text) {
+  if (auto* const area = std::get_if<TextArea*>(&box.control)) {
+    (*area)->text = std::move(text);
+    Follow(box);
+    return;
+  }
   TextBox& state = *std::get<TextBox*>(box.control);
   state.text = std::move(text);
   state.touched = true;

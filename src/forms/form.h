@@ -19,8 +19,9 @@ class AnalysisTab;
 struct Bound {
   std::string name;
   AnyControl control;
-  /// What follows on what the operator did with it: a box was left, a slider moved, a check box or an option
-  /// clicked, an entry of a list chosen, a spin button pressed, a page turned to. May be empty.
+  /// What follows on what the operator did with it: a box was left, a text area changed, a slider moved, a
+  /// check box or an option clicked, an entry of a list chosen, a spin button pressed, a page turned to. May be
+  /// empty.
   std::function<void()> rule;
 };
 
@@ -61,6 +62,10 @@ class Form {
   [[nodiscard]] virtual const AnalysisTab* Analysis() const { return nullptr; }
   /// The entry that has the caret when the dialog comes up, its text selected.
   [[nodiscard]] const Bound& First() const { return controls_.Find(first_); }
+  /// The entry that kept the line from being written at the last OK, if it was one; the caret goes there.
+  [[nodiscard]] const Bound* Refused() const {
+    return refused_.empty() ? nullptr : &controls_.Find(refused_);
+  }
 
   // What the operator does.
   void Type(const Bound& box, std::string text);
@@ -81,10 +86,11 @@ class Form {
   virtual void CleanUp() = 0;
   /// Shows or hides, enables or dims by what the controls say. Runs after every act.
   virtual void ShowHide() {}
-  /// Tells what keeps the line from being written, after which the dialog stays.
+  /// Tells what keeps the line from being written, after which the dialog stays. May say which entry it is.
   [[nodiscard]] virtual bool MayWrite(MessageBoxes& boxes);
   /// From the controls to the record.
   virtual void Write(Instruction& record) const = 0;
+  void Refuse(std::string_view entry) { refused_ = entry; }
 
   [[nodiscard]] const Program& program() const { return *program_; }
   [[nodiscard]] int line() const { return line_; }
@@ -96,6 +102,7 @@ class Form {
   void Follow(const Bound& bound);
 
   std::string first_;
+  std::string refused_;
   Program* program_ = nullptr;
   int line_ = 0;
   Instruction before_;

@@ -55,7 +55,13 @@ struct FormBench {
   void Choose(std::string_view list, int index) { form.Choose(Find(list), index); }
   void Spin(std::string_view buttons, int way) { form.Spin(Find(buttons), way); }
 
-  [[nodiscard]] std::string Text(std::string_view box) { return State<TextBox>(box).text; }
+  [[nodiscard]] std::string Text(std::string_view box) {
+    const AnyControl& control = Find(box).control;
+    if (auto* const area = std::get_if<TextArea*>(&control)) return (*area)->text;
+    return State<TextBox>(box).text;
+  }
+  [[nodiscard]] const Gauge& Bar(std::string_view gauge) { return State<Gauge>(gauge); }
+  [[nodiscard]] const Display& Picture(std::string_view display) { return State<Display>(display); }
   [[nodiscard]] std::string Caption(std::string_view label) { return State<Label>(label).caption; }
   [[nodiscard]] int Position(std::string_view slider) { return State<Slider>(slider).value; }
   [[nodiscard]] std::pair<int, int> Ends(std::string_view slider) {
