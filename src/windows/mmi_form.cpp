@@ -17,6 +17,7 @@
 #include <optional>
 
 #include "qt/gui/shown_text.h"
+#include "widgets/display_colours.h"
 #include "widgets/font_size.h"
 
 namespace tavlo {
@@ -144,8 +145,8 @@ QWidget* MmiForm::MakeDisplay() {
   QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
   fixed.setPixelSize(Measure(*this, kDisplayLetters));
   QPalette colours = glass_->palette();
-  colours.setColor(QPalette::Window, QColor(214, 228, 190));
-  colours.setColor(QPalette::WindowText, QColor(16, 32, 16));
+  colours.setColor(QPalette::Window, kGlass);
+  colours.setColor(QPalette::WindowText, kGlassText);
   glass_->setPalette(colours);
   glass_->setAutoFillBackground(true);
   auto* lines = new QVBoxLayout(glass_);
