@@ -79,7 +79,7 @@ void FormGrid::AddEntry(const char* label_name, const QString& spoken, const Ent
 }
 
 void FormGrid::AddEntryBehind(QLabel* label, const QString& spoken, const Entry& entry) {
-  auto* text = Named(new EntryBox(kNumberDigits, inside_), entry.text);
+  auto* text = Named(new EntryBox(entry.digits == 0 ? kNumberDigits : entry.digits, inside_), entry.text);
   text->setAccessibleName(spoken);
   label->setBuddy(text);
   Put(label, LabelColumn);
@@ -143,13 +143,32 @@ void FormGrid::AddCheckBox(const QString& caption, const char* name) {
   ++row_;
 }
 
+void FormGrid::AddCheckedNumber(const QString& caption, const char* name, const char* number,
+                                const QString& spoken) {
+  Put(Named(new QCheckBox(caption, inside_), name), LabelColumn);
+  auto* box = Named(new EntryBox(kLineDigits, inside_), number);
+  box->setAccessibleName(spoken);
+  Put(box, EntryColumn);
+  ++row_;
+}
+
 void FormGrid::AddVariableHeading(const char* name) {
   Put(Named(new QLabel(inside_), name), VariablesColumn);
 }
 
 void FormGrid::AddOptions(const QString& heading, std::initializer_list<Option> options) {
+  AddOptionsAlong(Qt::Horizontal, heading, options);
+}
+
+void FormGrid::AddOptionColumn(const QString& heading, std::initializer_list<Option> options) {
+  AddOptionsAlong(Qt::Vertical, heading, options);
+}
+
+void FormGrid::AddOptionsAlong(Qt::Orientation way, const QString& heading,
+                               std::initializer_list<Option> options) {
   auto* frame = new QGroupBox(heading, inside_);
-  auto* row = new QHBoxLayout(frame);
+  auto* row =
+      new QBoxLayout(way == Qt::Horizontal ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom, frame);
   for (const Option& option : options) {
     auto* button = Named(new QRadioButton(option.caption, frame), option.name);
     button->setToolTip(option.tool_tip);

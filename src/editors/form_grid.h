@@ -29,6 +29,8 @@ class FormGrid {
     const char* from_variable = "";
     QString from_variable_caption = {};
     const char* variables = "";
+    /// How many digits the entry is wide; 0 for the usual width.
+    int digits = 0;
   };
   void AddEntry(const QString& label, const Entry& entry);
   /// The same under a label that the form captions.
@@ -37,6 +39,8 @@ class FormGrid {
   void AddList(const char* label_name, const QString& spoken, const char* name);
   void AddNumber(const QString& label, const char* name, const char* spin_button);
   void AddCheckBox(const QString& caption, const char* name);
+  /// A check box with the number of a line behind it.
+  void AddCheckedNumber(const QString& caption, const char* name, const char* number, const QString& spoken);
   /// A caption over the lists of variables, in the row that is added next.
   void AddVariableHeading(const char* name);
 
@@ -47,6 +51,8 @@ class FormGrid {
     QString tool_tip = {};
   };
   void AddOptions(const QString& heading, std::initializer_list<Option> options);
+  /// The same, one below the other.
+  void AddOptionColumn(const QString& heading, std::initializer_list<Option> options);
   /// A frame across all columns, whose own rows keep to them.
   [[nodiscard]] FormGrid AddFrame(const QString& heading, const char* name);
 
@@ -55,6 +61,7 @@ class FormGrid {
   [[nodiscard]] std::function<void()> Aligned(std::initializer_list<FormGrid> frames) const;
 
  private:
+  void AddOptionsAlong(Qt::Orientation way, const QString& heading, std::initializer_list<Option> options);
   void AddListBehind(QLabel* label, const QString& spoken, const char* name);
   void AddEntryBehind(QLabel* label, const QString& spoken, const Entry& entry);
   /// What the widest thing in a column needs.
