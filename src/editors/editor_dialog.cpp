@@ -17,8 +17,11 @@
 
 #include "editors/looks.h"
 #include "qt/gui/shown_text.h"
+#include "widgets/display_picture.h"
 #include "widgets/entry_box.h"
+#include "widgets/level_gauge.h"
 #include "widgets/profile_graph.h"
+#include "widgets/prompt_box.h"
 #include "widgets/spin_pair.h"
 
 namespace tavlo {
@@ -28,6 +31,25 @@ namespace {
 
 void Put(EntryBox& box, const TextBox& state) {
   if (const QString text = FromText(state.text); box.text() != text) box.setText(text);
+}
+
+void Put(PromptBox& box, const TextArea& state) {
+  if (const QString text = FromText(state.text); box.Text() != text) box.SetText(text);
+  box.SetLines(state.lines);
+}
+
+void Put(LevelGauge& gauge, const Gauge& state) {
+  switch (state.level) {
+    case Gauge::Level::Green: return gauge.Show(state.percent, LevelGauge::Level::Low);
+    case Gauge::Level::Yellow: return gauge.Show(state.percent, LevelGauge::Level::High);
+    case Gauge::Level::Red: return gauge.Show(state.percent, LevelGauge::Level::Full);
+  }
+}
+
+void Put(DisplayPicture& picture, const Display& state) {
+  QStringList lines;
+  for (const std::string& line : state.lines) lines << FromText(line);
+  picture.Show(lines, state.lines_for_text);
 }
 
 void Put(QSlider& slider, const Slider& state) {
@@ -73,6 +95,26 @@ void Put(ProfileGraph& graph, const GraphBox& state) {
 void Put(QLabel& label, const Label& state) {
   if (const QString caption = FromText(state.caption); label.text() != caption) label.setText(caption);
 }
+
+/// The widget of a control on which the operator does nothing.
+template <class State>
+struct ShownBy {};
+template <>
+struct ShownBy<Label> {
+  using Widget = QLabel;
+};
+template <>
+struct ShownBy<Gauge> {
+  using Widget = LevelGauge;
+};
+template <>
+struct ShownBy<GraphBox> {
+  using Widget = ProfileGraph;
+};
+template <>
+struct ShownBy<Display> {
+  using Widget = DisplayPicture;
+};
 
 }  // namespace
 
@@ -133,6 +175,9 @@ void EditorDialog::Bind(const Bound& bound, QWidget* widget) {
       ShowState();
     };
   };
+  const auto show = [this](auto* shown, const auto* state) {
+    shows_.emplace_back([shown, state] { Put(*shown, *state); });
+  };
   std::visit(
       [&](auto* state) {
         using State = std::remove_pointer_t<decltype(state)>;
@@ -141,12 +186,17 @@ void EditorDialog::Bind(const Bound& bound, QWidget* widget) {
           connect(box, &EntryBox::textEdited, this,
                   act([this, &bound](const QString& text) { form_->Type(bound, ToText(text)); }));
           connect(box, &EntryBox::Left, this, act([this, &bound] { form_->Leave(bound); }));
-          shows_.emplace_back([box, state] { Put(*box, *state); });
+          show(box, state);
+        } else if constexpr (std::is_same_v<State, TextArea>) {
+          auto* box = static_cast<PromptBox*>(widget);
+          connect(box, &PromptBox::Edited, this,
+                  act([this, &bound](const QString& text) { form_->Type(bound, ToText(text)); }));
+          show(box, state);
         } else if constexpr (std::is_same_v<State, Slider>) {
           auto* slider = static_cast<QSlider*>(widget);
           connect(slider, &QSlider::valueChanged, this,
                   act([this, &bound](int value) { form_->Move(bound, value); }));
-          shows_.emplace_back([slider, state] { Put(*slider, *state); });
+          show(slider, state);
         } else if constexpr (std::is_same_v<State, CheckBox> || std::is_same_v<State, OptionButton>) {
           auto* button = static_cast<QAbstractButton*>(widget);
           connect(button, &QAbstractButton::clicked, this,
@@ -159,18 +209,14 @@ void EditorDialog::Bind(const Bound& bound, QWidget* widget) {
           auto* list = static_cast<QComboBox*>(widget);
           connect(list, &QComboBox::activated, this,
                   act([this, &bound](int index) { form_->Choose(bound, index); }));
-          shows_.emplace_back([list, state] { Put(*list, *state); });
-        } else if constexpr (std::is_same_v<State, Label>) {
-          auto* label = static_cast<QLabel*>(widget);
-          shows_.emplace_back([label, state] { Put(*label, *state); });
+          show(list, state);
+        } else if constexpr (requires { typename ShownBy<State>::Widget; }) {
+          show(static_cast<typename ShownBy<State>::Widget*>(widget), state);
         } else if constexpr (std::is_same_v<State, TabStrip>) {
           auto* tabs = static_cast<QTabWidget*>(widget);
           connect(tabs, &QTabWidget::currentChanged, this,
                   act([this, &bound](int page) { form_->Turn(bound, page); }));
-          shows_.emplace_back([tabs, state] { Put(*tabs, *state); });
-        } else if constexpr (std::is_same_v<State, GraphBox>) {
-          auto* graph = static_cast<ProfileGraph*>(widget);
-          shows_.emplace_back([graph, state] { Put(*graph, *state); });
+          show(tabs, state);
         } else if constexpr (std::is_same_v<State, SpinButton>) {
           connect(static_cast<SpinPair*>(widget), &SpinPair::Pressed, this,
                   act([this, &bound](int way) { form_->Spin(bound, way); }));
@@ -203,17 +249,21 @@ void EditorDialog::ShowState() {
 }
 
 void EditorDialog::GoToFirst() {
-  auto* first = body_->findChild<QWidget*>(FromText(form_->First().name));
-  auto* box = qobject_cast<EntryBox*>(first);
-  if (box != nullptr) box->deselect();
+  GoTo(body_->findChild<QWidget*>(FromText(form_->First().name)));
+}
+
+void EditorDialog::GoTo(QWidget* entry) {
+  if (auto* const box = qobject_cast<EntryBox*>(entry)) box->deselect();
   // An entry whose value comes from a variable takes no focus; the next control does.
   const auto takes_it = [this](const QWidget& widget) {
     return widget.isEnabled() && widget.isVisibleTo(this) && (widget.focusPolicy() & Qt::TabFocus) != 0;
   };
-  QWidget* next = first;
+  QWidget* next = entry;
   while (!takes_it(*next)) next = next->nextInFocusChain();
   next->setFocus();
-  if (next == first && box != nullptr) box->selectAll();
+  if (next != entry) return;
+  if (auto* const box = qobject_cast<EntryBox*>(entry)) box->selectAll();
+  if (auto* const box = qobject_cast<PromptBox*>(entry)) box->selectAll();
 }
 
 void EditorDialog::showEvent(QShowEvent* event) {
@@ -238,7 +288,8 @@ void EditorDialog::TakeEntry() {
 void EditorDialog::Confirm() {
   const bool written = form_->Confirm(boxes_);
   ShowState();
-  if (written) accept();
+  if (written) return accept();
+  if (const Bound* entry = form_->Refused()) GoTo(body_->findChild<QWidget*>(FromText(entry->name)));
 }
 
 void EditorDialog::reject() {

@@ -41,6 +41,7 @@ class EditorDialog : public QDialog {
   void TakeEntry();
   void ShowState();
   void GoToFirst();
+  void GoTo(QWidget* entry);
 
   MessageBoxes& boxes_;
   std::unique_ptr<Form> form_;

@@ -10,6 +10,7 @@
 
 #include "editors/analysis_look.h"
 #include "editors/form_grid.h"
+#include "editors/looks_prompt.h"
 
 namespace tavlo {
 namespace {
@@ -279,6 +280,8 @@ constexpr std::array kLooks = {
     LookRow{"FeedSetOut", LookOfFeedSetOut},
     LookRow{"SetOutput", LookOfSetOutput},
     LookRow{"ChangeCurrent", LookOfChangeCurrent},
+    LookRow{"MMIprompt", LookOfMMIprompt},
+    LookRow{"comment", LookOfComment},
 };
 
 }  // namespace

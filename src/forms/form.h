@@ -20,8 +20,8 @@ struct Bound {
   std::string name;
   AnyControl control;
   /// What follows on what the operator did with it: a box was left, a text area changed, a slider moved, a
-  /// check box or an option clicked, an entry of a list chosen, a spin button pressed, a page turned to. May be
-  /// empty.
+  /// check box or an option clicked, an entry of a list chosen, a spin button pressed, a page turned to. May
+  /// be empty.
   std::function<void()> rule;
 };
 

@@ -6,6 +6,7 @@
 #include <array>
 
 #include "forms/change_current.h"
+#include "forms/comment.h"
 #include "forms/feed_length.h"
 #include "forms/feed_posn.h"
 #include "forms/feed_return.h"
@@ -14,6 +15,7 @@
 #include "forms/if_moving.h"
 #include "forms/learn_pos.h"
 #include "forms/line_target.h"
+#include "forms/mmi_prompt.h"
 #include "forms/repeat.h"
 #include "forms/set_output.h"
 #include "forms/set_posn.h"
@@ -49,18 +51,21 @@ constexpr FormRow kRepeat = {"Repeat", "Repeat", "RP.pdf", Make<Repeat>};
 constexpr FormRow kFeedSetOut = {"FeedSetOut", "Feed to Length & Set Output", "FLSO.pdf", Make<FeedSetOut>};
 constexpr FormRow kSetOutput = {"SetOutput", "Set Output", "SO.pdf", Make<SetOutput>};
 constexpr FormRow kChangeCurrent = {"ChangeCurrent", "Change Current", "CC.pdf", Make<ChangeCurrent>};
+constexpr FormRow kMMIprompt = {"MMIprompt", "MMI Prompt", "MMI.pdf", Make<MMIprompt>};
+constexpr FormRow kComment = {"comment", "Comment", "CM.pdf", Make<comment>};
 
 struct KindForm {
   int type;
   const FormRow& form;
 };
 constexpr std::array kForms = {
-    KindForm{FL, kFeedLength},    KindForm{FLCS, kFeedLength},  KindForm{WT, kWaitTime},
-    KindForm{GT, kGoToBox},       KindForm{FR, kFeedReturn},    KindForm{FP, kFeedPosn},
-    KindForm{SS, kStartStop},     KindForm{CL, kCallDialog},    KindForm{RL, kResetLoop},
-    KindForm{IM, kIfMoving},      KindForm{LP, kLearnPos},      KindForm{SP, kSetPosn},
-    KindForm{RP, kRepeat},        KindForm{FLSO, kFeedSetOut},  KindForm{SO, kSetOutput},
-    KindForm{CC, kChangeCurrent}, KindForm{ED, kChangeCurrent},
+    KindForm{FL, kFeedLength},     KindForm{FLCS, kFeedLength},  KindForm{WT, kWaitTime},
+    KindForm{GT, kGoToBox},        KindForm{FR, kFeedReturn},    KindForm{FP, kFeedPosn},
+    KindForm{SS, kStartStop},      KindForm{CL, kCallDialog},    KindForm{RL, kResetLoop},
+    KindForm{IM, kIfMoving},       KindForm{LP, kLearnPos},      KindForm{SP, kSetPosn},
+    KindForm{RP, kRepeat},         KindForm{FLSO, kFeedSetOut},  KindForm{SO, kSetOutput},
+    KindForm{CC, kChangeCurrent},  KindForm{ED, kChangeCurrent}, KindForm{MMI, kMMIprompt},
+    KindForm{MMImenu, kMMIprompt}, KindForm{CM, kComment},
 };
 
 }  // namespace

@@ -9,7 +9,9 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QSlider>
+#include <QTabWidget>
 #include <QTest>
 #include <QTimer>
 #include <functional>
@@ -19,6 +21,7 @@
 #include "forms/registry.h"
 #include "model/program.h"
 #include "support/fake_boxes.h"
+#include "widgets/prompt_box.h"
 
 namespace tavlo::testing {
 
@@ -36,8 +39,13 @@ struct DialogBench {
                        .Speed2 = 1.25F,
                        .Accel = 100,
                        .Decel = 200,
+                       .State = 2,
                        .Time = 250,
-                       .LineNum = 41};
+                       .LineNum = 41,
+                       .Text = "Length of the part?",
+                       .SubType = StartAxis,
+                       .UpperInt = 50,
+                       .LowerInt = 1};
   }
 
   /// Brings the dialog up, acts, and returns what the dialog said. If it still stands then it is cancelled,
@@ -63,7 +71,17 @@ struct DialogBench {
     if (found == nullptr) throw std::runtime_error(name);
     return *found;
   }
-  [[nodiscard]] QString Text(const char* box) { return Find<QLineEdit>(box).text(); }
+  [[nodiscard]] QString Text(const char* box) {
+    const auto* area = dialog.findChild<PromptBox*>(QLatin1String(box));
+    return area != nullptr ? area->Text() : Find<QLineEdit>(box).text();
+  }
+  /// What is selected in the box that has the focus.
+  [[nodiscard]] QString Selected() const {
+    const QWidget* focus = dialog.focusWidget();
+    if (const auto* area = qobject_cast<const PromptBox*>(focus)) return area->textCursor().selectedText();
+    const auto* box = qobject_cast<const QLineEdit*>(focus);
+    return box == nullptr ? QString() : box->selectedText();
+  }
   void Press(Qt::Key key, Qt::KeyboardModifiers with = Qt::NoModifier) {
     QWidget* focus = dialog.focusWidget();
     QTest::keyClick(focus != nullptr ? focus : &dialog, key, with);
@@ -85,6 +103,26 @@ struct DialogBench {
     if (focus != nullptr && focus->objectName().startsWith(QLatin1String("qt_")))
       focus = focus->parentWidget();
     return focus == nullptr ? QString() : focus->objectName();
+  }
+
+  /// The controls to which the Tab key goes, in the order of the form.
+  [[nodiscard]] std::vector<std::string> TabStops(const Form& form) {
+    std::vector<std::string> stops;
+    for (const Bound& control : form.Controls().Rows()) {
+      const QWidget& widget = Find<QWidget>(control.name.c_str());
+      if (qobject_cast<const QTabWidget*>(&widget) != nullptr) {
+        // It comes before what is on its pages.
+        stops.insert(stops.begin(), control.name);
+        continue;
+      }
+      const auto* option = qobject_cast<const QRadioButton*>(&widget);
+      // Of a group of options the one that is on takes the focus.
+      const bool in_group = option != nullptr && !option->isChecked();
+      const bool takes_it = (widget.focusPolicy() & Qt::TabFocus) != 0 && !in_group;
+      if (widget.isVisible() && widget.isEnabled() && takes_it) stops.push_back(control.name);
+    }
+    stops.insert(stops.end(), {"OK", "Cancel"});
+    return stops;
   }
 
   Program program;

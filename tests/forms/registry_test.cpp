@@ -33,7 +33,10 @@ TEST(Forms, EachKindHasItsDialog) {
               {FLSO, "FeedSetOut", "Feed to Length & Set Output", "FLSO.pdf"},
               {SO, "SetOutput", "Set Output", "SO.pdf"},
               {CC, "ChangeCurrent", "Change Current", "CC.pdf"},
-              {ED, "ChangeCurrent", "Change Current", "CC.pdf"}};
+              {ED, "ChangeCurrent", "Change Current", "CC.pdf"},
+              {MMI, "MMIprompt", "MMI Prompt", "MMI.pdf"},
+              {MMImenu, "MMIprompt", "MMI Prompt", "MMI.pdf"},
+              {CM, "comment", "Comment", "CM.pdf"}};
   for (const auto& row : rows) {
     const FormRow* form = FormOf(row.type);
     ASSERT_NE(form, nullptr) << row.type;

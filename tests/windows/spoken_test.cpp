@@ -135,7 +135,7 @@ TEST(SpokenWindows, EverythingInThemHasAName) {
     });
   });
   EXPECT_GT(met.count(QAccessible::ScrollBar), 3u);
-  EXPECT_EQ(met.count(QAccessible::ProgressBar), 2u);
+  EXPECT_GT(met.count(QAccessible::ProgressBar), 2u);
 }
 
 TEST(SpokenWindows, TheDriveRowsThatTheQuadDoesNotHaveAreNotRead) {

@@ -145,11 +145,31 @@ void LookAtPicker(const LookAt& look_at) {
   picker.Run([](const Picked&) { return true; });
 }
 
+void LookAtEditor(FakeDesk& fake, const FormRow& row, const std::string& state, const LookAt& look_at) {
+  EditorDialog dialog(row, fake.boxes, nullptr);
+  QTimer::singleShot(0, &dialog, [&] {
+    const std::string name = std::string(row.name) + ", " + state;
+    look_at(dialog, name);
+    if (auto* tabs = dialog.findChild<QTabWidget*>()) {
+      tabs->setCurrentIndex(1);
+      QTest::qWait(0);
+      look_at(dialog, name + ", analysis");
+    }
+    dialog.reject();
+  });
+  static_cast<void>(dialog.Edit(fake.source.program, 0));
+}
+
 /// With every control of theirs to be seen: variables chosen, blocks shown.
 void LookAtEditors(const LookAt& look_at) {
   FakeDesk fake;
-  fake.Line(0) = {
-      .Type = FLCS, .Dist = 12345678, .Speed = 12.5F, .Speed2 = 2.5F, .Time = 30000, .LineNum = 199};
+  fake.Line(0) = {.Type = FLCS,
+                  .Dist = 12345678,
+                  .Speed = 12.5F,
+                  .Speed2 = 2.5F,
+                  .Time = 30000,
+                  .LineNum = 199,
+                  .Text = "A text of 27 characters is."};
   Instruction& line = fake.Line(0);
   std::set<std::string_view> seen;
   for (int type = 0; type < kTypes; ++type) {
@@ -158,18 +178,29 @@ void LookAtEditors(const LookAt& look_at) {
     line.Type = static_cast<std::int16_t>(type);
     line.DistIsMMI = line.SpeedIsMMI = line.Dist2IsMMI = line.Speed2IsMMI = seen.contains(row->name);
     seen.insert(row->name);
-    EditorDialog dialog(*row, fake.boxes, nullptr);
-    QTimer::singleShot(0, &dialog, [&] {
-      const std::string state = std::string(row->name) + ", type " + std::to_string(type);
-      look_at(dialog, state);
-      if (auto* tabs = dialog.findChild<QTabWidget*>()) {
-        tabs->setCurrentIndex(1);
-        QTest::qWait(0);
-        look_at(dialog, state + ", analysis");
-      }
-      dialog.reject();
-    });
-    static_cast<void>(dialog.Edit(fake.source.program, 0));
+    LookAtEditor(fake, *row, "type " + std::to_string(type), look_at);
+  }
+}
+
+/// Each function of a prompt shows other controls.
+void LookAtPrompts(const LookAt& look_at) {
+  FakeDesk fake;
+  fake.source.program.Prog[1].Type = MMI;
+  for (std::int16_t function = GetDistance; function <= Menu; ++function) {
+    fake.Line(0) = {.Type = MMI,
+                    .LineNum = 199,
+                    .Text = "1 Feed and cut      2 Feed              3 Cut               4 End of the shift",
+                    .SubType = function,
+                    .UpperInt = 16000000,
+                    .MenuLine = {0, 9, 19, 29, 99, 109, 119, 129, 199},
+                    .MenuKey = {false, true, true, true, true},
+                    .JogLRSpeed = 12.5F,
+                    .JogUDSpeed = 0.5F,
+                    .JogLRAccel = 3000,
+                    .JogUDAccel = 100,
+                    .JogLR = true};
+    fake.source.program.Prog[1].Text = std::string(function * 245, 'x');
+    LookAtEditor(fake, *FormOf(MMI), "function " + std::to_string(function), look_at);
   }
 }
 
@@ -222,6 +253,7 @@ void ForEachWindow(const LookAt& look_at) {
   LookAtTerminal(look_at);
   LookAtPicker(look_at);
   LookAtEditors(look_at);
+  LookAtPrompts(look_at);
 }
 
 }  // namespace tavlo::testing
