@@ -11,7 +11,7 @@ void BranchTable::AddTo(ControlTable& controls) {
   for (std::size_t i = 0; i < kKeys; ++i) {
     const std::string element = "(" + std::to_string(i + 1) + ")";
     controls.Add("Check1" + element, &keys_[i].in_use);
-    keys_[i].target.AddTo(controls, "Addr" + element);
+    keys_[i].target.AddTo(controls, "Addr" + element, "");
   }
 }
 

@@ -51,6 +51,10 @@ std::string SpeedUnit(AxisUnits units) {
   return UnitOf(units, "/sec", "Rev/sec");
 }
 
+std::string AccelUnit(AxisUnits units) {
+  return UnitOf(units, "/sec/sec", "Rev/sec/sec");
+}
+
 void AxisList::AddTo(ControlTable& controls, std::function<void()> changed, std::string_view list) {
   controls.Add(std::string(list), &drive_, std::move(changed));
 }
@@ -79,20 +83,30 @@ void DistanceField::LabelUnit(AxisUnits units) {
   unit_.caption = UnitOf(units, suffix_, "Steps" + suffix_);
 }
 
-void DistanceField::Fill(AxisUnits units, std::int32_t steps) {
-  LabelUnit(units);
+void DistanceField::Put(AxisUnits units, std::int32_t steps) {
   steps_ = steps;
   text_.text = FormatDist(units.program, steps, units.axis);
+  text_.touched = false;
+}
+
+void DistanceField::Fill(AxisUnits units, std::int32_t steps) {
+  LabelUnit(units);
+  Put(units, steps);
 }
 
 void DistanceField::CleanUp(AxisUnits units, std::int32_t most) {
-  const std::int32_t lowest = kind_ == Kind::Length ? 1 : -kMaxSteps;
-  if (!text_.touched && steps_ >= lowest && steps_ <= most) return;
+  CleanUp(units, kind_ == Kind::Length ? 1 : -kMaxSteps, most);
+}
+
+void DistanceField::CleanUp(AxisUnits units, std::int32_t least, std::int32_t most) {
+  if (!text_.touched && steps_ >= least && steps_ <= most) return;
   const DistEntry entry = kind_ == Kind::Length ? CleanUpDist(units.program, text_.text, units.axis)
                                                 : CleanUpPosition(units.program, text_.text, units.axis);
-  steps_ = std::min(entry.steps, most);
-  text_.text = FormatDist(units.program, steps_, units.axis);
-  text_.touched = false;
+  Put(units, std::min(std::max(entry.steps, least), most));
+}
+
+void DistanceField::RaiseTo(AxisUnits units, std::int32_t least) {
+  if (!text_.touched && steps_ < least) Put(units, least);
 }
 
 void DistanceField::ReadAnew(AxisUnits units) {
@@ -156,7 +170,7 @@ double SpeedField::Speed() const {
 void AccelField::SetEnds(AxisUnits units) {
   slider_.min = BarEnds(units.program, units.axis).accel_min;
   slider_.max = kMaxAccel;
-  unit_.caption = UnitOf(units, "/sec/sec", "Rev/sec/sec");
+  unit_.caption = AccelUnit(units);
 }
 
 void AccelField::Fill(AxisUnits units, std::int32_t rev_s2) {
@@ -237,13 +251,10 @@ void CountField::CleanUp() {
       std::clamp(entered, static_cast<double>(least_), static_cast<double>(most_))));
 }
 
-void LineField::AddTo(ControlTable& controls, std::string_view text) {
+void LineField::AddTo(ControlTable& controls, std::string_view text, std::string_view spin) {
   controls.Add(std::string(text), &linenum_, [this] { CleanUp(); });
-}
-
-void LineField::AddTo(ControlTable& controls) {
-  AddTo(controls, "linenum");
-  controls.Add("Spin1", &spin_, [this] {
+  if (spin.empty()) return;
+  controls.Add(std::string(spin), &spin_, [this] {
     CleanUp();
     Put(number_ + spin_.way);
   });

@@ -31,6 +31,8 @@ void WritePosition(Instruction& record, std::int32_t position);
 
 /// What stands behind a speed on the axis: the unit's name with "/sec", or "Rev/sec".
 [[nodiscard]] std::string SpeedUnit(AxisUnits units);
+/// The same behind an acceleration: "/sec/sec", or "Rev/sec/sec".
+[[nodiscard]] std::string AccelUnit(AxisUnits units);
 
 /// The axis of the line, `Drive`, or another one that it names.
 class AxisList {
@@ -59,6 +61,10 @@ class DistanceField {
   void Fill(AxisUnits units, std::int32_t steps);
   /// No farther than `most` steps.
   void CleanUp(AxisUnits units, std::int32_t most = kMaxSteps);
+  /// No nearer than `least` steps either.
+  void CleanUp(AxisUnits units, std::int32_t least, std::int32_t most);
+  /// Raises a number that is not being typed to `least` steps.
+  void RaiseTo(AxisUnits units, std::int32_t least);
   /// The units have changed: what the box shows counts in the new ones, as if it were typed.
   void ReadAnew(AxisUnits units);
   [[nodiscard]] std::int32_t Steps() const { return steps_; }
@@ -67,6 +73,7 @@ class DistanceField {
 
  private:
   void LabelUnit(AxisUnits units);
+  void Put(AxisUnits units, std::int32_t steps);
 
   Kind kind_;
   std::string suffix_;
@@ -192,6 +199,9 @@ class OptionGroup {
   void Enable(bool enabled) {
     for (OptionButton& option : options_) option.enabled = enabled;
   }
+  void Show(bool visible) {
+    for (OptionButton& option : options_) option.visible = visible;
+  }
 
  private:
   std::array<OptionButton, N> options_;
@@ -242,15 +252,15 @@ class CountField {
 /// counts from 1.
 class LineField {
  public:
-  void AddTo(ControlTable& controls);
-  /// Under another name, without spin buttons.
-  void AddTo(ControlTable& controls, std::string_view text);
+  /// `spin` names the buttons; empty for a box without them.
+  void AddTo(ControlTable& controls, std::string_view text = "linenum", std::string_view spin = "Spin1");
   /// A target that was never set, or is no line, is shown as the first line, or the second for the first
   /// itself: a new jump never points at itself.
   void Fill(int target, int own_line);
   void CleanUp();
   void Show(bool visible) { linenum_.visible = spin_.visible = visible; }
   [[nodiscard]] std::int16_t Target() const { return static_cast<std::int16_t>(number_ - 1); }
+  void Enable(bool enabled) { linenum_.enabled = spin_.enabled = enabled; }
 
  private:
   void Put(int number);
