@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "editors/editor_dialog.h"
 
+#include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -13,6 +14,7 @@
 #include <QSlider>
 #include <QTabWidget>
 #include <QVBoxLayout>
+#include <map>
 #include <type_traits>
 
 #include "editors/looks.h"
@@ -61,8 +63,6 @@ void Put(QSlider& slider, const Slider& state) {
 void Put(QAbstractButton& button, bool on) {
   const QSignalBlocker quiet(button);
   button.setChecked(on);
-  // The Tab key goes to the option that is on, not to the first of its group.
-  if (button.autoExclusive()) button.setFocusPolicy(on ? Qt::StrongFocus : Qt::ClickFocus);
 }
 
 void Put(QAbstractButton& option, const std::string& caption) {
@@ -115,6 +115,20 @@ template <>
 struct ShownBy<Display> {
   using Widget = DisplayPicture;
 };
+
+/// The Tab key goes to the option of a group that is on, or to the first that can have the focus if that one
+/// cannot.
+void LetTabReachOptions(QWidget& body) {
+  std::map<const QObject*, QRadioButton*> reached;
+  for (auto* option : body.findChildren<QRadioButton*>()) {
+    option->setFocusPolicy(Qt::ClickFocus);
+    if (!option->isEnabled() || option->isHidden()) continue;
+    const QObject* group = option->group();
+    QRadioButton*& best = reached[group != nullptr ? group : option->parent()];
+    if (best == nullptr || option->isChecked()) best = option;
+  }
+  for (const auto& [group, option] : reached) option->setFocusPolicy(Qt::StrongFocus);
+}
 
 }  // namespace
 
@@ -245,6 +259,7 @@ bool EditorDialog::Edit(Program& program, int line) {
 
 void EditorDialog::ShowState() {
   for (const auto& show : shows_) show();
+  LetTabReachOptions(*body_);
   align_();
 }
 

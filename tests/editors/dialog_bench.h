@@ -45,7 +45,8 @@ struct DialogBench {
                        .Text = "Length of the part?",
                        .SubType = StartAxis,
                        .UpperInt = 50,
-                       .LowerInt = 1};
+                       .LowerInt = 1,
+                       .InMask = 1};
   }
 
   /// Brings the dialog up, acts, and returns what the dialog said. If it still stands then it is cancelled,
