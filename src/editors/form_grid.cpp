@@ -49,12 +49,6 @@ QString Spoken(QString caption) {
   return caption.remove(QLatin1Char('&'));
 }
 
-template <class Widget>
-Widget* Named(Widget* widget, const char* name) {
-  widget->setObjectName(QLatin1String(name));
-  return widget;
-}
-
 }  // namespace
 
 FormGrid::FormGrid(QWidget* inside) : inside_(inside), grid_(new QGridLayout(inside)) {
@@ -156,6 +150,12 @@ void FormGrid::AddVariableHeading(const char* name) {
   Put(Named(new QLabel(inside_), name), VariablesColumn);
 }
 
+QRadioButton* FormGrid::MakeOption(const Option& option, QWidget* inside) {
+  auto* button = Named(new QRadioButton(option.caption, inside), option.name);
+  button->setToolTip(option.tool_tip);
+  return button;
+}
+
 void FormGrid::AddOptions(const QString& heading, std::initializer_list<Option> options) {
   AddOptionsAlong(Qt::Horizontal, heading, options);
 }
@@ -166,17 +166,44 @@ void FormGrid::AddOptionColumn(const QString& heading, std::initializer_list<Opt
 
 void FormGrid::AddOptionsAlong(Qt::Orientation way, const QString& heading,
                                std::initializer_list<Option> options) {
-  auto* frame = new QGroupBox(heading, inside_);
+  auto* frame = heading.isEmpty() ? new QWidget(inside_) : new QGroupBox(heading, inside_);
   auto* row =
       new QBoxLayout(way == Qt::Horizontal ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom, frame);
-  for (const Option& option : options) {
-    auto* button = Named(new QRadioButton(option.caption, frame), option.name);
-    button->setToolTip(option.tool_tip);
-    row->addWidget(button);
-  }
+  if (heading.isEmpty()) row->setContentsMargins({});
+  for (const Option& option : options) row->addWidget(MakeOption(option, frame));
   row->addStretch(1);
   Put(frame, LabelColumn, Columns + 1);
   ++row_;
+}
+
+void FormGrid::AddValue(const QString& label, const char* name, const char* unit) {
+  AddValueBehind(new QLabel(label, inside_), name, unit);
+}
+
+void FormGrid::AddValue(const char* label_name, const char* name, const char* unit) {
+  AddValueBehind(Named(new QLabel(inside_), label_name), name, unit);
+}
+
+void FormGrid::AddValueBehind(QLabel* label, const char* name, const char* unit) {
+  auto* value = Named(new QLabel(inside_), name);
+  label->setBuddy(value);
+  auto* row = new QHBoxLayout;
+  for (QLabel* each : {label, value, Named(new QLabel(inside_), unit)}) row->addWidget(each);
+  row->addStretch(1);
+  grid_->addLayout(row, row_, LabelColumn, 1, Columns + 1);
+  ++row_;
+}
+
+void FormGrid::AddNote(const char* name) {
+  Put(Named(new QLabel(inside_), name), LabelColumn, Columns + 1);
+  ++row_;
+}
+
+QWidget* FormGrid::AddBox(const QString& heading) {
+  auto* frame = new QGroupBox(heading, inside_);
+  Put(frame, LabelColumn, Columns + 1);
+  ++row_;
+  return frame;
 }
 
 FormGrid FormGrid::AddFrame(const QString& heading, const char* name) {

@@ -3,14 +3,22 @@
 #pragma once
 
 #include <QGridLayout>
+#include <QLatin1String>
 #include <QString>
 #include <functional>
 #include <initializer_list>
 
 class QLabel;
+class QRadioButton;
 class QWidget;
 
 namespace tavlo {
+
+template <class Widget>
+Widget* Named(Widget* widget, const char* name) {
+  widget->setObjectName(QLatin1String(name));
+  return widget;
+}
 
 /// Rows of controls of a dialog in common columns: label, entry, unit, slider, check box of a variable, list
 /// of the variables. The blocks that forms share are laid out here, once for all dialogs; every control bears
@@ -50,11 +58,20 @@ class FormGrid {
     QString caption = {};
     QString tool_tip = {};
   };
+  /// In a frame of their own, or without a heading in none.
   void AddOptions(const QString& heading, std::initializer_list<Option> options);
   /// The same, one below the other.
   void AddOptionColumn(const QString& heading, std::initializer_list<Option> options);
+  [[nodiscard]] static QRadioButton* MakeOption(const Option& option, QWidget* inside);
+  /// A value that the form tells, and its unit.
+  void AddValue(const QString& label, const char* name, const char* unit);
+  /// The same under a label that the form captions.
+  void AddValue(const char* label_name, const char* name, const char* unit);
+  void AddNote(const char* name);
   /// A frame across all columns, whose own rows keep to them.
   [[nodiscard]] FormGrid AddFrame(const QString& heading, const char* name);
+  /// A frame across all columns that the look lays out by itself.
+  [[nodiscard]] QWidget* AddBox(const QString& heading);
 
   /// Gives the columns of frames the widths of those around them. To be called whenever captions have
   /// changed.
@@ -62,6 +79,7 @@ class FormGrid {
 
  private:
   void AddOptionsAlong(Qt::Orientation way, const QString& heading, std::initializer_list<Option> options);
+  void AddValueBehind(QLabel* label, const char* name, const char* unit);
   void AddListBehind(QLabel* label, const QString& spoken, const char* name);
   void AddEntryBehind(QLabel* label, const QString& spoken, const Entry& entry);
   /// What the widest thing in a column needs.

@@ -12,6 +12,7 @@
 #include "editors/form_grid.h"
 #include "editors/look_rows.h"
 #include "editors/looks_prompt.h"
+#include "editors/looks_inputs.h"
 
 namespace tavlo {
 namespace {
@@ -219,6 +220,11 @@ constexpr std::array kLooks = {
     LookRow{"ChangeCurrent", LookOfChangeCurrent},
     LookRow{"MMIprompt", LookOfMMIprompt},
     LookRow{"comment", LookOfComment},
+    LookRow{"FeedSense", LookOfFeedSense},
+    LookRow{"FeedSenseRet", LookOfFeedSenseRet},
+    LookRow{"SeekHome", LookOfSeekHome},
+    LookRow{"WaitInput", LookOfWaitInput},
+    LookRow{"IfInput", LookOfIfInput},
 };
 
 }  // namespace

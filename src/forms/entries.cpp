@@ -47,6 +47,10 @@ void WritePosition(Instruction& record, std::int32_t position) {
   record.Dir = static_cast<std::int16_t>(position < 0 ? 1 : 0);
 }
 
+std::string LengthUnit(AxisUnits units) {
+  return UnitOf(units, "", "Steps");
+}
+
 std::string SpeedUnit(AxisUnits units) {
   return UnitOf(units, "/sec", "Rev/sec");
 }

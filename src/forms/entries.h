@@ -29,6 +29,8 @@ struct AxisUnits {
 [[nodiscard]] std::int32_t PositionOf(const Instruction& record);
 void WritePosition(Instruction& record, std::int32_t position);
 
+/// What stands behind a length on the axis: the unit's name, or "Steps".
+[[nodiscard]] std::string LengthUnit(AxisUnits units);
 /// What stands behind a speed on the axis: the unit's name with "/sec", or "Rev/sec".
 [[nodiscard]] std::string SpeedUnit(AxisUnits units);
 /// The same behind an acceleration: "/sec/sec", or "Rev/sec/sec".

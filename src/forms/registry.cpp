@@ -10,16 +10,21 @@
 #include "forms/feed_length.h"
 #include "forms/feed_posn.h"
 #include "forms/feed_return.h"
+#include "forms/feed_sense.h"
+#include "forms/feed_sense_ret.h"
 #include "forms/feed_set_out.h"
 #include "forms/go_to_box.h"
+#include "forms/if_input.h"
 #include "forms/if_moving.h"
 #include "forms/learn_pos.h"
 #include "forms/line_target.h"
 #include "forms/mmi_prompt.h"
 #include "forms/repeat.h"
+#include "forms/seek_home.h"
 #include "forms/set_output.h"
 #include "forms/set_posn.h"
 #include "forms/start_stop.h"
+#include "forms/wait_input.h"
 #include "forms/wait_time.h"
 
 namespace tavlo {
@@ -53,19 +58,45 @@ constexpr FormRow kSetOutput = {"SetOutput", "Set Output", "SO.pdf", Make<SetOut
 constexpr FormRow kChangeCurrent = {"ChangeCurrent", "Change Current", "CC.pdf", Make<ChangeCurrent>};
 constexpr FormRow kMMIprompt = {"MMIprompt", "MMI Prompt", "MMI.pdf", Make<MMIprompt>};
 constexpr FormRow kComment = {"comment", "Comment", "CM.pdf", Make<comment>};
+constexpr FormRow kFeedSense = {"FeedSense", "Feed to Sensor", "FS.pdf", Make<FeedSense>};
+constexpr FormRow kFeedSenseRet = {"FeedSenseRet", "Feed to Sensor & Return", "FSR.pdf", Make<FeedSenseRet>};
+constexpr FormRow kSeekHome = {"SeekHome", "Seek Home", "SH.pdf", Make<SeekHome>};
+constexpr FormRow kWaitInput = {"WaitInput", "Wait Input", "WI.pdf", Make<WaitInput>};
+constexpr FormRow kIfInput = {"IfInput", "If Input", "II.pdf", Make<IfInput>};
 
 struct KindForm {
   int type;
   const FormRow& form;
 };
 constexpr std::array kForms = {
-    KindForm{FL, kFeedLength},     KindForm{FLCS, kFeedLength},  KindForm{WT, kWaitTime},
-    KindForm{GT, kGoToBox},        KindForm{FR, kFeedReturn},    KindForm{FP, kFeedPosn},
-    KindForm{SS, kStartStop},      KindForm{CL, kCallDialog},    KindForm{RL, kResetLoop},
-    KindForm{IM, kIfMoving},       KindForm{LP, kLearnPos},      KindForm{SP, kSetPosn},
-    KindForm{RP, kRepeat},         KindForm{FLSO, kFeedSetOut},  KindForm{SO, kSetOutput},
-    KindForm{CC, kChangeCurrent},  KindForm{ED, kChangeCurrent}, KindForm{MMI, kMMIprompt},
-    KindForm{MMImenu, kMMIprompt}, KindForm{CM, kComment},
+    KindForm{FL, kFeedLength},
+    KindForm{FLCS, kFeedLength},
+    KindForm{WT, kWaitTime},
+    KindForm{GT, kGoToBox},
+    KindForm{FR, kFeedReturn},
+    KindForm{FP, kFeedPosn},
+    KindForm{SS, kStartStop},
+    KindForm{CL, kCallDialog},
+    KindForm{RL, kResetLoop},
+    KindForm{IM, kIfMoving},
+    KindForm{LP, kLearnPos},
+    KindForm{SP, kSetPosn},
+    KindForm{RP, kRepeat},
+    KindForm{FLSO, kFeedSetOut},
+    KindForm{SO, kSetOutput},
+    KindForm{CC, kChangeCurrent},
+    KindForm{ED, kChangeCurrent},
+    KindForm{MMI, kMMIprompt},
+    KindForm{MMImenu, kMMIprompt},
+    KindForm{CM, kComment},
+    KindForm{FS, kFeedSense},
+    KindForm{FSS, kFeedSense},
+    KindForm{FSR, kFeedSenseRet},
+    KindForm{SH, kSeekHome},
+    KindForm{WI, kWaitInput},
+    KindForm{WII, kWaitInput},
+    KindForm{II, kIfInput},
+    KindForm{III, kIfInput},
 };
 
 }  // namespace

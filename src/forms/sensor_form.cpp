@@ -10,6 +10,7 @@ namespace tavlo {
 
 SensorForm::SensorForm(const Parts& parts, InputsOf dialog) : MoveForm(parts), input_(dialog) {
   controls_.Add("deceldist", &deceldist_);
+  controls_.Add("deceldistunit", &deceldist_unit_);
   input_.AddTo(controls_);
   controls_.Add("lblservo", &servo_only_);
 }
@@ -36,6 +37,7 @@ std::string SensorForm::Shown(double steps) const {
 
 void SensorForm::SpeedChanged() {
   deceldist_.caption = Shown(StoppingDistance());
+  deceldist_unit_.caption = LengthUnit(Units());
   distance_.RaiseTo(Units(), Least());
 }
 

@@ -33,6 +33,7 @@ class SensorForm : public MoveForm {
   [[nodiscard]] std::int32_t Least() const;
 
   Label deceldist_;
+  Label deceldist_unit_;
   Label servo_only_{{}, "(servo only)"};
 };
 

@@ -36,7 +36,15 @@ TEST(Forms, EachKindHasItsDialog) {
               {ED, "ChangeCurrent", "Change Current", "CC.pdf"},
               {MMI, "MMIprompt", "MMI Prompt", "MMI.pdf"},
               {MMImenu, "MMIprompt", "MMI Prompt", "MMI.pdf"},
-              {CM, "comment", "Comment", "CM.pdf"}};
+              {CM, "comment", "Comment", "CM.pdf"},
+              {FS, "FeedSense", "Feed to Sensor", "FS.pdf"},
+              {FSS, "FeedSense", "Feed to Sensor", "FS.pdf"},
+              {FSR, "FeedSenseRet", "Feed to Sensor & Return", "FSR.pdf"},
+              {SH, "SeekHome", "Seek Home", "SH.pdf"},
+              {WI, "WaitInput", "Wait Input", "WI.pdf"},
+              {WII, "WaitInput", "Wait Input", "WI.pdf"},
+              {II, "IfInput", "If Input", "II.pdf"},
+              {III, "IfInput", "If Input", "II.pdf"}};
   for (const auto& row : rows) {
     const FormRow* form = FormOf(row.type);
     ASSERT_NE(form, nullptr) << row.type;

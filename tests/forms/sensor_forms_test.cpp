@@ -238,6 +238,7 @@ TYPED_TEST(EverySensorFeed, CountsInTheUnitsOfTheAxis) {
   d.Open();
   EXPECT_EQ(d.Caption("distunit"), "inch beyond sensor");
   EXPECT_EQ(d.Caption("deceldist"), "50.0");
+  EXPECT_EQ(d.Caption("deceldistunit"), "inch");
   EXPECT_EQ(d.Text("disttext"), "50.0");
   EXPECT_EQ(d.Caption("speedunit"), "inch/sec");
   EXPECT_EQ(d.Caption("accelunit"), "inch/sec/sec");
@@ -245,6 +246,7 @@ TYPED_TEST(EverySensorFeed, CountsInTheUnitsOfTheAxis) {
   InSteps(d.program, 0);
   d.Open();
   EXPECT_EQ(d.Caption("distunit"), "Steps beyond sensor");
+  EXPECT_EQ(d.Caption("deceldistunit"), "Steps");
   EXPECT_EQ(d.Caption("speedunit"), "Rev/sec");
   EXPECT_EQ(d.Caption("decelunit"), "Rev/sec/sec");
 }
