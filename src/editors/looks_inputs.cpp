@@ -13,6 +13,7 @@
 
 #include "editors/form_grid.h"
 #include "editors/look_rows.h"
+#include "widgets/font_size.h"
 
 namespace tavlo {
 namespace {
@@ -24,6 +25,9 @@ constexpr std::array<const char*, 8> kFurther = {"OptIn(128)", "OptIn(129)", "Op
 constexpr std::size_t kMainOfHome = 6;
 /// The sentence of as many inputs as there are.
 constexpr int kLinesOfSentence = 3;
+/// The column between the rows of the main inputs and those of the further block.
+constexpr int kBetween = 4;
+constexpr int kGap = 12;
 
 /// What is hidden keeps its place, so that nothing jumps when the axis changes.
 void KeepPlace(QWidget* widget) {
@@ -77,7 +81,7 @@ void AddLengthBehindSensor(FormGrid& grid) {
 void AddRow(QGridLayout& rows, QWidget* frame, int place) {
   const bool is_main = place < static_cast<int>(kMain.size());
   const int number = place % static_cast<int>(kMain.size());
-  const int column = is_main ? 0 : 5;
+  const int column = is_main ? 0 : kBetween + 1;
   auto* label = new QLabel(frame);
   label->setObjectName(QStringLiteral("LblInputNo(%1)").arg(place));
   rows.addWidget(label, number, column);
@@ -101,6 +105,7 @@ QWidget* MakeRows(QWidget* body) {
   for (int place = 0; place < static_cast<int>(kMain.size() + kFurther.size()); ++place) {
     AddRow(*rows, frame, place);
   }
+  rows->setColumnMinimumWidth(kBetween, ByFont(frame->fontMetrics(), kGap));
   column->addLayout(rows);
   auto* logic = new QHBoxLayout;
   auto* one_of = new QButtonGroup(frame);

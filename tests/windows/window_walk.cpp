@@ -204,6 +204,32 @@ void LookAtPrompts(const LookAt& look_at) {
   }
 }
 
+/// The dialogs of inputs with all that a drive can have: its further block, all inputs asked for, jogs.
+void LookAtInputs(const LookAt& look_at) {
+  constexpr int kWithFurtherBlock = 20;
+  constexpr int kJogInput = kFirstDriveInput + 1;
+  FakeDesk fake;
+  fake.source.program.Axis.DriveModel[0] = kWithFurtherBlock;
+  for (const Type type : {FSS, FSR, SH, WI, WII, III}) {
+    fake.Line(0) = {.Type = type,
+                    .IONum = kJogInput,
+                    .InState = 0x55,
+                    .InMask = 0xff,
+                    .DrvMask = 0xff,
+                    .WaitAND = true,
+                    .JogSpeed = 1,
+                    .JogAccel = 100,
+                    .JogOn = true};
+    const FormRow& row = *FormOf(type);
+    EditorDialog dialog(row, fake.boxes, nullptr);
+    QTimer::singleShot(0, &dialog, [&] {
+      look_at(dialog, std::string(row.name) + ", type " + std::to_string(type) + ", all inputs");
+      dialog.reject();
+    });
+    static_cast<void>(dialog.Edit(fake.source.program, 0));
+  }
+}
+
 }  // namespace
 
 std::string NameOf(const Look& look) {
@@ -254,6 +280,7 @@ void ForEachWindow(const LookAt& look_at) {
   LookAtPicker(look_at);
   LookAtEditors(look_at);
   LookAtPrompts(look_at);
+  LookAtInputs(look_at);
 }
 
 }  // namespace tavlo::testing
