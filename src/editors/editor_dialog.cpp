@@ -21,6 +21,7 @@
 #include "qt/gui/shown_text.h"
 #include "widgets/display_picture.h"
 #include "widgets/entry_box.h"
+#include "widgets/fitted_pane.h"
 #include "widgets/level_gauge.h"
 #include "widgets/profile_graph.h"
 #include "widgets/prompt_box.h"
@@ -116,8 +117,8 @@ struct ShownBy<Display> {
   using Widget = DisplayPicture;
 };
 
-/// The Tab key goes to the option of a group that is on, or to the first that can have the focus if that one
-/// cannot.
+/// The Tab key goes to the option of a group that is on, or to the first that can have the focus if that
+/// one cannot.
 void LetTabReachOptions(QWidget& body) {
   std::map<const QObject*, QRadioButton*> reached;
   for (auto* option : body.findChildren<QRadioButton*>()) {
@@ -138,7 +139,7 @@ EditorDialog::EditorDialog(const FormRow& row, MessageBoxes& boxes, QWidget* par
   setWindowTitle(FromText(row.title));
   align_ = BuildLook(row.name, body_);
   auto* column = new QVBoxLayout(this);
-  column->addWidget(body_);
+  column->addWidget(new FittedPane(body_, windowTitle(), this));
   AddButtons(*column);
   column->setSizeConstraint(QLayout::SetFixedSize);
   BindAll();
@@ -261,6 +262,7 @@ void EditorDialog::ShowState() {
   for (const auto& show : shows_) show();
   LetTabReachOptions(*body_);
   align_();
+  body_->setMinimumSize(body_->sizeHint());
 }
 
 void EditorDialog::GoToFirst() {

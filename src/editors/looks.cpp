@@ -11,8 +11,8 @@
 #include "editors/analysis_look.h"
 #include "editors/form_grid.h"
 #include "editors/look_rows.h"
-#include "editors/looks_prompt.h"
 #include "editors/looks_inputs.h"
+#include "editors/looks_prompt.h"
 
 namespace tavlo {
 namespace {
