@@ -226,11 +226,23 @@ std::function<void()> FormGrid::Aligned(std::initializer_list<FormGrid> frames) 
       for (const FormGrid& grid : grids) widest = std::max(widest, grid.Widest(column) + inset(grid));
       for (const FormGrid& grid : grids) {
         // The layout leaves no gap beside a column in which nothing stands.
-        const int gap = grid.Widest(column) == 0 ? grid.grid_->horizontalSpacing() : 0;
+        const int gap = grid.IsEmpty(column) ? grid.grid_->horizontalSpacing() : 0;
         grid.grid_->setColumnMinimumWidth(column, widest == 0 ? 0 : widest - inset(grid) + gap);
       }
     }
   };
+}
+
+bool FormGrid::IsEmpty(int column) const {
+  for (int i = 0; i < grid_->count(); ++i) {
+    int row = 0;
+    int first = 0;
+    int rows = 0;
+    int columns = 0;
+    grid_->getItemPosition(i, &row, &first, &rows, &columns);
+    if (first <= column && column < first + columns) return false;
+  }
+  return true;
 }
 
 int FormGrid::Widest(int column) const {

@@ -82,6 +82,8 @@ class FormGrid {
   void AddValueBehind(QLabel* label, const char* name, const char* unit);
   void AddListBehind(QLabel* label, const QString& spoken, const char* name);
   void AddEntryBehind(QLabel* label, const QString& spoken, const Entry& entry);
+  /// Nothing stands in the column, nor across it.
+  [[nodiscard]] bool IsEmpty(int column) const;
   /// What the widest thing in a column needs.
   [[nodiscard]] int Widest(int column) const;
   void Put(QWidget* widget, int column, int span = 1);

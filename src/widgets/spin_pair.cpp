@@ -15,6 +15,10 @@ SpinPair::SpinPair(const QString& spoken, QWidget* box) : QWidget(box->parentWid
   const auto add = [&](const QString& sign, const QString& name, int way) {
     auto* button = new QToolButton(this);
     button->setText(sign);
+    // A thin sign would be paler than its ink.
+    QFont bold = button->font();
+    bold.setBold(true);
+    button->setFont(bold);
     button->setAccessibleName(name + spoken);
     button->setFocusPolicy(Qt::NoFocus);
     button->setAutoRepeat(true);
