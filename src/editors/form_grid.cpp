@@ -65,7 +65,7 @@ void FormGrid::Put(QWidget* widget, int column, int span) {
 }
 
 void FormGrid::AddEntry(const QString& label, const Entry& entry) {
-  AddEntryBehind(new QLabel(label, inside_), Spoken(label), entry);
+  AddEntryBehind(new QLabel(label, inside_), entry.spoken.isEmpty() ? Spoken(label) : entry.spoken, entry);
 }
 
 void FormGrid::AddEntry(const char* label_name, const QString& spoken, const Entry& entry) {
@@ -100,8 +100,8 @@ void FormGrid::AddEntryBehind(QLabel* label, const QString& spoken, const Entry&
   ++row_;
 }
 
-void FormGrid::AddList(const QString& label, const char* name) {
-  AddListBehind(new QLabel(label, inside_), Spoken(label), name);
+void FormGrid::AddList(const QString& label, const char* name, const QString& spoken) {
+  AddListBehind(new QLabel(label, inside_), spoken.isEmpty() ? Spoken(label) : spoken, name);
 }
 
 void FormGrid::AddList(const char* label_name, const QString& spoken, const char* name) {

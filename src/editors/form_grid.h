@@ -39,11 +39,13 @@ class FormGrid {
     const char* variables = "";
     /// How many digits the entry is wide; 0 for the usual width.
     int digits = 0;
+    /// How it is read out, if not as its label.
+    QString spoken = {};
   };
   void AddEntry(const QString& label, const Entry& entry);
   /// The same under a label that the form captions.
   void AddEntry(const char* label_name, const QString& spoken, const Entry& entry);
-  void AddList(const QString& label, const char* name);
+  void AddList(const QString& label, const char* name, const QString& spoken = {});
   void AddList(const char* label_name, const QString& spoken, const char* name);
   void AddNumber(const QString& label, const char* name, const char* spin_button);
   void AddCheckBox(const QString& caption, const char* name);

@@ -33,24 +33,26 @@ void KeepPlace(QWidget* widget) {
   widget->setSizePolicy(policy);
 }
 
+/// A remark in the room that its group has beside something. It asks for none itself, so that the dialog
+/// keeps its size.
+QLabel* Remark(const char* name, Qt::Alignment where, QWidget* inside) {
+  auto* label = Named(new QLabel(inside), QLatin1String(name));
+  label->setWordWrap(true);
+  label->setAlignment(Qt::AlignLeft | where);
+  label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+  KeepPlace(label);
+  return label;
+}
+
 QGroupBox* MakeText(QWidget* body) {
   auto* frame = new QGroupBox(QStringLiteral("&Text"), body);
   auto* text = Named(new PromptBox(kColumns, frame), QStringLiteral("MMItext"));
   text->setAccessibleName(QStringLiteral("Text"));
-  auto* reserved = Named(new QLabel(frame), QStringLiteral("ReservedDataEntry"));
-  KeepPlace(reserved);
-  auto* column = new QVBoxLayout(frame);
-  // Where the box is a line shorter what follows stays.
-  auto* place = new QVBoxLayout;
-  place->addWidget(text, 0, Qt::AlignLeft | Qt::AlignTop);
-  place->addStretch(1);
-  place->addStrut(text->HintFor(kPromptLines).width());
-  auto* high = new QHBoxLayout;
-  high->addLayout(place);
-  high->addStrut(text->HintFor(kPromptLines).height());
-  column->addLayout(high);
-  column->addWidget(reserved);
-  column->addStretch(1);
+  auto* row = new QHBoxLayout(frame);
+  row->addWidget(text, 0, Qt::AlignLeft | Qt::AlignTop);
+  row->addWidget(Remark("ReservedDataEntry", Qt::AlignBottom, frame), 1);
+  // What follows stays where it is when the box is a line shorter.
+  row->addStrut(text->HintFor(kPromptLines).height());
   return frame;
 }
 
@@ -58,12 +60,9 @@ QGroupBox* MakeDisplay(QWidget* body) {
   auto* frame = new QGroupBox(QStringLiteral("On the display"), body);
   auto* picture = Named(new DisplayPicture(kColumns, kPromptLines, frame), QStringLiteral("MMIdisplay"));
   picture->setAccessibleName(QStringLiteral("On the display"));
-  auto* left_over = Named(new QLabel(frame), QStringLiteral("lblLeftOver"));
-  KeepPlace(left_over);
-  auto* column = new QVBoxLayout(frame);
-  column->addWidget(picture, 0, Qt::AlignLeft);
-  column->addWidget(left_over);
-  column->addStretch(1);
+  auto* row = new QHBoxLayout(frame);
+  row->addWidget(picture, 0, Qt::AlignLeft | Qt::AlignTop);
+  row->addWidget(Remark("lblLeftOver", Qt::AlignTop, frame), 1);
   return frame;
 }
 
@@ -120,13 +119,20 @@ std::function<void()> AddTable(QWidget* frame) {
 std::function<void()> AddJogging(QWidget* frame) {
   FormGrid grid(frame);
   grid.AddCheckBox(QStringLiteral(" Allow jogging on left/right arrow keys"), "ChkJogLR");
-  grid.AddList(QStringLiteral("Left/right axis"), "DriveLR");
-  grid.AddEntry(QStringLiteral("Left/right speed"), {.text = "TxtLRJogSpeed", .unit = "LRSpeedUnit"});
-  grid.AddEntry(QStringLiteral("Left/right acceleration"), {.text = "TxtLRJogAccel", .unit = "LRAccelUnit"});
+  grid.AddList(QStringLiteral("Axis"), "DriveLR", QStringLiteral("Left/right axis"));
+  grid.AddEntry(
+      QStringLiteral("Speed"),
+      {.text = "TxtLRJogSpeed", .unit = "LRSpeedUnit", .spoken = QStringLiteral("Left/right speed")});
+  grid.AddEntry(
+      QStringLiteral("Acceleration"),
+      {.text = "TxtLRJogAccel", .unit = "LRAccelUnit", .spoken = QStringLiteral("Left/right acceleration")});
   grid.AddCheckBox(QStringLiteral(" Allow jogging on up/down arrow keys"), "ChkJogUD");
-  grid.AddList(QStringLiteral("Up/down axis"), "DriveUD");
-  grid.AddEntry(QStringLiteral("Up/down speed"), {.text = "TxtUDJogSpeed", .unit = "UDSpeedUnit"});
-  grid.AddEntry(QStringLiteral("Up/down acceleration"), {.text = "TxtUDJogAccel", .unit = "UDAccelUnit"});
+  grid.AddList(QStringLiteral("Axis"), "DriveUD", QStringLiteral("Up/down axis"));
+  grid.AddEntry(QStringLiteral("Speed"),
+                {.text = "TxtUDJogSpeed", .unit = "UDSpeedUnit", .spoken = QStringLiteral("Up/down speed")});
+  grid.AddEntry(
+      QStringLiteral("Acceleration"),
+      {.text = "TxtUDJogAccel", .unit = "UDAccelUnit", .spoken = QStringLiteral("Up/down acceleration")});
   return grid.Aligned({});
 }
 

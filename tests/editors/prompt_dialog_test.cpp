@@ -40,12 +40,24 @@ TEST(PromptDialog, KeepsItsSizeAndItsPlacesWhateverItsFunction) {
   PromptDialog d(GetDistance);
   d.While([&] {
     const QSize size = d.dialog.size();
-    const QPoint functions = d.Find<QWidget>("MMIfunction(0)").mapTo(&d.dialog, QPoint(0, 0));
+    const auto places = [&] {
+      std::vector<QPoint> found;
+      for (const char* name : {"MMItext", "MMIdisplay", "PoolGauge", "MMIfunction(0)", "OK"}) {
+        found.push_back(d.Find<QWidget>(name).mapTo(&d.dialog, QPoint(0, 0)));
+      }
+      return found;
+    };
+    const std::vector<QPoint> before = places();
     for (int function = GetDistance; function <= Menu; ++function) {
       d.ClickFunction(function);
-      QTest::qWait(0);
-      EXPECT_EQ(d.dialog.size(), size) << function;
-      EXPECT_EQ(d.Find<QWidget>("MMIfunction(0)").mapTo(&d.dialog, QPoint(0, 0)), functions) << function;
+      d.Find<QWidget>("MMItext").setFocus();
+      for (const int letters : {1, 500}) {
+        d.Type(QString(letters, QLatin1Char('x')));
+        QTest::qWait(0);
+        EXPECT_EQ(d.dialog.size(), size) << function;
+        EXPECT_EQ(places(), before) << function;
+      }
+      d.Press(Qt::Key_A, Qt::ControlModifier);
     }
   });
 }
