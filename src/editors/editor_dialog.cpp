@@ -109,12 +109,12 @@ struct ShownBy<Gauge> {
   using Widget = LevelGauge;
 };
 template <>
-struct ShownBy<GraphBox> {
-  using Widget = ProfileGraph;
-};
-template <>
 struct ShownBy<Display> {
   using Widget = DisplayPicture;
+};
+template <>
+struct ShownBy<GraphBox> {
+  using Widget = ProfileGraph;
 };
 
 /// The Tab key goes to the option of a group that is on, or to the first that can have the focus if that
@@ -183,39 +183,43 @@ void EditorDialog::BindAll() {
   }
 }
 
+template <class What>
+auto EditorDialog::Act(What what) {
+  return [this, what](auto... of) {
+    what(of...);
+    ShowState();
+  };
+}
+
+template <class Widget, class State>
+void EditorDialog::Show(Widget* widget, const State* state) {
+  shows_.emplace_back([widget, state] { Put(*widget, *state); });
+}
+
 void EditorDialog::Bind(const Bound& bound, QWidget* widget) {
-  const auto act = [this](auto what) {
-    return [this, what](auto... of) {
-      what(of...);
-      ShowState();
-    };
-  };
-  const auto show = [this](auto* shown, const auto* state) {
-    shows_.emplace_back([shown, state] { Put(*shown, *state); });
-  };
   std::visit(
       [&](auto* state) {
         using State = std::remove_pointer_t<decltype(state)>;
         if constexpr (std::is_same_v<State, TextBox>) {
           auto* box = static_cast<EntryBox*>(widget);
           connect(box, &EntryBox::textEdited, this,
-                  act([this, &bound](const QString& text) { form_->Type(bound, ToText(text)); }));
-          connect(box, &EntryBox::Left, this, act([this, &bound] { form_->Leave(bound); }));
-          show(box, state);
+                  Act([this, &bound](const QString& text) { form_->Type(bound, ToText(text)); }));
+          connect(box, &EntryBox::Left, this, Act([this, &bound] { form_->Leave(bound); }));
+          Show(box, state);
         } else if constexpr (std::is_same_v<State, TextArea>) {
           auto* box = static_cast<PromptBox*>(widget);
           connect(box, &PromptBox::Edited, this,
-                  act([this, &bound](const QString& text) { form_->Type(bound, ToText(text)); }));
-          show(box, state);
+                  Act([this, &bound](const QString& text) { form_->Type(bound, ToText(text)); }));
+          Show(box, state);
         } else if constexpr (std::is_same_v<State, Slider>) {
           auto* slider = static_cast<QSlider*>(widget);
           connect(slider, &QSlider::valueChanged, this,
-                  act([this, &bound](int value) { form_->Move(bound, value); }));
-          show(slider, state);
+                  Act([this, &bound](int value) { form_->Move(bound, value); }));
+          Show(slider, state);
         } else if constexpr (std::is_same_v<State, CheckBox> || std::is_same_v<State, OptionButton>) {
           auto* button = static_cast<QAbstractButton*>(widget);
           connect(button, &QAbstractButton::clicked, this,
-                  act([this, &bound](bool) { form_->Click(bound); }));
+                  Act([this, &bound](bool) { form_->Click(bound); }));
           shows_.emplace_back([button, state] {
             if constexpr (std::is_same_v<State, OptionButton>) Put(*button, state->caption);
             Put(*button, state->value);
@@ -223,18 +227,18 @@ void EditorDialog::Bind(const Bound& bound, QWidget* widget) {
         } else if constexpr (std::is_same_v<State, ListBox>) {
           auto* list = static_cast<QComboBox*>(widget);
           connect(list, &QComboBox::activated, this,
-                  act([this, &bound](int index) { form_->Choose(bound, index); }));
-          show(list, state);
-        } else if constexpr (requires { typename ShownBy<State>::Widget; }) {
-          show(static_cast<typename ShownBy<State>::Widget*>(widget), state);
+                  Act([this, &bound](int index) { form_->Choose(bound, index); }));
+          Show(list, state);
         } else if constexpr (std::is_same_v<State, TabStrip>) {
           auto* tabs = static_cast<QTabWidget*>(widget);
           connect(tabs, &QTabWidget::currentChanged, this,
-                  act([this, &bound](int page) { form_->Turn(bound, page); }));
-          show(tabs, state);
+                  Act([this, &bound](int page) { form_->Turn(bound, page); }));
+          Show(tabs, state);
+        } else if constexpr (requires { typename ShownBy<State>::Widget; }) {
+          Show(static_cast<typename ShownBy<State>::Widget*>(widget), state);
         } else if constexpr (std::is_same_v<State, SpinButton>) {
           connect(static_cast<SpinPair*>(widget), &SpinPair::Pressed, this,
-                  act([this, &bound](int way) { form_->Spin(bound, way); }));
+                  Act([this, &bound](int way) { form_->Spin(bound, way); }));
         }
       },
       bound.control);

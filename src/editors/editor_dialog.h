@@ -34,6 +34,11 @@ class EditorDialog : public QDialog {
  private:
   void BindAll();
   void Bind(const Bound& bound, QWidget* widget);
+  /// What the operator does, after which everything is shown anew.
+  template <class What>
+  [[nodiscard]] auto Act(What what);
+  template <class Widget, class State>
+  void Show(Widget* widget, const State* state);
   void OrderTabs();
   void AddButtons(class QVBoxLayout& column);
   void Confirm();
