@@ -139,7 +139,7 @@ EditorDialog::EditorDialog(const FormRow& row, MessageBoxes& boxes, QWidget* par
   setWindowTitle(FromText(row.title));
   align_ = BuildLook(row.name, body_);
   auto* column = new QVBoxLayout(this);
-  column->addWidget(new FittedPane(body_, windowTitle(), this));
+  column->addWidget(body_);
   AddButtons(*column);
   column->setSizeConstraint(QLayout::SetFixedSize);
   BindAll();
@@ -266,7 +266,17 @@ void EditorDialog::ShowState() {
   for (const auto& show : shows_) show();
   LetTabReachOptions(*body_);
   align_();
-  body_->setMinimumSize(body_->sizeHint());
+  if (pane_ == nullptr && !FittedPane::HasRoomFor(*body_)) PutIntoPane();
+}
+
+void EditorDialog::PutIntoPane() {
+  QWidget* focus = focusWidget();
+  const QString title = windowTitle();
+  layout()->removeWidget(body_);
+  pane_ = new FittedPane(body_, title, this);
+  static_cast<QVBoxLayout*>(layout())->insertWidget(0, pane_);
+  pane_->show();
+  if (focus != nullptr) focus->setFocus();
 }
 
 void EditorDialog::GoToFirst() {

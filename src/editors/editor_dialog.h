@@ -45,12 +45,15 @@ class EditorDialog : public QDialog {
   /// Enter, by way of the button that nobody sees.
   void TakeEntry();
   void ShowState();
+  void PutIntoPane();
   void GoToFirst();
   void GoTo(QWidget* entry);
 
   MessageBoxes& boxes_;
   std::unique_ptr<Form> form_;
   QWidget* body_;
+  /// Only where the screen is too small for the body.
+  class FittedPane* pane_ = nullptr;
   /// Each shows the state of one control.
   std::vector<std::function<void()>> shows_;
   std::function<void()> align_;

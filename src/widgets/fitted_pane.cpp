@@ -13,7 +13,15 @@ namespace {
 constexpr int kLinesBeside = 3;
 constexpr int kLinesBelow = 6;
 
+QSize RoomFor(const QWidget& pane) {
+  return pane.screen()->availableSize() - QSize(kLinesBeside, kLinesBelow) * pane.fontMetrics().lineSpacing();
+}
+
 }  // namespace
+
+bool FittedPane::HasRoomFor(const QWidget& pane) {
+  return pane.sizeHint().boundedTo(RoomFor(pane)) == pane.sizeHint();
+}
 
 FittedPane::FittedPane(QWidget* pane, const QString& name, QWidget* parent) : QScrollArea(parent) {
   setAccessibleName(name);
@@ -24,12 +32,12 @@ FittedPane::FittedPane(QWidget* pane, const QString& name, QWidget* parent) : QS
   verticalScrollBar()->setAccessibleName(QStringLiteral("Scroll: ") + name);
   horizontalScrollBar()->setAccessibleName(QStringLiteral("Scroll sideways: ") + name);
   setWidget(pane);
+  pane->setMinimumSize(pane->sizeHint());
   pane->installEventFilter(this);
 }
 
 QSize FittedPane::sizeHint() const {
-  const int line = fontMetrics().lineSpacing();
-  const QSize room = screen()->availableSize() - QSize(kLinesBeside, kLinesBelow) * line;
+  const QSize room = RoomFor(*this);
   widget()->ensurePolished();
   QSize whole = widget()->sizeHint();
   // A bar takes its room from the pane.

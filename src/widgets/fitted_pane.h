@@ -13,6 +13,8 @@ class FittedPane : public QScrollArea {
  public:
   /// Takes ownership of the pane. `name` is what a screen reader says for the whole.
   FittedPane(QWidget* pane, const QString& name, QWidget* parent);
+  /// Whether the screen has room for a window with the whole pane.
+  [[nodiscard]] static bool HasRoomFor(const QWidget& pane);
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
