@@ -2,17 +2,16 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "widgets/entry_box.h"
 
-#include <QApplication>
 #include <QEvent>
 #include <QFocusEvent>
 
-#include "widgets/contrast.h"
+#include "widgets/selection.h"
 
 namespace tavlo {
 
 EntryBox::EntryBox(int digits, QWidget* parent) : QLineEdit(parent), digits_(digits) {
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-  MakeSelectionStandOut();
+  MakeSelectionStandOut(*this);
 }
 
 QSize EntryBox::sizeHint() const {
@@ -24,19 +23,10 @@ QSize EntryBox::sizeHint() const {
   return {digits_ * font.horizontalAdvance(QLatin1Char('0')) + around, own.height()};
 }
 
-void EntryBox::MakeSelectionStandOut() {
-  const QPalette desktop = QApplication::palette(this);
-  const QColor ground =
-      StandOut(desktop.color(QPalette::Highlight), desktop.color(QPalette::HighlightedText), kTextContrast);
-  if (palette().color(QPalette::Highlight) == ground) return;
-  QPalette own = palette();
-  own.setColor(QPalette::Highlight, ground);
-  setPalette(own);
-}
-
 void EntryBox::changeEvent(QEvent* event) {
   QLineEdit::changeEvent(event);
-  if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange) MakeSelectionStandOut();
+  if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange)
+    MakeSelectionStandOut(*this);
 }
 
 void EntryBox::focusInEvent(QFocusEvent* event) {

@@ -29,8 +29,6 @@ class EntryBox : public QLineEdit {
   void focusOutEvent(QFocusEvent* event) override;
 
  private:
-  void MakeSelectionStandOut();
-
   int digits_;
 };
 

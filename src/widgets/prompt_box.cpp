@@ -11,7 +11,7 @@
 #include <QSignalBlocker>
 #include <cmath>
 
-#include "widgets/contrast.h"
+#include "widgets/selection.h"
 
 namespace tavlo {
 
@@ -36,13 +36,7 @@ PromptBox::PromptBox(int columns, QWidget* parent) : QTextEdit(parent), columns_
 
 void PromptBox::TakeFont() {
   if (const QFont fixed = DisplayFont(*this); font() != fixed) setFont(fixed);
-  const QPalette desktop = QApplication::palette(this);
-  const QColor ground =
-      StandOut(desktop.color(QPalette::Highlight), desktop.color(QPalette::HighlightedText), kTextContrast);
-  if (palette().color(QPalette::Highlight) == ground) return;
-  QPalette own = palette();
-  own.setColor(QPalette::Highlight, ground);
-  setPalette(own);
+  MakeSelectionStandOut(*this);
 }
 
 void PromptBox::changeEvent(QEvent* event) {
