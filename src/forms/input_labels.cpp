@@ -59,8 +59,6 @@ constexpr auto kLayouts = std::to_array<Layout>({
 });
 constexpr Layout kHubQuadLayout = {IsAny, "", 4, {}, 0, {}};
 
-constexpr int kLimitsNotUsed = 2;
-
 const Layout& LayoutOf(const Program& program, int axis) {
   if (IsHubIO(program, axis)) return kHubQuadLayout;
   const int model = DriveModelOf(program, axis);

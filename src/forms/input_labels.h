@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 
+#include "model/inputs.h"
 #include "model/program.h"
 
 namespace tavlo {
@@ -17,8 +18,6 @@ enum class InputUse : std::uint8_t { None, Index, JogCW, JogCCW, LimitCW, LimitC
 /// that of the home sensor.
 enum class InputsOf : std::uint8_t { Tests, Sensors, Home };
 
-/// The main inputs 1 to 8.
-inline constexpr int kMainInputs = 8;
 /// With X0 to X7 of the further block behind them.
 inline constexpr int kInputs = 16;
 /// The dialog of the home sensor has options for no more of the main inputs.

@@ -13,7 +13,6 @@ constexpr float kReportsExtended = 1.53F;
 /// Limit switches: the last two of eight main inputs, the last two of X1 to X7.
 constexpr int kFirstMainLimit = 6;
 constexpr int kFirstXLimit = 5;
-constexpr int kLimitsNotUsed = 2;
 constexpr int kFourInputLeds = 3;
 constexpr int kHubQuadInputs = 4;
 constexpr int kPlainOutputs = 3;

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "model/axis_config.h"
+#include "model/inputs.h"
 #include "model/program.h"
 
 namespace tavlo {
@@ -24,7 +25,6 @@ enum class LedRow {
   OUTY,   ///< outputs Y1 to Y3
 };
 inline constexpr std::array kLedRows = {LedRow::INlo, LedRow::INX, LedRow::OUTlo, LedRow::OUTY};
-inline constexpr int kMainInputs = 8;
 inline constexpr int kXInputs = 7;
 inline constexpr int kMainOutputs = 4;
 inline constexpr int kYOutputs = 3;
