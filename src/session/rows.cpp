@@ -75,15 +75,6 @@ Colour BackgroundOf(RowState state) {
   return {255, 255, 255};
 }
 
-std::string ShownCaption(std::string_view caption) {
-  std::string text;
-  for (std::size_t i = 0; i < caption.size(); ++i) {
-    text += caption[i];
-    if (caption.substr(i, 2) == "&&") ++i;
-  }
-  return text;
-}
-
 std::vector<Arrow> ArrowsOf(const Program& program) {
   std::vector<Arrow> arrows;
   const auto add_group = [&](Lead lead) {

@@ -62,9 +62,6 @@ struct Row {
   LabelColour label = LabelColour::Plain;
 };
 
-/// Returns the caption as it is shown, with "&" for each "&&".
-[[nodiscard]] std::string ShownCaption(std::string_view caption);
-
 /// A line beside the icons that connects a program line to the one that it jumps to.
 struct Arrow {
   int from;

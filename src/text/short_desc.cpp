@@ -263,6 +263,15 @@ std::string DoubleAmps(std::string_view text) {
   return result;
 }
 
+std::string ShownCaption(std::string_view caption) {
+  std::string text;
+  for (std::size_t i = 0; i < caption.size(); ++i) {
+    text += caption[i];
+    if (caption.substr(i, 2) == "&&") ++i;
+  }
+  return text;
+}
+
 std::string_view IdleText(int idle_pct) {
   return Pick(kIdle, idle_pct);
 }

@@ -25,6 +25,9 @@ namespace tavlo {
 /// Doubles each "&", so that a label shows it unchanged.
 [[nodiscard]] std::string DoubleAmps(std::string_view text);
 
+/// Returns the caption as it is shown, with "&" for each "&&".
+[[nodiscard]] std::string ShownCaption(std::string_view caption);
+
 /// Returns "0%", "25%", "50%" or "100%" by `IdlePct`; otherwise empty.
 [[nodiscard]] std::string_view IdleText(int idle_pct);
 

@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "qt/gui/shown_text.h"
+#include "text/short_desc.h"
 #include "widgets/contrast.h"
 #include "widgets/takes_input.h"
 #include "windows/row_accessible.h"

@@ -5,6 +5,7 @@
 #include <QStringList>
 
 #include "qt/gui/shown_text.h"
+#include "text/short_desc.h"
 
 namespace tavlo {
 namespace {

@@ -25,14 +25,6 @@ std::string Beginning(const std::string& text, int width, const QFontMetrics& fo
 
 }  // namespace
 
-QString InOneLine(std::string_view text) {
-  QString shown = FromText(text);
-  for (QChar& c : shown) {
-    if (c.unicode() < 0x20 || c.unicode() == 0x7f) c = QLatin1Char(' ');
-  }
-  return shown;
-}
-
 const QString& RowTexts::Shown(const Source& source, int line, int label_width, const QFontMetrics& font) {
   const std::string& desc = source.shown.rows[line].desc;
   const bool is_prompt = source.program.Prog[line].Type == MMI;

@@ -12,10 +12,6 @@
 
 namespace tavlo {
 
-/// Returns the text with blanks in place of line ends and other control characters, which would break one
-/// line.
-[[nodiscard]] QString InOneLine(std::string_view text);
-
 /// The texts of the rows as they are drawn. Each is worked out again only when something that it depends on
 /// has changed.
 class RowTexts {

@@ -17,7 +17,6 @@
 #include "commands/hub_choices.h"
 #include "qt/gui/shown_text.h"
 #include "session/source.h"
-#include "windows/row_text.h"
 
 namespace tavlo {
 namespace {

@@ -94,12 +94,6 @@ TEST(RowState, Backgrounds) {
   EXPECT_EQ(BackgroundOf(RowState::Picked), (Colour{255, 255, 255}));
 }
 
-TEST(RowState, ACaptionShowsTwoAmpersandsAsOne) {
-  EXPECT_EQ(ShownCaption("Cut && go"), "Cut & go");
-  EXPECT_EQ(ShownCaption("&&&&"), "&&");
-  EXPECT_EQ(ShownCaption(""), "");
-}
-
 constexpr int kPitch = 24;
 constexpr int kViewport = 400;
 constexpr int kMaximum = 200 * kPitch - kViewport;

@@ -102,6 +102,12 @@ TEST(DoubleAmps, DoublesEachAmpersand) {
   EXPECT_EQ(DoubleAmps(""), "");
 }
 
+TEST(ShownCaption, ShowsTwoAmpersandsAsOne) {
+  EXPECT_EQ(ShownCaption("Cut && go"), "Cut & go");
+  EXPECT_EQ(ShownCaption("&&&&"), "&&");
+  EXPECT_EQ(ShownCaption(""), "");
+}
+
 TEST(IdleText, FourOptions) {
   EXPECT_EQ(IdleText(0), "0%");
   EXPECT_EQ(IdleText(1), "25%");

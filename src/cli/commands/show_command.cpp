@@ -7,6 +7,7 @@
 #include "cli/desk/console_desk.h"
 #include "model/kinds.h"
 #include "session/rows.h"
+#include "text/short_desc.h"
 
 namespace tavlo::cli {
 namespace {

@@ -9,6 +9,7 @@
 #include "cli/console/json_text.h"
 #include "model/kinds.h"
 #include "platform/number_format.h"
+#include "text/short_desc.h"
 
 namespace tavlo::cli {
 namespace {

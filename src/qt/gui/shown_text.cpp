@@ -18,6 +18,14 @@ QString FromText(std::string_view text) {
   return QString::fromLatin1(BytesOf(text));
 }
 
+QString InOneLine(std::string_view text) {
+  QString shown = FromText(text);
+  for (QChar& c : shown) {
+    if (c.unicode() < 0x20 || c.unicode() == 0x7f) c = QLatin1Char(' ');
+  }
+  return shown;
+}
+
 std::string ToText(const QString& text) {
   return text.toLatin1().toStdString();
 }

@@ -13,6 +13,9 @@ namespace tavlo {
 
 [[nodiscard]] QString FromText(std::string_view text);
 [[nodiscard]] std::string ToText(const QString& text);
+/// The same with blanks in place of line ends and other control characters, which would break one
+/// line.
+[[nodiscard]] QString InOneLine(std::string_view text);
 
 [[nodiscard]] QString FromPath(std::string_view path);
 [[nodiscard]] std::string ToPath(const QString& path);
