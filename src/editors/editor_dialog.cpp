@@ -94,7 +94,7 @@ void Put(ProfileGraph& graph, const GraphBox& state) {
 }
 
 void Put(QLabel& label, const Label& state) {
-  if (const QString caption = FromText(state.caption); label.text() != caption) label.setText(caption);
+  if (const QString caption = InOneLine(state.caption); label.text() != caption) label.setText(caption);
 }
 
 /// The widget of a control on which the operator does nothing.

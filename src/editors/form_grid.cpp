@@ -16,6 +16,7 @@
 
 #include "widgets/entry_box.h"
 #include "widgets/font_size.h"
+#include "widgets/line_text.h"
 #include "widgets/spin_pair.h"
 
 namespace tavlo {
@@ -33,6 +34,8 @@ enum Column {
 
 constexpr int kNumberDigits = 12;
 constexpr int kLineDigits = 4;
+constexpr int kLineTextAlone = 34;
+constexpr int kLineTextInTable = 20;
 constexpr int kSliderWidth = 150;
 constexpr int kShortestSlider = 64;
 constexpr int kBesideSlider = 480;
@@ -62,6 +65,10 @@ void FormGrid::Put(QWidget* widget, int column, int span) {
   widget->setSizePolicy(policy);
   grid_->addWidget(widget, row_, column, 1, span,
                    span == 1 && column != SliderColumn ? Qt::AlignLeft : Qt::Alignment());
+}
+
+void FormGrid::PutLineText(const char* name, int characters) {
+  Put(Named(new LineText(characters, inside_), name), UnitColumn, Columns + 1 - UnitColumn);
 }
 
 void FormGrid::AddEntry(const QString& label, const Entry& entry) {
@@ -118,7 +125,8 @@ void FormGrid::AddListBehind(QLabel* label, const QString& spoken, const char* n
   ++row_;
 }
 
-void FormGrid::AddNumber(const QString& label, const char* name, const char* spin_button) {
+void FormGrid::AddNumber(const QString& label, const char* name, const char* spin_button,
+                         const char* line_text) {
   auto* caption = new QLabel(label, inside_);
   auto* box = Named(new EntryBox(kLineDigits, inside_), name);
   box->setAccessibleName(Spoken(label));
@@ -129,6 +137,7 @@ void FormGrid::AddNumber(const QString& label, const char* name, const char* spi
   both->addWidget(Named(new SpinPair(Spoken(label).toLower(), box), spin_button));
   Put(caption, LabelColumn);
   grid_->addLayout(both, row_, EntryColumn, Qt::AlignLeft);
+  PutLineText(line_text, kLineTextAlone);
   ++row_;
 }
 
@@ -137,12 +146,12 @@ void FormGrid::AddCheckBox(const QString& caption, const char* name) {
   ++row_;
 }
 
-void FormGrid::AddCheckedNumber(const QString& caption, const char* name, const char* number,
-                                const QString& spoken) {
-  Put(Named(new QCheckBox(caption, inside_), name), LabelColumn);
-  auto* box = Named(new EntryBox(kLineDigits, inside_), number);
-  box->setAccessibleName(spoken);
+void FormGrid::AddCheckedNumber(const QString& caption, const CheckedNumber& names) {
+  Put(Named(new QCheckBox(caption, inside_), names.check_box), LabelColumn);
+  auto* box = Named(new EntryBox(kLineDigits, inside_), names.number);
+  box->setAccessibleName(names.spoken);
   Put(box, EntryColumn);
+  PutLineText(names.line_text, kLineTextInTable);
   ++row_;
 }
 

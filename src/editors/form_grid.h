@@ -47,10 +47,18 @@ class FormGrid {
   void AddEntry(const char* label_name, const QString& spoken, const Entry& entry);
   void AddList(const QString& label, const char* name, const QString& spoken = {});
   void AddList(const char* label_name, const QString& spoken, const char* name);
-  void AddNumber(const QString& label, const char* name, const char* spin_button);
+  /// The number of a line, with the text of that line behind it.
+  void AddNumber(const QString& label, const char* name, const char* spin_button, const char* line_text);
   void AddCheckBox(const QString& caption, const char* name);
-  /// A check box with the number of a line behind it.
-  void AddCheckedNumber(const QString& caption, const char* name, const char* number, const QString& spoken);
+  struct CheckedNumber {
+    const char* check_box;
+    const char* number;
+    const char* line_text;
+    /// How the number is read out.
+    QString spoken = {};
+  };
+  /// A check box with the number of a line behind it, and with the text of that line.
+  void AddCheckedNumber(const QString& caption, const CheckedNumber& names);
   /// A caption over the lists of variables, in the row that is added next.
   void AddVariableHeading(const char* name);
 
@@ -89,6 +97,7 @@ class FormGrid {
   /// What the widest thing in a column needs.
   [[nodiscard]] int Widest(int column) const;
   void Put(QWidget* widget, int column, int span = 1);
+  void PutLineText(const char* name, int characters);
 
   QWidget* inside_;
   QGridLayout* grid_;

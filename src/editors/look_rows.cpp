@@ -68,7 +68,7 @@ void AddLength(FormGrid& grid) {
 }
 
 void AddTarget(FormGrid& grid) {
-  grid.AddNumber(QStringLiteral("Go to &line"), "linenum", "Spin1");
+  grid.AddNumber(QStringLiteral("Go to &line"), "linenum", "Spin1", "linetext");
 }
 
 void AddReturn(FormGrid& grid) {

@@ -156,13 +156,13 @@ std::function<void()> LookOfGoToBox(QWidget* body) {
 
 std::function<void()> LookOfCallDialog(QWidget* body) {
   FormGrid grid(body);
-  grid.AddNumber(QStringLiteral("Subroutine at &line"), "linenum", "Spin1");
+  grid.AddNumber(QStringLiteral("Subroutine at &line"), "linenum", "Spin1", "linetext");
   return grid.Aligned({});
 }
 
 std::function<void()> LookOfResetLoop(QWidget* body) {
   FormGrid grid(body);
-  grid.AddNumber(QStringLiteral("Repeat at &line"), "linenum", "Spin1");
+  grid.AddNumber(QStringLiteral("Repeat at &line"), "linenum", "Spin1", "linetext");
   return grid.Aligned({});
 }
 

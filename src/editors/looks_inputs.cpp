@@ -159,7 +159,7 @@ std::function<void()> LookOfFeedSense(QWidget* body) {
       QStringLiteral("&If distance exceeds safety limit before sensor is found, stop motor and goto line"),
       "ChkSafety");
   grid.AddEntry(QStringLiteral("Sa&fety Distance"), {.text = "SafetyDist", .unit = "sfdistunit"});
-  grid.AddNumber(QStringLiteral("Safety li&ne"), "SafetyLine", "Spin1");
+  grid.AddNumber(QStringLiteral("Safety li&ne"), "SafetyLine", "Spin1", "SafetyLineText");
   AddExecution(grid);
   return grid.Aligned({});
 }

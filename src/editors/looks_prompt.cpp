@@ -101,7 +101,7 @@ std::function<void()> AddNumber(QWidget* frame) {
 
 std::function<void()> AddTarget(QWidget* frame) {
   FormGrid grid(frame);
-  grid.AddNumber(QStringLiteral("Line #"), "linenum", "Spin1");
+  grid.AddNumber(QStringLiteral("Line #"), "linenum", "Spin1", "linetext");
   return grid.Aligned({});
 }
 
@@ -109,9 +109,14 @@ std::function<void()> AddTable(QWidget* frame) {
   FormGrid grid(frame);
   for (int key = 1; key <= BranchTable::kKeys; ++key) {
     const std::string element = "(" + std::to_string(key) + ")";
+    const std::string check_box = "Check1" + element;
+    const std::string number = "Addr" + element;
+    const std::string line_text = "AddrText" + element;
     grid.AddCheckedNumber(QStringLiteral(" If user presses %1, branch to line").arg(key),
-                          ("Check1" + element).c_str(), ("Addr" + element).c_str(),
-                          QStringLiteral("Line for key %1").arg(key));
+                          {.check_box = check_box.c_str(),
+                           .number = number.c_str(),
+                           .line_text = line_text.c_str(),
+                           .spoken = QStringLiteral("Line for key %1").arg(key)});
   }
   return grid.Aligned({});
 }

@@ -11,14 +11,15 @@ void BranchTable::AddTo(ControlTable& controls) {
   for (std::size_t i = 0; i < kKeys; ++i) {
     const std::string element = "(" + std::to_string(i + 1) + ")";
     controls.Add("Check1" + element, &keys_[i].in_use);
-    keys_[i].target.AddTo(controls, "Addr" + element, "");
+    keys_[i].target.AddTo(controls,
+                          {.text = "Addr" + element, .spin = "", .line_text = "AddrText" + element});
   }
 }
 
-void BranchTable::Fill(const Instruction& record, int own_line) {
+void BranchTable::Fill(const Program& program, const Instruction& record, int own_line) {
   for (std::size_t i = 0; i < kKeys; ++i) {
     keys_[i].in_use.value = record.MenuKey[i + 1];
-    keys_[i].target.Fill(record.MenuLine[i + 1], own_line);
+    keys_[i].target.Fill(program, record.MenuLine[i + 1], own_line);
   }
 }
 

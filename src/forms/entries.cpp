@@ -9,12 +9,19 @@
 #include <utility>
 
 #include "platform/number_format.h"
+#include "text/short_desc.h"
 
 namespace tavlo {
 namespace {
 
 constexpr double kSliderStepsPerRev = 40;
 constexpr int kLongestDelay = 30000;
+
+/// A jump to an empty line is seldom meant.
+std::string TextOf(const Program& program, int line) {
+  const std::string text = ShownCaption(ShortDesc(program, line).value_or(""));
+  return text.empty() ? "(empty line)" : text;
+}
 
 int OnSlider(const Slider& slider, double value) {
   const double held = std::clamp(RoundHalfEven(value), static_cast<double>(slider.min),
@@ -255,13 +262,20 @@ void CountField::CleanUp() {
       std::clamp(entered, static_cast<double>(least_), static_cast<double>(most_))));
 }
 
-void LineField::AddTo(ControlTable& controls, std::string_view text, std::string_view spin) {
-  controls.Add(std::string(text), &linenum_, [this] { CleanUp(); });
-  if (spin.empty()) return;
-  controls.Add(std::string(spin), &spin_, [this] {
-    CleanUp();
-    Put(number_ + spin_.way);
-  });
+void LineField::AddTo(ControlTable& controls, const Parts& parts) {
+  controls.Add(std::string(parts.text), &linenum_, [this] { CleanUp(); });
+  if (!parts.spin.empty()) {
+    controls.Add(std::string(parts.spin), &spin_, [this] {
+      CleanUp();
+      Put(number_ + spin_.way);
+    });
+  }
+  controls.Add(std::string(parts.line_text), &line_text_);
+  controls.AddShown([this] { line_text_.caption = TextOf(*program_, Entered() - 1); });
+}
+
+void LineField::Enable(bool enabled) {
+  linenum_.enabled = spin_.enabled = line_text_.enabled = enabled;
 }
 
 void LineField::Put(int number) {
@@ -270,14 +284,19 @@ void LineField::Put(int number) {
   linenum_.touched = false;
 }
 
-void LineField::Fill(int target, int own_line) {
+void LineField::Fill(const Program& program, int target, int own_line) {
+  program_ = &program;
   const bool is_line = target >= 0 && target < kLines;
   Put((is_line ? target : own_line == 0 ? 1 : 0) + 1);
 }
 
+int LineField::Entered() const {
+  if (!linenum_.touched) return number_;
+  return static_cast<int>(std::clamp(RoundHalfEven(Val(linenum_.text)), 1.0, static_cast<double>(kLines)));
+}
+
 void LineField::CleanUp() {
-  if (!linenum_.touched) return;
-  Put(static_cast<int>(std::clamp(RoundHalfEven(Val(linenum_.text)), 1.0, static_cast<double>(kLines))));
+  if (linenum_.touched) Put(Entered());
 }
 
 void DelayField::AddTo(ControlTable& controls, std::string_view text, std::string_view slider) {

@@ -250,25 +250,34 @@ class CountField {
   std::int32_t count_ = 0;
 };
 
-/// The number of a line, with its spin buttons: `linenum` and `Spin1`. A target is 0-based, what is shown
-/// counts from 1.
+/// The number of a line, with its spin buttons and the text of that line, which follows as the number is
+/// typed: `linenum`, `Spin1` and `linetext`. A target is 0-based, what is shown counts from 1.
 class LineField {
  public:
-  /// `spin` names the buttons; empty for a box without them.
-  void AddTo(ControlTable& controls, std::string_view text = "linenum", std::string_view spin = "Spin1");
+  struct Parts {
+    std::string_view text = "linenum";
+    /// Empty for a box without buttons.
+    std::string_view spin = "Spin1";
+    std::string_view line_text = "linetext";
+  };
+  void AddTo(ControlTable& controls, const Parts& parts);
+  void AddTo(ControlTable& controls) { AddTo(controls, Parts{}); }
   /// A target that was never set, or is no line, is shown as the first line, or the second for the first
-  /// itself: a new jump never points at itself.
-  void Fill(int target, int own_line);
+  /// itself: a new jump never points at itself. The program must outlive the dialog's stay.
+  void Fill(const Program& program, int target, int own_line);
   void CleanUp();
-  void Show(bool visible) { linenum_.visible = spin_.visible = visible; }
   [[nodiscard]] std::int16_t Target() const { return static_cast<std::int16_t>(number_ - 1); }
-  void Enable(bool enabled) { linenum_.enabled = spin_.enabled = enabled; }
+  void Enable(bool enabled);
 
  private:
   void Put(int number);
+  /// The number that stands in the box, forced into range.
+  [[nodiscard]] int Entered() const;
 
+  const Program* program_ = nullptr;
   TextBox linenum_;
   SpinButton spin_;
+  Label line_text_;
   int number_ = 1;
 };
 

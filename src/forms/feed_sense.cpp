@@ -7,7 +7,7 @@ namespace tavlo {
 FeedSense::FeedSense() : SensorForm({.unit_suffix = " beyond sensor"}, InputsOf::Sensors) {
   controls_.Add("ChkSafety", &safety_);
   safety_distance_.AddTo(controls_, "SafetyDist", "sfdistunit", [this] { CleanUpSFdist(); });
-  safety_line_.AddTo(controls_, "SafetyLine");
+  safety_line_.AddTo(controls_, {.text = "SafetyLine", .line_text = "SafetyLineText"});
   AddExecution();
 }
 
@@ -15,7 +15,7 @@ void FeedSense::Fill() {
   SensorForm::Fill();
   safety_.value = record().Type == FSS;
   safety_distance_.Fill(Units(), record().SafetyDist);
-  safety_line_.Fill(record().LineNum, line());
+  safety_line_.Fill(program(), record().LineNum, line());
 }
 
 void FeedSense::SetUnits() {

@@ -26,7 +26,7 @@ void Form::Load(Program& program, int line) {
   for (const Bound& bound : controls_.Rows()) {
     if (auto* const box = std::get_if<TextBox*>(&bound.control)) (*box)->touched = false;
   }
-  ShowHide();
+  ShowAnew();
 }
 
 bool Form::MayWrite(MessageBoxes&) {
@@ -38,7 +38,7 @@ bool Form::Confirm(MessageBoxes& boxes) {
   CleanUp();
   const bool written = MayWrite(boxes);
   if (written) Write(program_->Prog[line_]);
-  ShowHide();
+  ShowAnew();
   return written;
 }
 
@@ -48,12 +48,17 @@ void Form::Cancel() {
 
 void Form::Enter() {
   CleanUp();
+  ShowAnew();
+}
+
+void Form::ShowAnew() {
+  for (const auto& show : controls_.shown_) show();
   ShowHide();
 }
 
 void Form::Follow(const Bound& bound) {
   if (bound.rule) bound.rule();
-  ShowHide();
+  ShowAnew();
 }
 
 void Form::Type(const Bound& box, std::string text) {
@@ -65,6 +70,7 @@ void Form::Type(const Bound& box, std::string text) {
   TextBox& state = *std::get<TextBox*>(box.control);
   state.text = std::move(text);
   state.touched = true;
+  ShowAnew();
 }
 
 void Form::Leave(const Bound& box) {

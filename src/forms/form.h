@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "forms/controls.h"
@@ -29,12 +30,17 @@ struct Bound {
 class ControlTable {
  public:
   void Add(std::string name, AnyControl control, std::function<void()> rule = {});
+  /// What a block shows by what its controls hold; runs after every act.
+  void AddShown(std::function<void()> show) { shown_.push_back(std::move(show)); }
   [[nodiscard]] const std::vector<Bound>& Rows() const { return rows_; }
   /// The control of that name; there must be one.
   [[nodiscard]] const Bound& Find(std::string_view name) const;
 
  private:
+  friend class Form;
+
   std::vector<Bound> rows_;
+  std::vector<std::function<void()>> shown_;
 };
 
 /// A dialog that edits a line, without its window: what its controls show, what follows on each act of the
@@ -100,6 +106,7 @@ class Form {
 
  private:
   void Follow(const Bound& bound);
+  void ShowAnew();
 
   std::string first_;
   std::string refused_;

@@ -10,7 +10,7 @@ GoToBox::GoToBox() : Form("linenum") {
 }
 
 void GoToBox::Fill() {
-  target_.Fill(record().LineNum, line());
+  target_.Fill(program(), record().LineNum, line());
   wait_.value = !record().Proceed;
 }
 

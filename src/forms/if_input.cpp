@@ -11,7 +11,7 @@ IfInput::IfInput() : InputForm("linenum", {II, III, "If Input"}) {
 
 void IfInput::Fill() {
   InputForm::Fill();
-  target_.Fill(record().LineNum, line());
+  target_.Fill(program(), record().LineNum, line());
 }
 
 void IfInput::Write(Instruction& record) const {

@@ -10,7 +10,7 @@ IfMoving::IfMoving() : AxisForm("linenum") {
 
 void IfMoving::Fill() {
   drive_.Fill(program(), record().Drive);
-  target_.Fill(record().LineNum, line());
+  target_.Fill(program(), record().LineNum, line());
 }
 
 void IfMoving::CleanUp() {

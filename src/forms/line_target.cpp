@@ -9,7 +9,7 @@ LineTarget::LineTarget(std::int16_t type) : Form("linenum"), type_(type) {
 }
 
 void LineTarget::Fill() {
-  target_.Fill(record().LineNum, line());
+  target_.Fill(program(), record().LineNum, line());
 }
 
 void LineTarget::CleanUp() {

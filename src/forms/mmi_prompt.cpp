@@ -81,8 +81,8 @@ void MMIprompt::Fill() {
   text_.text = text_before_ = NoWordBreaks(from);
   variable_.Fill(from.DistVar);
   limits_.Fill(from);
-  target_.Fill(from.LineNum, line());
-  table_.Fill(from, line());
+  target_.Fill(program(), from.LineNum, line());
+  table_.Fill(program(), from, line());
   jog_lr_.Fill(program(), from);
   jog_ud_.Fill(program(), from);
 }

@@ -39,6 +39,29 @@ TEST(GoToBox, ForcesTheNumberIntoOneToTwoHundred) {
   }
 }
 
+TEST(GoToBox, TellsTheTextOfTheLineThatTheNumberMeansAsItIsTyped) {
+  GoToBench d;
+  d.Line(11) = {.Type = CM, .Text = "cut & stack"};
+  d.Line(16) = {.Type = GT, .LineNum = 3};
+  d.Line(199) = {.Type = CM, .Text = "the end"};
+  d.Line(3).LineNum = 11;
+  d.Open(3);
+  EXPECT_EQ(d.Caption("linetext"), "cut & stack");
+  const struct {
+    const char* typed;
+    const char* text;
+  } rows[] = {{"17", "Go to line 4"}, {"1", "(empty line)"}, {"12", "cut & stack"},
+              {"999", "the end"},     {"", "(empty line)"},  {"x", "(empty line)"}};
+  for (const auto& row : rows) {
+    d.Type("linenum", row.typed);
+    EXPECT_EQ(d.Caption("linetext"), row.text) << row.typed;
+    EXPECT_EQ(d.Text("linenum"), row.typed) << "it is still being typed";
+  }
+  d.Type("linenum", "11");
+  d.Spin("Spin1", 1);
+  EXPECT_EQ(d.Caption("linetext"), "cut & stack");
+}
+
 TEST(GoToBox, SpinsByOneWithinTheEnds) {
   GoToBench d;
   d.Line(5).LineNum = 1;

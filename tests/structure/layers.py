@@ -21,7 +21,7 @@ LEANS_ON = {
     "checks": ["session"],
     "link": ["checks", "codegen"],
     "commands": ["session"],
-    "forms": ["motion"],
+    "forms": ["text"],
     "qt": ["platform"],
     "qt/gui": ["platform"],
     "widgets": ["session", "qt/gui"],

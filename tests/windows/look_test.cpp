@@ -17,6 +17,7 @@
 #include <set>
 
 #include "widgets/contrast.h"
+#include "widgets/line_text.h"
 #include "windows/led_panel.h"
 #include "windows/side_panels.h"
 #include "windows/window_walk.h"
@@ -73,7 +74,10 @@ struct TextRoom {
 };
 
 TextRoom RoomOf(QWidget& widget) {
-  if (qobject_cast<LedLight*>(&widget) != nullptr || qobject_cast<DriveLabel*>(&widget) != nullptr) return {};
+  if (qobject_cast<LedLight*>(&widget) != nullptr || qobject_cast<DriveLabel*>(&widget) != nullptr ||
+      dynamic_cast<LineText*>(&widget) != nullptr) {
+    return {};
+  }
   if (const auto* label = qobject_cast<QLabel*>(&widget)) {
     if (label->wordWrap() || label->text().isEmpty()) return {};
     return {label->text(), label->contentsRect().size()};
