@@ -18,6 +18,7 @@
 #include "platform/services.h"
 #include "qt/comm_devices.h"
 #include "qt/gui/gui_services.h"
+#include "qt/qt_help.h"
 #include "qt/qt_serial_port.h"
 #include "qt/qt_services.h"
 #include "windows/composer_windows.h"
@@ -80,7 +81,8 @@ int main(int argc, char** argv) {
   tavlo::QtFileStore files;
   NoSettings settings;
   tavlo::QtCommDevices comms;
-  tavlo::ComposerWindows windows({port, boxes, clock, loop, beeper, settings, dialogs, files, comms});
+  tavlo::QtHelp help(QApplication::applicationDirPath());
+  tavlo::ComposerWindows windows({port, boxes, clock, loop, beeper, settings, dialogs, files, comms, help});
   windows.Main().Begin(windows.Handlers());
   windows.Main().show();
   PaintCounter counter;

@@ -9,6 +9,7 @@
 #include "composer/look.h"
 #include "qt/comm_devices.h"
 #include "qt/gui/gui_services.h"
+#include "qt/qt_help.h"
 #include "qt/qt_serial_port.h"
 #include "qt/qt_services.h"
 #include "windows/composer_windows.h"
@@ -37,7 +38,9 @@ int main(int argc, char** argv) {
   tavlo::GuiFileDialogs dialogs;
   tavlo::QtFileStore files;
   tavlo::QtCommDevices comms;
-  const auto windows = tavlo::StartUp({port, boxes, clock, loop, beeper, settings, dialogs, files, comms});
+  tavlo::QtHelp help(QCoreApplication::applicationDirPath());
+  const auto windows =
+      tavlo::StartUp({port, boxes, clock, loop, beeper, settings, dialogs, files, comms, help});
   // Not quit(), which would ask every window once more whether it may be closed.
   QObject::connect(&windows->Main(), &tavlo::LongForm::Ended, &application,
                    [] { QCoreApplication::exit(0); });

@@ -133,8 +133,8 @@ void LetTabReachOptions(QWidget& body) {
 
 }  // namespace
 
-EditorDialog::EditorDialog(const FormRow& row, MessageBoxes& boxes, QWidget* parent)
-    : QDialog(parent), boxes_(boxes), form_(row.make()), body_(new QWidget(this)) {
+EditorDialog::EditorDialog(const FormRow& row, MessageBoxes& boxes, Help& help, QWidget* parent)
+    : QDialog(parent), row_(row), boxes_(boxes), help_(help), form_(row.make()), body_(new QWidget(this)) {
   setObjectName(FromText(row.name));
   setWindowTitle(FromText(row.title));
   align_ = BuildLook(row.name, body_);
@@ -162,8 +162,8 @@ void EditorDialog::AddButtons(QVBoxLayout& column) {
   connect(add(QStringLiteral("&OK"), "OK"), &QPushButton::clicked, this, &EditorDialog::Confirm);
   connect(add(QStringLiteral("Cancel"), "Cancel"), &QPushButton::clicked, this, &EditorDialog::reject);
   QPushButton* help = add(QStringLiteral("&Help"), "Help");
-  help->setToolTip(QStringLiteral("Open the help of this dialog (not available in this version)"));
-  help->setEnabled(false);
+  help->setToolTip(QStringLiteral("Open the help of this dialog (F1)"));
+  connect(help, &QPushButton::clicked, this, &EditorDialog::OpenHelp);
   QPushButton* invisible = add(QString(), "invisible");
   invisible->hide();
   connect(invisible, &QPushButton::clicked, this, &EditorDialog::TakeEntry);
@@ -305,6 +305,10 @@ void EditorDialog::showEvent(QShowEvent* event) {
 void EditorDialog::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
     findChild<QPushButton*>(QStringLiteral("invisible"))->click();
+    return;
+  }
+  if (event->key() == Qt::Key_F1) {
+    if (!event->isAutoRepeat()) OpenHelp();
     return;
   }
   QDialog::keyPressEvent(event);

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "forms/registry.h"
+#include "platform/help.h"
 
 class QPushButton;
 
@@ -19,7 +20,7 @@ class EditorDialog : public QDialog {
   Q_OBJECT
 
  public:
-  EditorDialog(const FormRow& row, MessageBoxes& boxes, QWidget* parent);
+  EditorDialog(const FormRow& row, MessageBoxes& boxes, Help& help, QWidget* parent);
   ~EditorDialog() override;
 
   /// Lets the operator edit a line of the program. True if it was written. Modal.
@@ -42,6 +43,7 @@ class EditorDialog : public QDialog {
   void OrderTabs();
   void AddButtons(class QVBoxLayout& column);
   void Confirm();
+  void OpenHelp() { help_.OpenHelp(row_.help, boxes_); }
   /// Enter, by way of the button that nobody sees.
   void TakeEntry();
   void ShowState();
@@ -49,7 +51,9 @@ class EditorDialog : public QDialog {
   void GoToFirst();
   void GoTo(QWidget* entry);
 
+  const FormRow& row_;
   MessageBoxes& boxes_;
+  Help& help_;
   std::unique_ptr<Form> form_;
   QWidget* body_;
   /// Only where the screen is too small for the body.

@@ -8,8 +8,8 @@
 
 namespace tavlo {
 
-LineDialogs::LineDialogs(MessageBoxes& boxes, QWidget* main_window)
-    : boxes_(boxes), main_window_(main_window) {}
+LineDialogs::LineDialogs(MessageBoxes& boxes, Help& help, QWidget* main_window)
+    : boxes_(boxes), help_(help), main_window_(main_window) {}
 
 LineDialogs::~LineDialogs() = default;
 
@@ -22,7 +22,7 @@ bool LineDialogs::Edit(Program& program, int line) {
   const FormRow* row = FormOf(program.Prog[line].Type);
   if (row == nullptr) return false;
   std::unique_ptr<EditorDialog>& dialog = dialogs_[row->name];
-  if (!dialog) dialog = std::make_unique<EditorDialog>(*row, boxes_, main_window_);
+  if (!dialog) dialog = std::make_unique<EditorDialog>(*row, boxes_, help_, main_window_);
   return dialog->Edit(program, line);
 }
 

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string_view>
 
+#include "platform/help.h"
 #include "platform/services.h"
 #include "session/views.h"
 
@@ -19,7 +20,7 @@ class PickProg;
 /// The picker and the dialogs of the lines. Each is made at its first use and lives as long as this.
 class LineDialogs : public EditorWindows {
  public:
-  LineDialogs(MessageBoxes& boxes, QWidget* main_window);
+  LineDialogs(MessageBoxes& boxes, Help& help, QWidget* main_window);
   ~LineDialogs() override;
 
   void ShowPickProg(const std::function<bool(const Picked&)>& act) override;
@@ -27,6 +28,7 @@ class LineDialogs : public EditorWindows {
 
  private:
   MessageBoxes& boxes_;
+  Help& help_;
   QWidget* main_window_;
   std::unique_ptr<PickProg> picker_;
   std::map<std::string_view, std::unique_ptr<EditorDialog>> dialogs_;

@@ -2,6 +2,9 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #pragma once
 
+#include <string_view>
+
+#include "platform/help.h"
 #include "platform/serial_port.h"
 #include "platform/services.h"
 #include "session/source.h"
@@ -60,6 +63,12 @@ struct Desk {
   EditorWindows* editors = nullptr;
   /// Null if there is no drive terminal.
   TerminalView* terminal = nullptr;
+  /// Null if there is no help.
+  Help* help = nullptr;
+
+  void OpenHelp(std::string_view file) const {
+    if (help != nullptr) help->OpenHelp(file, boxes);
+  }
 
   [[nodiscard]] Program& program() const { return source.program; }
   [[nodiscard]] Link link() const {

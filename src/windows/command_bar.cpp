@@ -41,7 +41,7 @@ constexpr std::array<Command, 10> kCommands = {{
     {"ChangeRes", "Hard&ware", "hardware",
      "Set up drives, currents, units and limit switches (not available in this version)", Group::Machine,
      false},
-    {"Help", "&Help", "help", "Open the manual (not available in this version)", Group::Machine, false},
+    {"Help", "&Help", "help", "Open the manual (F1)", Group::Machine},
     {"Quit", "&Quit", "quit", "Leave Tavlo Composer", Group::Machine},
 }};
 

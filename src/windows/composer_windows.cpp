@@ -28,7 +28,7 @@ ComposerWindows::ComposerWindows(const Outside& outside)
       upbox_(QStringLiteral("upbox"), QStringLiteral("Reading the program from the hub"),
              QStringLiteral("Reading"), HoldWhile(), &main_),
       loading_(&main_),
-      editors_(outside.boxes, &main_),
+      editors_(outside.boxes, outside.help, &main_),
       desk_{.source = source_,
             .Comm1 = outside.Comm1,
             .boxes = outside.boxes,
@@ -48,6 +48,7 @@ ComposerWindows::ComposerWindows(const Outside& outside)
   terminal_.Attach(desk_);
   desk_.terminal = &terminal_;
   desk_.editors = &editors_;
+  desk_.help = &outside.help;
   desk_.boxes.GoToLine = [this](int line) { main_.GoTo(line); };
   outside.Comm1.OnComm = [this] {
     const ComeByThemselves received(desk_.boxes);

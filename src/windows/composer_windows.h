@@ -28,6 +28,7 @@ struct Outside {
   FileDialogs& dialogs;
   FileStore& files;
   CommDevices& comms;
+  Help& help;
 };
 
 /// A session of the desktop program: its state, its windows, and the desk that the handlers work with. The

@@ -127,10 +127,10 @@ void LongForm::Connect() {
   Command("Download", [](Desk& desk) { Download(desk); });
   Command("Upload", [](Desk& desk) { Upload(desk); });
   Command("execbutton", [](Desk& desk) { Execute(desk); });
+  Command("Help", [](Desk& desk) { desk.OpenHelp("Hub Composer.pdf"); });
   commands_->OnClick("Quit", [this] { Quit(); });
-  auto* terminal = new QShortcut(Qt::CTRL | Qt::Key_T, this);
-  terminal->setAutoRepeat(false);
-  connect(terminal, &QShortcut::activated, this, [this] { OpenTerminal(*desk_); });
+  OnKey(Qt::Key_F1, [this] { desk_->OpenHelp("Hub Composer.pdf"); });
+  OnKey(Qt::CTRL | Qt::Key_T, [this] { OpenTerminal(*desk_); });
   connect(hub_, &HubPanel::ModelChosen, this, [this](int index) { Choose(ChooseModel, index); });
   connect(hub_, &HubPanel::PortChosen, this, [this](int index) { Choose(ClickOptCom, index); });
   connect(limits_, &LimitsPanel::ActionChosen, this, [this](int index) { Choose(SelectLimitAction, index); });
@@ -146,6 +146,12 @@ void LongForm::Command(std::string_view button, void (*handler)(Desk&)) {
     limits_->Commit();
     handler(*desk_);
   });
+}
+
+void LongForm::OnKey(const QKeySequence& key, std::function<void()> run) {
+  auto* shortcut = new QShortcut(key, this);
+  shortcut->setAutoRepeat(false);
+  connect(shortcut, &QShortcut::activated, this, std::move(run));
 }
 
 void LongForm::Choose(void (*handler)(Desk&, int), int index) {

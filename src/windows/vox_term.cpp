@@ -91,9 +91,11 @@ void VoxTerm::LayOut() {
   history_column->addWidget(history_);
   auto* help = new QPushButton(QStringLiteral("&Help"), this);
   help->setObjectName(QStringLiteral("Help"));
-  help->setToolTip(
-      QStringLiteral("Open the reference of the drives' commands (not available in this version)"));
-  help->setEnabled(false);
+  help->setToolTip(QStringLiteral("Open the reference of the drives' commands (F1)"));
+  connect(help, &QPushButton::clicked, this, [this] { desk_.OpenHelp("Host Command Reference.pdf"); });
+  auto* help_key = new QShortcut(Qt::Key_F1, this);
+  help_key->setAutoRepeat(false);
+  connect(help_key, &QShortcut::activated, help, &QPushButton::click);
   auto* quit = new QPushButton(QStringLiteral("&Close"), this);
   quit->setObjectName(QStringLiteral("Quit"));
   connect(quit, &QPushButton::clicked, this, &QWidget::close);

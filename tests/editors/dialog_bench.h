@@ -21,13 +21,14 @@
 #include "forms/registry.h"
 #include "model/program.h"
 #include "support/fake_boxes.h"
+#include "support/fake_help.h"
 #include "widgets/prompt_box.h"
 
 namespace tavlo::testing {
 
 /// A dialog on the screen, with an operator before it.
 struct DialogBench {
-  explicit DialogBench(int kind) : type(kind), dialog(*FormOf(kind), boxes, nullptr) {
+  explicit DialogBench(int kind) : type(kind), dialog(*FormOf(kind), boxes, help, nullptr) {
     InitHardware(program.Axis);
     InitProg(program);
     program.Axis.StepResCode[0] = 8;
@@ -122,12 +123,13 @@ struct DialogBench {
       const bool takes_it = (widget.focusPolicy() & Qt::TabFocus) != 0 && !in_group;
       if (widget.isVisible() && widget.isEnabled() && takes_it) stops.push_back(control.name);
     }
-    stops.insert(stops.end(), {"OK", "Cancel"});
+    stops.insert(stops.end(), {"OK", "Cancel", "Help"});
     return stops;
   }
 
   Program program;
   FakeBoxes boxes;
+  FakeHelp help;
   int type;
   EditorDialog dialog;
   bool closed_by_itself = false;

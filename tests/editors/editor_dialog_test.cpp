@@ -93,6 +93,21 @@ TEST(EveryDialog, IsWalkedByTabInTheOrderOfItsForm) {
   }
 }
 
+TEST(EveryDialog, OpensItsHelpAndStaysAsItIs) {
+  for (const int type : TypesWithDialogs()) {
+    DialogBench d(type);
+    const std::string document(FormOf(type)->help);
+    EXPECT_FALSE(d.While([&] {
+      d.Find<QPushButton>("Help").click();
+      d.Press(Qt::Key_F1);
+      d.Press(Qt::Key_H, Qt::AltModifier);
+      EXPECT_TRUE(QTest::qWaitFor([&] { return d.help.shown.size() == 3; }));
+    })) << document;
+    EXPECT_FALSE(d.closed_by_itself) << document;
+    EXPECT_EQ(d.help.shown, std::vector<std::string>({document, document, document}));
+  }
+}
+
 TEST(EveryDialog, BeginsAtItsFirstEntryWithItsTextSelected) {
   for (const int type : TypesThatBeginWithAText()) {
     DialogBench d(type);

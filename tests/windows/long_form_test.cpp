@@ -107,15 +107,23 @@ TEST(LongForm, APortThatVanishesIsToldOnceAndNoneIsOnThen) {
 
 TEST(LongForm, WhatBelongsToLaterWindowsIsDisabledAndSaysWhatItWillDo) {
   RunningSession session;
-  for (const char* name : {"Print", "ChangeRes", "Help", "corplogo"}) {
+  for (const char* name : {"Print", "ChangeRes", "corplogo"}) {
     EXPECT_FALSE(session.Find<QAbstractButton>(name)->isEnabled()) << name;
     EXPECT_TRUE(session.Find<QAbstractButton>(name)->toolTip().contains(QStringLiteral("not available")))
         << name;
   }
-  for (const char* name : {"Load", "Save", "BtnClear", "Download", "Upload", "execbutton", "Quit"}) {
+  for (const char* name : {"Load", "Save", "BtnClear", "Download", "Upload", "execbutton", "Help", "Quit"}) {
     EXPECT_TRUE(session.Find<QAbstractButton>(name)->isEnabled()) << name;
     EXPECT_FALSE(session.Find<QAbstractButton>(name)->toolTip().isEmpty()) << name;
   }
+}
+
+TEST(LongForm, HelpAndF1OpenTheManual) {
+  RunningSession session;
+  session.Find<QAbstractButton>("Help")->click();
+  EXPECT_EQ(session.help.shown, std::vector<std::string>{"Hub Composer.pdf"});
+  QTest::keyClick(&session.Main(), Qt::Key_F1);
+  EXPECT_EQ(session.help.shown.size(), 2u);
 }
 
 TEST(LongForm, EveryButtonAndListHasAMnemonicOfItsOwn) {
@@ -140,9 +148,9 @@ TEST(LongForm, EveryButtonAndListHasAMnemonicOfItsOwn) {
 TEST(LongForm, TheTabKeyVisitsEveryControlInReadingOrder) {
   RunningSession session;
   session.Main().activateWindow();
-  const std::vector<std::string> expected = {"Load",      "Save",       "BtnClear", "Download",
-                                             "Upload",    "execbutton", "Quit",     "ProgWindow",
-                                             "ModelList", "OptCom0",    "LimitList"};
+  const std::vector<std::string> expected = {"Load",       "Save",       "BtnClear", "Download",
+                                             "Upload",     "execbutton", "Help",     "Quit",
+                                             "ProgWindow", "ModelList",  "OptCom0",  "LimitList"};
   session.Find<QWidget>("Load")->setFocus();
   std::vector<std::string> visited;
   for (std::size_t i = 0; i < expected.size(); ++i) {

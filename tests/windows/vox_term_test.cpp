@@ -126,6 +126,17 @@ TEST(VoxTerm, EscapeClosesIt) {
   EXPECT_EQ(session.fakes.port.AllSent(), "H0HM\r");
 }
 
+TEST(VoxTerm, HelpAndF1OpenTheReferenceOfTheCommands) {
+  TerminalSession session;
+  session.InTerminal([&] {
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &session.Form("VOXterm"); }));
+    session.Form("VOXterm").findChild<QPushButton*>(QStringLiteral("Help"))->click();
+    QTest::keyClick(&session.Form("VOXterm"), Qt::Key_F1);
+    session.Close();
+  });
+  EXPECT_EQ(session.help.shown, std::vector<std::string>(2, "Host Command Reference.pdf"));
+}
+
 TEST(VoxTerm, EachOpeningBeginsEmpty) {
   TerminalSession session;
   for (int opening = 0; opening < 2; ++opening) {

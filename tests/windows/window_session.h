@@ -14,6 +14,7 @@
 #include <string>
 
 #include "support/fake_desk.h"
+#include "support/fake_help.h"
 #include "windows/composer_windows.h"
 #include "windows/prog_window.h"
 
@@ -30,7 +31,7 @@ struct WindowSession {
 
   [[nodiscard]] Outside Services() {
     return {fakes.port,     fakes.boxes,   fakes.clock, fakes.loop, fakes.beeper,
-            fakes.settings, fakes.dialogs, fakes.files, comms};
+            fakes.settings, fakes.dialogs, fakes.files, comms,      help};
   }
 
   /// Loads and shows the main window.
@@ -67,6 +68,7 @@ struct WindowSession {
 
   FakeDesk fakes;
   FakeComms comms;
+  FakeHelp help;
   std::unique_ptr<ComposerWindows> windows;
 };
 

@@ -12,6 +12,7 @@
 #include "forms/registry.h"
 #include "link/execution.h"
 #include "session/grid.h"
+#include "support/fake_help.h"
 #include "windows/start_form.h"
 
 namespace tavlo::testing {
@@ -146,7 +147,8 @@ void LookAtPicker(const LookAt& look_at) {
 }
 
 void LookAtEditor(FakeDesk& fake, const FormRow& row, const std::string& state, const LookAt& look_at) {
-  EditorDialog dialog(row, fake.boxes, nullptr);
+  FakeHelp help;
+  EditorDialog dialog(row, fake.boxes, help, nullptr);
   QTimer::singleShot(0, &dialog, [&] {
     const std::string name = std::string(row.name) + ", " + state;
     look_at(dialog, name);
@@ -221,7 +223,8 @@ void LookAtInputs(const LookAt& look_at) {
                     .JogAccel = 100,
                     .JogOn = true};
     const FormRow& row = *FormOf(type);
-    EditorDialog dialog(row, fake.boxes, nullptr);
+    FakeHelp help;
+    EditorDialog dialog(row, fake.boxes, help, nullptr);
     QTimer::singleShot(0, &dialog, [&] {
       look_at(dialog, std::string(row.name) + ", type " + std::to_string(type) + ", all inputs");
       dialog.reject();

@@ -15,6 +15,7 @@
 #include "qt/qt_serial_port.h"
 #include "qt/qt_services.h"
 #include "support/fake_desk.h"
+#include "support/fake_help.h"
 #include "support/hub_process.h"
 #include "windows/composer_windows.h"
 
@@ -25,7 +26,7 @@ class Session {
  public:
   explicit Session(const QString& device)
       : port_([device](int number) { return number == 1 ? device.toStdString() : "/nowhere"; }),
-        windows_({port_, boxes, clock_, loop_, beeper_, settings_, dialogs, files_, comms_}) {
+        windows_({port_, boxes, clock_, loop_, beeper_, settings_, dialogs, files_, comms_, help_}) {
     windows_.Main().Begin(windows_.Handlers());
     windows_.Main().show();
     QCoreApplication::processEvents();
@@ -55,6 +56,7 @@ class Session {
   FakeSettings settings_;
   QtFileStore files_;
   FakeComms comms_;
+  FakeHelp help_;
   ComposerWindows windows_;
 };
 
