@@ -30,6 +30,28 @@ void TellDamaged(Desk& desk, const std::string& name, FileKind kind) {
   ShowLoaded(desk, kUntitled);
 }
 
+std::string Listed(const std::vector<int>& lines) {
+  std::string text = lines.size() == 1 ? "Line " : "Lines ";
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    if (i > 0) text += i + 1 == lines.size() ? " and " : ", ";
+    text += std::to_string(lines[i] + 1);
+  }
+  return text;
+}
+
+/// Better now than at the next load.
+void TellNotWhollySaved(Desk& desk) {
+  const std::vector<int> lines = LinesNotWhollyInFile(desk.program());
+  if (lines.empty()) return;
+  const std::string test = lines.size() == 1 ? " tests" : " test";
+  desk.boxes.MsgBox(
+      {.text = Listed(lines) + test +
+               " inputs of the drive itself (X), which a program file does not hold.  After the file is "
+               "loaded they must be entered again.",
+       .title = "Save",
+       .icon = Icon::Exclamation});
+}
+
 /// What ends the busy look of a load, whichever way it went.
 void HideLoading(Desk& desk) {
   desk.loading.Hide();
@@ -52,7 +74,9 @@ void Save(Desk& desk) {
   if (!path || path->empty()) return;
   if (const Outcome saved = SaveFile(desk, *path); !saved) {
     desk.boxes.MsgBox({.text = "Error saving file: " + saved.Why(), .title = ""});
+    return;
   }
+  TellNotWhollySaved(desk);
 }
 
 bool LoadFile(Desk& desk, const std::string& path) {

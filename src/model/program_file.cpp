@@ -175,6 +175,15 @@ std::string WriteHubProg(const Program& program, std::optional<int> port) {
   return out.Text();
 }
 
+std::vector<int> LinesNotWhollyInFile(const Program& program) {
+  std::vector<int> lines;
+  for (int line = 0; line < kLines; ++line) {
+    const Instruction& record = program.Prog[line];
+    if ((record.Type == III || record.Type == WII) && record.DrvMask != 0) lines.push_back(line);
+  }
+  return lines;
+}
+
 int UnreadItems(float r) {
   if (r == 1.14F) return 1;
   return r == 1.17F ? 2 : 0;

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "model/file_items.h"
 #include "model/program.h"
@@ -32,6 +33,10 @@ inline constexpr std::size_t kLargestProgramFile = 16u << 20;
 /// Returns the text of a program file. `port` is the index 0..7 of the port chosen on the screen. Without
 /// one, the port record is left out, and the file then reads as damaged.
 [[nodiscard]] std::string WriteHubProg(const Program& program, std::optional<int> port);
+
+/// Returns the lines 0..199 that test inputs of the drive itself (X) among several. A program file has no
+/// place for these inputs, so whoever writes one must say so.
+[[nodiscard]] std::vector<int> LinesNotWhollyInFile(const Program& program);
 
 /// How many items at the end of a whole file are not read, because its revision lies on a boundary and counts
 /// as older than it is.

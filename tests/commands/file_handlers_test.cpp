@@ -77,6 +77,41 @@ TEST(Save, WritesTheFileClearsChangedAndSetsTheCaption) {
   EXPECT_TRUE(fake.boxes.shown.empty());
 }
 
+TEST(Save, NamesTheLinesThatTestInputsWhichTheFileDoesNotHold) {
+  const struct {
+    std::vector<int> lines;
+    const char* told;
+  } rows[] = {
+      {{11}, "Line 12 tests"}, {{0, 11}, "Lines 1 and 12 test"}, {{0, 11, 199}, "Lines 1, 12 and 200 test"}};
+  for (const std::int16_t type : {std::int16_t{III}, std::int16_t{WII}}) {
+    for (const auto& row : rows) {
+      FakeDesk fake;
+      for (const int line : row.lines) fake.Line(line) = {.Type = type, .DrvMask = 4};
+      fake.dialogs.next_file_name = "/p/feed.tvh";
+      Save(fake.desk);
+      EXPECT_EQ(
+          fake.boxes.shown,
+          std::vector<ShownBox>({{std::string(row.told) +
+                                      " inputs of the drive itself (X), which a program file does not hold.  "
+                                      "After the file is loaded they must be entered again.",
+                                  "Save", Buttons::OK, Icon::Exclamation}}));
+    }
+  }
+}
+
+TEST(Save, SaysNothingOfInputsThatNoLineTests) {
+  FakeDesk fake;
+  fake.Line(1) = {.Type = III, .InMask = 4};
+  fake.Line(2) = {.Type = II, .DrvMask = 4};
+  fake.dialogs.next_file_name = "/p/feed.tvh";
+  Save(fake.desk);
+  fake.Line(1).DrvMask = 4;
+  fake.files.room = 100;
+  Save(fake.desk);
+  ASSERT_EQ(fake.boxes.shown.size(), 1U) << "of a file that was not written only that";
+  EXPECT_EQ(fake.boxes.shown[0].text, "Error saving file: No space left on device");
+}
+
 TEST(Save, WithNoOptComOnLeavesOutThePortRecord) {
   FakeDesk fake;
   fake.source.link.OptCom.reset();

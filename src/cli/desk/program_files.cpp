@@ -33,9 +33,7 @@ std::string ReasonOf(const std::string& path) {
 
 /// Reports what is in the program and will not be in its file.
 void TellUnsaved(const Program& program, Console& console) {
-  for (int line = 0; line < kLines; ++line) {
-    const Instruction& record = program.Prog[line];
-    if ((record.Type != III && record.Type != WII) || record.DrvMask == 0) continue;
+  for (const int line : LinesNotWhollyInFile(program)) {
     console.Note(
         "line " + Joined(line + 1) +
         " tests inputs of the drive itself (X), which a program file does not hold: enter them again");
