@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 #include <set>
@@ -170,21 +171,37 @@ void ExpectLaws(const PlannedMove& move, const MoveProfile& profile) {
   EXPECT_NEAR(fastest, profile.peak, 1e-3 * profile.peak);
 }
 
+constexpr int kMoves = 100000;
+
+/// Any move that a dialog can hold, the same ones each time. Three in four change their speed on the way.
+class AnyMove {
+ public:
+  PlannedMove Next() {
+    PlannedMove move{.R = static_cast<std::int32_t>(Between(200, 50800)),
+                     .Speed = std::round(Between(1, 2000)) / 40,
+                     .Accel = static_cast<std::int32_t>(Between(1, 3000)),
+                     .Decel = static_cast<std::int32_t>(Between(1, 3000)),
+                     .Dist = static_cast<std::int32_t>(std::pow(10, Between(0.5, 7.2)))};
+    move.changes_speed = made_++ % 4 != 0;
+    move.Dist2 = static_cast<std::int32_t>(move.Dist * Between(0, 1.1)) + 1;
+    move.Speed2 = static_cast<float>(move.Speed * Between(0.02, 1));
+    return move;
+  }
+
+ private:
+  double Between(double low, double high) {
+    return std::uniform_real_distribution<double>(low, high)(random_);
+  }
+
+  std::mt19937 random_{7};
+  int made_ = 0;
+};
+
 TEST(MoveProfile, EveryShapeObeysTheLawsOfMotion) {
-  std::mt19937 random(7);
-  const auto between = [&random](double low, double high) {
-    return std::uniform_real_distribution<double>(low, high)(random);
-  };
+  AnyMove any;
   std::set<Shape> met;
-  for (int i = 0; i < 20000; ++i) {
-    PlannedMove move{.R = static_cast<std::int32_t>(between(200, 50800)),
-                     .Speed = std::round(between(1, 2000)) / 40,
-                     .Accel = static_cast<std::int32_t>(between(1, 3000)),
-                     .Decel = static_cast<std::int32_t>(between(1, 3000)),
-                     .Dist = static_cast<std::int32_t>(std::pow(10, between(0.5, 7.2)))};
-    move.changes_speed = i % 4 != 0;
-    move.Dist2 = static_cast<std::int32_t>(move.Dist * between(0, 1.1)) + 1;
-    move.Speed2 = static_cast<float>(move.Speed * between(0.02, 1));
+  for (int i = 0; i < kMoves; ++i) {
+    const PlannedMove move = any.Next();
     const auto profile = Analyse(move);
     ASSERT_TRUE(profile);
     met.insert(profile->shape);
@@ -192,6 +209,85 @@ TEST(MoveProfile, EveryShapeObeysTheLawsOfMotion) {
     if (HasFailure()) FAIL() << ShapeName(profile->shape) << " of move " << i;
   }
   EXPECT_EQ(met.size(), 7U);
+}
+
+/// A machine that knows nothing of shapes. At each place it goes for the speed that is wanted there, as fast
+/// as its accelerations let it, and brakes as late as it may. Its way is cut into steps that become smaller
+/// where it begins to do something else.
+class Machine {
+ public:
+  explicit Machine(const PlannedMove& move) : move_(move) {}
+
+  /// Goes on for so many steps of the motor, and returns the seconds that it took.
+  double GoOn(double way) {
+    constexpr int kParts = 8;
+    const double before = seconds_;
+    for (int i = 0; i < kParts; ++i) Cover(way / kParts);
+    return seconds_ - before;
+  }
+  /// In rev/s.
+  [[nodiscard]] double Fastest() const { return std::sqrt(fastest_) / move_.R; }
+
+ private:
+  /// Parts of a step of the motor, beyond which halving finds nothing but the last digits.
+  static constexpr double kSmallest = 1e-6;
+
+  [[nodiscard]] static double Seconds(double way, double from, double to) {
+    const double speeds = std::sqrt(from) + std::sqrt(to);
+    return speeds > 0 ? 2 * way / speeds : 0;
+  }
+  [[nodiscard]] double Wanted(double place) const {
+    const bool second = move_.changes_speed && place >= std::min(move_.Dist2, move_.Dist);
+    return std::pow(move_.R * (second ? double{move_.Speed2} : move_.Speed), 2);
+  }
+  /// The square of the speed this much farther on.
+  [[nodiscard]] double After(double place, double square, double way) const {
+    const double wanted = Wanted(place + way / 2);
+    const double gone_for = square < wanted ? std::min(square + 2.0 * move_.R * move_.Accel * way, wanted)
+                                            : std::max(square - 2.0 * move_.R * move_.Decel * way, wanted);
+    const double left = std::max(0.0, move_.Dist - place - way);
+    return std::min(gone_for, 2.0 * move_.R * move_.Decel * left);
+  }
+  void Cover(double way) {
+    const double middle = After(place_, square_, way / 2);
+    const double end = After(place_ + way / 2, middle, way / 2);
+    const double halves = Seconds(way / 2, square_, middle) + Seconds(way / 2, middle, end);
+    const double whole = Seconds(way, square_, After(place_, square_, way));
+    if (std::abs(whole - halves) > 1e-8 * (seconds_ + halves) && way > kSmallest) {
+      Cover(way / 2);
+      return Cover(way / 2);
+    }
+    place_ += way;
+    square_ = end;
+    seconds_ += halves;
+    fastest_ = std::max({fastest_, middle, end});
+  }
+
+  PlannedMove move_;
+  double place_ = 0;
+  double square_ = 0;
+  double seconds_ = 0;
+  double fastest_ = 0;
+};
+
+TEST(MoveProfile, EveryShapeIsThatOfAMachineThatGoesInSmallSteps) {
+  AnyMove any;
+  for (int i = 0; i < kMoves; ++i) {
+    const PlannedMove move = any.Next();
+    const auto profile = Analyse(move);
+    ASSERT_TRUE(profile);
+    Machine machine(move);
+    double total = 0;
+    for (const ProfileRow& row : profile->rows) {
+      if (&row == &profile->rows.back()) break;
+      const double seconds = machine.GoOn(row.dist);
+      total += seconds;
+      EXPECT_NEAR(row.time, seconds, 1e-5 * profile->TotalTime()) << row.label;
+    }
+    EXPECT_NEAR(profile->TotalTime(), total, 1e-5 * total);
+    EXPECT_NEAR(profile->peak, machine.Fastest(), 1e-5 * profile->peak);
+    if (HasFailure()) FAIL() << ShapeName(profile->shape) << " of move " << i;
+  }
 }
 
 TEST(OutputTrace, TheTimeOfAChangeDuringTheMove) {
