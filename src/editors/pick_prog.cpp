@@ -102,6 +102,8 @@ void PickProg::Press(const Picked& picked) {
 
 void PickProg::Run(const std::function<bool(const Picked&)>& act) {
   act_ = act;
+  // Wherever the last pick was made.
+  findChild<QToolButton*>(QLatin1String(kButtons.front().name))->setFocus();
   exec();
   act_ = nullptr;
 }

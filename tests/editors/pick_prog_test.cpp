@@ -118,6 +118,18 @@ TEST(PickProg, IsLeftByCancelByEscapeAndByItsFrameWithoutAPress) {
   }
 }
 
+TEST(PickProg, BeginsAtItsFirstKindEachTime) {
+  PickBench d;
+  for (int time = 0; time < 2; ++time) {
+    d.While([&] {
+      EXPECT_EQ(d.picker.focusWidget(), &d.Button(QStringLiteral("BtnFL")));
+      d.Button(QStringLiteral("BtnCM")).setFocus();
+      QTest::keyClick(&d.Button(QStringLiteral("BtnCM")), Qt::Key_Space);
+    });
+  }
+  EXPECT_EQ(d.presses.size(), 2U);
+}
+
 TEST(PickProg, EnterPicksNothingByItself) {
   PickBench d;
   d.While([&] {
