@@ -3,6 +3,7 @@
 """A screen of our own for tests that work the real programs by keys and mouse. Needs Xvfb, openbox, xdotool and
 ImageMagick."""
 import os
+import re
 import subprocess
 import time
 
@@ -56,6 +57,14 @@ class Screen:
     def type(self, text):
         subprocess.run(["xdotool", "type", "--delay", "5", text], check=True)
 
+    def click(self, at):
+        subprocess.run(["xdotool", "mousemove", "--sync", *map(str, at), "click", "1"], check=True)
+
+    def drag(self, start, end):
+        subprocess.run(["xdotool", "mousemove", "--sync", *map(str, start), "mousedown", "1",
+                        "mousemove_relative", "--sync", "0", "15", "mousemove", "--sync", *map(str, end), "mouseup", "1"],
+                       check=True)
+
     def shot(self, name):
         if self.pictures:
             subprocess.run(["import", "-window", "root", os.path.join(self.pictures, name + ".png")], check=True)
@@ -66,3 +75,13 @@ class Screen:
             ["convert", "x:root", "-fill", "black", "+opaque", colour, "-fill", "white", "-opaque", colour,
              "-format", "%[fx:mean*w*h]", "info:"], capture_output=True, text=True).stdout
         return float(text or 0)
+
+    def place(self, colour):
+        """Left, top, width and height of what has this colour; nothing where no pixel has it."""
+        box = subprocess.run(["convert", "x:root", "-fill", "black", "+opaque", colour, "-format", "%@", "info:"],
+                             capture_output=True, text=True).stdout
+        numbers = re.fullmatch(r"(\d+)x(\d+)\+(\d+)\+(\d+)", box)
+        if not numbers:
+            return None
+        width, height, left, top = map(int, numbers.groups())
+        return left, top, width, height

@@ -29,6 +29,11 @@ class Hub:
         self.process.stdin.flush()
         return self.process.stdout.readline().strip()
 
+    @staticmethod
+    def device():
+        """The line to the hub, for whoever has it for himself."""
+        return os.path.join(os.environ["XDG_RUNTIME_DIR"], "tavlo-composer", "comm1")
+
     def state(self):
         return json.loads(self.tell("state"))
 
