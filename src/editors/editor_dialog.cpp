@@ -10,10 +10,12 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 #include <QSignalBlocker>
 #include <QSlider>
 #include <QTabWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <map>
 #include <type_traits>
 
@@ -259,6 +261,8 @@ void EditorDialog::OrderTabs() {
 bool EditorDialog::Edit(Program& program, int line) {
   form_->Load(program, line);
   ShowState();
+  // So that it is placed by the size that it has for this line.
+  layout()->activate();
   return exec() == Accepted;
 }
 
@@ -295,6 +299,18 @@ void EditorDialog::GoTo(QWidget* entry) {
   if (next != entry) return;
   if (auto* const box = qobject_cast<EntryBox*>(entry)) box->selectAll();
   if (auto* const box = qobject_cast<PromptBox*>(entry)) box->selectAll();
+}
+
+// What a choice brings up makes the dialog wider, wherever it stands.
+void EditorDialog::resizeEvent(QResizeEvent* event) {
+  QDialog::resizeEvent(event);
+  if (!isVisible()) return;
+  const QRect room = screen()->availableGeometry();
+  const QRect frame = frameGeometry();
+  const QPoint beyond(std::max(0, frame.right() - room.right()), std::max(0, frame.bottom() - room.bottom()));
+  const QPoint inside = frame.topLeft() - beyond;
+  const QPoint wanted(std::max(room.left(), inside.x()), std::max(room.top(), inside.y()));
+  if (wanted != frame.topLeft()) move(wanted);
 }
 
 void EditorDialog::showEvent(QShowEvent* event) {

@@ -86,6 +86,20 @@ TEST(InputDialogs, AreAsWideAsTheirModeNeeds) {
   }
 }
 
+TEST(InputDialogs, StayOnTheScreenWhenTheyBecomeWider) {
+  DialogBench d(WI);
+  d.While([&] {
+    const QRect room = d.dialog.screen()->availableGeometry();
+    d.dialog.move(room.right() - d.dialog.width(), room.bottom() - d.dialog.height());
+    const int narrow = d.dialog.width();
+    d.Find<QRadioButton>("OptSum").click();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return d.dialog.width() > narrow; }));
+    const QRect frame = d.dialog.frameGeometry();
+    EXPECT_TRUE(frame.left() == room.left() || frame.right() <= room.right());
+    EXPECT_TRUE(frame.top() == room.top() || frame.bottom() <= room.bottom());
+  });
+}
+
 TEST(InputDialogs, EachRowOfSeveralInputsIsAGroupOfItsOwn) {
   for (const int type : {WII, III}) {
     DialogBench d(type);
