@@ -106,7 +106,7 @@ void PutKind(Desk& desk, int type) {
 
 void PickProg(Desk& desk) {
   std::optional<int> kind;
-  desk.editors->ShowPickProg([&](const Picked& picked) {
+  desk.editors->ShowPickProg(desk.source.CurLine, [&](const Picked& picked) {
     switch (picked.what) {
       case Picked::What::Insert: return InsertRow(desk);
       case Picked::What::Delete: return DeleteRow(desk);

@@ -13,9 +13,9 @@ LineDialogs::LineDialogs(MessageBoxes& boxes, Help& help, QWidget* main_window)
 
 LineDialogs::~LineDialogs() = default;
 
-void LineDialogs::ShowPickProg(const std::function<bool(const Picked&)>& act) {
+void LineDialogs::ShowPickProg(int line, const std::function<bool(const Picked&)>& act) {
   if (!picker_) picker_ = std::make_unique<PickProg>(main_window_);
-  picker_->Run(act);
+  picker_->Run(line, act);
 }
 
 bool LineDialogs::Edit(Program& program, int line) {

@@ -23,7 +23,7 @@ class LineDialogs : public EditorWindows {
   LineDialogs(MessageBoxes& boxes, Help& help, QWidget* main_window);
   ~LineDialogs() override;
 
-  void ShowPickProg(const std::function<bool(const Picked&)>& act) override;
+  void ShowPickProg(int line, const std::function<bool(const Picked&)>& act) override;
   [[nodiscard]] bool Edit(Program& program, int line) override;
 
  private:

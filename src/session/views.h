@@ -95,7 +95,7 @@ class EditorWindows {
   virtual ~EditorWindows() = default;
   /// Lets the operator pick what stands on a line. Each press goes to `act`, which returns whether the picker
   /// may close; it closes without one when it is cancelled. Modal.
-  virtual void ShowPickProg(const std::function<bool(const Picked&)>& act) = 0;
+  virtual void ShowPickProg(int line, const std::function<bool(const Picked&)>& act) = 0;
   /// Lets the operator edit a line 0..199 of the program in the dialog of its kind. Returns whether it was
   /// written: not if the dialog was cancelled or the kind has none. Modal.
   virtual bool Edit(Program& program, int line) = 0;

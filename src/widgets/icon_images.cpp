@@ -119,6 +119,13 @@ QIcon LineIcon(IconRef icon) {
   });
 }
 
+QIcon GlyphIcon(IconRef icon, const QColor& ink) {
+  const QString path = DrawingPath("icons", kIcons[icon.row].glyph);
+  return DrawnIcon([=](QPainter& painter, const QRectF& place, QIcon::Mode) {
+    painter.drawImage(place, Inked(Drawing(path, DotsOf(painter, place)), ink));
+  });
+}
+
 QIcon ApplicationIcon() {
   return DrawnIcon([](QPainter& painter, const QRectF& place, QIcon::Mode) {
     painter.drawImage(place, Drawing(QStringLiteral(":/tavlo-composer.svg"), DotsOf(painter, place)));

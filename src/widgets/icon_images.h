@@ -21,6 +21,8 @@ inline constexpr int kIconSize = 24;
 [[nodiscard]] const QImage& IconImage(IconRef icon, int size, qreal scale);
 /// The same as an icon.
 [[nodiscard]] QIcon LineIcon(IconRef icon);
+/// Returns the glyph of a cell alone, in one ink.
+[[nodiscard]] QIcon GlyphIcon(IconRef icon, const QColor& ink);
 /// The ground of a set's images and the ink that is drawn on it.
 [[nodiscard]] QColor IconTile(IconSet set);
 [[nodiscard]] QColor IconInk(IconSet set);

@@ -33,7 +33,7 @@ TEST(Click, PicksTheLineAndShowsThePickerAndThenTheNormalIcon) {
   };
   DropIcon(fake.desk, 8, 8, false);
   EXPECT_EQ(fake.source.CurLine, 8);
-  EXPECT_EQ(editors.log, (std::vector<std::string>{"pick"}));
+  EXPECT_EQ(editors.log, (std::vector<std::string>{"pick for 8"}));
   EXPECT_EQ(icon, "iWTicon");
   EXPECT_EQ(state, RowState::Picked);
   EXPECT_EQ(IconOf(fake, 8), "WaitTimeIcon");

@@ -49,7 +49,7 @@ const Picked kDelete = {.what = Picked::What::Delete};
 TEST(PickProg, AKindIsStoredAndEdited) {
   PickDesk d;
   d.Pick(5, {Kind(WT)});
-  EXPECT_EQ(d.editors.log, (std::vector<std::string>{"pick", "edit 5 of kind 4"}));
+  EXPECT_EQ(d.editors.log, (std::vector<std::string>{"pick for 5", "edit 5 of kind 4"}));
   EXPECT_EQ(d.Line(5).Type, WT);
   EXPECT_EQ(d.Line(5).Dist, FakeEditors::kWrittenDist);
   EXPECT_TRUE(d.source.Changed);
@@ -70,7 +70,7 @@ TEST(PickProg, KindsWithNothingToEditAreWrittenAtOnce) {
   for (const int type : {int{ER}, int{NO}, int{RT}}) {
     PickDesk d;
     d.Pick(5, {Kind(type)});
-    EXPECT_EQ(d.editors.log, (std::vector<std::string>{"pick"}));
+    EXPECT_EQ(d.editors.log, (std::vector<std::string>{"pick for 5"}));
     EXPECT_EQ(d.Line(5).Type, type);
     EXPECT_EQ(d.Line(5).Dist, 6) << "only the kind";
     EXPECT_TRUE(d.source.Changed);
@@ -201,7 +201,7 @@ TEST(WhileADialogIsUp, NoOtherLineCanBeReached) {
     EXPECT_EQ(d.source.CurLine, 5);
   };
   d.Pick(5, {Kind(WT)});
-  EXPECT_EQ(d.editors.log, (std::vector<std::string>{"pick", "edit 5 of kind 4"}));
+  EXPECT_EQ(d.editors.log, (std::vector<std::string>{"pick for 5", "edit 5 of kind 4"}));
   EXPECT_EQ(d.Line(12).Dist, 13);
   EXPECT_TRUE(d.boxes.shown.empty());
   DropIcon(d.desk, 9, 9, true);

@@ -27,7 +27,7 @@ struct PickBench {
       closed_by_itself = !picker.isVisible();
       picker.reject();
     });
-    picker.Run([this](const Picked& picked) {
+    picker.Run(11, [this](const Picked& picked) {
       presses.push_back(picked);
       return may_close;
     });
@@ -128,6 +128,55 @@ TEST(PickProg, BeginsAtItsFirstKindEachTime) {
     });
   }
   EXPECT_EQ(d.presses.size(), 2U);
+}
+
+TEST(PickProg, SaysWhichLineItIsFor) {
+  PickBench d;
+  d.While([&] { EXPECT_EQ(d.picker.windowTitle(), QStringLiteral("Program Line 12")); });
+}
+
+TEST(PickProg, SaysOfEachKindWhatItDoes) {
+  PickBench d;
+  std::set<QString> said;
+  for (const auto* button : d.picker.findChildren<QToolButton*>()) {
+    EXPECT_FALSE(button->toolTip().isEmpty());
+    EXPECT_TRUE(said.insert(button->toolTip()).second) << button->toolTip().toStdString();
+    EXPECT_EQ(button->accessibleDescription(), button->toolTip());
+  }
+}
+
+TEST(PickProg, LettersGoToTheKindThatBeginsWithThem) {
+  const struct {
+    const char* typed;
+    const char* button;
+  } rows[] = {{"g", "BtnGT"},      {"w", "BtnWT"},   {"ww", "BtnWI"},      {"www", "BtnWT"},
+              {"waiti", "BtnWI"},  {"C", "BtnCC"},   {"cal", "BtnCL"},     {"com", "BtnCM"},
+              {"f", "BtnFLSO"},    {"ff", "BtnFR"},  {"feedtol", "BtnFL"}, {"feedtosensorr", "BtnFSR"},
+              {"re", "BtnReturn"}, {"rep", "BtnRP"}, {"res", "BtnRL"},     {"x", "BtnFL"},
+              {"wx", "BtnWT"},     {"n", "BtnNO"}};
+  for (const auto& row : rows) {
+    PickBench d;
+    d.While([&] {
+      QTest::keyClicks(d.picker.focusWidget(), QLatin1String(row.typed));
+      EXPECT_EQ(d.picker.focusWidget()->objectName(), QLatin1String(row.button)) << row.typed;
+    });
+    EXPECT_TRUE(d.presses.empty()) << row.typed;
+  }
+}
+
+TEST(PickProg, LettersBeginAnewAfterAPauseAndAtEachOpening) {
+  PickBench d;
+  d.While([&] {
+    QTest::keyClicks(&d.picker, QStringLiteral("c"));
+    QTest::qWait(1100);
+    QTest::keyClicks(&d.picker, QStringLiteral("m"));
+    EXPECT_EQ(d.picker.focusWidget()->objectName(), QStringLiteral("BtnMMI"));
+    QTest::keyClicks(&d.picker, QStringLiteral("x"));
+  });
+  d.While([&] {
+    QTest::keyClicks(&d.picker, QStringLiteral("m"));
+    EXPECT_EQ(d.picker.focusWidget()->objectName(), QStringLiteral("BtnMMI"));
+  });
 }
 
 TEST(PickProg, EnterPicksNothingByItself) {

@@ -13,8 +13,8 @@ namespace tavlo::testing {
 /// Dialogs of the lines in which the test presses the buttons.
 class FakeEditors : public EditorWindows {
  public:
-  void ShowPickProg(const std::function<bool(const Picked&)>& act) override {
-    log.emplace_back("pick");
+  void ShowPickProg(int line, const std::function<bool(const Picked&)>& act) override {
+    log.push_back("pick for " + std::to_string(line));
     if (meanwhile) meanwhile();
     for (const Picked& picked : presses) {
       if (act(picked)) return;

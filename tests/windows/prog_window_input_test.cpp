@@ -78,7 +78,7 @@ TEST(ProgWindowInput, ClickAndEnterOpenThePickerAndWithShiftTheEditor) {
   QTest::keyClick(&pane, Qt::Key_Return);
   QTest::keyClick(&pane, Qt::Key_Enter, Qt::ShiftModifier);
   EXPECT_EQ(editors.log,
-            (std::vector<std::string>{"pick", "edit 5 of kind 11", "pick", "edit 6 of kind 11"}));
+            (std::vector<std::string>{"pick for 4", "edit 5 of kind 11", "pick for 6", "edit 6 of kind 11"}));
 }
 
 TEST(ProgWindowInput, AClickThatEndsBesideTheIconDoesNothing) {

@@ -143,7 +143,7 @@ void LookAtPicker(const LookAt& look_at) {
     look_at(picker, "PickProg");
     picker.reject();
   });
-  picker.Run([](const Picked&) { return true; });
+  picker.Run(0, [](const Picked&) { return true; });
 }
 
 void LookAtEditor(FakeDesk& fake, const FormRow& row, const std::string& state, const LookAt& look_at) {

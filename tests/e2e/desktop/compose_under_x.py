@@ -27,8 +27,8 @@ EMPTY = 11
 MEMORY = 8192
 
 #: The buttons of the picker, in the order of the Tab key.
-PICKER = ("FL", "FLSO", "FR", "FP", "SS", "FS", "FSR", "SH", "SP", "WT", "WI", "II", "IM", "SO", "CC", "MMI", "LP", "CM",
-          "GT", "CL", "RT", "RP", "ER", "RL", "NO")
+PICKER = ("FL", "FLSO", "FR", "FP", "SS", "FS", "FSR", "SH", "SP", "WT", "WI", "II", "IM", "SO", "CC", "MMI", "LP", "GT",
+          "CL", "RT", "RP", "ER", "RL", "CM", "NO")
 #: Those that bring up a dialog, with its title.
 DIALOGS = {"FL": "Feed to Length", "FP": "Feed to Position", "WT": "Wait Time", "IM": "If Moving", "CM": "Comment",
            "GT": "Go To", "CL": "Call", "RP": "Repeat"}
@@ -117,10 +117,10 @@ class Operator:
         return now if now and now[3] < HIGHEST_ROW and now != before else None
 
     def pick(self, kind):
-        picker = self.screen.wait_window("^Pick an Instruction$")
+        picker = self.screen.wait_window("^Program Line [0-9]+$")
         self.screen.shot("picker")
         self.screen.key(picker, *["Tab"] * PICKER.index(kind), "space")
-        self.gone("^Pick an Instruction$")
+        self.gone("^Program Line [0-9]+$")
 
     def gone(self, title):
         until(f"the window {title} to go", lambda: not self.screen.window(title))
