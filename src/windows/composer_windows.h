@@ -8,7 +8,7 @@
 #include "editors/line_dialogs.h"
 #include "platform/comm_devices.h"
 #include "session/desk.h"
-#include "widgets/held_enter.h"
+#include "widgets/held_keys.h"
 #include "widgets/wheel_focus.h"
 #include "windows/long_form.h"
 #include "windows/run_windows.h"
@@ -45,7 +45,7 @@ class ComposerWindows {
   /// Returns a function that disables the commands while a transfer's gauge is shown.
   [[nodiscard]] std::function<void(bool)> HoldWhile();
 
-  HeldEnter held_enter_;
+  HeldKeys held_keys_;
   WheelFocus wheel_;
   Source source_;
   LongForm main_;

@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
@@ -220,6 +221,60 @@ TEST(HeldKey, TheEnterThatOpenedABoxDoesNotAnswerIt) {
   EXPECT_TRUE(box.isVisible());
   QTest::keyClick(answer, Qt::Key_Return);
   EXPECT_FALSE(box.isVisible());
+}
+
+/// A dialog with a box, over the main window.
+struct OverMain {
+  explicit OverMain(HoldSession& session) : dialog(&session.Main()), box(new QLineEdit(&dialog)) {
+    dialog.setModal(true);
+    dialog.show();
+    box->setFocus();
+  }
+  QDialog dialog;
+  QLineEdit* box;
+};
+
+/// True if it would act as a shortcut there, or else as a press.
+bool Acts(QWidget& focus, Qt::Key key, Qt::KeyboardModifiers modifiers, bool repeat) {
+  QKeyEvent shortcut(QEvent::ShortcutOverride, key, modifiers, QStringLiteral("x"), repeat);
+  shortcut.ignore();
+  QApplication::sendEvent(&focus, &shortcut);
+  const bool taken_for_a_press = shortcut.isAccepted();
+  class Counter : public QObject {
+   public:
+    int presses = 0;
+
+   protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+      if (event->type() == QEvent::KeyPress) ++presses;
+      return false;
+    }
+  } counter;
+  focus.installEventFilter(&counter);
+  QKeyEvent press(QEvent::KeyPress, key, modifiers, QStringLiteral("x"), repeat);
+  QApplication::sendEvent(&focus, &press);
+  return counter.presses > 0 || !taken_for_a_press;
+}
+
+TEST(HeldKey, ThatOpenedADialogTypesNothingIntoIt) {
+  HoldSession session;
+  EXPECT_TRUE(Acts(session.Pane(), Qt::Key_Space, Qt::NoModifier, false));
+  OverMain over(session);
+  EXPECT_FALSE(Acts(*over.box, Qt::Key_Space, Qt::NoModifier, true));
+  EXPECT_EQ(over.box->text(), QString());
+  EXPECT_TRUE(Acts(*over.box, Qt::Key_Space, Qt::NoModifier, false)) << "pressed again";
+  EXPECT_TRUE(Acts(*over.box, Qt::Key_Space, Qt::NoModifier, true)) << "and held here";
+  EXPECT_EQ(over.box->text(), QStringLiteral("xx"));
+}
+
+TEST(HeldKey, ThatClosedADialogPressesNoMnemonicOfTheWindowBelow) {
+  HoldSession session;
+  {
+    OverMain over(session);
+    EXPECT_TRUE(Acts(*over.box, Qt::Key_O, Qt::AltModifier, false));
+  }
+  EXPECT_FALSE(Acts(session.Pane(), Qt::Key_O, Qt::AltModifier, true));
+  EXPECT_TRUE(session.fakes.dialogs.shown.empty());
 }
 
 TEST(HeldKey, TheTerminalsKeyDoesNotRepeat) {
