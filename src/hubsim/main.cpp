@@ -8,8 +8,8 @@
 
 #include "hubsim/hub.h"
 #include "hubsim/mount/device_link.h"
-#include "hubsim/mount/option_text.h"
 #include "hubsim/mount/server.h"
+#include "hubsim/option_text.h"
 #include "hubsim/panel/panel.h"
 #include "hubsim/wire/failure.h"
 

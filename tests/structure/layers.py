@@ -71,9 +71,10 @@ ROOMS = {
         "terminal": {"machine", "wire", "program"},
         "running": {"terminal", "machine", "wire", "program"},
         "hub": {"running", "terminal", "machine", "wire", "program", "options"},
-        "mount": {"hub", "machine", "wire", "program"},
+        "option_text": {"hub", "machine", "program"},
+        "mount": {"option_text", "hub", "machine", "wire", "program"},
         "panel": {"mount", "hub", "terminal", "machine", "wire", "program", "options"},
-        "main": {"panel", "mount", "hub", "wire"},
+        "main": {"panel", "mount", "option_text", "hub", "wire"},
     },
 }
 

@@ -7,7 +7,7 @@
 #include <optional>
 
 #include "hubsim/machine/faults.h"
-#include "hubsim/mount/option_text.h"
+#include "hubsim/option_text.h"
 
 namespace tavlo::hubsim {
 

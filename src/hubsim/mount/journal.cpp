@@ -6,7 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
-#include "hubsim/mount/option_text.h"
+#include "hubsim/option_text.h"
 
 namespace tavlo::hubsim {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
 
-#include "hubsim/mount/option_text.h"
+#include "hubsim/option_text.h"
 
 #include <charconv>
 #include <vector>
