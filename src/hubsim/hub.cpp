@@ -355,12 +355,20 @@ AxisView Hub::Axis(int axis) const {
   view.speed_steps_s = machine.At(axis).Speed(now);
   view.steps_per_rev = machine.Settings(axis).steps_per_rev;
   view.moving = !machine.At(axis).Idle();
+  if (machine.At(axis).Seeking()) view.seeking = machine.At(axis).Order().line;
   view.motor_on = machine.MotorOn(axis);
   view.amps = machine.Amps(axis);
   view.inputs = machine.Io().MainInputs(axis);
   view.x_inputs = machine.Io().XInputs(axis);
   view.outputs = machine.Io().Outputs(axis);
   return view;
+}
+
+std::vector<SpeedPoint> Hub::Course(int axis, double until) const {
+  if (!IsAxis(axis)) return {};
+  auto points = runner_.GetMachine().At(axis).Course(ProgramNow(), clock_.ToProgram(until));
+  for (SpeedPoint& point : points) point.time = clock_.ToWall(point.time);
+  return points;
 }
 
 }  // namespace tavlo::hubsim

@@ -7,10 +7,13 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "hubsim/machine/axis.h"
 #include "hubsim/machine/drive_bay.h"
 #include "hubsim/options.h"
 #include "hubsim/program/memory.h"
+#include "hubsim/running/flow.h"
 #include "hubsim/running/program_clock.h"
 #include "hubsim/running/runner.h"
 #include "hubsim/terminal/display.h"
@@ -40,6 +43,7 @@ struct AxisView {
   double speed_steps_s = 0;
   double steps_per_rev = 0;
   bool moving = false;
+  std::optional<int> seeking;  ///< the line whose move goes on until its sensor is seen
   bool motor_on = false;
   double amps = 0;
   std::uint8_t inputs = 0xFF;    ///< inputs 1..8
@@ -103,10 +107,15 @@ class Hub {
   /// Model code of the drive on an axis (0..7), 0 for none.
   [[nodiscard]] int PluggedModel(int axis) const { return bay_.PluggedModel(axis); }
   [[nodiscard]] AxisView Axis(int axis) const;
+  /// The speed of an axis from the present on to `until`, as points between which it changes evenly, as long
+  /// as nothing happens: `until` is not behind `NextEvent`. Empty for an axis out of range.
+  [[nodiscard]] std::vector<SpeedPoint> Course(int axis, double until) const;
   [[nodiscard]] int Variable(int number) const { return runner_.GetMachine().Variable(number); }
   /// The operator terminal's display as the hub believes it: four rows of at most 20 printable characters.
   [[nodiscard]] const DisplayLines& Display() const { return display_.Lines(); }
   [[nodiscard]] int CallDepth() const { return runner_.GetFlow().Depth(); }
+  /// The calls and loops that are open.
+  [[nodiscard]] const Flow& OpenFlow() const { return runner_.GetFlow(); }
   /// The program was started for the operator terminal and has been neither stopped nor halted.
   [[nodiscard]] bool TerminalRun() const { return runner_.TerminalRun(); }
   /// What the program stands still for.

@@ -92,6 +92,17 @@ double Axis::Speed(double now) const {
   return direction_ * profile_.SpeedAt(now - started_);
 }
 
+std::vector<SpeedPoint> Axis::Course(double now, double until) const {
+  std::vector<SpeedPoint> points{{now, Speed(now)}};
+  const bool changes = !Idle() && phase_ != Phase::Rest;
+  for (const double bend : changes ? profile_.Bends() : std::vector<double>()) {
+    const double time = started_ + bend;
+    if (time > now && time < until) points.push_back({time, Speed(time)});
+  }
+  points.push_back({until, Speed(until)});
+  return points;
+}
+
 /// A motor stands on whole steps wherever a stretch ends.
 void Axis::Settle(double now) {
   position_ = std::round(Position(now));

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 #include "hubsim/machine/profile.h"
 #include "hubsim/program/io.h"
@@ -53,6 +54,12 @@ struct MoveOrder {
   bool home = false;  ///< go back to where the sensor was seen and call it position 0
 };
 
+/// A speed at a moment, signed.
+struct SpeedPoint {
+  double time = 0;
+  double steps_s = 0;
+};
+
 enum class AxisEvent : std::uint8_t {
   Mark,      ///< the move's output is due
   Finished,  ///< the move is over
@@ -91,6 +98,8 @@ class Axis {
   [[nodiscard]] double Position(double now) const;
   /// Signed, steps/s.
   [[nodiscard]] double Speed(double now) const;
+  /// The speed from `now` to `until`, as points between which it changes evenly. No event may lie between.
+  [[nodiscard]] std::vector<SpeedPoint> Course(double now, double until) const;
 
   [[nodiscard]] std::optional<double> NextEvent() const;
   /// Carries out what is due at `now` and returns at the first event that the program must be told of. To be

@@ -120,6 +120,13 @@ double Profile::SpeedAt(double time) const {
   return final_speed_;
 }
 
+std::vector<double> Profile::Bends() const {
+  std::vector<double> times;
+  for (const Piece& piece : pieces_) times.push_back(piece.start_time);
+  if (final_speed_ > 0) times.push_back(time_);
+  return times;
+}
+
 double Profile::TimeAt(double distance) const {
   if (distance <= 0) return 0;
   for (const Piece& piece : pieces_) {

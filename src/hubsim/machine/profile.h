@@ -48,6 +48,8 @@ class Profile {
   [[nodiscard]] double SpeedAt(double time) const;
   /// When `distance` has been covered: infinite if it never is, 0 for a distance of 0 or less.
   [[nodiscard]] double TimeAt(double distance) const;
+  /// When the acceleration changes, in the order of time. The start is among it; a rest at the end is not.
+  [[nodiscard]] std::vector<double> Bends() const;
 
  private:
   struct Piece {

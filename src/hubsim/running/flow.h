@@ -23,6 +23,7 @@ enum class CountDisplay : std::uint8_t {
 class Flow {
  public:
   void Clear();
+  bool operator==(const Flow&) const = default;
 
   /// False if the stack is full.
   [[nodiscard]] bool Call(int return_line);
@@ -52,6 +53,7 @@ class Flow {
     int rounds = 0;
     int of = 0;
     CountDisplay display = CountDisplay::None;
+    bool operator==(const Loop&) const = default;
   };
 
   std::vector<int> stack_;

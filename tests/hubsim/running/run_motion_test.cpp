@@ -47,6 +47,33 @@ TEST(RunMotion, TheAxisMovesWhileTheLineRuns) {
   EXPECT_EQ(bench.hub.RunningLine(), 0);
 }
 
+TEST(RunMotion, TheCourseOfAnAxisBendsWhereItsAccelerationChanges) {
+  HubBench bench;
+  bench.Download({FeedLength({})});
+  const double start = bench.now;
+  bench.Run(0);
+  const auto course = bench.hub.Course(0, *bench.hub.NextEvent());
+  const std::vector<std::pair<double, double>> expected = {
+      {0, 0}, {0.03, 60000}, {kRevolution - 0.03, 60000}, {kRevolution, 0}};
+  ASSERT_EQ(course.size(), expected.size());
+  for (std::size_t i = 0; i < course.size(); ++i) {
+    EXPECT_NEAR(course[i].time - start, expected[i].first, 1e-6) << i;
+    EXPECT_NEAR(course[i].steps_s, expected[i].second, 1e-3) << i;
+  }
+  for (const SpeedPoint& point : bench.hub.Course(1, start + 1)) EXPECT_EQ(point.steps_s, 0);
+  EXPECT_TRUE(bench.hub.Course(8, start + 1).empty());
+}
+
+TEST(RunMotion, AnAxisSeeksUntilItsSensorIsSeen) {
+  HubBench bench;
+  bench.Download({FeedSensor({.distance = 20000}, 2, 1)});
+  bench.Run(1);
+  EXPECT_EQ(bench.hub.Axis(0).seeking, 0) << "the line";
+  bench.hub.SetInput(0, 2, false, bench.now);
+  EXPECT_EQ(bench.hub.Axis(0).seeking, std::nullopt);
+  EXPECT_TRUE(bench.hub.Axis(0).moving);
+}
+
 TEST(RunMotion, AFeedToAPositionGoesThereFromWhereverItIs) {
   HubBench bench;
   bench.Download({SetPosition(0, 0, 700), FeedPosition({.distance = 500}),
