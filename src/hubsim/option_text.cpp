@@ -3,8 +3,12 @@
 
 #include "hubsim/option_text.h"
 
+#include <algorithm>
 #include <charconv>
-#include <vector>
+
+#include "hubsim/hub.h"
+#include "hubsim/machine/faults.h"
+#include "hubsim/program/io.h"
 
 namespace tavlo::hubsim {
 namespace {
@@ -44,6 +48,48 @@ std::optional<int> HexDigit(char digit) {
 }
 
 }  // namespace
+
+std::vector<std::string_view> SplitWords(std::string_view line) {
+  constexpr std::string_view kBlanks = " \t\r";
+  std::vector<std::string_view> words;
+  while (true) {
+    const std::size_t start = line.find_first_not_of(kBlanks);
+    if (start == std::string_view::npos) return words;
+    line.remove_prefix(start);
+    const std::size_t end = line.find_first_of(kBlanks);
+    words.push_back(line.substr(0, end));
+    if (end == std::string_view::npos) return words;
+    line.remove_prefix(end);
+  }
+}
+
+std::optional<int> ParseAxis(std::string_view word) {
+  const auto number = ParseWhole(word);
+  if (!number || *number < 1 || *number > kAxisCount) return std::nullopt;
+  return *number - 1;
+}
+
+std::optional<int> ParseInput(std::string_view word) {
+  const bool own = !word.empty() && (word.front() == 'X' || word.front() == 'x');
+  const auto number = ParseWhole(own ? word.substr(1) : word);
+  if (!number) return std::nullopt;
+  if (own) return *number < kInputCount - kFirstXInput ? std::optional(kFirstXInput + *number) : std::nullopt;
+  return *number >= 1 && *number <= kFirstXInput ? std::optional(*number - 1) : std::nullopt;
+}
+
+std::optional<int> ParseFault(std::string_view word) {
+  const auto* name = std::ranges::find(kFaultNames, word);
+  if (name != kFaultNames.end()) return 1 << (name - kFaultNames.begin());
+  const auto code = ParseWhole(word);
+  return code && *code < kFaultCodes ? code : std::nullopt;
+}
+
+std::optional<int> ParseCounts(std::string_view word) {
+  const bool backwards = word.starts_with('-');
+  const auto counts = ParseWhole(backwards ? word.substr(1) : word);
+  if (!counts || *counts > kMostKnobCounts) return std::nullopt;
+  return backwards ? -*counts : *counts;
+}
 
 std::optional<int> ParseWhole(std::string_view text) {
   int value = 0;

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "hubsim/program/memory.h"
 
@@ -23,6 +24,19 @@ namespace tavlo::hubsim {
 /// that of `others`.
 [[nodiscard]] std::optional<std::array<int, kAxisCount>> ParseRevisions(
     std::string_view text, const std::array<int, kAxisCount>& others);
+
+// What is done to a machine, as an operator writes it: axes and inputs count from 1.
+
+/// Returns the words of a line, which blanks and tabs part.
+[[nodiscard]] std::vector<std::string_view> SplitWords(std::string_view line);
+/// Returns 0..7 for "1" to "8".
+[[nodiscard]] std::optional<int> ParseAxis(std::string_view word);
+/// Returns 0..7 for "1" to "8", a drive's main inputs, and 8..15 for "X0" to "X7", in capitals or not.
+[[nodiscard]] std::optional<int> ParseInput(std::string_view word);
+/// Returns the code of a drive's faults: of a number from 0 to 16383, a bit each, or of the name of one.
+[[nodiscard]] std::optional<int> ParseFault(std::string_view word);
+/// Reads by how many counts a hand wheel is turned, at most `kMostKnobCounts` either way.
+[[nodiscard]] std::optional<int> ParseCounts(std::string_view word);
 
 /// Reads a whole number without a sign or blanks.
 [[nodiscard]] std::optional<int> ParseWhole(std::string_view text);

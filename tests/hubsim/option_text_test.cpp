@@ -34,6 +34,31 @@ TEST(HubOptionText, RevisionsLeaveTheAxesThatAreNotNamed) {
   EXPECT_FALSE(ParseRevisions("1.9", others).has_value());
 }
 
+TEST(HubOptionText, AxesAndInputsCountFromOne) {
+  EXPECT_EQ(ParseAxis("1"), 0);
+  EXPECT_EQ(ParseAxis("8"), 7);
+  for (const char* bad : {"", "0", "9", "-1", "one", "1 "}) EXPECT_FALSE(ParseAxis(bad)) << bad;
+  EXPECT_EQ(ParseInput("1"), 0);
+  EXPECT_EQ(ParseInput("8"), 7);
+  EXPECT_EQ(ParseInput("X0"), 8);
+  EXPECT_EQ(ParseInput("x7"), 15);
+  for (const char* bad : {"", "0", "9", "X", "X8", "Y1", "-1"}) EXPECT_FALSE(ParseInput(bad)) << bad;
+}
+
+TEST(HubOptionText, AFaultIsACodeOrAName) {
+  EXPECT_EQ(ParseFault("0"), 0);
+  EXPECT_EQ(ParseFault("16383"), 16383);
+  EXPECT_EQ(ParseFault("position-limit"), 1);
+  EXPECT_EQ(ParseFault("foldback"), 1 << 13);
+  for (const char* bad : {"", "16384", "-1", "fold"}) EXPECT_FALSE(ParseFault(bad)) << bad;
+}
+
+TEST(HubOptionText, CountsGoBothWays) {
+  EXPECT_EQ(ParseCounts("10000"), 10000);
+  EXPECT_EQ(ParseCounts("-10000"), -10000);
+  for (const char* bad : {"", "-", "10001", "-10001", "1.5"}) EXPECT_FALSE(ParseCounts(bad)) << bad;
+}
+
 TEST(HubOptionText, HexGoesBothWays) {
   EXPECT_EQ(ToHex(std::string("\xFE\x00\x7f", 3)), "fe007f");
   EXPECT_EQ(ParseHex("FE 00 7f"), std::string("\xFE\x00\x7f", 3));

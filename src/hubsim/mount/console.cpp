@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <optional>
 
-#include "hubsim/machine/faults.h"
 #include "hubsim/option_text.h"
 
 namespace tavlo::hubsim {
@@ -23,49 +22,6 @@ struct Console::Row {
 namespace {
 
 constexpr std::size_t kAnyNumber = 10000;
-
-Console::Words SplitWords(std::string_view line) {
-  constexpr std::string_view kBlanks = " \t\r";
-  Console::Words words;
-  while (true) {
-    const std::size_t start = line.find_first_not_of(kBlanks);
-    if (start == std::string_view::npos) return words;
-    line.remove_prefix(start);
-    const std::size_t end = line.find_first_of(kBlanks);
-    words.push_back(line.substr(0, end));
-    if (end == std::string_view::npos) return words;
-    line.remove_prefix(end);
-  }
-}
-
-std::optional<int> AxisOf(std::string_view word) {
-  const auto number = ParseWhole(word);
-  if (!number || *number < 1 || *number > kAxisCount) return std::nullopt;
-  return *number - 1;
-}
-
-/// "3" is input 3, "X3" the drive's own X3.
-std::optional<int> InputOf(std::string_view word) {
-  const bool own = !word.empty() && (word.front() == 'X' || word.front() == 'x');
-  const auto number = ParseWhole(own ? word.substr(1) : word);
-  if (!number) return std::nullopt;
-  if (own) return *number < kFirstXInput ? std::optional(kFirstXInput + *number) : std::nullopt;
-  return *number >= 1 && *number <= kFirstXInput ? std::optional(*number - 1) : std::nullopt;
-}
-
-/// A code, or the name of one fault.
-std::optional<int> FaultCodeOf(std::string_view word) {
-  const auto* name = std::ranges::find(kFaultNames, word);
-  if (name != kFaultNames.end()) return 1 << (name - kFaultNames.begin());
-  return ParseWhole(word);
-}
-
-std::optional<int> CountsOf(std::string_view word) {
-  const bool backwards = word.starts_with('-');
-  const auto counts = ParseWhole(backwards ? word.substr(1) : word);
-  if (!counts || *counts > kMostKnobCounts) return std::nullopt;
-  return backwards ? -*counts : *counts;
-}
 
 const std::string kOk = "ok\n";
 const std::string kNoAxis = "The axis is a number from 1 to 8.\n";
@@ -113,35 +69,35 @@ std::string Console::Execute(std::string_view line, double now) {
 }
 
 std::string Console::Input(const Words& words, double now) {
-  const auto axis = AxisOf(words[1]);
+  const auto axis = ParseAxis(words[1]);
   if (!axis) return kNoAxis;
-  const auto input = InputOf(words[2]);
+  const auto input = ParseInput(words[2]);
   if (!input) return Line("The input is a number from 1 to 8, or X0 to X7.");
   if (words[3] != "high" && words[3] != "low") return Line("The level is high or low.");
   return hub_.SetInput(*axis, *input, words[3] == "high", now) ? kOk : kNoAxis;
 }
 
 std::string Console::Limit(const Words& words, double now) {
-  const auto axis = AxisOf(words[1]);
+  const auto axis = ParseAxis(words[1]);
   if (!axis) return kNoAxis;
   if (hub_.HitLimit(*axis, now)) return kOk;
   return Line(kNoLimit);
 }
 
 std::string Console::Fault(const Words& words, double now) {
-  const auto axis = AxisOf(words[1]);
+  const auto axis = ParseAxis(words[1]);
   if (!axis) return kNoAxis;
-  const auto code = FaultCodeOf(words[2]);
-  if (!code || *code >= kFaultCodes) {
+  const auto code = ParseFault(words[2]);
+  if (!code) {
     return Line("The code is a number from 0 to 16383, or the name of a fault.");
   }
   return hub_.Fail(*axis, *code, now) ? kOk : Line("Nothing happens: there is no drive on this axis.");
 }
 
 std::string Console::Knob(const Words& words, double now) {
-  const auto axis = AxisOf(words[1]);
+  const auto axis = ParseAxis(words[1]);
   if (!axis) return kNoAxis;
-  const auto counts = CountsOf(words[2]);
+  const auto counts = ParseCounts(words[2]);
   if (!counts) return Line("The counts are a number from -10000 to 10000.");
   if (hub_.TurnKnob(*axis, *counts, now)) return kOk;
   return Line("Nothing happens: no line follows the hand wheel of this axis.");
