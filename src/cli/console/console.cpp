@@ -2,6 +2,8 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "cli/console/console.h"
 
+#include <algorithm>
+
 #include "cli/console/encoding.h"
 #include "cli/console/standard_input.h"
 
@@ -39,8 +41,12 @@ void Console::ResultPort(const OpenedPort& opened) {
   if (!opened.Text().empty()) Result("Port: " + ShownMessage(opened.Text()));
 }
 
+/// In pieces: what cannot be sent at once is moved up after each piece that can.
 void Console::Bytes(std::string_view bytes) {
-  environment_.out << bytes << std::flush;
+  constexpr std::size_t kPiece = 1U << 16U;
+  for (; !bytes.empty() && ResultsArrive(); bytes.remove_prefix(std::min(kPiece, bytes.size()))) {
+    environment_.out << bytes.substr(0, kPiece) << std::flush;
+  }
 }
 
 std::string Console::ReadInput(std::size_t limit) {
