@@ -16,8 +16,8 @@ TEST_F(Usage, HelpNamesEveryCommandAndEveryExitCode) {
   const Outcome outcome = Tavlo({"--help"});
   EXPECT_EQ(outcome.code, 0);
   EXPECT_EQ(outcome.err, "");
-  for (const char* word : {"show", "check", "compile", "decode", "download", "upload", "verify", "run",
-                           "terminal", "identify", "stop", "ports", "help", "130"}) {
+  for (const char* word : {"show", "check", "simulate", "compile", "decode", "download", "upload", "verify",
+                           "run", "terminal", "identify", "stop", "ports", "help", "130"}) {
     EXPECT_NE(outcome.out.find(word), std::string::npos) << word;
   }
   for (const auto& row : cli::kExitCodes) {
@@ -58,6 +58,7 @@ TEST_F(Usage, ACommandLineThatIsNotUnderstoodEndsWithTwoAndSaysWhy) {
       {{"decode", "image", "-o", ""}, "--output: the name is empty"},
       {{"upload", "", "--port", "1"}, "FILE: the name is empty"},
       {{"verify", "x.TVH"}, "--port is required"},
+      {{"simulate"}, "FILE is required"},
       {{"terminal"}, "--port is required"},
       {{"terminal", "--port", "1", "--wait", "soon"}, "--wait: 'soon' is no number of seconds"},
       {{"ports", "--port", "1"}, "The following arguments were not expected: 1 --port"},

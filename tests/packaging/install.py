@@ -24,7 +24,8 @@ PLACES = {
     "share/man/man1/tavlo.1",
 }
 DOCUMENTS = "share/doc/tavlo-composer/"
-SOME_DOCUMENTS = {"LICENSE", "CHANGELOG.md", "docs/command-line.md", "examples/README.md", "examples/cut-to-length.TVH"}
+SOME_DOCUMENTS = {"LICENSE", "CHANGELOG.md", "docs/command-line.md", "examples/README.md", "examples/cut-to-length.TVH",
+                  "examples/menu.inputs"}
 
 
 def place_errors(installed):

@@ -91,7 +91,7 @@ CASES = [
     ("an arrow too many", PICTURE, "model <- motion\n", "model, text <- motion\n", "motion leans on text"),
     ("an arrow turned round", PICTURE, "model <- motion\n", "motion <- model\n", "model leans on motion"),
     ("a layer that nobody made", PICTURE, "model <- motion\n", "model <- motion <- extras\n", "extras is no layer"),
-    ("a layer that nobody drew", PICTURE, "hubsim leans on nothing here\n", "", "hubsim is missing"),
+    ("a layer that nobody drew", PICTURE, "windows, qt <- composer\n", "", "composer is missing"),
     ("no picture", PICTURE, HEADING, "## Who leans", "platform is missing"),
     ("a link too few", MOTION, "tavlo_model", "", "motion does not lean on model"),
     ("a link too many", MOTION, "tavlo_model", "tavlo_model tavlo_text", "motion leans on text"),

@@ -21,6 +21,8 @@ GENERATED = re.compile(r"^(ui_\w+\.h|(\w+/)*(moc_)?\w+\.(moc|cpp))$")
 
 # Free of the toolkit, so that the simulated hub is built without it too.
 PANEL_DOOR = "hubsim/panel/panel.h"
+# What makes the simulated hub a device of this machine.
+HUBSIM_DEVICE = ("hubsim/mount/", "hubsim/panel/")
 
 
 def is_qt(header):
@@ -69,6 +71,8 @@ def quoted_error(layer, header, source_root, path):
         return f'{layer} may not lean on {target}: "{header}"'
     if header.startswith("hubsim/panel/") and header != PANEL_DOOR and not is_panel(path.relative_to(source_root)):
         return f'the window of the simulated hub is reached through "{PANEL_DOOR}" alone: "{header}"'
+    if layer != "hubsim" and header.startswith(HUBSIM_DEVICE):
+        return f'the simulated hub is used in memory, not as a device: "{header}"'
     return room_error(layer, header, path.relative_to(source_root)) if layer == target and layer in ROOMS else None
 
 
@@ -154,7 +158,10 @@ CASES = [
     ("the companion's commands on its run", "cli/commands/a.cpp", '"cli/run/b.h"', False),
     ("a file of the companion outside its rooms", "cli/extra.cpp", "<string>", True),
     ("the desktop on the toolkit", "windows/a.cpp", "<QWidget>", False),
-    ("the companion on the simulated hub", "cli/tavlo.cpp", '"hubsim/hub.h"', True),
+    ("the companion on the simulated hub", "cli/simulate/a.cpp", '"hubsim/hub.h"', False),
+    ("the companion on the simulated hub's device", "cli/simulate/a.cpp", '"hubsim/mount/b.h"', True),
+    ("the companion on the simulated hub's window", "cli/simulate/a.cpp", '"hubsim/panel/panel.h"', True),
+    ("the desktop's windows on the simulated hub", "windows/a.cpp", '"hubsim/hub.h"', True),
 ]
 
 

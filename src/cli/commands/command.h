@@ -38,6 +38,7 @@ class Command {
 [[nodiscard]] std::unique_ptr<Command> MakeDecodeCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeVerifyCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeRunCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeSimulateCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeTerminalCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeIdentifyCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeStopCommand();

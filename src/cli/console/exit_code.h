@@ -18,6 +18,7 @@ enum class ExitCode : int {
   Hub = 6,
   Differs = 7,
   Halted = 8,
+  Waits = 9,
   Interrupted = 130,
 };
 
@@ -26,7 +27,7 @@ struct ExitCodeRow {
   std::string_view meaning;
 };
 
-inline constexpr std::array<ExitCodeRow, 10> kExitCodes = {{
+inline constexpr std::array<ExitCodeRow, 11> kExitCodes = {{
     {ExitCode::Done, "done"},
     {ExitCode::Other, "something else went wrong"},
     {ExitCode::Usage, "the command line is not understood"},
@@ -36,6 +37,7 @@ inline constexpr std::array<ExitCodeRow, 10> kExitCodes = {{
     {ExitCode::Hub, "the hub is silent or answers wrongly"},
     {ExitCode::Differs, "the sum differs, or the hub holds another program"},
     {ExitCode::Halted, "the hub reported a halt, a fault or a restart"},
+    {ExitCode::Waits, "the simulated program waits for ever"},
     {ExitCode::Interrupted, "interrupted"},
 }};
 

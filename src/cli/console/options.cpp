@@ -120,6 +120,14 @@ void AddFlag(CLI::App& app, const std::string& option, bool& on, const std::stri
   app.add_flag(option, on, description);
 }
 
+void AddChecked(CLI::App& app, const std::string& option, std::string& text, const std::string& type,
+                const std::string& description, std::function<std::string(const std::string&)> complaint) {
+  app.add_option(option, text, description)
+      ->type_name(type)
+      ->check(CLI::Validator(
+          [complaint = std::move(complaint)](const std::string& typed) { return complaint(typed); }, ""));
+}
+
 void AddFlagOfFile(CLI::App& app, const std::string& option, bool& on, const std::string& description) {
   app.add_flag(option, on, description)->needs(app.get_option("FILE"));
 }

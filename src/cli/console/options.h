@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -39,6 +40,9 @@ void AddLine(CLI::App& app, int& line);
 void AddChoice(CLI::App& app, const std::string& option, std::string& choice,
                const std::vector<std::string>& words, const std::string& description);
 void AddFlag(CLI::App& app, const std::string& option, bool& on, const std::string& description);
+/// A text that must be of a kind. `complaint` returns what is wrong with it; an empty text if nothing is.
+void AddChecked(CLI::App& app, const std::string& option, std::string& text, const std::string& type,
+                const std::string& description, std::function<std::string(const std::string&)> complaint);
 /// A flag that has a meaning only if FILE is given too.
 void AddFlagOfFile(CLI::App& app, const std::string& option, bool& on, const std::string& description);
 
