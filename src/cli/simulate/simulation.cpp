@@ -3,6 +3,7 @@
 #include "cli/simulate/simulation.h"
 
 #include <algorithm>
+#include <set>
 
 #include "cli/simulate/freeing.h"
 
@@ -189,8 +190,8 @@ bool Simulation::LookAtWaits() {
     if (IsAmong(wait, before)) continue;
     waits_.push_back(wait);
     Tell(Happened::Waits, wait.line).text = wait.freed_by;
-    if (!wait.polls) player_.LineWaits(wait.line, Seconds());
-    for (const int line : wait.polls ? circling_.Round() : std::vector<int>()) {
+    const std::vector<int>& round = circling_.Round();
+    for (const int line : wait.polls ? std::set(round.begin(), round.end()) : std::set{wait.line}) {
       if (!FreedBy(statements_[static_cast<std::size_t>(line)]).empty()) player_.LineWaits(line, Seconds());
     }
   }

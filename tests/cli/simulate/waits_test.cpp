@@ -233,6 +233,19 @@ TEST_F(Waits, OfTheRoundsOfSuchAProgramOneIsTold) {
             "Waited\t1\t4.000 s\n");
 }
 
+TEST_F(Waits, ALineThatARoundComesToTwiceWaitsOnce) {
+  Line(1) = To(CL, 10);
+  Line(2) = To(CL, 10);
+  Line(3) = To(GT, 1);
+  Line(10) = IfInput(3, 20);
+  Line(11) = OfType(RT);
+  Line(20) = With(WI, 4);
+  const Json document =
+      SimulateJson("once line 10 after 1 axis 1 input 5 low\nonce line 10 after 1 axis 1 input 3 low");
+  EXPECT_EQ(document["acts"].size(), 1U);
+  EXPECT_EQ(document["message"], "line 10 waits for ever: axis 1 input 3 low would set it free");
+}
+
 TEST_F(Waits, AProgramMayAskWhileAnAxisMoves) {
   Line(1) = Revolution();
   Line(1).Proceed = true;
