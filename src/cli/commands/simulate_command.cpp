@@ -76,7 +76,8 @@ class SimulateCommand : public Command {
                  const bool fits = speedup >= kLowestSpeedup && speedup <= kHighestSpeedup;
                  return fits ? "" : "'" + text + "' is no number from 0.001 to 1000000";
                });
-    AddOutput(app, "--inputs", inputs_path_, "Read what the world and the operator do from FILE");
+    AddInput(app, "--inputs", inputs_path_,
+             "Read what the world and the operator do from FILE, or - for standard input");
     AddSeconds(app, "--for", seconds_, "Leave a program that still runs after SECONDS; 3600 if not given");
     AddOutput(app, "--svg", svg_path_, "Write the speeds of the axes to FILE, or - for standard output");
     AddAnswerOptions(app, answers_);

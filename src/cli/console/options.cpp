@@ -79,6 +79,10 @@ void AddImageToWrite(CLI::App& app, std::string& path) {
           [](const std::string& text) { return std::string(text.empty() ? kEmptyName : ""); }, ""));
 }
 
+void AddInput(CLI::App& app, const std::string& option, std::string& path, const std::string& description) {
+  AddOutput(app, option, path, description);
+}
+
 void AddOutput(CLI::App& app, const std::string& option, std::string& path, const std::string& description) {
   app.add_option(option, path, description)
       ->type_name("FILE")

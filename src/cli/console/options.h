@@ -31,6 +31,8 @@ void AddNewFile(CLI::App& app, const std::string& option, std::string& path);
 void AddImageToRead(CLI::App& app, std::string& path);
 /// An image that the command writes on request.
 void AddImageToWrite(CLI::App& app, std::string& path);
+/// Another file that the command reads if it is told one.
+void AddInput(CLI::App& app, const std::string& option, std::string& path, const std::string& description);
 /// Another output that the command writes if it is asked to.
 void AddOutput(CLI::App& app, const std::string& option, std::string& path, const std::string& description);
 void AddJson(CLI::App& app, bool& json);
