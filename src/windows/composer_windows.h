@@ -9,6 +9,7 @@
 #include "platform/comm_devices.h"
 #include "session/desk.h"
 #include "widgets/held_keys.h"
+#include "widgets/mnemonics.h"
 #include "widgets/wheel_focus.h"
 #include "windows/long_form.h"
 #include "windows/run_windows.h"
@@ -46,6 +47,7 @@ class ComposerWindows {
   [[nodiscard]] std::function<void(bool)> HoldWhile();
 
   HeldKeys held_keys_;
+  Mnemonics mnemonics_;
   WheelFocus wheel_;
   Source source_;
   LongForm main_;

@@ -207,6 +207,34 @@ TEST(HeldKey, ACommandOfTheToolBarRunsOnce) {
   }
 }
 
+TEST(Mnemonic, ActsAtOnceAndNotLaterUnderWhatHasComeMeanwhile) {
+  HoldSession session;
+  QTest::keyClick(&session.Main(), Qt::Key_S, Qt::AltModifier);
+  EXPECT_EQ(session.fakes.dialogs.shown.size(), 1U);
+  QTest::qWait(150);
+  EXPECT_EQ(session.fakes.dialogs.shown.size(), 1U);
+}
+
+TEST(Mnemonic, ActsOnceHoweverLongItIsHeld) {
+  HoldSession session;
+  auto* save = session.WindowSession::Find<QToolButton>("Save");
+  for (const bool repeats : {false, true, true, false}) {
+    QKeyEvent press(QEvent::ShortcutOverride, Qt::Key_S, Qt::AltModifier, {}, repeats);
+    QApplication::sendEvent(&session.Main(), &press);
+    QShortcutEvent shortcut(QKeySequence::mnemonic(save->text()), 0);
+    QApplication::sendEvent(save, &shortcut);
+  }
+  EXPECT_EQ(session.fakes.dialogs.shown.size(), 2U);
+}
+
+TEST(Mnemonic, GivesAnOptionTheFocusAsAClickDoes) {
+  HoldSession session;
+  auto* port = session.WindowSession::Find<QRadioButton>("OptCom2");
+  QTest::keyClick(&session.Main(), Qt::Key_3, Qt::AltModifier);
+  EXPECT_TRUE(port->isChecked());
+  EXPECT_TRUE(port->hasFocus());
+}
+
 TEST(HeldKey, TheEnterThatOpenedABoxDoesNotAnswerIt) {
   HoldSession session;
   QDialog box(&session.Main());

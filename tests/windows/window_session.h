@@ -81,10 +81,9 @@ struct RunningSession : WindowSession {
   }
 };
 
-/// Alt and the key. A button that is pressed so goes down for a moment before it acts.
+/// Alt and the key.
 inline void PressMnemonic(QWidget* widget, Qt::Key key) {
   QTest::keyClick(widget, key, Qt::AltModifier);
-  QTest::qWait(150);
 }
 
 /// A message of the hub about a line.
