@@ -28,6 +28,7 @@
 #include "widgets/profile_graph.h"
 #include "widgets/prompt_box.h"
 #include "widgets/spin_pair.h"
+#include "widgets/takes_input.h"
 
 namespace tavlo {
 namespace {
@@ -337,6 +338,8 @@ void EditorDialog::TakeEntry() {
 }
 
 void EditorDialog::Confirm() {
+  // A button that was pressed without a hand acts a moment later, when the dialog may have been left.
+  if (!TakesInput(*this)) return;
   const bool written = form_->Confirm(boxes_);
   ShowState();
   if (written) return accept();
@@ -344,6 +347,7 @@ void EditorDialog::Confirm() {
 }
 
 void EditorDialog::reject() {
+  if (!isVisible()) return;
   form_->Cancel();
   QDialog::reject();
 }

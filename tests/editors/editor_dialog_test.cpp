@@ -201,6 +201,22 @@ TEST(EveryDialog, IsConfirmedByMouseBySpaceAndByItsLetter) {
   }
 }
 
+TEST(EveryDialog, IsNotTouchedByAPressThatActsAfterItWasLeft) {
+  for (const char* button : {"OK", "Cancel"}) {
+    DialogBench d(WT);
+    d.While([&] {
+      d.Type(QStringLiteral("7"));
+      d.Find<QPushButton>(button).animateClick();
+      d.Press(Qt::Key_Escape);
+    });
+    // What stands there now is another line's.
+    d.program.Prog[0].Type = GT;
+    const Instruction after = d.program.Prog[0];
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !d.Find<QPushButton>(button).isDown(); }));
+    EXPECT_EQ(d.program.Prog[0], after) << button;
+  }
+}
+
 TEST(FeedLengthDialog, EnterInASpeedBoxLeavesItOpenWithTheQuantisedSpeedShown) {
   DialogBench d(FL);
   d.While([&] {
