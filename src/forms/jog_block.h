@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-#include "forms/entries.h"
+#include "forms/jog_settings.h"
 
 namespace tavlo {
 
@@ -25,7 +25,7 @@ class JogBlock {
     float Instruction::*jog_speed;
     std::int32_t Instruction::*jog_accel;
   };
-  explicit JogBlock(const Parts& parts) : parts_(parts) {}
+  explicit JogBlock(const Parts& parts);
 
   void AddTo(ControlTable& controls);
   void Fill(const Program& program, const Instruction& record);
@@ -36,21 +36,13 @@ class JogBlock {
 
  private:
   [[nodiscard]] AxisUnits Units() const { return {*program_, drive_.Axis()}; }
-  void SetUnitLabels();
   void SetUnits();
-  void CleanUpSpeed();
-  void CleanUpAccel();
 
   Parts parts_;
   const Program* program_ = nullptr;
   CheckBox allowed_;
   AxisList drive_;
-  TextBox speed_;
-  Label speed_unit_;
-  TextBox accel_;
-  Label accel_unit_;
-  float rev_s_ = 0;
-  std::int32_t rev_s2_ = 0;
+  JogSettings settings_;
 };
 
 }  // namespace tavlo

@@ -2,9 +2,11 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "forms/jog_settings.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
+#include "motion/range.h"
 #include "platform/number_format.h"
 
 namespace tavlo {
@@ -17,8 +19,8 @@ void JogSettings::AddTo(ControlTable& controls, const Names& names, const std::f
 }
 
 void JogSettings::LabelUnits(AxisUnits units) {
-  speed_unit_.caption = SpeedUnit(units);
-  accel_unit_.caption = AccelUnit(units);
+  speed_unit_.caption = speed_caption_(units);
+  accel_unit_.caption = accel_caption_(units);
 }
 
 void JogSettings::Fill(AxisUnits units, float rev_s, std::int32_t rev_s2) {
@@ -30,21 +32,30 @@ void JogSettings::Fill(AxisUnits units, float rev_s, std::int32_t rev_s2) {
 }
 
 void JogSettings::CleanUpSpeed(AxisUnits units) {
-  const bool in_range =
-      rev_s_ >= MinSpeed(units.program, units.axis) && rev_s_ <= MaxSpeed(units.program, units.axis);
-  if (!speed_.touched && in_range) return;
-  speed_.text = tavlo::CleanUpSpeed(units.program, speed_.text, units.axis).text;
-  speed_.touched = false;
-  rev_s_ = static_cast<float>(UserToRev(units.program, Val(speed_.text), units.axis));
+  const double least = MinSpeed(units.program, units.axis);
+  const double most = MaxSpeed(units.program, units.axis);
+  if (speed_.touched) {
+    speed_.text = tavlo::CleanUpSpeed(units.program, speed_.text, units.axis).text;
+    speed_.touched = false;
+    // It is the number shown that is stored.
+    rev_s_ = static_cast<float>(Held(UserToRev(units.program, Val(speed_.text), units.axis), least, most));
+  } else if (!(rev_s_ >= least && rev_s_ <= most)) {
+    rev_s_ = static_cast<float>(Held(rev_s_, least, most));
+    speed_.text = FormatSpeed(units.program, rev_s_, units.axis);
+  }
 }
 
 void JogSettings::CleanUpAccel(AxisUnits units) {
-  const bool in_range = rev_s2_ >= MinAccel(units.program, units.axis) && rev_s2_ <= kMaxAccel;
-  if (!accel_.touched && in_range) return;
-  AccelEntry entry = CleanUpJogAccel(units.program, accel_.text, units.axis);
-  accel_.text = std::move(entry.text);
-  accel_.touched = false;
-  rev_s2_ = entry.slider;
+  const int least = MinAccel(units.program, units.axis);
+  if (accel_.touched) {
+    AccelEntry entry = CleanUpJogAccel(units.program, accel_.text, units.axis);
+    accel_.text = std::move(entry.text);
+    accel_.touched = false;
+    rev_s2_ = entry.slider;
+  } else if (rev_s2_ < least || rev_s2_ > kMaxAccel) {
+    rev_s2_ = std::clamp(rev_s2_, least, kMaxAccel);
+    accel_.text = FormatAccel(units.program, rev_s2_, units.axis);
+  }
 }
 
 void JogSettings::CleanUp(AxisUnits units) {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
 #include <string_view>
 
 #include "forms/entries.h"
@@ -12,9 +13,15 @@ namespace tavlo {
 
 /// How an axis is jogged while a line waits: a speed and an acceleration without sliders.
 ///
-/// At OK both are read in the units of the axis, whether the axis uses them or not.
+/// What was typed is read in the units of the axis, whether the axis uses them or not. An entry that nobody
+/// touched keeps the record's value, or the nearest one in range.
 class JogSettings {
  public:
+  using Caption = std::string (*)(AxisUnits units);
+  /// What stands behind the two entries.
+  explicit JogSettings(Caption speed = SpeedUnit, Caption accel = AccelUnit)
+      : speed_caption_(speed), accel_caption_(accel) {}
+
   struct Names {
     std::string_view speed;
     std::string_view speed_unit;
@@ -26,7 +33,9 @@ class JogSettings {
   void CleanUp(AxisUnits units);
   /// The units have changed: what the boxes show counts in the new ones, as if it were typed.
   void ReadAnew(AxisUnits units);
-  void Enable(bool enabled) { speed_.enabled = accel_.enabled = enabled; }
+  void Enable(bool enabled) {
+    speed_.enabled = accel_.enabled = speed_unit_.enabled = accel_unit_.enabled = enabled;
+  }
 
   /// rev/s
   [[nodiscard]] float Speed() const { return rev_s_; }
@@ -38,6 +47,8 @@ class JogSettings {
   void CleanUpSpeed(AxisUnits units);
   void CleanUpAccel(AxisUnits units);
 
+  Caption speed_caption_;
+  Caption accel_caption_;
   TextBox speed_;
   Label speed_unit_;
   float rev_s_ = 0;

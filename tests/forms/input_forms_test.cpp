@@ -376,6 +376,36 @@ TEST(WaitInput, JogSettingsGoThroughTheUnitsOfAnAxisThatDoesNotUseThem) {
   EXPECT_EQ(d.Line().JogAccel, 100) << "once, however often it is cleaned";
 }
 
+TEST(WaitInput, AJogSpeedEndsInRangeWhateverTheUnitsMakeOfIt) {
+  const struct {
+    std::int32_t steps_per_unit;
+    const char* typed;
+    float speed;
+  } rows[] = {{40000, "40", 50}, {16000000, "0.1", 50}, {20000, "40", 40}, {1, "50", 0.025F}};
+  for (const auto& row : rows) {
+    WaitBench d;
+    d.program.Axis.StepsPerUnit[0] = row.steps_per_unit;
+    d.Open();
+    d.Enter("SpeedText", row.typed);
+    EXPECT_TRUE(d.OK());
+    EXPECT_EQ(d.Line().JogSpeed, row.speed) << row.steps_per_unit;
+  }
+}
+
+TEST(WaitInput, StoredJogSettingsBeyondTheirEndsBecomeThoseEnds) {
+  for (const bool own_units : {false, true}) {
+    WaitBench d;
+    d.program.Axis.StepsPerUnit[0] = 40000;
+    d.program.Axis.UseUnits[0] = own_units;
+    d.Line().JogSpeed = 400;
+    d.Line().JogAccel = 0;
+    d.Open();
+    EXPECT_TRUE(d.OK());
+    EXPECT_EQ(d.Line().JogSpeed, 50.0F);
+    EXPECT_EQ(d.Line().JogAccel, 1);
+  }
+}
+
 TEST(WaitInput, StoredJogSettingsOutOfRangeAreForcedAtOK) {
   WaitBench d;
   d.Line().JogSpeed = 0;
