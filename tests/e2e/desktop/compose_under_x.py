@@ -26,12 +26,10 @@ ROWS_BEFORE_LINES = 2
 EMPTY = 11
 MEMORY = 8192
 
-#: The buttons of the picker, in the order of the Tab key.
-PICKER = ("FL", "FLSO", "FR", "FP", "SS", "FS", "FSR", "SH", "SP", "WT", "WI", "II", "IM", "SO", "CC", "MMI", "LP", "GT",
-          "CL", "RT", "RP", "ER", "RL", "CM", "NO")
-#: Those that bring up a dialog, with its title.
-DIALOGS = {"FL": "Feed to Length", "FP": "Feed to Position", "WT": "Wait Time", "IM": "If Moving", "CM": "Comment",
-           "GT": "Go To", "CL": "Call", "RP": "Repeat"}
+#: What the kinds are called in the picker, and the titles of the dialogs of those that have one.
+KINDS = {"FL": "Feed to Length", "FP": "Feed to Position", "WT": "Wait Time", "IM": "If Moving", "CM": "Comment",
+         "GT": "Go To", "CL": "Call", "RP": "Repeat", "ER": "End Repeat", "RT": "Return"}
+WITHOUT_DIALOG = ("ER", "RT")
 #: How a line is brought into its dialog: picked by Enter or by a click on its icon, or else it is a copy of the line
 #: of that number, made by a drag.
 BY_KEYS = 0
@@ -119,7 +117,8 @@ class Operator:
     def pick(self, kind):
         picker = self.screen.wait_window("^Program Line [0-9]+$")
         self.screen.shot("picker")
-        self.screen.key(picker, *["Tab"] * PICKER.index(kind), "space")
+        # Its letters go to a kind.
+        self.screen.key(picker, *KINDS[kind].lower().replace(" ", ""), "space")
         self.gone("^Program Line [0-9]+$")
 
     def gone(self, title):
@@ -146,9 +145,9 @@ class Operator:
 
     def write(self, line, kind, acts, way=BY_KEYS):
         self.open(line, kind, way)
-        if kind not in DIALOGS:
+        if kind in WITHOUT_DIALOG:
             return
-        title = f"^{DIALOGS[kind]}$"
+        title = f"^{KINDS[kind]}$"
         dialog = self.screen.wait_window(title)
         self.fill(dialog, acts)
         self.screen.shot(f"line-{line}-{kind}")
