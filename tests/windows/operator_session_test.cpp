@@ -25,6 +25,8 @@
 namespace tavlo::testing {
 namespace {
 
+/// Turns of the event loop.
+constexpr int kPatience = 100000;
 /// ms
 constexpr std::int32_t kShortestPulse = 5;
 constexpr const char* kFile = "program.TVH";
@@ -152,7 +154,11 @@ class OperatorSession : public QObject {
 
   void Tick() {
     // An act whose window is gone has yet to end; one that has brought up a menu goes on in it.
-    if (!IsSettled() && QApplication::activePopupWidget() == nullptr) return Post();
+    if (!IsSettled() && QApplication::activePopupWidget() == nullptr) {
+      EXPECT_LT(++waited_, kPatience) << "an act does not end" << Story();
+      return waited_ < kPatience ? Post() : Leave();
+    }
+    waited_ = 0;
     ExpectNothingHappenedBetween();
     if (done_ >= acts_ || desktop_.ended || ::testing::Test::HasFailure()) return Leave();
     ++done_;
@@ -273,6 +279,7 @@ class OperatorSession : public QObject {
   Program before_;
   int depth_before_ = 0;
   bool settled_before_ = false;
+  int waited_ = 0;
   std::deque<std::string> told_;
 };
 

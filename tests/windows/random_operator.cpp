@@ -311,6 +311,7 @@ void RandomOperator::ClickBehind(QWidget&) {
 
 /// A screen reader presses a row or a button of the main window, whatever stands before it.
 void RandomOperator::PressAsReader(QWidget&) {
+  if (QApplication::activePopupWidget() != nullptr) return;
   QAccessibleInterface* target = nullptr;
   if (OneIn(2)) {
     QAccessibleInterface* pane =
