@@ -5,13 +5,14 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QImage>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
 #include <set>
 
 #include "forms/registry.h"
-#include "model/instruction.h"
+#include "model/kinds.h"
 
 namespace tavlo::testing {
 namespace {
@@ -43,35 +44,45 @@ struct PickBench {
   bool closed_by_itself = false;
 };
 
-TEST(PickProg, HasOneButtonForEachKindThatCanBePicked) {
+/// Something is drawn there.
+bool HasInk(const QImage& image) {
+  const QImage pixels = image.convertToFormat(QImage::Format_ARGB32);
+  for (int y = 0; y < pixels.height(); ++y) {
+    for (int x = 0; x < pixels.width(); ++x) {
+      if (qAlpha(pixels.pixel(x, y)) > 0) return true;
+    }
+  }
+  return false;
+}
+
+TEST(PickProg, HasOneButtonForEachDialogAndForEachKindThatIsItsWholeLine) {
   PickBench d;
   d.may_close = false;
   std::set<int> types;
+  std::set<std::string_view> forms;
   d.While([&] {
     for (auto* button : d.picker.findChildren<QToolButton*>()) {
       d.presses.clear();
       button->click();
       ASSERT_EQ(d.presses.size(), 1U);
       EXPECT_EQ(d.presses[0].what, Picked::What::Kind);
-      EXPECT_TRUE(types.insert(d.presses[0].type).second) << d.presses[0].type;
-      EXPECT_FALSE(button->accessibleName().isEmpty());
-      EXPECT_FALSE(button->icon().isNull());
+      const int type = d.presses[0].type;
+      EXPECT_TRUE(types.insert(type).second) << "two buttons for " << Mnemonic(type);
+      const FormRow* form = FormOf(type);
+      EXPECT_TRUE(form == nullptr || forms.insert(form->name).second) << "two buttons for " << form->name;
+      EXPECT_FALSE(button->accessibleName().isEmpty()) << Mnemonic(type);
+      EXPECT_TRUE(HasInk(button->icon().pixmap(24, 24).toImage())) << Mnemonic(type) << " has no icon";
     }
   });
-  // Each dialog by the kind that it begins with, and the kinds that are their whole line.
-  std::set<std::string_view> forms;
-  for (const int type : types) {
-    if (const FormRow* form = FormOf(type)) {
-      EXPECT_TRUE(forms.insert(form->name).second) << form->name;
-    }
-  }
-  for (int type = 0; type < kTypes; ++type) {
-    if (const FormRow* form = FormOf(type)) {
-      EXPECT_TRUE(forms.contains(form->name)) << form->name;
-    }
-  }
-  for (const int type : {int{ER}, int{NO}, int{RT}}) EXPECT_TRUE(types.contains(type));
   EXPECT_EQ(types.size(), 25U);
+  for (const Kind& kind : kKinds) {
+    const FormRow* form = FormOf(kind.type);
+    const bool is_picked = types.contains(kind.type) || (form != nullptr && forms.contains(form->name));
+    // The knob comes from a file or a hub alone.
+    EXPECT_NE(is_picked, kind.type == FE)
+        << "The kind " << kind.mnemonic << " (" << int{kind.type} << ") has no button in the picker, "
+        << "and no button brings up a dialog for it.";
+  }
 }
 
 TEST(PickProg, APressClosesItAndIsPassedOn) {

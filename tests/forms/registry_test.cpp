@@ -4,9 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
 #include <set>
 
-#include "model/instruction.h"
+#include "model/kinds.h"
 
 namespace tavlo::testing {
 namespace {
@@ -55,6 +57,19 @@ TEST(Forms, EachKindHasItsDialog) {
   }
   for (const int type : {int{ER}, int{NO}, int{RT}, int{FE}, -1, kTypes, 32767}) {
     EXPECT_EQ(FormOf(type), nullptr) << type;
+  }
+}
+
+TEST(Forms, EachKindHasADialogOrIsKnownToNeedNone) {
+  // The kinds that are their whole line, and the knob, which comes from a file or a hub alone.
+  constexpr Type kWithoutDialog[] = {ER, NO, RT, FE};
+  for (const Kind& kind : kKinds) {
+    const bool has_dialog = FormOf(kind.type) != nullptr;
+    const bool needs_none = std::ranges::find(kWithoutDialog, kind.type) != std::end(kWithoutDialog);
+    EXPECT_NE(has_dialog, needs_none)
+        << "The kind " << kind.mnemonic << " (" << kind.type << ") has "
+        << (has_dialog ? "a dialog and stands among those without one."
+                       : "no row in forms/registry.cpp and does not stand among the kinds without a dialog.");
   }
 }
 
