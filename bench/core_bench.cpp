@@ -3,6 +3,8 @@
 #include <benchmark/benchmark.h>
 
 #include "codegen/compile.h"
+#include "forms/feed_length.h"
+#include "forms/feed_set_out.h"
 #include "full_program.h"
 #include "model/program_file.h"
 #include "text/short_desc.h"
@@ -36,6 +38,21 @@ void BM_CompileOf200Lines(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(CompileProgram(program));
 }
 BENCHMARK(BM_CompileOf200Lines)->Unit(benchmark::kMicrosecond);
+
+/// The analysis page of the dialog of a move, worked out anew.
+template <class WhichForm>
+void BM_UpdateAnalysis(benchmark::State& state) {
+  Program program;
+  InitHardware(program.Axis);
+  InitProg(program);
+  program.Prog[0].Type = FLCS;
+  WhichForm form;
+  form.Load(program, 0);
+  const Bound& over_time = form.Controls().Find("OptTime");
+  for (auto _ : state) form.Click(over_time);
+}
+BENCHMARK(BM_UpdateAnalysis<FeedLength>)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_UpdateAnalysis<FeedSetOut>)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 }  // namespace tavlo::bench
