@@ -87,7 +87,14 @@ void PromptBox::keyPressEvent(QKeyEvent* event) {
 }
 
 void PromptBox::insertFromMimeData(const QMimeData* source) {
-  if (source->hasText()) insertPlainText(source->text());
+  if (!source->hasText()) return;
+  QString text = source->text();
+  // The display would not show what controls it, and the hub takes one of them for the end of the text.
+  for (QChar& c : text) {
+    const bool ends_line = c == QLatin1Char('\n') || c == QLatin1Char('\r');
+    if (c.category() == QChar::Other_Control && !ends_line) c = QLatin1Char(' ');
+  }
+  insertPlainText(text);
 }
 
 }  // namespace tavlo

@@ -10,7 +10,8 @@ namespace tavlo {
 [[nodiscard]] QFont DisplayFont(const QWidget& beside);
 
 /// A box for the text of a prompt, as wide as the operator terminal's display. Enter is a line feed of the
-/// text, Tab leaves the box.
+/// text, Tab leaves the box. What is pasted becomes text: a blank stands for each character that would
+/// control a display.
 class PromptBox : public QTextEdit {
   Q_OBJECT
 

@@ -146,6 +146,19 @@ TEST(PromptDialog, WhatTheDisplayCannotShowIsAQuestionMarkAndTheCaretStays) {
   });
 }
 
+TEST(PromptDialog, WhatWouldControlTheDisplayIsPastedAsABlank) {
+  PromptDialog d;
+  d.While([&] {
+    const QString nul(1, QChar(0));
+    QApplication::clipboard()->setText(QStringLiteral("a\tb\x1b[2J\r\nc") + nul +
+                                       QStringLiteral("d\x7f\x80"));
+    d.Press(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(d.Text("MMItext"), QStringLiteral("a b [2J\nc d  "));
+    d.Click("OK");
+  });
+  EXPECT_EQ(d.program.Prog[0].Text, "a b [2J             c d  ");
+}
+
 TEST(PromptDialog, ALetterOfTheDisplayThatLooksLikeABlankStays) {
   PromptDialog d;
   d.program.Prog[0].Text = "hard\xa0space";
