@@ -347,7 +347,7 @@ void EditorDialog::Confirm() {
 }
 
 void EditorDialog::reject() {
-  if (!isVisible()) return;
+  if (!TakesInput(*this)) return;
   form_->Cancel();
   QDialog::reject();
 }

@@ -16,6 +16,7 @@
 #include "session/rows.h"
 #include "widgets/icon_images.h"
 #include "widgets/ringed_button.h"
+#include "widgets/takes_input.h"
 
 namespace tavlo {
 namespace {
@@ -144,7 +145,9 @@ QHBoxLayout* PickProg::MakeButtons() {
   connect(add(QStringLiteral("&Delete line"), "BtnDelete"), &QPushButton::clicked, this,
           [this] { Press({.what = Picked::What::Delete}); });
   row->addStretch(1);
-  connect(add(QStringLiteral("Cancel"), "BtnCancel"), &QPushButton::clicked, this, &QDialog::reject);
+  connect(add(QStringLiteral("Cancel"), "BtnCancel"), &QPushButton::clicked, this, [this] {
+    if (TakesInput(*this)) reject();
+  });
   return row;
 }
 
@@ -188,6 +191,8 @@ void PickProg::GoToKind(QChar letter) {
 }
 
 void PickProg::Press(const Picked& picked) {
+  // A screen reader can press what lies under a question.
+  if (!TakesInput(*this)) return;
   // A question may stand over the picker by now, and its answer closes both.
   if (act_ && act_(picked)) accept();
 }

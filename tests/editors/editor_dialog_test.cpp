@@ -217,6 +217,21 @@ TEST(EveryDialog, IsNotTouchedByAPressThatActsAfterItWasLeft) {
   }
 }
 
+TEST(EveryDialog, StaysUnderABoxWhateverAScreenReaderPresses) {
+  DialogBench d(WT);
+  d.While([&] {
+    QDialog box(&d.dialog);
+    box.setModal(true);
+    box.show();
+    for (const char* button : {"OK", "Cancel"}) {
+      d.Find<QPushButton>(button).click();
+      EXPECT_TRUE(d.dialog.isVisible()) << button;
+    }
+    box.close();
+  });
+  EXPECT_FALSE(d.closed_by_itself);
+}
+
 TEST(FeedLengthDialog, EnterInASpeedBoxLeavesItOpenWithTheQuantisedSpeedShown) {
   DialogBench d(FL);
   d.While([&] {

@@ -190,6 +190,22 @@ TEST(PickProg, LettersBeginAnewAfterAPauseAndAtEachOpening) {
   });
 }
 
+TEST(PickProg, StaysUnderItsQuestionWhateverAScreenReaderPresses) {
+  PickBench d;
+  d.While([&] {
+    QDialog question(&d.picker);
+    question.setModal(true);
+    question.show();
+    for (const char* button : {"BtnFL", "BtnInsert", "BtnCancel"}) {
+      d.Button(QLatin1String(button)).click();
+      EXPECT_TRUE(d.picker.isVisible()) << button;
+    }
+    question.close();
+  });
+  EXPECT_FALSE(d.closed_by_itself);
+  EXPECT_TRUE(d.presses.empty());
+}
+
 TEST(PickProg, EnterPicksNothingByItself) {
   PickBench d;
   d.While([&] {
