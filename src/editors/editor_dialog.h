@@ -11,6 +11,7 @@
 #include "platform/help.h"
 
 class QPushButton;
+class QVBoxLayout;
 
 namespace tavlo {
 
@@ -42,7 +43,7 @@ class EditorDialog : public QDialog {
   template <class Widget, class State>
   void Show(Widget* widget, const State* state);
   void OrderTabs();
-  void AddButtons(class QVBoxLayout& column);
+  void AddButtons(QVBoxLayout& column);
   void Confirm();
   void OpenHelp() { help_.OpenHelp(row_.help, boxes_); }
   /// Enter, by way of the button that nobody sees.

@@ -8,6 +8,8 @@
 
 #include "qt/gui/held_key.h"
 
+class QKeyEvent;
+
 namespace tavlo {
 
 /// Keeps a held key from acting where nobody pressed it. Its repeats stay in the window in which it was
@@ -24,7 +26,7 @@ class HeldKeys : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  [[nodiscard]] bool ActsHere(const class QKeyEvent& key, QWidget* window);
+  [[nodiscard]] bool ActsHere(const QKeyEvent& key, QWidget* window);
 
   HeldKey held_;
   /// The key that was pressed last, and the window in which it was; null if that is gone.

@@ -9,6 +9,8 @@
 #include "session/desk.h"
 #include "windows/row_geometry.h"
 
+class QPainter;
+
 namespace tavlo {
 
 /// Colours of the connecting lines. Each has enough contrast with a light pane and with a dark one.
@@ -29,7 +31,7 @@ class ArrowZone : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  void Paint(class QPainter& painter, const Arrow& arrow) const;
+  void Paint(QPainter& painter, const Arrow& arrow) const;
 
   const Source& source_;
   const RowGeometry& geometry_;
