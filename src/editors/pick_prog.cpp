@@ -178,9 +178,9 @@ void PickProg::GoToKind(QChar letter) {
   since_letter_.start();
   // The same letter again goes on to the next kind that begins with it.
   if (typed_ != letter) typed_ += letter;
-  const auto at_focus = std::ranges::find_if(kButtons, [this](const KindButton& kind) {
-    return focusWidget()->objectName() == QLatin1String(kind.name);
-  });
+  const QString focus = focusWidget() != nullptr ? focusWidget()->objectName() : QString();
+  const auto at_focus = std::ranges::find_if(
+      kButtons, [&focus](const KindButton& kind) { return focus == QLatin1String(kind.name); });
   const std::size_t from = at_focus == kButtons.end() ? kButtons.size() - 1 : at_focus - kButtons.begin();
   // Further letters may mean the kind to which the first ones went.
   const std::size_t first = typed_.size() > 1 ? 0 : 1;

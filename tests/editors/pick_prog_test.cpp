@@ -175,6 +175,15 @@ TEST(PickProg, LettersGoToTheKindThatBeginsWithThem) {
   }
 }
 
+TEST(PickProg, LettersFindTheirKindWhenNothingHasTheFocus) {
+  PickBench d;
+  d.While([&] {
+    d.picker.focusWidget()->clearFocus();
+    QTest::keyClicks(&d.picker, QStringLiteral("g"));
+    EXPECT_EQ(d.picker.focusWidget()->objectName(), QStringLiteral("BtnGT"));
+  });
+}
+
 TEST(PickProg, LettersBeginAnewAfterAPauseAndAtEachOpening) {
   PickBench d;
   d.While([&] {
