@@ -324,10 +324,7 @@ void EditorDialog::keyPressEvent(QKeyEvent* event) {
     findChild<QPushButton*>(QStringLiteral("invisible"))->click();
     return;
   }
-  if (event->key() == Qt::Key_F1) {
-    if (!event->isAutoRepeat()) OpenHelp();
-    return;
-  }
+  if (event->key() == Qt::Key_F1) return OpenHelp();
   QDialog::keyPressEvent(event);
 }
 

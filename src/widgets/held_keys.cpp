@@ -6,6 +6,14 @@
 #include <QKeyEvent>
 
 namespace tavlo {
+namespace {
+
+/// Enter and the function keys begin something each time.
+bool ActsOnce(int key) {
+  return key == Qt::Key_Return || key == Qt::Key_Enter || (key >= Qt::Key_F1 && key <= Qt::Key_F35);
+}
+
+}  // namespace
 
 HeldKeys::HeldKeys() {
   QCoreApplication::instance()->installEventFilter(this);
@@ -26,7 +34,7 @@ bool HeldKeys::eventFilter(QObject* watched, QEvent* event) {
 bool HeldKeys::ActsHere(const QKeyEvent& key, QWidget* window) {
   const bool repeats = held_.Repeats(key);
   if (key.type() == QEvent::KeyRelease) return true;
-  if (repeats && (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter)) return false;
+  if (repeats && ActsOnce(key.key())) return false;
   // A press comes to its native window first, and then to a widget.
   if (window == nullptr) return true;
   if (repeats && key.key() == key_) return window == pressed_in_;

@@ -14,7 +14,8 @@ namespace tavlo {
 
 /// Keeps a held key from acting where nobody pressed it. Its repeats stay in the window in which it was
 /// pressed: otherwise they would type into the dialog that the first press opened, or press a mnemonic of the
-/// window below the one that it closed. Enter acts only once each time it is pressed, everywhere.
+/// window below the one that it closed. Enter and the function keys act only once each time they are
+/// pressed, everywhere.
 class HeldKeys : public QObject {
   Q_OBJECT
 

@@ -284,6 +284,23 @@ bool Acts(QWidget& focus, Qt::Key key, Qt::KeyboardModifiers modifiers, bool rep
   return counter.presses > 0 || !taken_for_a_press;
 }
 
+TEST(HeldKey, F1OpensTheHelpOnceThoughItsRepeatsBearNoMark) {
+  HoldSession session;
+  session.Pane().setFocus();
+  const auto send = [&](QEvent::Type type, quint64 milliseconds) {
+    QKeyEvent event(type, Qt::Key_F1, Qt::NoModifier);
+    event.setTimestamp(milliseconds);
+    event.ignore();
+    QApplication::sendEvent(&session.Pane(), &event);
+    return event.isAccepted();
+  };
+  EXPECT_FALSE(send(QEvent::ShortcutOverride, 4000)) << "it may be a shortcut";
+  send(QEvent::KeyRelease, 5000);
+  EXPECT_TRUE(send(QEvent::ShortcutOverride, 5000)) << "a repeat is none";
+  send(QEvent::KeyRelease, 6000);
+  EXPECT_FALSE(send(QEvent::ShortcutOverride, 6100)) << "pressed again";
+}
+
 TEST(HeldKey, ThatOpenedADialogTypesNothingIntoIt) {
   HoldSession session;
   EXPECT_TRUE(Acts(session.Pane(), Qt::Key_Space, Qt::NoModifier, false));
