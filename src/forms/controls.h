@@ -42,6 +42,15 @@ struct CheckBox : Control {
   bool value = false;
 };
 
+/// A button that does something.
+struct Button : Control {
+  /// Both empty where they stay as the dialog has them.
+  std::string caption;
+  std::string tool_tip;
+  /// Stands out, for what it has opened is open.
+  bool lit = false;
+};
+
 /// One of several of which one is on.
 struct OptionButton : Control {
   bool value = false;
@@ -96,8 +105,8 @@ struct Display : Control {
   int lines_for_text = 0;
 };
 
-using AnyControl = std::variant<TextBox*, TextArea*, Slider*, CheckBox*, OptionButton*, ListBox*, Label*,
-                                Frame*, SpinButton*, Gauge*, Display*, TabStrip*, GraphBox*>;
+using AnyControl = std::variant<TextBox*, TextArea*, Slider*, CheckBox*, OptionButton*, Button*, ListBox*,
+                                Label*, Frame*, SpinButton*, Gauge*, Display*, TabStrip*, GraphBox*>;
 
 /// What is common to all of them.
 [[nodiscard]] inline Control& CommonOf(const AnyControl& control) {

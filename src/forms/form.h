@@ -2,114 +2,38 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #pragma once
 
-#include <functional>
-#include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
-#include "forms/controls.h"
+#include "forms/control_form.h"
 #include "model/program.h"
-#include "platform/services.h"
 
 namespace tavlo {
 
-class AnalysisTab;
-
-/// A control of a form by its name, an element of an array as "OptIn(3)".
-struct Bound {
-  std::string name;
-  AnyControl control;
-  /// What follows on what the operator did with it: a box was left, a text area changed, a slider moved, a
-  /// check box or an option clicked, an entry of a list chosen, a spin button pressed, a page turned to. May
-  /// be empty.
-  std::function<void()> rule;
-};
-
-/// The controls of a form. Blocks that several forms share add theirs.
-class ControlTable {
+/// A dialog that edits a line.
+class Form : public ControlForm {
  public:
-  void Add(std::string name, AnyControl control, std::function<void()> rule = {});
-  /// What a block shows by what its controls hold; runs after every act.
-  void AddShown(std::function<void()> show) { shown_.push_back(std::move(show)); }
-  [[nodiscard]] const std::vector<Bound>& Rows() const { return rows_; }
-  /// The control of that name; there must be one.
-  [[nodiscard]] const Bound& Find(std::string_view name) const;
-
- private:
-  friend class Form;
-
-  std::vector<Bound> rows_;
-  std::vector<std::function<void()>> shown_;
-};
-
-/// A dialog that edits a line, without its window: what its controls show, what follows on each act of the
-/// operator, what is written at OK. A window binds to it by the names of the controls, passes on what the
-/// operator does and then shows the state anew.
-///
-/// A form is filled each time its dialog comes up, so nothing of an earlier use is left.
-class Form {
- public:
-  virtual ~Form() = default;
-  Form(const Form&) = delete;
-  Form& operator=(const Form&) = delete;
-
   /// The dialog comes up for a line 0..199 of a program, which must outlive its stay.
   void Load(Program& program, int line);
-  /// OK: writes the line. False if the dialog stays, after its message.
-  [[nodiscard]] bool Confirm(MessageBoxes& boxes);
   /// Gives the line back as it was when the dialog came up.
-  void Cancel();
-  /// Enter: takes what was being typed. The caret then goes to the first entry.
-  void Enter();
-
-  [[nodiscard]] const ControlTable& Controls() const { return controls_; }
-  /// What the move will do; nothing in a dialog that does not show it.
-  [[nodiscard]] virtual const AnalysisTab* Analysis() const { return nullptr; }
-  /// The entry that has the caret when the dialog comes up, its text selected.
-  [[nodiscard]] const Bound& First() const { return controls_.Find(first_); }
-  /// The entry that kept the line from being written at the last OK, if it was one; the caret goes there.
-  [[nodiscard]] const Bound* Refused() const {
-    return refused_.empty() ? nullptr : &controls_.Find(refused_);
-  }
-
-  // What the operator does.
-  void Type(const Bound& box, std::string text);
-  void Leave(const Bound& box);
-  void Move(const Bound& slider, int value);
-  void Click(const Bound& box_or_option);
-  void Choose(const Bound& list, int index);
-  void Spin(const Bound& button, int way);
-  void Turn(const Bound& tab_strip, int page);
+  void Cancel() override;
 
  protected:
-  /// `first` names the entry that the form begins with.
-  explicit Form(std::string_view first) : first_(first) {}
+  explicit Form(std::string_view first) : ControlForm(first) {}
 
   /// From the record to the controls.
   virtual void Fill() = 0;
-  /// Takes every entry that was typed into, and forces into range what is not.
-  virtual void CleanUp() = 0;
-  /// Shows or hides, enables or dims by what the controls say. Runs after every act.
-  virtual void ShowHide() {}
   /// Tells what keeps the line from being written, after which the dialog stays. May say which entry it is.
   [[nodiscard]] virtual bool MayWrite(MessageBoxes& boxes);
   /// From the controls to the record.
   virtual void Write(Instruction& record) const = 0;
-  void Refuse(std::string_view entry) { refused_ = entry; }
 
   [[nodiscard]] const Program& program() const { return *program_; }
   [[nodiscard]] int line() const { return line_; }
   [[nodiscard]] const Instruction& record() const { return program_->Prog[line_]; }
 
-  ControlTable controls_;
-
  private:
-  void Follow(const Bound& bound);
-  void ShowAnew();
+  [[nodiscard]] bool Accept(MessageBoxes& boxes) override;
 
-  std::string first_;
-  std::string refused_;
   Program* program_ = nullptr;
   int line_ = 0;
   Instruction before_;
