@@ -132,6 +132,9 @@ bool PlainNetModel(int code) {
 bool FourInputModel(int code) {
   return AnyOf(code, {36, 37, 40, 41, 44, 45, 46, 47});
 }
+bool ShowsTxtCurrent(int code) {
+  return Between(code, 1, 9) || code == 19 || Between(code, 26, 43);
+}
 
 bool ZenuServo(int code) {
   return AnyOf(code, {8, 9});

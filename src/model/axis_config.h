@@ -102,6 +102,9 @@ inline constexpr int kUnknownModel = 100;
 [[nodiscard]] bool ProgNetModel(int code);
 [[nodiscard]] bool PlainNetModel(int code);
 [[nodiscard]] bool FourInputModel(int code);
+/// Whether the running current of the drive is one number in amperes, which its row of the hardware settings
+/// shows in `TxtCurrent`. The others have several, or there is no drive.
+[[nodiscard]] bool ShowsTxtCurrent(int code);
 
 /// The main window has tests of its own for two families. Its `ZENU_Ox` lacks code 30, which the editors'
 /// includes.

@@ -148,6 +148,7 @@ TEST(DriveFamily, EachTestHoldsForItsCodesAlone) {
       {"ProgNetModel", ProgNetModel, {21, 23, 25, 29}},
       {"PlainNetModel", PlainNetModel, {20, 22, 24, 27}},
       {"FourInputModel", FourInputModel, {36, 37, 40, 41, 44, 45, 46, 47}},
+      {"ShowsTxtCurrent", ShowsTxtCurrent, Join({Range(1, 9), {19}, Range(26, 43)})},
       {"ZenuServo", ZenuServo, {8, 9}},
       {"ZENU_a", ZENU_a, {10, 12, 14, 15, 16, 18, 26, 28}},
       {"ZENU_Ox of the editors", ZENU_Ox, {11, 13, 17, 30}},
