@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
 #include <cmath>
+#include <tuple>
 
+#include "model/kinds.h"
 #include "motion/range.h"
 #include "motion/units.h"
 #include "platform/number_format.h"
@@ -29,6 +31,28 @@ void CapLimit(std::int32_t& whole, std::int32_t& fraction, double highest) {
   const double below = std::floor(highest);
   whole = static_cast<std::int32_t>(below);
   fraction = static_cast<std::int32_t>(RoundHalfEven((highest - below) * 10000));
+}
+
+/// Whether the line tells an axis how far, how fast or how steeply; others hold such numbers for nothing.
+bool TellsHowToMove(const Instruction& line) {
+  return IsMove(line.Type) || IsValuePrompt(line) || line.Type == SP || line.Type == SS || line.Type == FE ||
+         (line.Type == WI && line.JogOn);
+}
+
+bool SameMotion(const Instruction& a, const Instruction& b) {
+  const auto numbers = [](const Instruction& line) {
+    return std::tie(line.Dist, line.Dist2, line.SafetyDist, line.UpperInt, line.UpperFrac, line.LowerInt,
+                    line.LowerFrac, line.Speed, line.Speed2, line.RetSpeed, line.JogSpeed, line.Accel,
+                    line.Decel, line.JogAccel);
+  };
+  return numbers(a) == numbers(b);
+}
+
+bool JogsOtherwise(const Instruction& a, const Instruction& b) {
+  if (a.Type != MMI || a.SubType != WaitEnter) return false;
+  const auto left_right = [](const Instruction& line) { return std::tie(line.JogLRSpeed, line.JogLRAccel); };
+  const auto up_down = [](const Instruction& line) { return std::tie(line.JogUDSpeed, line.JogUDAccel); };
+  return (a.JogLR && left_right(a) != left_right(b)) || (a.JogUD && up_down(a) != up_down(b));
 }
 
 }  // namespace
@@ -82,6 +106,16 @@ void ScaleAccel(Program& program, const OldUnits& old) {
     scale(line.JogLRAccel, line.JogLRDrive);
     scale(line.JogUDAccel, line.JogUDDrive);
   }
+}
+
+int LinesRescaled(const Program& before, const Program& after) {
+  int lines = 0;
+  for (int i = 0; i < kLines; ++i) {
+    const Instruction& was = before.Prog[i];
+    const Instruction& is = after.Prog[i];
+    if ((TellsHowToMove(is) && !SameMotion(was, is)) || JogsOtherwise(was, is)) ++lines;
+  }
+  return lines;
 }
 
 }  // namespace tavlo

@@ -111,4 +111,8 @@ void ScaleDist(Program& program, const OldUnits& old);
 void ScaleSpeed(Program& program, const OldUnits& old);
 void ScaleAccel(Program& program, const OldUnits& old);
 
+/// Returns how many lines that tell an axis how far, how fast or how steeply differ in `after`, which is
+/// `before` with other settings of its axes, rescaled.
+[[nodiscard]] int LinesRescaled(const Program& before, const Program& after);
+
 }  // namespace tavlo
