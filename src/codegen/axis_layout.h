@@ -53,9 +53,6 @@ inline constexpr auto kAxisLayout = std::to_array<AxisFieldRow>({
     {AxisField::HubSettings, 31, 1, "spare byte"},
 });
 
-inline constexpr std::size_t kUnitNameBytes = 4;
-inline constexpr std::size_t kAxisNameBytes = 8;
-
 /// Settings of the whole hub. Each is some bits of the last byte of a chosen axis's block.
 enum class HubSetting : std::uint8_t {
   TerminalUsed,

@@ -13,18 +13,17 @@ class ChangeCurrent : public AxisForm {
 
  protected:
   void Fill() override;
-  void CleanUp() override { CleanUpCurrent(); }
+  void CleanUp() override { curr_.CleanUp(Most()); }
   void ShowHide() override;
   void Write(Instruction& record) const override;
-  void SetUnits() override;
+  void SetUnits() override { curr_.ReadAnew(Most()); }
 
  private:
-  void PutCurrent(float amperes);
-  void CleanUpCurrent();
+  /// Amperes.
+  [[nodiscard]] float Most() const;
 
   OptionGroup<3> what_;
-  TextBox curr_;
-  float current_ = 0;
+  CurrentField curr_;
   OptionGroup<4> idle_;
 };
 

@@ -3,6 +3,8 @@
 #pragma once
 
 #include "forms/form.h"
+#include "forms/short_text.h"
+#include "model/wire.h"
 
 namespace tavlo {
 
@@ -17,7 +19,7 @@ class comment : public Form {
   void Write(Instruction& record) const override;
 
  private:
-  TextBox text_;
+  ShortText text_{kLongestComment};
 };
 
 }  // namespace tavlo

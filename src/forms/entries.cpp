@@ -262,6 +262,29 @@ void CountField::CleanUp() {
       std::clamp(entered, static_cast<double>(least_), static_cast<double>(most_))));
 }
 
+void CurrentField::AddTo(ControlTable& controls, std::string_view text, const std::function<float()>& most) {
+  controls.Add(std::string(text), &text_, [this, most] { CleanUp(most()); });
+}
+
+void CurrentField::Fill(float amperes) {
+  amperes_ = amperes;
+  text_.text = Format(amperes, "0.00");
+  text_.touched = false;
+}
+
+void CurrentField::CleanUp(float most) {
+  if (!text_.touched && amperes_ >= 0 && amperes_ <= most) return;
+  const double entered = text_.touched ? Val(text_.text) : amperes_;
+  const double held = std::clamp(entered, 0.0, static_cast<double>(most));
+  // To the digits that are shown.
+  Fill(static_cast<float>(RoundHalfEven(held * 100) / 100));
+}
+
+void CurrentField::ReadAnew(float most) {
+  text_.touched = true;
+  CleanUp(most);
+}
+
 void LineField::AddTo(ControlTable& controls, const Parts& parts) {
   controls.Add(std::string(parts.text), &linenum_, [this] { CleanUp(); });
   if (!parts.spin.empty()) {

@@ -242,12 +242,34 @@ class CountField {
   void CleanUp();
   [[nodiscard]] std::int32_t Count() const { return count_; }
   void Enable(bool enabled) { text_.enabled = enabled; }
+  void Show(bool visible) { text_.visible = visible; }
+  [[nodiscard]] const std::string& Text() const { return text_.text; }
 
  private:
   int least_;
   int most_;
   TextBox text_;
   std::int32_t count_ = 0;
+};
+
+/// A current in amperes, to two decimals.
+class CurrentField {
+ public:
+  /// `most` is the highest of the drive.
+  void AddTo(ControlTable& controls, std::string_view text, const std::function<float()>& most);
+  void Fill(float amperes);
+  /// Forces it to 0 and up to `most`.
+  void CleanUp(float most);
+  /// The drive has changed: what the box shows counts as if it were typed.
+  void ReadAnew(float most);
+  [[nodiscard]] float Amperes() const { return amperes_; }
+  void Enable(bool enabled) { text_.enabled = enabled; }
+  void Show(bool visible) { text_.visible = visible; }
+  [[nodiscard]] const std::string& Text() const { return text_.text; }
+
+ private:
+  TextBox text_;
+  float amperes_ = 0;
 };
 
 /// The number of a line, with its spin buttons and the text of that line, which follows as the number is

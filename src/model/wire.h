@@ -16,6 +16,10 @@ inline constexpr int kSlotBytes = 32;
 /// The axis settings: a block for each axis.
 inline constexpr int kAxisBlockBytes = 32;
 inline constexpr int kSystemBytes = 256;
+inline constexpr std::size_t kUnitNameBytes = 4;
+inline constexpr std::size_t kAxisNameBytes = 8;
+/// Of the free one.
+inline constexpr int kMostStepsPerRev = 65535;
 /// The pool of prompt texts, its final 0x00 included.
 inline constexpr int kPoolBytes = 1536;
 /// The memory holds the lines, the axis settings and the pool, in this order.
