@@ -26,7 +26,7 @@ void ControlForm::Begin() {
 }
 
 bool ControlForm::Confirm(MessageBoxes& boxes) {
-  refused_.clear();
+  caret_.clear();
   CleanUp();
   const bool written = Accept(boxes);
   ShowAnew();
@@ -44,6 +44,7 @@ void ControlForm::ShowAnew() {
 }
 
 void ControlForm::Follow(const Bound& bound) {
+  caret_.clear();
   if (bound.rule) bound.rule();
   ShowAnew();
 }
@@ -55,6 +56,7 @@ void ControlForm::Type(const Bound& box, std::string text) {
     return;
   }
   TextBox& state = *std::get<TextBox*>(box.control);
+  caret_.clear();
   state.text = std::move(text);
   state.touched = true;
   ShowAnew();

@@ -65,10 +65,9 @@ class ControlForm {
   [[nodiscard]] virtual const AnalysisTab* Analysis() const { return nullptr; }
   /// The entry that has the caret when the dialog comes up, its text selected.
   [[nodiscard]] const Bound& First() const { return controls_.Find(first_); }
-  /// The entry that kept the dialog from being confirmed at the last OK, if it was one; the caret goes there.
-  [[nodiscard]] const Bound* Refused() const {
-    return refused_.empty() ? nullptr : &controls_.Find(refused_);
-  }
+  /// Where the caret goes after the last act, if it has to go anywhere: to an entry that kept the dialog from
+  /// being confirmed, to what has come up.
+  [[nodiscard]] const Bound* Caret() const { return caret_.empty() ? nullptr : &controls_.Find(caret_); }
 
   // What the operator does.
   void Type(const Bound& box, std::string text);
@@ -91,16 +90,16 @@ class ControlForm {
   virtual void ShowHide() {}
   /// Writes what is edited. False, after a message, if something keeps it from that; may say which entry.
   [[nodiscard]] virtual bool Accept(MessageBoxes& boxes) = 0;
-  void Refuse(std::string_view entry) { refused_ = entry; }
+  void ShowAnew();
+  void SendCaretTo(std::string_view control) { caret_ = control; }
 
   ControlTable controls_;
 
  private:
   void Follow(const Bound& bound);
-  void ShowAnew();
 
   std::string first_;
-  std::string refused_;
+  std::string caret_;
 };
 
 }  // namespace tavlo

@@ -139,18 +139,18 @@ bool MMIprompt::PoolWouldOverflow(std::size_t text_length) const {
 bool MMIprompt::MayWrite(MessageBoxes& boxes) {
   if (Function() == Menu && table_.NoValidKeys()) {
     boxes.MsgBox({.text = std::string(kNoKeys)});
-    Refuse("Check1(1)");
+    SendCaretTo("Check1(1)");
     return false;
   }
   const std::size_t length =
       KeepsText() ? record().Text.size() : BreakText(text_.text, text_.lines).Stored().size();
   if (PoolWouldOverflow(length)) {
     boxes.MsgBox({.text = std::string(kPoolIsFull), .title = "Strings too long"});
-    Refuse("MMItext");
+    SendCaretTo("MMItext");
     return false;
   }
   if (const auto limit = limits_.Refused({program(), drive_.Axis()}, Function(), boxes)) {
-    Refuse(*limit);
+    SendCaretTo(*limit);
     return false;
   }
   if (Function() == GetCount) limits_.CleanUpCounts();

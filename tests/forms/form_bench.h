@@ -30,30 +30,22 @@ inline void InInches(Program& program, int axis, int steps_per_inch) {
   program.Axis.UnitName[axis] = "inch";
 }
 
-/// A form before an operator who acts on its controls by their names.
-template <class WhichForm>
-struct FormBench {
-  FormBench() {
-    InitHardware(program.Axis);
-    InitProg(program);
-    InSteps(program, 0);
-  }
-
-  [[nodiscard]] Instruction& Line(int line = 0) { return program.Prog[line]; }
-  void Open(int line = 0) { form.Load(program, line); }
-  [[nodiscard]] bool OK() { return form.Confirm(boxes); }
+/// An operator before a form, who acts on its controls by their names.
+class FormOperator {
+ public:
+  explicit FormOperator(ControlForm& form) : form_(form) {}
 
   /// Types it over what stands there, and stays in the box.
-  void Type(std::string_view box, std::string text) { form.Type(Find(box), std::move(text)); }
+  void Type(std::string_view box, std::string text) { form_.Type(Find(box), std::move(text)); }
   /// Types it and goes to the next control.
   void Enter(std::string_view box, std::string text) {
     Type(box, std::move(text));
-    form.Leave(Find(box));
+    form_.Leave(Find(box));
   }
-  void Move(std::string_view slider, int value) { form.Move(Find(slider), value); }
-  void Click(std::string_view box) { form.Click(Find(box)); }
-  void Choose(std::string_view list, int index) { form.Choose(Find(list), index); }
-  void Spin(std::string_view buttons, int way) { form.Spin(Find(buttons), way); }
+  void Move(std::string_view slider, int value) { form_.Move(Find(slider), value); }
+  void Click(std::string_view what) { form_.Click(Find(what)); }
+  void Choose(std::string_view list, int index) { form_.Choose(Find(list), index); }
+  void Spin(std::string_view buttons, int way) { form_.Spin(Find(buttons), way); }
 
   [[nodiscard]] std::string Text(std::string_view box) {
     const AnyControl& control = Find(box).control;
@@ -63,6 +55,7 @@ struct FormBench {
   [[nodiscard]] const Gauge& Bar(std::string_view gauge) { return State<Gauge>(gauge); }
   [[nodiscard]] const Display& Picture(std::string_view display) { return State<Display>(display); }
   [[nodiscard]] std::string Caption(std::string_view label) { return State<Label>(label).caption; }
+  [[nodiscard]] const Button& Pressable(std::string_view button) { return State<Button>(button); }
   [[nodiscard]] int Position(std::string_view slider) { return State<Slider>(slider).value; }
   [[nodiscard]] std::pair<int, int> Ends(std::string_view slider) {
     return {State<Slider>(slider).min, State<Slider>(slider).max};
@@ -84,16 +77,32 @@ struct FormBench {
     return seen;
   }
 
-  Program program;
-  WhichForm form;
-  FakeBoxes boxes;
-
  private:
-  [[nodiscard]] const Bound& Find(std::string_view name) { return form.Controls().Find(name); }
+  [[nodiscard]] const Bound& Find(std::string_view name) { return form_.Controls().Find(name); }
   template <class Which>
   [[nodiscard]] Which& State(std::string_view name) {
     return *std::get<Which*>(Find(name).control);
   }
+
+  ControlForm& form_;
+};
+
+/// The form of a line.
+template <class WhichForm>
+struct FormBench : FormOperator {
+  FormBench() : FormOperator(form) {
+    InitHardware(program.Axis);
+    InitProg(program);
+    InSteps(program, 0);
+  }
+
+  [[nodiscard]] Instruction& Line(int line = 0) { return program.Prog[line]; }
+  void Open(int line = 0) { form.Load(program, line); }
+  [[nodiscard]] bool OK() { return form.Confirm(boxes); }
+
+  Program program;
+  WhichForm form;
+  FakeBoxes boxes;
 };
 
 }  // namespace tavlo::testing

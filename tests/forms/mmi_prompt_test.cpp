@@ -130,7 +130,7 @@ TEST(MMIprompt, AMenuWithoutAKeyIsRefused) {
   EXPECT_EQ(d.boxes.shown,
             (std::vector<ShownBox>{
                 {.text = "You must check at least one key in the Branch Table of an MMI Menu instruction"}}));
-  EXPECT_EQ(d.form.Refused()->name, "Check1(1)");
+  EXPECT_EQ(d.form.Caret()->name, "Check1(1)");
   EXPECT_EQ(d.Line(), before);
   d.Click("Check1(8)");
   EXPECT_TRUE(d.OK());
@@ -153,7 +153,7 @@ TEST(MMIprompt, ATextForWhichThePoolHasNoRoomIsRefused) {
       (std::vector<ShownBox>{{.text = "You have too many MMI prompts in your program.  You must shorten "
                                       "the text in other MMI prompts to make room for this one.",
                               .title = "Strings too long"}}));
-  EXPECT_EQ(d.form.Refused()->name, "MMItext");
+  EXPECT_EQ(d.form.Caret()->name, "MMItext");
   EXPECT_EQ(d.Line().Text, "");
   d.Type("MMItext", std::string(13, 'y'));
   EXPECT_TRUE(d.OK()) << "1536 bytes";

@@ -69,8 +69,8 @@ TEST(PromptLimits, OutOfRangeKeepTheDialogOpenWithAMessage) {
     d.Enter("upperlimit", row.upper);
     EXPECT_FALSE(d.OK()) << row.text;
     EXPECT_EQ(d.boxes.shown, (std::vector<ShownBox>{{.text = row.text, .title = row.title}}));
-    ASSERT_NE(d.form.Refused(), nullptr);
-    EXPECT_EQ(d.form.Refused()->name, row.box) << row.text;
+    ASSERT_NE(d.form.Caret(), nullptr);
+    EXPECT_EQ(d.form.Caret()->name, row.box) << row.text;
     EXPECT_EQ(d.Text("lowerlimit"), row.lower) << "is not forced";
     EXPECT_EQ(d.Line(), before) << row.text;
   }
@@ -83,11 +83,11 @@ TEST(PromptLimits, ARepeatCountBelowOneIsRefusedWithoutAWord) {
       d.Enter(box, typed);
       EXPECT_FALSE(d.OK()) << typed;
       EXPECT_TRUE(d.boxes.shown.empty());
-      ASSERT_NE(d.form.Refused(), nullptr);
-      EXPECT_EQ(d.form.Refused()->name, box);
+      ASSERT_NE(d.form.Caret(), nullptr);
+      EXPECT_EQ(d.form.Caret()->name, box);
       d.Enter(box, "4");
       EXPECT_TRUE(d.OK()) << "it was put right";
-      EXPECT_EQ(d.form.Refused(), nullptr);
+      EXPECT_EQ(d.form.Caret(), nullptr);
     }
   }
 }
