@@ -306,6 +306,10 @@ void FormDialog::GoToFirst() {
   GoTo(body_->findChild<QWidget*>(FromText(form_->First().name)));
 }
 
+void FormDialog::GoToCaret() {
+  if (const Bound* control = form_->Caret()) GoTo(body_->findChild<QWidget*>(FromText(control->name)));
+}
+
 void FormDialog::GoTo(QWidget* entry) {
   if (auto* const box = qobject_cast<EntryBox*>(entry)) box->deselect();
   // An entry whose value comes from a variable takes no focus; the next control does.
@@ -358,7 +362,7 @@ void FormDialog::Confirm() {
   const bool written = form_->Confirm(boxes_);
   ShowState();
   if (written) return accept();
-  if (const Bound* entry = form_->Refused()) GoTo(body_->findChild<QWidget*>(FromText(entry->name)));
+  GoToCaret();
 }
 
 void FormDialog::reject() {

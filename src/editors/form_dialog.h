@@ -51,8 +51,11 @@ class FormDialog : public QDialog {
     return [this, what](auto... of) {
       what(of...);
       ShowState();
+      GoToCaret();
     };
   }
+  /// Enter, by way of the button that nobody sees: takes what was being typed and goes to the first entry.
+  virtual void TakeEntry();
   void ShowState();
   /// Gives the focus to a control, or to the next that can have it, with its text selected.
   void GoTo(QWidget* entry);
@@ -66,10 +69,9 @@ class FormDialog : public QDialog {
   void AddButtons(QVBoxLayout& column);
   void Confirm();
   void OpenHelp() { help_.OpenHelp(document_, boxes_); }
-  /// Enter, by way of the button that nobody sees.
-  void TakeEntry();
   void PutIntoPane();
   void GoToFirst();
+  void GoToCaret();
 
   std::string_view document_;
   MessageBoxes& boxes_;

@@ -3,6 +3,7 @@
 #include "editors/line_dialogs.h"
 
 #include "editors/editor_dialog.h"
+#include "editors/hardware_dialog.h"
 #include "editors/pick_prog.h"
 #include "forms/registry.h"
 
@@ -24,6 +25,11 @@ bool LineDialogs::Edit(Program& program, int line) {
   std::unique_ptr<EditorDialog>& dialog = dialogs_[row->name];
   if (!dialog) dialog = std::make_unique<EditorDialog>(*row, boxes_, help_, main_window_);
   return dialog->Edit(program, line);
+}
+
+bool LineDialogs::EditHardware(Program& program, const std::function<DriveScan()>& scan) {
+  if (!hardware_) hardware_ = std::make_unique<HardwareDialog>(boxes_, help_, main_window_);
+  return hardware_->Edit(program, scan);
 }
 
 }  // namespace tavlo

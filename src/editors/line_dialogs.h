@@ -15,9 +15,11 @@ class QWidget;
 namespace tavlo {
 
 class EditorDialog;
+class HardwareDialog;
 class PickProg;
 
-/// The picker and the dialogs of the lines. Each is made at its first use and lives as long as this.
+/// The picker, the dialogs of the lines and that of the hardware settings. Each is made at its first use and
+/// lives as long as this.
 class LineDialogs : public EditorWindows {
  public:
   LineDialogs(MessageBoxes& boxes, Help& help, QWidget* main_window);
@@ -25,12 +27,14 @@ class LineDialogs : public EditorWindows {
 
   void ShowPickProg(int line, const std::function<bool(const Picked&)>& act) override;
   [[nodiscard]] bool Edit(Program& program, int line) override;
+  [[nodiscard]] bool EditHardware(Program& program, const std::function<DriveScan()>& scan) override;
 
  private:
   MessageBoxes& boxes_;
   Help& help_;
   QWidget* main_window_;
   std::unique_ptr<PickProg> picker_;
+  std::unique_ptr<HardwareDialog> hardware_;
   std::map<std::string_view, std::unique_ptr<EditorDialog>> dialogs_;
 };
 

@@ -11,6 +11,7 @@
 #include "editors/analysis_look.h"
 #include "editors/form_grid.h"
 #include "editors/look_rows.h"
+#include "editors/looks_hardware.h"
 #include "editors/looks_inputs.h"
 #include "editors/looks_prompt.h"
 
@@ -225,6 +226,7 @@ constexpr std::array kLooks = {
     LookRow{"SeekHome", LookOfSeekHome},
     LookRow{"WaitInput", LookOfWaitInput},
     LookRow{"IfInput", LookOfIfInput},
+    LookRow{"Hardware", LookOfHardware},
 };
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "model/drive_scan.h"
 #include "model/program.h"
 
 namespace tavlo {
@@ -89,7 +90,7 @@ struct Picked {
   int type = 0;
 };
 
-/// The dialogs that edit a line.
+/// The dialogs that edit a program.
 class EditorWindows {
  public:
   virtual ~EditorWindows() = default;
@@ -99,6 +100,9 @@ class EditorWindows {
   /// Lets the operator edit a line 0..199 of the program in the dialog of its kind. Returns whether it was
   /// written: not if the dialog was cancelled or the kind has none. Modal.
   virtual bool Edit(Program& program, int line) = 0;
+  /// Lets the operator edit the settings of the axes, after which the lines have been rescaled. `scan` asks
+  /// the hub which drives are plugged in. Returns whether they were written. Modal.
+  virtual bool EditHardware(Program& program, const std::function<DriveScan()>& scan) = 0;
 };
 
 }  // namespace tavlo

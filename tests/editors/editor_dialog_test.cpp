@@ -6,11 +6,9 @@
 #include <QRadioButton>
 #include <QTabWidget>
 #include <map>
-#include <set>
 
 #include "editors/dialog_bench.h"
 #include "model/instruction.h"
-#include "widgets/profile_graph.h"
 
 namespace tavlo::testing {
 namespace {
@@ -42,38 +40,15 @@ TEST(EveryDialog, HasItsFormsControlsAndNoOthers) {
     DialogBench d(type);
     EXPECT_EQ(d.dialog.objectName().toStdString(), row.name);
     EXPECT_EQ(d.dialog.windowTitle().toStdString(), row.title);
-    std::multiset<std::string> bound;
-    const auto form = row.make();
-    for (const Bound& control : form->Controls().Rows()) bound.insert(control.name);
-    for (const char* button : {"OK", "Cancel", "Help", "invisible"}) bound.insert(button);
-    std::multiset<std::string> named;
-    for (const QWidget* widget : d.dialog.findChildren<QWidget*>()) {
-      const QString name = widget->objectName();
-      // What a control is made of has names that the toolkit gives, or is the graph's own.
-      const bool part = name.startsWith(QLatin1String("qt_")) || name.startsWith(QLatin1String("Scroll")) ||
-                        qobject_cast<ProfileGraph*>(widget->parentWidget()) != nullptr;
-      if (!name.isEmpty() && !part) named.insert(name.toStdString());
-    }
-    EXPECT_EQ(named, bound);
+    d.ExpectControlsOf(*row.make());
   }
 }
 
 TEST(EveryDialog, HasNoMnemonicTwice) {
   for (const int type : TypesWithDialogs()) {
     DialogBench d(type);
-    std::map<QString, QString> letters;
-    const auto meet = [&](const QString& text) {
-      const QKeySequence letter = QKeySequence::mnemonic(text);
-      if (letter.isEmpty()) return;
-      const QString key = letter.toString();
-      EXPECT_FALSE(letters.contains(key))
-          << FormOf(type)->name << ": " << text.toStdString() << " and " << letters[key].toStdString();
-      letters[key] = text;
-    };
-    for (const auto* button : d.dialog.findChildren<QAbstractButton*>()) meet(button->text());
-    for (const auto* label : d.dialog.findChildren<QLabel*>()) {
-      if (label->buddy() != nullptr) meet(label->text());
-    }
+    SCOPED_TRACE(FormOf(type)->name);
+    d.ExpectNoMnemonicTwice();
   }
 }
 
@@ -81,15 +56,7 @@ TEST(EveryDialog, IsWalkedByTabInTheOrderOfItsForm) {
   for (const int type : TypesWithDialogs()) {
     SCOPED_TRACE(FormOf(type)->name);
     DialogBench d(type);
-    d.While([&] {
-      const std::vector<std::string> wanted = d.TabStops(*FormOf(type)->make());
-      d.Find<QWidget>(wanted.front().c_str()).setFocus();
-      for (const std::string& name : wanted) {
-        EXPECT_EQ(d.Focus().toStdString(), name);
-        d.Press(Qt::Key_Tab);
-      }
-      EXPECT_EQ(d.Focus().toStdString(), wanted.front());
-    });
+    d.While([&] { d.ExpectWalkedByTab(*FormOf(type)->make()); });
   }
 }
 

@@ -29,6 +29,19 @@ class FakeEditors : public EditorWindows {
     return true;
   }
 
+  [[nodiscard]] bool EditHardware(Program& program, const std::function<DriveScan()>& scan) override {
+    log.emplace_back("hardware");
+    if (meanwhile) meanwhile();
+    if (scans) found = scan();
+    if (!confirms) return false;
+    program.Axis.AxisName[0] = kWrittenName;
+    return true;
+  }
+
+  static constexpr const char* kWrittenName = "Saw";
+  /// The operator has the drives scanned, and this is what was found.
+  bool scans = false;
+  DriveScan found;
   static constexpr std::int32_t kWrittenDist = 4711;
   /// In the picker, one after the other until it closes; then it is cancelled.
   std::vector<Picked> presses;
