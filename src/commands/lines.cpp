@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "commands/editing_now.h"
 #include "model/line_operations.h"
 #include "platform/number_format.h"
 #include "session/grid.h"
@@ -27,18 +28,6 @@ void CopyInst(Desk& desk, int source_line, int target_line) {
 }
 
 namespace {
-
-/// While it lives, a dialog is up and `CurLine` stays.
-class EditingNow {
- public:
-  explicit EditingNow(Source& source) : source_(source) { source_.Editing = true; }
-  ~EditingNow() { source_.Editing = false; }
-  EditingNow(const EditingNow&) = delete;
-  EditingNow& operator=(const EditingNow&) = delete;
-
- private:
-  Source& source_;
-};
 
 /// The kinds that are their whole line.
 bool HasNothingToEdit(int type) {

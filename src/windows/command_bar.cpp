@@ -38,9 +38,8 @@ constexpr std::array<Command, 10> kCommands = {{
     {"Download", "&Download", "download", "Send the program to the hub and prove the transfer", Group::Hub},
     {"Upload", "&Upload", "upload", "Read the program back from the hub", Group::Hub},
     {"execbutton", "&Execute", "execute", "Run the program that the hub holds and watch it", Group::Hub},
-    {"ChangeRes", "Hard&ware", "hardware",
-     "Set up drives, currents, units and limit switches (not available in this version)", Group::Machine,
-     false},
+    {"ChangeRes", "Hard&ware", "hardware", "Set up drives, currents, units and limit switches",
+     Group::Machine},
     {"Help", "&Help", "help", "Open the manual (F1)", Group::Machine},
     {"Quit", "&Quit", "quit", "Leave Tavlo Composer", Group::Machine},
 }};

@@ -10,11 +10,13 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include "commands/hardware.h"
 #include "commands/hub_choices.h"
 #include "commands/lines.h"
 #include "commands/program_files.h"
 #include "link/com_port.h"
 #include "link/download.h"
+#include "link/drive_scan.h"
 #include "link/drive_terminal.h"
 #include "link/execution.h"
 #include "link/upload.h"
@@ -61,6 +63,10 @@ QToolButton* MakeLogo(QWidget* parent) {
   logo->setAutoRaise(true);
   logo->setEnabled(false);
   return logo;
+}
+
+void SetUpHardware(Desk& desk) {
+  ChangeRes(desk, [&desk] { return ScanDrives(desk); });
 }
 
 QString WhyHeld(Hold hold) {
@@ -127,10 +133,16 @@ void LongForm::Connect() {
   Command("Download", [](Desk& desk) { Download(desk); });
   Command("Upload", [](Desk& desk) { Upload(desk); });
   Command("execbutton", [](Desk& desk) { Execute(desk); });
+  Command("ChangeRes", SetUpHardware);
   Command("Help", [](Desk& desk) { desk.OpenHelp("Hub Composer.pdf"); });
   commands_->OnClick("Quit", [this] { Quit(); });
   OnKey(Qt::Key_F1, [this] { desk_->OpenHelp("Hub Composer.pdf"); });
   OnKey(Qt::CTRL | Qt::Key_T, [this] { OpenTerminal(*desk_); });
+  connect(drives_, &DrivesPanel::Clicked, this, [this] {
+    if (!TakesInput(*drives_)) return;
+    limits_->Commit();
+    SetUpHardware(*desk_);
+  });
   connect(hub_, &HubPanel::ModelChosen, this, [this](int index) { Choose(ChooseModel, index); });
   connect(hub_, &HubPanel::PortChosen, this, [this](int index) { Choose(ClickOptCom, index); });
   connect(limits_, &LimitsPanel::ActionChosen, this, [this](int index) { Choose(SelectLimitAction, index); });

@@ -179,6 +179,12 @@ DrivesPanel::DrivesPanel(QWidget* parent) : QGroupBox(QStringLiteral("Drives"), 
   }
 }
 
+// The rows leave their clicks to the panel.
+void DrivesPanel::mouseReleaseEvent(QMouseEvent* event) {
+  const auto* row = qobject_cast<DriveLabel*>(childAt(event->position().toPoint()));
+  if (event->button() == Qt::LeftButton && row != nullptr) emit Clicked();
+}
+
 void DrivesPanel::Show(const Program& program) {
   int name_column = 0;
   for (int axis = 0; axis < kAxes; ++axis) {

@@ -85,6 +85,13 @@ class DrivesPanel : public QGroupBox {
   explicit DrivesPanel(QWidget* parent);
   void Show(const Program& program);
 
+ signals:
+  /// A row was clicked.
+  void Clicked();
+
+ protected:
+  void mouseReleaseEvent(QMouseEvent* event) override;
+
  private:
   std::array<DriveLabel*, kAxes> rows_{};
 };
