@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "editors/form_dialog.h"
 
+#include <QApplication>
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
@@ -21,6 +22,7 @@
 
 #include "editors/looks.h"
 #include "qt/gui/shown_text.h"
+#include "widgets/contrast.h"
 #include "widgets/display_picture.h"
 #include "widgets/entry_box.h"
 #include "widgets/fitted_pane.h"
@@ -74,12 +76,17 @@ void Put(QAbstractButton& button, const std::string& caption) {
   if (!text.isEmpty() && button.text() != text) button.setText(text);
 }
 
+/// A style draws a button lighter above than below, so that its ground must be far from the text.
+constexpr double kButtonContrast = 2 * kTextContrast;
+
 /// In the colours of a selection.
 void Light(QAbstractButton& button, bool lit) {
   QPalette colours;
   if (lit) {
-    colours.setColor(QPalette::Button, colours.color(QPalette::Highlight));
-    colours.setColor(QPalette::ButtonText, colours.color(QPalette::HighlightedText));
+    const QPalette desktop = QApplication::palette(&button);
+    const QColor text = desktop.color(QPalette::HighlightedText);
+    colours.setColor(QPalette::ButtonText, text);
+    colours.setColor(QPalette::Button, StandOut(desktop.color(QPalette::Highlight), text, kButtonContrast));
   }
   button.setPalette(colours);
 }
@@ -281,6 +288,7 @@ void FormDialog::OrderTabs() {
 bool FormDialog::Run() {
   ShowState();
   // So that it is placed by the size that it has for this line.
+  body_->layout()->activate();
   layout()->activate();
   return exec() == Accepted;
 }

@@ -57,14 +57,14 @@ constexpr std::array kCells = {
     Cell{"LblAxis", Cell::Text, AxisColumn, ""},
     Cell{"ModelList", Cell::List, ModelColumn, "drive model"},
     Cell{"lblDriveModel", Cell::Text, FoundColumn, "drive found"},
-    Cell{"TxtAxisName", Cell::Box, NameColumn, "name", 9, "Enter up to 8 characters"},
+    Cell{"TxtAxisName", Cell::Box, NameColumn, "name", 13, "Enter up to 8 characters"},
     Cell{"SPR", Cell::List, StepsColumn, "steps per revolution"},
     Cell{"SPR100", Cell::List, StepsColumn, "steps per revolution"},
     Cell{"SPRtext", Cell::Box, StepsColumn, "steps per revolution", 6, "1 to 65535"},
     Cell{"TxtCurrent", Cell::Box, CurrentColumn, "current in amperes", 6},
     Cell{"lblCurrent", Cell::Press, CurrentColumn, "currents"},
     Cell{"Limits", Cell::List, LimitsColumn, "limit switches"},
-    Cell{"TxtUUname", Cell::Box, UnitColumn, "user unit", 5, "Enter up to 4 characters"},
+    Cell{"TxtUUname", Cell::Box, UnitColumn, "user unit", 7, "Enter up to 4 characters"},
     Cell{"TxtUUpitch", Cell::Box, PitchColumn, "steps per unit", 9, "1 to 16000000"},
 };
 

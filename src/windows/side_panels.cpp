@@ -171,6 +171,7 @@ void DriveLabel::paintEvent(QPaintEvent*) {
 }
 
 DrivesPanel::DrivesPanel(QWidget* parent) : QGroupBox(QStringLiteral("Drives"), parent) {
+  setToolTip(QStringLiteral("Click on a row to set up the drives"));
   auto* column = new QVBoxLayout(this);
   column->setSpacing(2);
   for (int axis = 0; axis < kAxes; ++axis) {

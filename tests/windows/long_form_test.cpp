@@ -17,6 +17,7 @@
 
 #include "model/program_file.h"
 #include "session/grid.h"
+#include "support/fake_editors.h"
 #include "windows/window_session.h"
 
 namespace tavlo::testing {
@@ -107,15 +108,32 @@ TEST(LongForm, APortThatVanishesIsToldOnceAndNoneIsOnThen) {
 
 TEST(LongForm, WhatBelongsToLaterWindowsIsDisabledAndSaysWhatItWillDo) {
   RunningSession session;
-  for (const char* name : {"Print", "ChangeRes", "corplogo"}) {
+  for (const char* name : {"Print", "corplogo"}) {
     EXPECT_FALSE(session.Find<QAbstractButton>(name)->isEnabled()) << name;
     EXPECT_TRUE(session.Find<QAbstractButton>(name)->toolTip().contains(QStringLiteral("not available")))
         << name;
   }
-  for (const char* name : {"Load", "Save", "BtnClear", "Download", "Upload", "execbutton", "Help", "Quit"}) {
+  for (const char* name :
+       {"Load", "Save", "BtnClear", "Download", "Upload", "execbutton", "ChangeRes", "Help", "Quit"}) {
     EXPECT_TRUE(session.Find<QAbstractButton>(name)->isEnabled()) << name;
     EXPECT_FALSE(session.Find<QAbstractButton>(name)->toolTip().isEmpty()) << name;
   }
+}
+
+TEST(LongForm, TheHardwareButtonAndARowOfTheAxisSummaryOpenTheHardwareSettings) {
+  RunningSession session;
+  FakeEditors editors;
+  session.Handlers().editors = &editors;
+  session.Find<QAbstractButton>("ChangeRes")->click();
+  EXPECT_EQ(editors.log, std::vector<std::string>{"hardware"});
+  QTest::mouseClick(session.Find<QWidget>("LblDriveDesc3"), Qt::LeftButton);
+  EXPECT_EQ(editors.log.size(), 2U);
+  QTest::mouseClick(session.Find<QWidget>("LblDriveDesc3"), Qt::RightButton);
+  EXPECT_EQ(editors.log.size(), 2U);
+  editors.confirms = true;
+  session.Find<QAbstractButton>("ChangeRes")->click();
+  EXPECT_TRUE(session.Find<QLabel>("LblDriveDesc0")->text().startsWith(QLatin1String("Saw  ")));
+  session.Handlers().editors = nullptr;
 }
 
 TEST(LongForm, HelpAndF1OpenTheManual) {
@@ -148,9 +166,9 @@ TEST(LongForm, EveryButtonAndListHasAMnemonicOfItsOwn) {
 TEST(LongForm, TheTabKeyVisitsEveryControlInReadingOrder) {
   RunningSession session;
   session.Main().activateWindow();
-  const std::vector<std::string> expected = {"Load",       "Save",       "BtnClear", "Download",
-                                             "Upload",     "execbutton", "Help",     "Quit",
-                                             "ProgWindow", "ModelList",  "OptCom0",  "LimitList"};
+  const std::vector<std::string> expected = {"Load",       "Save",      "BtnClear", "Download", "Upload",
+                                             "execbutton", "ChangeRes", "Help",     "Quit",     "ProgWindow",
+                                             "ModelList",  "OptCom0",   "LimitList"};
   session.Find<QWidget>("Load")->setFocus();
   std::vector<std::string> visited;
   for (std::size_t i = 0; i < expected.size(); ++i) {

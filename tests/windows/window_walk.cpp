@@ -8,6 +8,7 @@
 
 #include "commands/hub_choices.h"
 #include "editors/editor_dialog.h"
+#include "editors/hardware_dialog.h"
 #include "editors/pick_prog.h"
 #include "forms/registry.h"
 #include "link/execution.h"
@@ -233,6 +234,50 @@ void LookAtInputs(const LookAt& look_at) {
   }
 }
 
+/// A row for each family of drives, with what a scan found, and each of the panels.
+void LookAtHardware(const LookAt& look_at) {
+  FakeDesk fake;
+  Program& program = fake.source.program;
+  program.Axis.DriveModel = {1, 3, 8, 12, 25, 44, 31, 0};
+  program.Axis.AxisName = {"Cross cut", "Feed", "WWWWWWWW", "Turn", "Lift", "Stack", "Eject", "Axis 8"};
+  program.Axis.StepsPerUnit[2] = kMaxSteps;
+  program.Axis.UnitName[2] = "WWWW";
+  program.Axis.SameLimits = false;
+  DriveScan found;
+  for (int axis = 0; axis < kAxes; ++axis) {
+    found[axis] = {.model = program.Axis.DriveModel[axis], .revision = 1.53F};
+  }
+  found[4].model.reset();
+  FakeHelp help;
+  HardwareDialog dialog(fake.boxes, help, nullptr);
+  const auto click = [&](const char* name) {
+    auto* button = dialog.findChild<QAbstractButton*>(QLatin1String(name));
+    button->click();
+    QTest::qWait(0);
+  };
+  const auto stand = [&](const std::function<void()>& act) {
+    QTimer::singleShot(0, &dialog, [&] {
+      act();
+      dialog.reject();
+    });
+    static_cast<void>(dialog.Edit(program, [&] { return found; }));
+  };
+  stand([&] {
+    look_at(dialog, "Hardware");
+    click("Scan");
+    look_at(dialog, "Hardware, scanned");
+    click("OKscan");
+    click("lblCurrent(3)");
+    look_at(dialog, "Hardware, currents of a servo");
+    click("CancelCrnt");
+    click("lblCurrent(5)");
+    look_at(dialog, "Hardware, currents of a motor");
+  });
+  program.HubIndex = HubQuad;
+  program.Axis.SameLimits = program.Axis.SameUnits = true;
+  stand([&] { look_at(dialog, "Hardware, Hub Quad"); });
+}
+
 }  // namespace
 
 std::string NameOf(const Look& look) {
@@ -284,6 +329,7 @@ void ForEachWindow(const LookAt& look_at) {
   LookAtEditors(look_at);
   LookAtPrompts(look_at);
   LookAtInputs(look_at);
+  LookAtHardware(look_at);
 }
 
 }  // namespace tavlo::testing
