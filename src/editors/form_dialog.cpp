@@ -314,8 +314,11 @@ void FormDialog::GoToFirst() {
   GoTo(body_->findChild<QWidget*>(FromText(form_->First().name)));
 }
 
-void FormDialog::GoToCaret() {
-  if (const Bound* control = form_->Caret()) GoTo(body_->findChild<QWidget*>(FromText(control->name)));
+void FormDialog::ShowStateAndGo() {
+  // An entry that is hidden now is left at that, which is an act of its own.
+  const Bound* control = form_->Caret();
+  ShowState();
+  if (control != nullptr) GoTo(body_->findChild<QWidget*>(FromText(control->name)));
 }
 
 void FormDialog::GoTo(QWidget* entry) {
@@ -368,9 +371,8 @@ void FormDialog::Confirm() {
   // A button that was pressed without a hand acts a moment later, when the dialog may have been left.
   if (!TakesInput(*this)) return;
   const bool written = form_->Confirm(boxes_);
-  ShowState();
-  if (written) return accept();
-  GoToCaret();
+  ShowStateAndGo();
+  if (written) accept();
 }
 
 void FormDialog::reject() {

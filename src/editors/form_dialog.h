@@ -50,13 +50,14 @@ class FormDialog : public QDialog {
   [[nodiscard]] auto Act(What what) {
     return [this, what](auto... of) {
       what(of...);
-      ShowState();
-      GoToCaret();
+      ShowStateAndGo();
     };
   }
   /// Enter, by way of the button that nobody sees: takes what was being typed and goes to the first entry.
   virtual void TakeEntry();
   void ShowState();
+  /// And the caret goes where the form sends it.
+  void ShowStateAndGo();
   /// Gives the focus to a control, or to the next that can have it, with its text selected.
   void GoTo(QWidget* entry);
 
@@ -71,7 +72,6 @@ class FormDialog : public QDialog {
   void OpenHelp() { help_.OpenHelp(document_, boxes_); }
   void PutIntoPane();
   void GoToFirst();
-  void GoToCaret();
 
   std::string_view document_;
   MessageBoxes& boxes_;

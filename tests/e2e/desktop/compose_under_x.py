@@ -154,15 +154,6 @@ class Operator:
         self.screen.key(dialog, "alt+o")
         self.gone(title)
 
-    def save(self, path):
-        self.program.press("alt+s")
-        dialog = self.screen.wait_window("^Save")
-        self.screen.key(dialog, "alt+n")
-        self.screen.type(path)
-        self.screen.key(dialog, "Return")
-        until("the file", lambda: os.path.exists(path))
-        until("the file's name in the title", lambda: self.screen.window(os.path.basename(path) + "$"))
-
 
 def differences(written, wanted):
     """The rows of a file that are not those of the other, by the line whose items they are."""
@@ -210,7 +201,7 @@ def main():
             operator.write(*row)
         screen.shot("composed")
         written = os.path.join(folder, EXAMPLE)
-        operator.save(written)
+        program.save(written)
         assert read(written) == example, differences(read(written), example)
         program.download(hub)
         program.press("alt+q")

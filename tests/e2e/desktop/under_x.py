@@ -86,6 +86,15 @@ class Composer:
         name = os.path.basename(path)
         until("the file's name in the title", lambda: self.screen.window(name + "$"))
 
+    def save(self, path):
+        self.press("alt+s")
+        dialog = self.screen.wait_window("^Save")
+        self.screen.key(dialog, "alt+n")
+        self.screen.type(path)
+        self.screen.key(dialog, "Return")
+        until("the file", lambda: os.path.exists(path))
+        until("the file's name in the title", lambda: self.screen.window(os.path.basename(path) + "$"))
+
     def download(self, hub):
         before = len(hub.downloads())
         self.press("alt+d")
