@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
+#include <algorithm>
 #include <cmath>
 #include <tuple>
 
@@ -39,11 +40,13 @@ bool TellsHowToMove(const Instruction& line) {
          (line.Type == WI && line.JogOn);
 }
 
+/// Position 0 becomes position 1 whatever the settings are, which is no change that they make.
 bool SameMotion(const Instruction& a, const Instruction& b) {
-  const auto numbers = [](const Instruction& line) {
-    return std::tie(line.Dist, line.Dist2, line.SafetyDist, line.UpperInt, line.UpperFrac, line.LowerInt,
-                    line.LowerFrac, line.Speed, line.Speed2, line.RetSpeed, line.JogSpeed, line.Accel,
-                    line.Decel, line.JogAccel);
+  const auto steps = [](std::int32_t value) { return std::max(value, 1); };
+  const auto numbers = [&](const Instruction& line) {
+    return std::tuple(steps(line.Dist), steps(line.Dist2), steps(line.SafetyDist), line.UpperInt,
+                      line.UpperFrac, line.LowerInt, line.LowerFrac, line.Speed, line.Speed2, line.RetSpeed,
+                      line.JogSpeed, line.Accel, line.Decel, line.JogAccel);
   };
   return numbers(a) == numbers(b);
 }

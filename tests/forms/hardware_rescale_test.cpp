@@ -99,6 +99,15 @@ TEST(HardwareRescale, LinesWithoutNumbersOfMotionAreNotCounted) {
   EXPECT_TRUE(d.boxes.shown.empty());
 }
 
+TEST(HardwareRescale, APositionOf0BecomesPosition1WithoutAWord) {
+  Moving d;
+  d.program.Prog[4].Dist = 0;
+  d.Open();
+  ASSERT_TRUE(d.OK());
+  EXPECT_TRUE(d.boxes.shown.empty());
+  EXPECT_EQ(d.program.Prog[4].Dist, 1);
+}
+
 TEST(HardwareRescale, JogsAreCountedByTheAxesThatTheyMove) {
   Moving d;
   for (const int line : {3, 4, 5}) d.program.Prog[line].Type = CM;
