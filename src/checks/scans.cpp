@@ -6,6 +6,7 @@
 #include <array>
 
 #include "model/kinds.h"
+#include "model/program_queries.h"
 #include "motion/units.h"
 
 namespace tavlo {
@@ -30,29 +31,6 @@ int CountLines(const Program& program, Test test) {
 
 int CountType(const Program& program, int type) {
   return CountLines(program, [type](const Instruction& line) { return line.Type == type; });
-}
-
-/// The axes on which a prompt needs a drive.
-std::vector<int> AxesOfPrompt(const Instruction& line) {
-  if (line.SubType == GetDistance || line.SubType == GetSpeed) return {line.Drive};
-  std::vector<int> axes;
-  if (line.SubType != WaitEnter) return axes;
-  if (line.JogLR) axes.push_back(line.JogLRDrive);
-  if (line.JogUD) axes.push_back(line.JogUDDrive);
-  return axes;
-}
-
-/// The axes on which a line needs a drive.
-std::vector<int> AxesOf(const Program& program, const Instruction& line) {
-  switch (KindOf(line.Type).axis) {
-    case AxisUse::None: return {};
-    case AxisUse::Drive: return {line.Drive};
-    case AxisUse::DriveOrHub:
-      if (IsHubIO(program, line.Drive)) return {};
-      return {line.Drive};
-    case AxisUse::Prompt: return AxesOfPrompt(line);
-  }
-  return {};
 }
 
 /// Returns the next move on the axis of line `i` that the program can reach while the move of line `i` runs.
@@ -123,7 +101,7 @@ std::optional<MissingPrompt> ScanProgMMI(const Program& program) {
   };
   for (int i = 0; i < kLines; ++i) {
     const Instruction& line = program.Prog[i];
-    if ((IsValuePrompt(line) || line.Type == LP) && known(line.DistVar)) filled[line.DistVar] = true;
+    if (FillsVariable(line) && known(line.DistVar)) filled[line.DistVar] = true;
   }
   std::optional<MissingPrompt> found;
   for (int i = 0; i < kLines; ++i) {

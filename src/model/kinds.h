@@ -41,6 +41,9 @@ enum class AxisUse : std::uint8_t {
   Prompt,
 };
 
+/// What `IONum`, or the masks of several inputs, name on a kind of line.
+enum class IOUse : std::uint8_t { None, Input, Inputs, Output };
+
 /// When a kind of line needs the operator terminal, operands that come from variables aside.
 enum class Terminal : std::uint8_t {
   Never,
@@ -66,6 +69,7 @@ struct Kind {
   /// A sum of `Operand`.
   int operands = 0;
   AxisUse axis = AxisUse::Drive;
+  IOUse io = IOUse::None;
   Terminal terminal = Terminal::Never;
   /// `Text` is shown on the operator terminal and stored in the pool of prompts.
   bool screen_text = false;
@@ -74,10 +78,24 @@ struct Kind {
 inline constexpr auto kKinds = std::to_array<Kind>({
     {.type = FL, .mnemonic = "FL", .motion = Motion::Move, .may_go_on = true, .operands = OfDist + OfSpeed},
     {.type = FR, .mnemonic = "FR", .motion = Motion::Move, .may_go_on = true, .operands = OfDist + OfSpeed},
-    {.type = FS, .mnemonic = "FS", .motion = Motion::Move, .may_go_on = true, .operands = OfDist + OfSpeed},
-    {.type = FSR, .mnemonic = "FSR", .motion = Motion::Move, .may_go_on = true, .operands = OfDist + OfSpeed},
+    {.type = FS,
+     .mnemonic = "FS",
+     .motion = Motion::Move,
+     .may_go_on = true,
+     .operands = OfDist + OfSpeed,
+     .io = IOUse::Input},
+    {.type = FSR,
+     .mnemonic = "FSR",
+     .motion = Motion::Move,
+     .may_go_on = true,
+     .operands = OfDist + OfSpeed,
+     .io = IOUse::Input},
     {.type = WT, .mnemonic = "WT", .motion = Motion::Passive, .axis = AxisUse::None},
-    {.type = WI, .mnemonic = "WI", .axis = AxisUse::DriveOrHub, .terminal = Terminal::ByFlag},
+    {.type = WI,
+     .mnemonic = "WI",
+     .axis = AxisUse::DriveOrHub,
+     .io = IOUse::Input,
+     .terminal = Terminal::ByFlag},
     {.type = GT,
      .mnemonic = "GT",
      .may_go_on = true,
@@ -86,16 +104,21 @@ inline constexpr auto kKinds = std::to_array<Kind>({
      .axis = AxisUse::None},
     {.type = RP, .mnemonic = "RP", .may_go_on = true, .operands = OfCount, .axis = AxisUse::None},
     {.type = ER, .mnemonic = "ER", .may_go_on = true, .lead = Lead::LoopEnd, .axis = AxisUse::None},
-    {.type = SO, .mnemonic = "SO", .motion = Motion::Passive, .axis = AxisUse::DriveOrHub},
+    {.type = SO,
+     .mnemonic = "SO",
+     .motion = Motion::Passive,
+     .axis = AxisUse::DriveOrHub,
+     .io = IOUse::Output},
     {.type = II,
      .mnemonic = "II",
      .may_go_on = true,
      .lead = Lead::Branch,
      .names_line = true,
      .axis = AxisUse::DriveOrHub,
+     .io = IOUse::Input,
      .terminal = Terminal::ByFlag},
     {.type = NO, .mnemonic = "NO", .motion = Motion::Passive, .axis = AxisUse::None},
-    {.type = SH, .mnemonic = "SH", .motion = Motion::Move, .may_go_on = true},
+    {.type = SH, .mnemonic = "SH", .motion = Motion::Move, .may_go_on = true, .io = IOUse::Input},
     {.type = CM, .mnemonic = "CM", .motion = Motion::Passive, .axis = AxisUse::None},
     // Its yes/no form branches to a line that the operator names; its other forms do not.
     {.type = MMI,
@@ -107,27 +130,34 @@ inline constexpr auto kKinds = std::to_array<Kind>({
     {.type = FP, .mnemonic = "FP", .motion = Motion::Move, .may_go_on = true, .operands = OfDist + OfSpeed},
     {.type = ED, .mnemonic = "ED"},
     {.type = SP, .mnemonic = "SP"},
-    {.type = FE, .mnemonic = "FE", .terminal = Terminal::ByFlag},
+    {.type = FE, .mnemonic = "FE", .io = IOUse::Input, .terminal = Terminal::ByFlag},
     {.type = CC, .mnemonic = "CC"},
-    {.type = III, .mnemonic = "III", .lead = Lead::Branch, .names_line = true, .axis = AxisUse::DriveOrHub},
+    {.type = III,
+     .mnemonic = "III",
+     .lead = Lead::Branch,
+     .names_line = true,
+     .axis = AxisUse::DriveOrHub,
+     .io = IOUse::Inputs},
     {.type = FLSO,
      .mnemonic = "FLSO",
      .motion = Motion::Move,
      .may_go_on = true,
-     .operands = OfDist + OfSpeed + OfDist2},
+     .operands = OfDist + OfSpeed + OfDist2,
+     .io = IOUse::Output},
     {.type = FLCS,
      .mnemonic = "FLCS",
      .motion = Motion::Move,
      .may_go_on = true,
      .operands = OfDist + OfSpeed + OfDist2 + OfSpeed2},
-    {.type = WII, .mnemonic = "WII", .axis = AxisUse::DriveOrHub},
+    {.type = WII, .mnemonic = "WII", .axis = AxisUse::DriveOrHub, .io = IOUse::Inputs},
     // Its line is where the machine goes when something is wrong; it is not adjusted when lines move.
     {.type = FSS,
      .mnemonic = "FSS",
      .motion = Motion::Move,
      .may_go_on = true,
      .lead = Lead::Branch,
-     .operands = OfDist + OfSpeed},
+     .operands = OfDist + OfSpeed,
+     .io = IOUse::Input},
     {.type = RL, .mnemonic = "RL", .names_line = true, .axis = AxisUse::None},
     {.type = MMImenu, .mnemonic = "MMI"},
     {.type = LP, .mnemonic = "LP"},
@@ -186,6 +216,15 @@ inline constexpr Kind kUnknown = {.type = NO, .mnemonic = "?"};
   return line.Type == MMI && line.SubType >= GetDistance && line.SubType <= GetCount;
 }
 
+/// Whether the line waits for the operator terminal, in place of its input if its kind has one.
+[[nodiscard]] constexpr bool AsksTerminal(const Instruction& line) {
+  return KindOf(line.Type).terminal == Terminal::ByFlag && line.CountIsMMI;
+}
+/// Returns what `IONum` or the masks of the line name. A line that asks the operator terminal names no input.
+[[nodiscard]] constexpr IOUse IOUseOf(const Instruction& line) {
+  return AsksTerminal(line) ? IOUse::None : KindOf(line.Type).io;
+}
+
 /// Returns where the line leads. The `LineNum` of an End Repeat without a Repeat does not name a line.
 [[nodiscard]] constexpr Lead LeadOf(const Instruction& line) {
   return IsYesNoPrompt(line) ? Lead::Branch : KindOf(line.Type).lead;
@@ -213,6 +252,11 @@ inline constexpr std::array<OperandRow, 5> kOperands = {{
 /// Whether the line has this operand and takes it from a variable.
 [[nodiscard]] constexpr bool TakesFromVariable(const Instruction& line, const OperandRow& row) {
   return (KindOf(line.Type).operands & row.operand) != 0 && line.*row.from_variable;
+}
+
+/// Whether the line gives the variable in `DistVar` a value.
+[[nodiscard]] constexpr bool FillsVariable(const Instruction& line) {
+  return IsValuePrompt(line) || line.Type == LP;
 }
 
 }  // namespace tavlo

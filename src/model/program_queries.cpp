@@ -10,12 +10,18 @@ namespace tavlo {
 namespace {
 
 bool NeedsMMI(const Instruction& line) {
-  switch (KindOf(line.Type).terminal) {
-    case Terminal::Always: return true;
-    case Terminal::ByFlag: return line.CountIsMMI;
-    case Terminal::Never: break;
-  }
+  if (KindOf(line.Type).terminal == Terminal::Always || AsksTerminal(line)) return true;
   return std::ranges::any_of(kOperands, [&](const OperandRow& row) { return TakesFromVariable(line, row); });
+}
+
+/// The axes on which a prompt needs a drive.
+std::vector<int> AxesOfPrompt(const Instruction& line) {
+  if (line.SubType == GetDistance || line.SubType == GetSpeed) return {line.Drive};
+  std::vector<int> axes;
+  if (line.SubType != WaitEnter) return axes;
+  if (line.JogLR) axes.push_back(line.JogLRDrive);
+  if (line.JogUD) axes.push_back(line.JogUDDrive);
+  return axes;
 }
 
 template <class Test>
@@ -37,6 +43,18 @@ bool ProgHasCS(const Program& program, int axis) {
 
 bool ProgHasMMI(const Program& program) {
   return AnyLine(program, NeedsMMI);
+}
+
+std::vector<int> AxesOf(const Program& program, const Instruction& line) {
+  switch (KindOf(line.Type).axis) {
+    case AxisUse::None: return {};
+    case AxisUse::Drive: return {line.Drive};
+    case AxisUse::DriveOrHub:
+      if (IsHubIO(program, line.Drive)) return {};
+      return {line.Drive};
+    case AxisUse::Prompt: return AxesOfPrompt(line);
+  }
+  return {};
 }
 
 }  // namespace tavlo

@@ -134,5 +134,37 @@ TEST(Kinds, TheTerminalIsNeededByPromptsAndByOldLinesWithTheirFlag) {
   EXPECT_EQ(KindsThat([](const Kind& k) { return k.screen_text; }), (Types{MMI}));
 }
 
+TEST(Kinds, InputsAndOutputsAreNamedByThoseThatUseThem) {
+  EXPECT_EQ(KindsThat([](const Kind& k) { return k.io == IOUse::Input; }),
+            (Types{FS, FSR, WI, II, SH, FE, FSS}));
+  EXPECT_EQ(KindsThat([](const Kind& k) { return k.io == IOUse::Inputs; }), (Types{III, WII}));
+  EXPECT_EQ(KindsThat([](const Kind& k) { return k.io == IOUse::Output; }), (Types{SO, FLSO}));
+}
+
+TEST(Kinds, ALineThatAsksTheTerminalNamesNoInput) {
+  for (const int type : {WI, II, FE, FS, SO, III, MMI}) {
+    Instruction line;
+    line.Type = static_cast<std::int16_t>(type);
+    EXPECT_FALSE(AsksTerminal(line)) << type;
+    EXPECT_EQ(IOUseOf(line), KindOf(type).io) << type;
+    line.CountIsMMI = true;
+    const bool asks = type == WI || type == II || type == FE;
+    EXPECT_EQ(AsksTerminal(line), asks) << type;
+    EXPECT_EQ(IOUseOf(line), asks ? IOUse::None : KindOf(type).io) << type;
+  }
+}
+
+TEST(Kinds, VariablesAreFilledByPromptsForAValueAndByLearnedPositions) {
+  for (int type = -1; type <= kTypes; ++type) {
+    for (std::int16_t sub = -1; sub <= Menu + 1; ++sub) {
+      Instruction line;
+      line.Type = static_cast<std::int16_t>(type);
+      line.SubType = sub;
+      EXPECT_EQ(FillsVariable(line), type == LP || (type == MMI && sub >= 0 && sub <= 2))
+          << type << '/' << sub;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace tavlo
