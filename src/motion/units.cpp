@@ -27,10 +27,6 @@ double U(const Program& program, int axis) {
 double R(const Program& program, int axis) {
   return GetStepsPerRev(program, axis);
 }
-bool UsesUnits(const Program& program, int axis) {
-  return IsAxisSlot(axis) && program.Axis.UseUnits[axis];
-}
-
 /// The old drives of model 3 go by their free resolution, whatever code is chosen.
 template <class T>
 T OwnStepListLimit(const Program& program, int axis, T usual, T below_2000, T below_400) {
@@ -84,6 +80,10 @@ std::int32_t GetStepsPerRev(const Program& program, int axis) {
   const int code = program.Axis.StepResCode[axis];
   if (code == kFreeResolution) return program.Axis.StepsPerRev[axis];
   return code >= 0 && code < kFreeResolution ? kStepsPerRev[code] : 0;
+}
+
+bool UsesUnits(const Program& program, int axis) {
+  return IsAxisSlot(axis) && program.Axis.UseUnits[axis];
 }
 
 double UserToRev(const Program& program, double x, int axis) {

@@ -22,6 +22,9 @@ inline constexpr int kMaxSteps = 16000000;
 /// for code 16; 0 for any other code.
 [[nodiscard]] std::int32_t GetStepsPerRev(const Program& program, int axis);
 
+/// Whether values of the axis are shown and taken in its user units.
+[[nodiscard]] bool UsesUnits(const Program& program, int axis);
+
 /// Convert a speed or an acceleration from user units to revolutions, and back. They ignore `UseUnits`.
 [[nodiscard]] double UserToRev(const Program& program, double x, int axis);
 [[nodiscard]] double RevToUser(const Program& program, double x, int axis);
