@@ -15,10 +15,6 @@ namespace tavlo {
 /// the row's text unchanged: FE, the hub's code for the menu, and any type that does not exist.
 [[nodiscard]] std::optional<std::string> ShortDesc(const Program& program, int line);
 
-/// Returns the name of input `n` in texts about several inputs: 0..7 are main inputs; 8 and above, and 128
-/// and above, are the drive's own, from "X0" on.
-[[nodiscard]] std::string InputName(const Program& program, int n, int axis);
-
 [[nodiscard]] std::string MultiIfShort(const Program& program, int line);
 [[nodiscard]] std::string MultiWaitShort(const Program& program, int line);
 
@@ -27,9 +23,6 @@ namespace tavlo {
 
 /// Returns the caption as it is shown, with "&" for each "&&".
 [[nodiscard]] std::string ShownCaption(std::string_view caption);
-
-/// Returns "0%", "25%", "50%" or "100%" by `IdlePct`; otherwise empty.
-[[nodiscard]] std::string_view IdleText(int idle_pct);
 
 /// Drops characters from the end until the drawn text fits. No mark shows that it was cut.
 [[nodiscard]] std::string FitText(std::string text, double limit,

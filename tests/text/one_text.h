@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #pragma once
 
+#include "text/line_words.h"
 #include "text/short_desc.h"
 
 namespace tavlo::testing {
