@@ -2,11 +2,11 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "checks/chain.h"
 #include "cli/commands/command.h"
-#include "cli/console/encoding.h"
 #include "cli/console/json_text.h"
 #include "cli/console/options.h"
 #include "cli/desk/console_desk.h"
 #include "link/drive_check.h"
+#include "platform/encoding.h"
 
 namespace tavlo::cli {
 namespace {

@@ -2,7 +2,6 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 
 #include "cli/commands/command.h"
-#include "cli/console/encoding.h"
 #include "cli/console/json_text.h"
 #include "cli/console/options.h"
 #include "cli/desk/console_desk.h"
@@ -10,6 +9,7 @@
 #include "codegen/compile.h"
 #include "link/drive_check.h"
 #include "model/program_queries.h"
+#include "platform/encoding.h"
 #include "platform/number_format.h"
 
 namespace tavlo::cli {

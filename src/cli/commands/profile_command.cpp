@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "cli/commands/command.h"
-#include "cli/console/encoding.h"
 #include "cli/console/json_text.h"
 #include "cli/console/options.h"
 #include "cli/desk/console_desk.h"
@@ -10,6 +9,7 @@
 #include "forms/analysis_tab.h"
 #include "forms/registry.h"
 #include "model/kinds.h"
+#include "platform/encoding.h"
 
 namespace tavlo::cli {
 namespace {

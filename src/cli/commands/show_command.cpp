@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "cli/commands/command.h"
-#include "cli/console/encoding.h"
 #include "cli/console/json_text.h"
 #include "cli/console/options.h"
 #include "cli/desk/console_desk.h"
 #include "model/kinds.h"
+#include "platform/encoding.h"
 #include "session/rows.h"
 #include "text/short_desc.h"
 

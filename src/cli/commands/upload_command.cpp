@@ -3,13 +3,13 @@
 #include <cmath>
 
 #include "cli/commands/command.h"
-#include "cli/console/encoding.h"
 #include "cli/console/json_text.h"
 #include "cli/console/options.h"
 #include "cli/desk/desk_on_line.h"
 #include "cli/desk/settle.h"
 #include "link/drive_check.h"
 #include "link/upload.h"
+#include "platform/encoding.h"
 #include "platform/number_format.h"
 #include "session/source.h"
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "cli/commands/command.h"
-#include "cli/console/encoding.h"
 #include "cli/console/json_text.h"
 #include "cli/console/options.h"
 #include "cli/desk/comparison.h"
@@ -11,6 +10,7 @@
 #include "link/drive_check.h"
 #include "link/polled.h"
 #include "link/upload.h"
+#include "platform/encoding.h"
 #include "platform/number_format.h"
 
 namespace tavlo::cli {

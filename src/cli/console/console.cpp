@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "cli/console/encoding.h"
 #include "cli/console/standard_input.h"
+#include "platform/encoding.h"
 
 namespace tavlo::cli {
 namespace {

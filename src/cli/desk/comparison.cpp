@@ -4,10 +4,10 @@
 
 #include <algorithm>
 
-#include "cli/console/encoding.h"
 #include "codegen/decode.h"
 #include "model/kinds.h"
 #include "model/wire.h"
+#include "platform/encoding.h"
 #include "platform/number_format.h"
 #include "session/rows.h"
 #include "text/short_desc.h"

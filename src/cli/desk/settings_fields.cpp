@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <array>
 
-#include "cli/console/encoding.h"
 #include "codegen/axis_layout.h"
 #include "model/axis_config.h"
+#include "platform/encoding.h"
 #include "platform/number_format.h"
 
 namespace tavlo::cli {

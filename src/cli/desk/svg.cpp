@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "cli/console/encoding.h"
+#include "platform/encoding.h"
 #include "platform/number_format.h"
 
 namespace tavlo::cli {

@@ -2,7 +2,7 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "cli/desk/trace.h"
 
-#include "cli/console/encoding.h"
+#include "platform/encoding.h"
 #include "platform/number_format.h"
 
 namespace tavlo::cli {

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "cli/console/encoding.h"
+#include "platform/encoding.h"
 
 namespace tavlo::cli {
 namespace {

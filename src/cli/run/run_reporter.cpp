@@ -5,9 +5,9 @@
 #include <cmath>
 #include <utility>
 
-#include "cli/console/encoding.h"
 #include "cli/console/json_text.h"
 #include "model/kinds.h"
+#include "platform/encoding.h"
 #include "platform/number_format.h"
 #include "text/short_desc.h"
 

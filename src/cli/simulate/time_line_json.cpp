@@ -2,10 +2,10 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "cli/simulate/time_line_json.h"
 
-#include "cli/console/encoding.h"
 #include "cli/simulate/run_words.h"
 #include "model/kinds.h"
 #include "motion/units.h"
+#include "platform/encoding.h"
 #include "platform/number_format.h"
 #include "text/short_desc.h"
 

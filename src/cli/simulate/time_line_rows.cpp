@@ -4,9 +4,9 @@
 
 #include <utility>
 
-#include "cli/console/encoding.h"
 #include "cli/simulate/run_words.h"
 #include "motion/units.h"
+#include "platform/encoding.h"
 #include "platform/number_format.h"
 #include "text/short_desc.h"
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace tavlo::cli {
+namespace tavlo {
 
 /// Returns a program's text in UTF-8. Such texts are single bytes, each the code point 0..255.
 [[nodiscard]] std::string Utf8FromLatin1(std::string_view text);
@@ -21,4 +21,4 @@ namespace tavlo::cli {
 /// Returns two lower-case hex digits for each byte, without blanks.
 [[nodiscard]] std::string HexOf(std::string_view bytes);
 
-}  // namespace tavlo::cli
+}  // namespace tavlo

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
-#include "cli/console/encoding.h"
+#include "platform/encoding.h"
 
-namespace tavlo::cli {
+namespace tavlo {
 namespace {
 
 constexpr std::string_view kHexDigits = "0123456789abcdef";
@@ -98,4 +98,4 @@ std::string HexOf(std::string_view bytes) {
   return hex;
 }
 
-}  // namespace tavlo::cli
+}  // namespace tavlo
