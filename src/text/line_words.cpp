@@ -14,6 +14,9 @@ using Four = std::array<std::string_view, 4>;
 constexpr Four kLevels = {" high", " low", " rising edge", " falling edge"};
 constexpr Four kActions = {"high", "low", "high pulse", "low pulse"};
 constexpr int kHighPulse = 2;
+// Input numbers that stand for the encoder's index in a feed and in a search for home.
+constexpr int kIndexOfFeed = 8;
+constexpr int kIndexOfHome = 6;
 constexpr Four kIdle = {"0%", "25%", "50%", "100%"};
 
 /// The entry of a table by a number that may be anything: nothing outside it.
@@ -53,6 +56,11 @@ std::string InputName(const Program& program, int n, int axis) {
   if (n >= kFirstDriveInput) return "X" + Joined(n - kFirstDriveInput);
   if (n >= 8) return "X" + Joined(n - 8);
   return (InputsHaveLetters(program, axis) ? "X" : "") + Joined(n + 1);
+}
+
+bool SeeksEncoderIndex(const Instruction& line) {
+  const bool feed = line.Type == FS || line.Type == FSS;
+  return (feed && line.IONum == kIndexOfFeed) || (line.Type == SH && line.IONum == kIndexOfHome);
 }
 
 std::string_view IdleText(int idle_pct) {

@@ -13,6 +13,9 @@ namespace tavlo {
 /// and above, are the drive's own, from "X0" on.
 [[nodiscard]] std::string InputName(const Program& program, int n, int axis);
 
+/// Whether the sensor that the move looks for is the encoder's index, and not an input.
+[[nodiscard]] bool SeeksEncoderIndex(const Instruction& line);
+
 /// Returns "0%", "25%", "50%" or "100%" by `IdlePct`; otherwise empty.
 [[nodiscard]] std::string_view IdleText(int idle_pct);
 

@@ -23,10 +23,6 @@ int PadOf(int number) {
   return number < 100 ? 1 : 0;
 }
 
-// The number that stands for the encoder's index, where a feed and a search for home look for a sensor.
-constexpr int kIndexOfFeed = 8;
-constexpr int kIndexOfHome = 6;
-
 constexpr std::string_view kSpeedPicture = "#0.000#";
 
 std::string Quoted(const std::string& text) {
@@ -155,8 +151,8 @@ class LongText : LineWords {
     return ", A=" + AccelOf(line().Accel) + ", D=" + AccelOf(line().Decel);
   }
   [[nodiscard]] std::string Input() const { return InputName(program(), line().IONum, line().Drive); }
-  [[nodiscard]] std::string SensorOr(int encoder_index) const {
-    return (line().IONum == encoder_index ? "To encoder index " : "To input " + Input()) + Level();
+  [[nodiscard]] std::string Sensor() const {
+    return (SeeksEncoderIndex(line()) ? "To encoder index " : "To input " + Input()) + Level();
   }
 
   void Move(const std::string& verb) { Axis(verb + DirL() + DistL() + SpeedL() + AccelL()); }
@@ -173,7 +169,7 @@ class LongText : LineWords {
 
   void FeedSense() {
     Move("Feed to Sensor");
-    Tab(SensorOr(kIndexOfFeed));
+    Tab(Sensor());
   }
 
   void FeedSenseRet() {
@@ -190,7 +186,7 @@ class LongText : LineWords {
 
   void SeekHome() {
     Move("Seek Home");
-    Tab(SensorOr(kIndexOfHome));
+    Tab(Sensor());
   }
 
   void FeedPosn() {
