@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "platform/help.h"
+#include "platform/printer.h"
 #include "platform/serial_port.h"
 #include "platform/services.h"
 #include "session/source.h"
@@ -65,6 +66,8 @@ struct Desk {
   TerminalView* terminal = nullptr;
   /// Null if there is no help.
   Help* help = nullptr;
+  /// Null if nothing can be printed.
+  Printer* printer = nullptr;
 
   void OpenHelp(std::string_view file) const {
     if (help != nullptr) help->OpenHelp(file, boxes);
