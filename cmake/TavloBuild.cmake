@@ -83,6 +83,18 @@ function(tavlo_layer name)
   tavlo_reads(tavlo_${name} ${ARG_HEADERS})
 endfunction()
 
+# Below the folder that the programs are in: what they load when they need it.
+set(TAVLO_MODULE_FOLDER lib/tavlo-composer)
+
+# tavlo_finds_modules(<program>)
+# The program loads the modules of this tree, and of where it is installed.
+function(tavlo_finds_modules name)
+  set_target_properties(${name} PROPERTIES
+    BUILD_RPATH "$ORIGIN/../${TAVLO_MODULE_FOLDER}"
+    INSTALL_RPATH "$ORIGIN/../${TAVLO_MODULE_FOLDER}")
+  add_dependencies(${name} tavlo-paper)
+endfunction()
+
 # tavlo_test(<name> LINKS <layers...> SOURCES <files...> [LABEL <label>] [HEADERS <name>] [OPTIMISED])
 # One test program; each TEST in it is a test of ctest. OPTIMISED is for one that runs longer than it compiles.
 function(tavlo_test name)

@@ -18,6 +18,7 @@ PLACES = {
     "bin/tavlo",
     "bin/tavlo-composer",
     "bin/tavlo-hubsim",
+    "lib/tavlo-composer/tavlo-paper.so",
     "share/applications/tavlo-composer.desktop",
     "share/icons/hicolor/scalable/apps/tavlo-composer.svg",
     "share/man/man1/tavlo-composer.1",

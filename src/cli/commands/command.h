@@ -30,6 +30,7 @@ class Command {
 };
 
 [[nodiscard]] std::unique_ptr<Command> MakeShowCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeListCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeProfileCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeCompileCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeCheckCommand();
