@@ -17,6 +17,7 @@
 #include <utility>
 
 #include "qt/gui/key_guard.h"
+#include "qt/gui/owner_window.h"
 #include "qt/gui/shown_text.h"
 
 namespace tavlo {
@@ -81,16 +82,6 @@ Answer Run(QMessageBox& window, const Box& box) {
   return clicked == answers.end() ? harmless : clicked->second;
 }
 
-/// The window that a box or dialog belongs to. Before the first activation that is the one that can be seen.
-QWidget* Owner() {
-  if (QWidget* modal = QApplication::activeModalWidget()) return modal;
-  if (QWidget* active = QApplication::activeWindow()) return active;
-  for (QWidget* window : QApplication::topLevelWidgets()) {
-    if (window->isVisible()) return window;
-  }
-  return nullptr;
-}
-
 /// A box is as wide as its text wants it, which may be less than its title needs.
 void MakeRoomForTitle(QMessageBox& box) {
   const int wanted = box.fontMetrics().horizontalAdvance(box.windowTitle()) + kTitleButtons;
@@ -113,7 +104,7 @@ Answer GuiMessageBoxes::Show(const Box& box) {
     answers_.pop_front();
     return answer;
   }
-  QMessageBox window(Owner());
+  QMessageBox window(OwnerWindow());
   // A window manager is told the program's file name where a title is empty: a blank keeps it empty.
   window.setWindowTitle(box.title.empty() ? QStringLiteral(" ") : FromMessage(box.title));
   window.setTextFormat(Qt::PlainText);
@@ -137,7 +128,8 @@ std::optional<std::string> GuiFileDialogs::Ask(Kind kind, const FileDialogSetup&
     answers_.pop_front();
     return answer;
   }
-  QFileDialog dialog(Owner(), kind == Kind::Save ? QStringLiteral("Save") : QStringLiteral("Open"), folder_);
+  QFileDialog dialog(OwnerWindow(), kind == Kind::Save ? QStringLiteral("Save") : QStringLiteral("Open"),
+                     folder_);
   dialog.setAcceptMode(kind == Kind::Save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   dialog.setFileMode(kind == Kind::Save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
   QStringList filters;
