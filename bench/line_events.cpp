@@ -17,6 +17,7 @@
 
 #include "platform/services.h"
 #include "qt/comm_devices.h"
+#include "qt/gui/gui_printer.h"
 #include "qt/gui/gui_services.h"
 #include "qt/qt_help.h"
 #include "qt/qt_serial_port.h"
@@ -82,7 +83,9 @@ int main(int argc, char** argv) {
   NoSettings settings;
   tavlo::QtCommDevices comms;
   tavlo::QtHelp help(QApplication::applicationDirPath());
-  tavlo::ComposerWindows windows({port, boxes, clock, loop, beeper, settings, dialogs, files, comms, help});
+  tavlo::GuiPrinter printer(files);
+  tavlo::ComposerWindows windows(
+      {port, boxes, clock, loop, beeper, settings, dialogs, files, comms, help, printer});
   windows.Main().Begin(windows.Handlers());
   windows.Main().show();
   PaintCounter counter;

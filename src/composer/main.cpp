@@ -8,6 +8,7 @@
 #include "composer/command_line.h"
 #include "composer/look.h"
 #include "qt/comm_devices.h"
+#include "qt/gui/gui_printer.h"
 #include "qt/gui/gui_services.h"
 #include "qt/qt_help.h"
 #include "qt/qt_serial_port.h"
@@ -39,8 +40,9 @@ int main(int argc, char** argv) {
   tavlo::QtFileStore files;
   tavlo::QtCommDevices comms;
   tavlo::QtHelp help(QCoreApplication::applicationDirPath());
+  tavlo::GuiPrinter printer(files);
   const auto windows =
-      tavlo::StartUp({port, boxes, clock, loop, beeper, settings, dialogs, files, comms, help});
+      tavlo::StartUp({port, boxes, clock, loop, beeper, settings, dialogs, files, comms, help, printer});
   // Not quit(), which would ask every window once more whether it may be closed.
   QObject::connect(&windows->Main(), &tavlo::LongForm::Ended, &application,
                    [] { QCoreApplication::exit(0); });

@@ -26,14 +26,11 @@ struct Command {
   std::string_view drawing;
   std::string_view tool_tip;
   Group group;
-  /// Its window is not part of this version yet.
-  bool ready = true;
 };
 constexpr std::array<Command, 10> kCommands = {{
     {"Load", "L&oad", "load", "Open a program file", Group::Program},
     {"Save", "&Save", "save", "Save the program to a file", Group::Program},
-    {"Print", "&Print", "print", "Print a listing of the program (not available in this version)",
-     Group::Program, false},
+    {"PrintButton", "&Print", "print", "Print a listing of the program", Group::Program},
     {"BtnClear", "&Clear", "clear", "Clear the entire program", Group::Program},
     {"Download", "&Download", "download", "Send the program to the hub and prove the transfer", Group::Hub},
     {"Upload", "&Upload", "upload", "Read the program back from the hub", Group::Hub},
@@ -56,7 +53,6 @@ QToolButton* MakeButton(const Command& command, QWidget* parent) {
   button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
   button->setAutoRaise(true);
   button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-  button->setEnabled(command.ready);
   return button;
 }
 

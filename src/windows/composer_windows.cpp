@@ -49,6 +49,7 @@ ComposerWindows::ComposerWindows(const Outside& outside)
   desk_.terminal = &terminal_;
   desk_.editors = &editors_;
   desk_.help = &outside.help;
+  desk_.printer = &outside.printer;
   desk_.boxes.GoToLine = [this](int line) { main_.GoTo(line); };
   outside.Comm1.OnComm = [this] {
     const ComeByThemselves received(desk_.boxes);

@@ -30,6 +30,7 @@ struct Outside {
   FileStore& files;
   CommDevices& comms;
   Help& help;
+  Printer& printer;
 };
 
 /// A session of the desktop program: its state, its windows, and the desk that the handlers work with. The

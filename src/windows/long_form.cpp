@@ -13,6 +13,7 @@
 #include "commands/hardware.h"
 #include "commands/hub_choices.h"
 #include "commands/lines.h"
+#include "commands/print_listing.h"
 #include "commands/program_files.h"
 #include "link/com_port.h"
 #include "link/download.h"
@@ -129,6 +130,7 @@ void LongForm::LayOut() {
 void LongForm::Connect() {
   Command("Load", [](Desk& desk) { Load(desk); });
   Command("Save", [](Desk& desk) { Save(desk); });
+  Command("PrintButton", [](Desk& desk) { PrintListing(desk); });
   Command("BtnClear", [](Desk& desk) { Clear(desk); });
   Command("Download", [](Desk& desk) { Download(desk); });
   Command("Upload", [](Desk& desk) { Upload(desk); });

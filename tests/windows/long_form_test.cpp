@@ -108,13 +108,11 @@ TEST(LongForm, APortThatVanishesIsToldOnceAndNoneIsOnThen) {
 
 TEST(LongForm, WhatBelongsToLaterWindowsIsDisabledAndSaysWhatItWillDo) {
   RunningSession session;
-  for (const char* name : {"Print", "corplogo"}) {
-    EXPECT_FALSE(session.Find<QAbstractButton>(name)->isEnabled()) << name;
-    EXPECT_TRUE(session.Find<QAbstractButton>(name)->toolTip().contains(QStringLiteral("not available")))
-        << name;
-  }
-  for (const char* name :
-       {"Load", "Save", "BtnClear", "Download", "Upload", "execbutton", "ChangeRes", "Help", "Quit"}) {
+  auto* logo = session.Find<QAbstractButton>("corplogo");
+  EXPECT_FALSE(logo->isEnabled());
+  EXPECT_TRUE(logo->toolTip().contains(QStringLiteral("not available")));
+  for (const char* name : {"Load", "Save", "PrintButton", "BtnClear", "Download", "Upload", "execbutton",
+                           "ChangeRes", "Help", "Quit"}) {
     EXPECT_TRUE(session.Find<QAbstractButton>(name)->isEnabled()) << name;
     EXPECT_FALSE(session.Find<QAbstractButton>(name)->toolTip().isEmpty()) << name;
   }
@@ -134,6 +132,27 @@ TEST(LongForm, TheHardwareButtonAndARowOfTheAxisSummaryOpenTheHardwareSettings) 
   session.Find<QAbstractButton>("ChangeRes")->click();
   EXPECT_TRUE(session.Find<QLabel>("LblDriveDesc0")->text().startsWith(QLatin1String("Saw  ")));
   session.Handlers().editors = nullptr;
+}
+
+TEST(LongForm, PrintPrintsTheListingByClickAndByMnemonic) {
+  RunningSession session;
+  session.Lines().Prog[0].Type = RT;
+  session.Find<QAbstractButton>("PrintButton")->click();
+  ASSERT_EQ(session.printer.printed.size(), 1u);
+  EXPECT_EQ(session.printer.printed[0].blocks.back().back().text, "Return from subroutine");
+  session.printer.chosen = false;
+  PressMnemonic(&session.Main(), Qt::Key_P);
+  EXPECT_EQ(session.printer.asked, 2);
+  EXPECT_EQ(session.printer.printed.size(), 1u);
+}
+
+TEST(LongForm, APrinterThatFailsIsToldInABox) {
+  RunningSession session;
+  session.printer.failure = "the printer takes no further page";
+  session.Find<QAbstractButton>("PrintButton")->click();
+  ASSERT_EQ(session.fakes.boxes.shown.size(), 1u);
+  EXPECT_EQ(session.fakes.boxes.shown[0].text,
+            "The listing could not be printed: the printer takes no further page");
 }
 
 TEST(LongForm, HelpAndF1OpenTheManual) {
@@ -166,9 +185,9 @@ TEST(LongForm, EveryButtonAndListHasAMnemonicOfItsOwn) {
 TEST(LongForm, TheTabKeyVisitsEveryControlInReadingOrder) {
   RunningSession session;
   session.Main().activateWindow();
-  const std::vector<std::string> expected = {"Load",       "Save",      "BtnClear", "Download", "Upload",
-                                             "execbutton", "ChangeRes", "Help",     "Quit",     "ProgWindow",
-                                             "ModelList",  "OptCom0",   "LimitList"};
+  const std::vector<std::string> expected = {
+      "Load",      "Save", "PrintButton", "BtnClear",   "Download",  "Upload",  "execbutton",
+      "ChangeRes", "Help", "Quit",        "ProgWindow", "ModelList", "OptCom0", "LimitList"};
   session.Find<QWidget>("Load")->setFocus();
   std::vector<std::string> visited;
   for (std::size_t i = 0; i < expected.size(); ++i) {

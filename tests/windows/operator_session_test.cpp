@@ -18,6 +18,7 @@
 #include "session/grid.h"
 #include "support/fake_desk.h"
 #include "support/fake_help.h"
+#include "support/fake_printer.h"
 #include "support/record_ranges.h"
 #include "windows/composer_windows.h"
 #include "windows/random_operator.h"
@@ -67,10 +68,11 @@ struct Desktop {
   FakeDesk fakes;
   FakeComms comms;
   FakeHelp help;
+  FakePrinter printer;
   GuiMessageBoxes boxes;
   bool ended = false;
   ComposerWindows windows{{fakes.port, boxes, fakes.clock, fakes.loop, fakes.beeper, fakes.settings,
-                           fakes.dialogs, fakes.files, comms, help}};
+                           fakes.dialogs, fakes.files, comms, help, printer}};
 };
 
 /// What may be seen of the dialogs of a line at a moment.

@@ -295,7 +295,7 @@ TEST(RunWindows, OnlyTheGridCanBeUsedMeanwhileAndTheWindowStays) {
   EXPECT_EQ(session.fakes.port.AllSent(), "XIS");
   EXPECT_TRUE(session.Main().isVisible());
   EXPECT_TRUE(session.Find<QWidget>("Load")->isEnabled());
-  EXPECT_FALSE(session.Find<QWidget>("Print")->isEnabled());
+  EXPECT_TRUE(session.Find<QWidget>("PrintButton")->isEnabled());
 }
 
 TEST(RunWindows, LosingTheFocusClearsTheRowsAndGettingItBackStartsNothing) {

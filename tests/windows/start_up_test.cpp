@@ -47,7 +47,7 @@ TEST(StartUp, TheSplashStandsUntilTheMainWindowIsLoadedAndAMomentLonger) {
   };
   FakeDesk& fakes = session.fakes;
   session.windows = StartUp({fakes.port, fakes.boxes, fakes.clock, loop, fakes.beeper, fakes.settings,
-                             fakes.dialogs, fakes.files, session.comms, session.help});
+                             fakes.dialogs, fakes.files, session.comms, session.help, session.printer});
   EXPECT_TRUE(looked);
   EXPECT_EQ(loop.waits, std::vector<double>{1.5});
   EXPECT_EQ(TopLevel("StartForm"), nullptr);

@@ -15,6 +15,7 @@
 
 #include "support/fake_desk.h"
 #include "support/fake_help.h"
+#include "support/fake_printer.h"
 #include "windows/composer_windows.h"
 #include "windows/prog_window.h"
 
@@ -30,8 +31,8 @@ struct WindowSession {
   }
 
   [[nodiscard]] Outside Services() {
-    return {fakes.port,     fakes.boxes,   fakes.clock, fakes.loop, fakes.beeper,
-            fakes.settings, fakes.dialogs, fakes.files, comms,      help};
+    return {fakes.port,    fakes.boxes, fakes.clock, fakes.loop, fakes.beeper, fakes.settings,
+            fakes.dialogs, fakes.files, comms,       help,       printer};
   }
 
   /// Loads and shows the main window.
@@ -69,6 +70,7 @@ struct WindowSession {
   FakeDesk fakes;
   FakeComms comms;
   FakeHelp help;
+  FakePrinter printer;
   std::unique_ptr<ComposerWindows> windows;
 };
 
