@@ -20,7 +20,8 @@ QPageRanges ChosenPages(const QPrinter& printer) {
 
 Outcome PrintOn(QPrinter& printer, const PaperDocument& document) {
   printer.setDocName(QString::fromStdString(document.title + " - " + document.file_name));
-  if (Outcome painted = PaintOn(printer, document, ChosenPages(printer)); !painted) return painted;
+  Outcome painted = PaintOn(printer, document, ChosenPages(printer), [&printer] { printer.abort(); });
+  if (!painted) return painted;
   return printer.printerState() == QPrinter::Error ? Outcome::Failed("the printer reports an error")
                                                    : Outcome();
 }

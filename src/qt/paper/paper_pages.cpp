@@ -12,14 +12,16 @@ namespace tavlo {
 namespace {
 
 constexpr qreal kPoint = kPartsOfPoint;
-/// Columns by which a row that is too long goes on further right.
-constexpr int kHanging = 3;
+/// Columns by which a row that is too long goes on further right; more than the rows of a line are indented.
+constexpr int kHanging = 7;
 /// Columns between a number and the texts beside it.
 constexpr qreal kGap = 1.5;
 constexpr qreal kAboveBlock = 2 * kPoint;
 constexpr qreal kAboveHeading = 12 * kPoint;
-/// However far a loop is nested, a text has so much of the width.
+/// However far a loop is nested and however narrow the paper, a text has so much of the width, and so much
+/// where it goes on.
 constexpr qreal kLeastShare = 0.4;
+constexpr qreal kLeastHanging = 0.3;
 
 struct FontRow {
   PaperStyle style;
@@ -95,9 +97,8 @@ class Writer {
   }
 
   void AddRows(std::vector<Placed>& rows, const PaperRow& row, qreal margin) const {
-    const qreal most = size_.width() * (1 - kLeastShare);
-    const qreal left = std::min(margin + row.indent * column_, most);
-    const qreal hanging = left + kHanging * column_;
+    const qreal left = std::min(margin + row.indent * column_, size_.width() * (1 - kLeastShare));
+    const qreal hanging = std::min(left + kHanging * column_, size_.width() * (1 - kLeastHanging));
     const QString text = QString::fromStdString(row.text);
     bool first = true;
     for (const QString& piece : Wrapped(text, row.style, size_.width() - left, size_.width() - hanging)) {

@@ -80,7 +80,8 @@ QPageLayout WithMargins(QPageLayout layout) {
   return layout;
 }
 
-Outcome PaintOn(QPagedPaintDevice& device, const PaperDocument& document, const QPageRanges& ranges) {
+Outcome PaintOn(QPagedPaintDevice& device, const PaperDocument& document, const QPageRanges& ranges,
+                const std::function<void()>& give_up) {
   device.setPageLayout(WithMargins(device.pageLayout()));
   const PagePainter pages(document, device.pageLayout().paintRect(QPageLayout::Point).size() * kPoint);
   const std::vector<int> chosen = Chosen(pages.Pages(), ranges);
@@ -89,8 +90,10 @@ Outcome PaintOn(QPagedPaintDevice& device, const PaperDocument& document, const 
   if (!painter.begin(&device)) return Outcome::Failed("the printer cannot be opened");
   painter.scale(device.logicalDpiX() / (72 * kPoint), device.logicalDpiY() / (72 * kPoint));
   for (const int page : chosen) {
-    if (page != chosen.front() && !device.newPage())
+    if (page != chosen.front() && !device.newPage()) {
+      if (give_up) give_up();
       return Outcome::Failed("the printer takes no further page");
+    }
     pages.Paint(painter, page);
   }
   return painter.end() ? Outcome() : Outcome::Failed("the printer did not take the whole document");

@@ -16,6 +16,7 @@ namespace {
 /// A4 less its margins, and a narrow slip.
 const QSizeF kSheet(500.0 * kPartsOfPoint, 720.0 * kPartsOfPoint);
 const QSizeF kSlip(150.0 * kPartsOfPoint, 720.0 * kPartsOfPoint);
+const QSizeF kLabel(60.0 * kPartsOfPoint, 40.0 * kPartsOfPoint);
 
 /// Of what can be seen: blanks at the end of a row may hang over.
 qreal WidthOf(const PaperText& text) {
@@ -165,6 +166,16 @@ TEST(PaperPages, DeeplyNestedLoopsKeepRoomForTheirTexts) {
   EXPECT_TRUE(TextsOf(pages.at(0)).contains(QStringLiteral("Repeat 10 times"))) << "in one piece";
 }
 
+TEST(PaperPages, PaperWithoutRoomStillHoldsEveryLetter) {
+  for (const QSizeF& size : {QSizeF(0, 0), QSizeF(-100, -100), QSizeF(10, 10)}) {
+    qsizetype letters = 0;
+    for (const PaperPage& page : LayOut(DocumentOf({Block(7, 3)}), size)) {
+      for (const PaperText& text : page.texts) letters += text.text.size();
+    }
+    EXPECT_EQ(letters, 3);
+  }
+}
+
 TEST(PaperPages, ABlankRowDoesNotBeginAPage) {
   const auto pages = LayOut(DocumentOf({{PaperRow{}}, {{.text = "first"}}}), kSheet);
   EXPECT_EQ(pages.at(0).texts.at(0).at.y(), 0);
@@ -174,7 +185,7 @@ TEST(PaperPages, EveryExampleFitsItsPages) {
   for (const auto& example : examples::ExamplePrograms()) {
     const Listing listing = MakeListing(example.program, example.file_name);
     const auto reference = SectionsOf(MakeCrossReference(example.program));
-    for (const QSizeF& size : {kSheet, kSheet.transposed(), kSlip}) {
+    for (const QSizeF& size : {kSheet, kSheet.transposed(), kSlip, kLabel}) {
       const auto pages = LayOut(OnPaper(listing, example.file_name, reference), size);
       ExpectWithin(pages, size);
       EXPECT_GE(pages.size(), 1U);

@@ -100,8 +100,10 @@ TEST(PaintOn, SaysThatAPrinterTakesNoFurtherPage) {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     FailingPrinter printer(&buffer, taken);
-    const Outcome outcome = PaintOn(printer, DocumentOf(4));
+    int given_up = 0;
+    const Outcome outcome = PaintOn(printer, DocumentOf(4), {}, [&given_up] { ++given_up; });
     EXPECT_EQ(static_cast<bool>(outcome), taken == 4);
+    EXPECT_EQ(given_up, taken == 4 ? 0 : 1);
     EXPECT_EQ(outcome.Why(), taken == 4 ? "" : "the printer takes no further page");
   }
 }
