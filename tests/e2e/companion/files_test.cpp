@@ -55,5 +55,22 @@ TEST_F(Files, AReasonReadsTheSameInEveryLocale) {
             (Ended{4, "", "tavlo: cannot write " + Path("none/image") + ": No such file or directory\n"}));
 }
 
+TEST_F(Files, AListingOnPagesNeedsNoDisplayAndNoHome) {
+  const Ended text = Shell("$TAVLO list $FILE");
+  EXPECT_EQ(text.code, 0);
+  EXPECT_EQ(Shell("cd / && env -i $TAVLO list $FILE --pdf $DIR/listing.pdf"), text);
+  EXPECT_EQ(Shell("head -c 7 $DIR/listing.pdf; tail -c 6 $DIR/listing.pdf"),
+            (Ended{0, "%PDF-1.%%EOF\n", ""}));
+}
+
+TEST_F(Files, AListingOnPagesTakesThePaperOfTheCountry) {
+  constexpr const char* kWidth = "| grep -a -o 'MediaBox .0 0 [0-9]*' | sort -u";
+  for (const auto& [locale, width] :
+       {std::pair("en_US.UTF-8", "612"), std::pair("de_DE.UTF-8", "595"), std::pair("C", "595")}) {
+    const std::string script = std::string("LC_ALL=") + locale + " $TAVLO list $FILE --pdf - " + kWidth;
+    EXPECT_EQ(Shell(script.c_str()), (Ended{0, std::string("MediaBox [0 0 ") + width + "\n", ""})) << locale;
+  }
+}
+
 }  // namespace
 }  // namespace tavlo::testing
