@@ -6,13 +6,13 @@
 #include <span>
 
 #include "composer/command_line.h"
-#include "composer/look.h"
 #include "qt/comm_devices.h"
 #include "qt/gui/gui_printer.h"
 #include "qt/gui/gui_services.h"
 #include "qt/qt_help.h"
 #include "qt/qt_serial_port.h"
 #include "qt/qt_services.h"
+#include "widgets/look.h"
 #include "windows/composer_windows.h"
 
 int main(int argc, char** argv) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
-#include "composer/look.h"
+#include "widgets/look.h"
 
 #include <QApplication>
 #include <QFont>
