@@ -29,6 +29,7 @@ LEANS_ON = {
     "editors": ["forms", "widgets"],
     "windows": ["link", "commands", "editors"],
     "composer": ["windows", "qt"],
+    "viewer": ["widgets"],
     "cli": ["link", "commands", "forms", "qt", "hubsim"],
     # The simulated hub has its own reading of the bytes, so that a program that runs on it proves something.
     "hubsim": [],
