@@ -7,6 +7,29 @@
 #include <cerrno>
 
 namespace tavlo {
+namespace {
+
+/// A machine so slow that this does not suffice may still show the document.
+constexpr int kVersionMs = 1000;
+/// What shells add to the signal that ended a program.
+constexpr int kSignal = 128;
+
+/// Starts the viewer for its version alone. One that lacks a library dies at that, and a viewer that dies
+/// after it was sent its document tells nobody.
+int ErrorOf(const QString& viewer) {
+  QProcess asked;
+  asked.setStandardInputFile(QProcess::nullDevice());
+  asked.start(viewer, {QStringLiteral("--version")});
+  if (!asked.waitForStarted()) return ENOEXEC;
+  if (!asked.waitForFinished(kVersionMs)) {
+    asked.kill();
+    asked.waitForFinished(kVersionMs);
+    return 0;
+  }
+  return asked.exitStatus() == QProcess::NormalExit ? asked.exitCode() : kSignal + asked.exitCode();
+}
+
+}  // namespace
 
 QString QtHelp::Viewer() const {
 #ifdef Q_OS_WIN
@@ -24,7 +47,12 @@ int QtHelp::StartViewer() {
   // It comes up with its document; until then it is enough that it can.
   const QFileInfo viewer(Viewer());
   if (!viewer.isFile()) return ENOENT;
-  return viewer.isExecutable() ? 0 : EACCES;
+  if (!viewer.isExecutable()) return EACCES;
+  if (!runs_) {
+    if (const int error = ErrorOf(viewer.filePath()); error != 0) return error;
+  }
+  runs_ = true;
+  return 0;
 }
 
 bool QtHelp::SetIndex(std::string_view file) {

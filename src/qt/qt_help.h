@@ -24,6 +24,8 @@ class QtHelp : public Help {
   [[nodiscard]] QString HelpPath() const;
 
   QString folder_;
+  /// The viewer was seen to run.
+  bool runs_ = false;
 };
 
 }  // namespace tavlo

@@ -6,9 +6,11 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 #include <cerrno>
+#include <csignal>
 
 #include "support/fake_boxes.h"
 
@@ -18,10 +20,12 @@ namespace {
 /// The folder of a program.
 class ProgramFolder {
  public:
-  /// A viewer that writes down which document it was started with.
-  void PutViewer(bool may_run) {
+  /// A viewer that writes down which document it was started with, and how often it was asked for its
+  /// version. `asked` is what it does then.
+  void PutViewer(bool may_run, const QByteArray& asked = "exit 0") {
     Write(QStringLiteral("OskelHelp"),
-          "#!/bin/sh\nprintf %s \"$1\" >\"$0.new\"\nmv \"$0.new\" \"$0.shown\"\n");
+          "#!/bin/sh\nif [ \"$1\" = --version ]; then echo >>\"$0.asked\"; " + asked +
+              "; fi\nprintf %s \"$1\" >\"$0.new\"\nmv \"$0.new\" \"$0.shown\"\n");
     const auto rights = QFile::ReadOwner | QFile::WriteOwner;
     QFile::setPermissions(Path(QStringLiteral("OskelHelp")), may_run ? rights | QFile::ExeOwner : rights);
   }
@@ -44,7 +48,7 @@ class ProgramFolder {
   }
 
  private:
-  void Write(const QString& name, const char* bytes) const {
+  void Write(const QString& name, const QByteArray& bytes) const {
     QFile file(Path(name));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(bytes);
@@ -67,6 +71,39 @@ TEST(QtHelp, TellsWhyTheViewerDoesNotRun) {
   EXPECT_EQ(folder.BoxOfOpening("FL.pdf"), "Error " + std::to_string(ENOENT));
   folder.PutViewer(false);
   EXPECT_EQ(folder.BoxOfOpening("FL.pdf"), "Error " + std::to_string(EACCES));
+}
+
+TEST(QtHelp, TellsOfAViewerThatDiesAtOnce) {
+  struct Death {
+    const char* of;
+    int error;
+  };
+  for (const auto& [of, error] : {Death{"exit 127", 127}, Death{"kill -ABRT $$", 128 + SIGABRT}}) {
+    ProgramFolder folder;
+    folder.PutViewer(true, of);
+    folder.PutDocument(QStringLiteral("FL.pdf"));
+    EXPECT_EQ(folder.BoxOfOpening("FL.pdf"), "Error " + std::to_string(error)) << of;
+    EXPECT_FALSE(QFile::exists(folder.Path(QStringLiteral("OskelHelp.shown")))) << of;
+  }
+}
+
+TEST(QtHelp, AsksAViewerOnceWhetherItRuns) {
+  ProgramFolder folder;
+  folder.PutViewer(true);
+  folder.PutDocument(QStringLiteral("FL.pdf"));
+  QtHelp help(folder.Path(QString()));
+  FakeBoxes boxes;
+  for (int i = 0; i < 3; ++i) help.OpenHelp("FL.pdf", boxes);
+  EXPECT_TRUE(boxes.shown.empty());
+  EXPECT_EQ(QFileInfo(folder.Path(QStringLiteral("OskelHelp.asked"))).size(), 1) << "one line end";
+}
+
+TEST(QtHelp, ShowsTheDocumentOfAViewerThatIsSlowToAnswer) {
+  ProgramFolder folder;
+  folder.PutViewer(true, "exec sleep 60");
+  folder.PutDocument(QStringLiteral("FL.pdf"));
+  EXPECT_EQ(folder.BoxOfOpening("FL.pdf"), "");
+  EXPECT_EQ(folder.Shown(), folder.Path(QStringLiteral("Help/FL.pdf")));
 }
 
 TEST(QtHelp, TellsOfADocumentThatIsNotThere) {
