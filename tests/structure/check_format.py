@@ -15,7 +15,7 @@ import tempfile
 
 # The version is part of the rule: another one lays the same file out differently.
 FORMATTER = "clang-format-14"
-FOLDERS = ["src", "tests", "bench", "fuzz", "examples"]
+FOLDERS = ["src", "tests", "bench", "fuzz", "examples", "help"]
 LICENCE = ["SPDX-License-Identifier: MIT", "Copyright (c) 2026 The Tavlo Composer authors"]
 COMMENT = {".cpp": "//", ".h": "//", ".py": "#", ".sh": "#"}
 
