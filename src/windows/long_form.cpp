@@ -26,9 +26,11 @@
 #include "session/source.h"
 #include "widgets/font_size.h"
 #include "widgets/icon_images.h"
+#include "widgets/ringed_button.h"
 #include "widgets/rule.h"
 #include "widgets/takes_input.h"
 #include "widgets/tall_pane.h"
+#include "windows/about.h"
 #include "windows/command_bar.h"
 #include "windows/program_grid.h"
 #include "windows/side_panels.h"
@@ -51,18 +53,15 @@ QSize OpeningSize(const QWidget& window) {
   return wanted.boundedTo(window.screen()->availableSize() - QSize(2 * kFrame, title + 2 * kFrame));
 }
 
-/// What opens the window that tells about the program; it comes with that window.
+/// What opens the window that tells about the program.
 QToolButton* MakeLogo(QWidget* parent) {
-  auto* logo = new QToolButton(parent);
+  auto* logo = new RingedButton(kLogoSize, parent);
   logo->setObjectName(QStringLiteral("corplogo"));
   logo->setText(QStringLiteral("A&bout"));
-  logo->setToolTip(QStringLiteral("Tell about this program (not available in this version)"));
+  logo->setToolTip(QStringLiteral("Tell about this program and its licences"));
   logo->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
   logo->setIcon(ApplicationIcon());
-  const int side = ByFont(parent->fontMetrics(), kLogoSize);
-  logo->setIconSize({side, side});
   logo->setAutoRaise(true);
-  logo->setEnabled(false);
   return logo;
 }
 
@@ -108,7 +107,14 @@ void LongForm::LayOut() {
   side->addWidget(drives_);
   side->addWidget(limits_);
   side->addStretch(1);
-  side->addWidget(MakeLogo(side_), 0, Qt::AlignRight);
+  QToolButton* logo = MakeLogo(side_);
+  connect(logo, &QToolButton::clicked, this, [this] {
+    if (!TakesInput(*side_)) return;
+    // Like every dialog it is made when it is needed first, and stays.
+    if (about_ == nullptr) about_ = new About(this);
+    about_->exec();
+  });
+  side->addWidget(logo, 0, Qt::AlignRight);
 
   auto* body = new QHBoxLayout;
   body->setSpacing(kMargin);

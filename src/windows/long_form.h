@@ -9,6 +9,7 @@
 
 namespace tavlo {
 
+class About;
 class CommandBar;
 class DrivesPanel;
 class HubPanel;
@@ -73,6 +74,8 @@ class LongForm : public QWidget, public ProgramView {
   HubPanel* hub_;
   DrivesPanel* drives_;
   LimitsPanel* limits_;
+  /// Null until it is asked for.
+  About* about_ = nullptr;
   Hold hold_ = Hold::None;
   bool ended_ = false;
 };

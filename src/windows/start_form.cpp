@@ -7,15 +7,13 @@
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPainter>
 #include <QScreen>
 #include <QVBoxLayout>
 
 #include "model/program_file.h"
 #include "qt/gui/shown_text.h"
 #include "session/desk.h"
-#include "widgets/font_size.h"
-#include "widgets/icon_images.h"
+#include "windows/logo.h"
 
 namespace tavlo {
 namespace {
@@ -24,28 +22,13 @@ constexpr int kLogoSize = 64;
 constexpr int kPadding = 28;
 constexpr double kTitleScale = 2.0;
 
-/// The program's picture, drawn for the screen that it is painted on.
-class Logo : public QWidget {
- public:
-  explicit Logo(QWidget* parent) : QWidget(parent) {
-    const int side = ByFont(fontMetrics(), kLogoSize);
-    setFixedSize(side, side);
-  }
-
- protected:
-  void paintEvent(QPaintEvent*) override {
-    QPainter painter(this);
-    ApplicationIcon().paint(&painter, rect());
-  }
-};
-
 }  // namespace
 
 StartForm::StartForm() : QFrame(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint) {
   setObjectName(QStringLiteral("StartForm"));
   setWindowTitle(FromText(kApplicationTitle));
   setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
-  auto* logo = new Logo(this);
+  auto* logo = new Logo(kLogoSize, this);
   auto* title = new QLabel(FromText(kApplicationTitle), this);
   QFont large = font();
   large.setPixelSize(static_cast<int>(QFontInfo(large).pixelSize() * kTitleScale));

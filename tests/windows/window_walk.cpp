@@ -14,6 +14,7 @@
 #include "link/execution.h"
 #include "session/grid.h"
 #include "support/fake_help.h"
+#include "windows/about.h"
 #include "windows/start_form.h"
 
 namespace tavlo::testing {
@@ -124,6 +125,13 @@ void LookAtFault(const LookAt& look_at) {
     session.Click("ServoFault", "Close");
   });
   session.fakes.port.Receive({static_cast<char>(211), 1, 1, 33});
+}
+
+void LookAtAbout(const LookAt& look_at) {
+  About about(nullptr);
+  about.show();
+  QApplication::processEvents();
+  look_at(about, "About");
 }
 
 void LookAtTerminal(const LookAt& look_at) {
@@ -324,6 +332,7 @@ void ForEachWindow(const LookAt& look_at) {
   LookAtPanes(look_at);
   LookAtRuns(look_at);
   LookAtFault(look_at);
+  LookAtAbout(look_at);
   LookAtTerminal(look_at);
   LookAtPicker(look_at);
   LookAtEditors(look_at);
