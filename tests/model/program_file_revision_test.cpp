@@ -11,6 +11,8 @@ namespace tavlo {
 namespace {
 
 using testing::HandFile;
+using testing::HubRevision;
+using testing::kHubRevisions;
 
 Program NewProgram() {
   Program program;
@@ -107,29 +109,12 @@ TEST(FileRevision, ALineOfAnOlderFileThatSeeksHomeOnInput6LoadsWithInput128) {
   }
 }
 
-struct RevisionRow {
-  std::string_view version;
-  int last_items;
-  bool axis_currents;
-  bool port_record;
-  bool same_record;
-};
-constexpr RevisionRow kRevisions[] = {
-    {"1.05", 0, false, false, false}, {"1.11", 0, false, false, false}, {"1.12", 2, false, false, false},
-    {"1.13", 2, false, false, false}, {"1.14", 2, false, false, false}, {"1.15", 2, false, true, false},
-    {"1.16", 2, false, true, false},  {"1.17", 2, false, true, false},  {"1.18", 2, false, true, true},
-    {"1.19", 3, false, true, true},   {"1.20", 3, false, true, true},   {"1.21", 3, false, true, true},
-    {"1.21.5", 3, false, true, true}, {"1.21.6", 3, true, true, true},  {"1.21.12", 3, true, true, true},
-    {"1.22", 3, true, true, true},    {"1.29.1", 3, true, true, true}};
-
 TEST(FileRevision, EachRevisionHasItsRecordsBoundariesIncluded) {
-  for (const RevisionRow& row : kRevisions) {
+  for (const HubRevision& row : kHubRevisions) {
+    if (row.menu_items < 9) continue;
     SCOPED_TRACE(row.version);
     HandFile file;
-    file.last_items = row.last_items;
-    file.axis_currents = row.axis_currents;
-    file.port_record = row.port_record;
-    file.same_record = row.same_record;
+    file.As(row);
     file.same = "#TRUE#,#FALSE#";
     for (auto& line : file.lines) line.last = {"3", "5", "#TRUE#"};
     for (auto& axis : file.axes) axis.currents = "4,8";
@@ -156,12 +141,8 @@ TEST(FileRevision, AFileWithOneRecordTooFewForItsRevisionIsDamaged) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.version);
     HandFile file;
-    for (const RevisionRow& row : kRevisions) {
-      if (row.version != c.version) continue;
-      file.last_items = row.last_items;
-      file.axis_currents = row.axis_currents;
-      file.port_record = row.port_record;
-      file.same_record = row.same_record;
+    for (const HubRevision& row : kHubRevisions) {
+      if (row.version == c.version) file.As(row);
     }
     Program whole = NewProgram();
     EXPECT_TRUE(LoadBody(file, whole, ParseRevision(c.version)));
