@@ -56,13 +56,15 @@ struct Trial {
     items.Read(version);
     // A file without a readable version may be whole apart from that.
     const float r = ParseRevision(HasVersionForm(version) ? version : VersionTextOf(kVersion));
-    whole = kind == FileKind::HubProg ? LoadHubProg(items, r, program) : LoadOskelProg(items, r, program);
+    whole = kind == FileKind::HubProg ? LoadHubProg(items, r, program, &repairs)
+                                      : LoadOskelProg(items, r, program, &repairs);
     int unread = kind == FileKind::HubProg ? UnreadItems(r) : UnreadOldItems(r);
     for (std::string item; unread > 0 && !items.AtEnd(); --unread) items.Read(item);
   }
 
   ItemReader items;
   Program program;
+  Repairs repairs;
   bool whole = false;
 };
 
@@ -107,6 +109,7 @@ FileFindings Examine(std::string_view text, FileKind kind) {
     return found;
   }
   found.goes_on = !trial.items.AtEnd();
+  found.repairs = trial.repairs;
   if (kind == FileKind::HubProg) {
     found.unknown_hub_code = UnknownCode(text, IsHubCode);
     found.unknown_models = UnknownModelsOf(trial.program);

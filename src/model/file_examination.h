@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "model/file_repairs.h"
 #include "model/program.h"
 
 namespace tavlo {
@@ -44,6 +45,8 @@ struct FileFindings {
   std::vector<UnknownModel> unknown_models;
   /// Something follows the last record.
   bool goes_on = false;
+  /// What loading a whole file changes in what it holds.
+  Repairs repairs;
 };
 
 /// Examines the text of a file, which may be anything. Loads nothing.

@@ -2,10 +2,8 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "model/legacy_import.h"
 
-#include <algorithm>
 #include <limits>
 
-#include "model/wire.h"
 #include "platform/number_format.h"
 
 namespace tavlo {
@@ -112,7 +110,7 @@ void ReadLine100(ItemReader& items, const Layout& layout, Instruction& line) {
   if (line.Type == CC) ReadMotorFields(items, line);
 }
 
-void ReadLines(ItemReader& items, const Layout& layout, int count, Program& program) {
+void ReadLines(ItemReader& items, const Layout& layout, int count, Program& program, Repairs* repairs) {
   for (int i = 0; i < count; ++i) {
     Instruction& line = program.Prog[i];
     std::int16_t own_number = 0;  // dropped: the order in the file is what counts
@@ -122,18 +120,20 @@ void ReadLines(ItemReader& items, const Layout& layout, int count, Program& prog
     } else {
       ReadLine29(items, line);
     }
-    if ((line.Type == SO || line.Type == FLSO) && line.Time < kShortestPulse) line.Time = kShortestPulse;
+    LengthenPulse(program, i, repairs);
   }
   for (int i = count; i < kLines; ++i) program.Prog[i].Type = NO;
 }
 
-void ReadSettings(ItemReader& items, const Layout& layout, Settings& settings, AxisConfig& axes) {
+void ReadSettings(ItemReader& items, const Layout& layout, Settings& settings, Program& program,
+                  Repairs* repairs) {
+  AxisConfig& axes = program.Axis;
   items.ReadAll(axes.DriveCurrent[0], settings.idle_byte, axes.StepResCode[0], settings.jog_speed,
                 settings.jog_accel);
-  bool use_units = true;
-  if (layout.units) items.ReadAll(axes.StepsPerUnit[0], axes.UnitName[0], use_units);
-  if (layout.second_operands) items.Read(axes.StepsPerRev[0]);
   axes.UseUnits[0] = true;
+  if (layout.units) items.ReadAll(axes.StepsPerUnit[0], axes.UnitName[0], axes.UseUnits[0]);
+  if (layout.second_operands) items.Read(axes.StepsPerRev[0]);
+  CountInUnits(program, 0, repairs);
 }
 
 std::int16_t IdleCodeOf(int idle_byte) {
@@ -152,21 +152,17 @@ void ScaleCurrents(const Settings& settings, AxisConfig& axes) {
 
 /// The drive of the file is not the one that the axis has, and a current that the one bears may be too high
 /// for the other.
-void HoldCurrents(AxisConfig& axes) {
-  for (int axis = 0; axis < kAxes; ++axis) {
-    axes.DriveCurrent[axis] = std::min(axes.DriveCurrent[axis], MaxCurrent(axes.DriveModel[axis]));
-  }
+void HoldCurrents(Program& program, Repairs* repairs) {
+  for (int axis = 0; axis < kAxes; ++axis) LowerCurrent(program, axis, repairs);
 }
 
-void MoveToAxis0(const Settings& settings, int count, Program& program) {
+void MoveToAxis0(const Settings& settings, int count, Program& program, Repairs* repairs) {
   for (int i = 0; i < count; ++i) {
     Instruction& line = program.Prog[i];
     line.Drive = 0;
     line.JogSpeed = settings.jog_speed;
     line.JogAccel = settings.jog_accel;
-    if (line.Type != FE) continue;
-    line.Type = CM;
-    line.Text = "Deleted Hand Wheel instruction";
+    DropHandWheel(program, i, repairs);
   }
 }
 
@@ -188,20 +184,20 @@ int UnreadOldItems(float r) {
   return r == 1.28F ? kUnitRecord : 0;
 }
 
-bool LoadOskelProg(ItemReader& items, float r, Program& program) {
+bool LoadOskelProg(ItemReader& items, float r, Program& program, Repairs* repairs) {
   const Layout layout(r);
   Settings settings;
   if (layout.hundred_lines) items.Read(settings.drive_code);
   const int count = layout.hundred_lines ? kLines100 : kOldLines;
-  ReadLines(items, layout, count, program);
-  ReadSettings(items, layout, settings, program.Axis);
+  ReadLines(items, layout, count, program, repairs);
+  ReadSettings(items, layout, settings, program, repairs);
   ScaleCurrents(settings, program.Axis);
-  HoldCurrents(program.Axis);
+  HoldCurrents(program, repairs);
   if (items.Failed()) {
     for (int i = 0; i < kLines; ++i) program.Prog[i].Type = NO;
     return false;
   }
-  MoveToAxis0(settings, count, program);
+  MoveToAxis0(settings, count, program, repairs);
   SplitResolution(program.Axis);
   return true;
 }

@@ -2,9 +2,6 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "model/program_file.h"
 
-#include <algorithm>
-
-#include "model/wire.h"
 #include "platform/number_format.h"
 
 namespace tavlo {
@@ -124,19 +121,20 @@ void ProgramRecords(Records records, const Layout& layout, AnyProgram& program, 
 }
 
 /// What an older file means, and what no file may bring.
-void SettleLine(const Layout& layout, Instruction& line) {
+void SettleLine(const Layout& layout, Program& program, int line, Repairs* repairs) {
+  Instruction& record = program.Prog[line];
   // The drives' own inputs were once numbered along with the others.
-  const bool old_home = line.Type == SH && line.IONum == 6;
-  const bool old_sensor = line.Type == FS && line.IONum == 8;
-  if (layout.old_home_inputs && (old_home || old_sensor)) line.IONum = kFirstDriveInput;
-  if (layout.jog_drives && !layout.wait_this) line.WaitThis = false;
-  if ((line.Type == SO || line.Type == FLSO) && line.Time < kShortestPulse) line.Time = kShortestPulse;
-  if (line.Type == CM && line.Text.size() > kLongestComment) line.Text.resize(kLongestComment);
+  const bool old_home = record.Type == SH && record.IONum == 6;
+  const bool old_sensor = record.Type == FS && record.IONum == 8;
+  if (layout.old_home_inputs && (old_home || old_sensor)) UseDriveInput(program, line, repairs);
+  if (layout.jog_drives && !layout.wait_this) record.WaitThis = false;
+  LengthenPulse(program, line, repairs);
+  CutComment(program, line, repairs);
 }
 
-void SettleAxis(AxisConfig& axes, int axis) {
-  axes.UseUnits[axis] = true;
-  axes.DriveCurrent[axis] = std::min(axes.DriveCurrent[axis], MaxCurrent(axes.DriveModel[axis]));
+void SettleAxis(Program& program, int axis, Repairs* repairs) {
+  CountInUnits(program, axis, repairs);
+  LowerCurrent(program, axis, repairs);
 }
 
 /// A list can only show an entry that it has. False for another.
@@ -189,15 +187,15 @@ int UnreadItems(float r) {
   return r == 1.17F ? 2 : 0;
 }
 
-bool LoadHubProg(ItemReader& items, float r, Program& program) {
+bool LoadHubProg(ItemReader& items, float r, Program& program, Repairs* repairs) {
   const Layout layout(r);
   std::int16_t hub_code = 0;
   items.Read(hub_code);
   program.HubIndex = HubOfCode(hub_code).value_or(HubOcto);
   Remainder remainder{program.LimitList, program.LimitBranch - 1, layout.port, 0};
   ProgramRecords(Reading(items), layout, program, remainder);
-  for (int line = 0; line < kLines; ++line) SettleLine(layout, program.Prog[line]);
-  for (int axis = 0; axis < kAxes; ++axis) SettleAxis(program.Axis, axis);
+  for (int line = 0; line < kLines; ++line) SettleLine(layout, program, line, repairs);
+  for (int axis = 0; axis < kAxes; ++axis) SettleAxis(program, axis, repairs);
   if (!TakeLimit(remainder, program)) items.Fail();
   return !items.Failed();
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "model/file_items.h"
+#include "model/file_repairs.h"
 #include "model/program.h"
 
 namespace tavlo {
@@ -44,7 +45,7 @@ inline constexpr std::size_t kLargestProgramFile = 16u << 20;
 
 /// Reads what follows the version text into the program, by the rules of revision `r`. Always goes through
 /// the whole table; returns false if any item was bad. The port record is dropped: a file never changes the
-/// port. Does not run `ScanLoops`.
-[[nodiscard]] bool LoadHubProg(ItemReader& items, float r, Program& program);
+/// port. Does not run `ScanLoops`. What it changes in what the file holds is added to `repairs`.
+[[nodiscard]] bool LoadHubProg(ItemReader& items, float r, Program& program, Repairs* repairs = nullptr);
 
 }  // namespace tavlo

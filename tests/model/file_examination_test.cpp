@@ -117,6 +117,28 @@ TEST(FileExamination, WhatFollowsTheLastRecordIsFoundAndBlanksAreNothing) {
   }
 }
 
+TEST(FileExamination, WhatLoadingChangesIsFoundWithItsLineOrAxis) {
+  HandFile file;
+  file.lines[0].type = "12";
+  file.lines[0].state = "1,10,0,6,10";
+  file.lines[3].type = "21";
+  file.lines[3].state = "1,4,0,0,10";
+  file.lines[199].type = "13";
+  file.lines[199].text = '"' + std::string(28, 'c') + '"';
+  file.axes[2].settings = "1,6,2,8,20000,\"rev\",#FALSE#,8000,0";
+  const Repairs expected = {{Repair::DriveInput, 0},
+                            {Repair::ShortPulse, 3},
+                            {Repair::LongComment, 199},
+                            {Repair::StepsOnly, 2},
+                            {Repair::HighCurrent, 2}};
+  EXPECT_EQ(Examine("1.22\r\n" + file.Body(), FileKind::HubProg).repairs, expected);
+  const std::string old = "1.2\r\n" + OldFile("2", 100, {0, kMove12}, {{7, {18, kMove12}}}, "255,0,8,1,100");
+  EXPECT_EQ(Examine(old, FileKind::OskelProg).repairs,
+            (Repairs{{Repair::HighCurrent, 0}, {Repair::HandWheel, 7}}));
+  EXPECT_EQ(Examine(OldFileOf(), FileKind::OskelProg).repairs, Repairs());
+  EXPECT_EQ(Examine(NewFile(), FileKind::HubProg).repairs, Repairs());
+}
+
 TEST(FileExamination, TheRecordThatABoundaryRevisionLeavesUnreadIsItsOwn) {
   HandFile file;
   file.last_items = 2;

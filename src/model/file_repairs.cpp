@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#include "model/file_repairs.h"
+
+#include "model/wire.h"
+
+namespace tavlo {
+namespace {
+
+void Record(Repairs* repairs, Repair repair, int index) {
+  if (repairs != nullptr) repairs->push_back({repair, index});
+}
+
+}  // namespace
+
+void DropHandWheel(Program& program, int line, Repairs* repairs) {
+  Instruction& record = program.Prog[line];
+  if (record.Type != FE) return;
+  record.Type = CM;
+  record.Text = "Deleted Hand Wheel instruction";
+  Record(repairs, Repair::HandWheel, line);
+}
+
+void LengthenPulse(Program& program, int line, Repairs* repairs) {
+  Instruction& record = program.Prog[line];
+  if ((record.Type != SO && record.Type != FLSO) || record.Time >= kShortestPulse) return;
+  record.Time = kShortestPulse;
+  Record(repairs, Repair::ShortPulse, line);
+}
+
+void CutComment(Program& program, int line, Repairs* repairs) {
+  Instruction& record = program.Prog[line];
+  if (record.Type != CM || record.Text.size() <= kLongestComment) return;
+  record.Text.resize(kLongestComment);
+  Record(repairs, Repair::LongComment, line);
+}
+
+void UseDriveInput(Program& program, int line, Repairs* repairs) {
+  program.Prog[line].IONum = kFirstDriveInput;
+  Record(repairs, Repair::DriveInput, line);
+}
+
+void LowerCurrent(Program& program, int axis, Repairs* repairs) {
+  AxisConfig& axes = program.Axis;
+  const float most = MaxCurrent(axes.DriveModel[axis]);
+  if (axes.DriveCurrent[axis] <= most) return;
+  axes.DriveCurrent[axis] = most;
+  Record(repairs, Repair::HighCurrent, axis);
+}
+
+void CountInUnits(Program& program, int axis, Repairs* repairs) {
+  if (program.Axis.UseUnits[axis]) return;
+  program.Axis.UseUnits[axis] = true;
+  Record(repairs, Repair::StepsOnly, axis);
+}
+
+}  // namespace tavlo

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The Tavlo Composer authors
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "model/program.h"
+
+namespace tavlo {
+
+/// What a reader changes in what a file holds.
+enum class Repair : std::uint8_t {
+  /// A line that follows the hand wheel of the earlier programmer became a comment.
+  HandWheel,
+  /// A pulse was lengthened to the shortest that there is.
+  ShortPulse,
+  /// A comment was cut to the characters that a line has room for.
+  LongComment,
+  /// An input of the drive itself got the number that it has now.
+  DriveInput,
+  /// A current was lowered to the highest of the drive model.
+  HighCurrent,
+  /// An axis that counted in steps counts in its unit.
+  StepsOnly,
+};
+
+[[nodiscard]] constexpr bool IsOfAxis(Repair repair) {
+  return repair == Repair::HighCurrent || repair == Repair::StepsOnly;
+}
+
+/// A change and the line or the axis in which it was made, 0-based.
+struct RepairMade {
+  Repair repair = Repair::HandWheel;
+  int index = 0;
+  bool operator==(const RepairMade&) const = default;
+};
+using Repairs = std::vector<RepairMade>;
+
+// The rules of both readers. Each adds what it changes to `repairs`, which may be null.
+
+/// A line that follows the hand wheel becomes a comment; others stay.
+void DropHandWheel(Program& program, int line, Repairs* repairs);
+void LengthenPulse(Program& program, int line, Repairs* repairs);
+void CutComment(Program& program, int line, Repairs* repairs);
+/// Gives the line the drive's own first input.
+void UseDriveInput(Program& program, int line, Repairs* repairs);
+void LowerCurrent(Program& program, int axis, Repairs* repairs);
+void CountInUnits(Program& program, int axis, Repairs* repairs);
+
+}  // namespace tavlo
