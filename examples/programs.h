@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -16,5 +17,9 @@ struct Example {
 
 /// The programs of this folder, in the order of its README.
 [[nodiscard]] std::vector<Example> ExamplePrograms();
+
+inline constexpr std::string_view kOldExample = "old-feeder.OSK";
+/// The file of that name, as the earlier programmer wrote it.
+[[nodiscard]] std::string OldExampleFile();
 
 }  // namespace tavlo::examples

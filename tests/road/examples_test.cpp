@@ -26,6 +26,7 @@ TEST(Examples, TheFilesAreWhatTheWriterMakesOfThem) {
     EXPECT_TRUE(FileText(example.file_name) == WriteHubProg(example.program, 0))
         << example.file_name << ": remake it with make-examples";
   }
+  EXPECT_TRUE(FileText(examples::kOldExample) == examples::OldExampleFile());
 }
 
 TEST(Examples, EachIsTheSameByteForByteAfterALoadAndASave) {
@@ -40,6 +41,18 @@ TEST(Examples, EachIsTheSameByteForByteAfterALoadAndASave) {
     Save(desk.desk);
     EXPECT_TRUE(desk.files.files["out.TVH"] == desk.files.files["in.TVH"]);
   }
+}
+
+TEST(Examples, TheOldOneLoadsWithItsHandWheelLineAsAComment) {
+  FakeDesk desk;
+  const std::string name(examples::kOldExample);
+  desk.files.files[name] = FileText(name);
+  EXPECT_TRUE(LoadFile(desk.desk, name));
+  EXPECT_TRUE(desk.boxes.shown.empty());
+  EXPECT_EQ(desk.Line(2).Type, CM);
+  EXPECT_EQ(desk.Line(7).Time, 5);
+  EXPECT_EQ(desk.Line(9).LineNum, 5) << "its loop is linked";
+  EXPECT_EQ(desk.source.program.Axis.UnitName[0], "mm");
 }
 
 TEST(Examples, TheSimulatedHubHasACodeForEveryKindOfLine) {
