@@ -21,9 +21,10 @@ using Commands = std::vector<std::unique_ptr<Command>>;
 
 Commands AllCommands() {
   constexpr std::array kMakers = {
-      MakeShowCommand,    MakeListCommand,     MakeProfileCommand,  MakeCheckCommand,  MakeSimulateCommand,
-      MakeCompileCommand, MakeDecodeCommand,   MakeDownloadCommand, MakeUploadCommand, MakeVerifyCommand,
-      MakeRunCommand,     MakeTerminalCommand, MakeIdentifyCommand, MakeStopCommand,   MakePortsCommand};
+      MakeShowCommand,     MakeListCommand,     MakeProfileCommand, MakeCheckCommand,
+      MakeSimulateCommand, MakeCompileCommand,  MakeDecodeCommand,  MakeConvertCommand,
+      MakeDownloadCommand, MakeUploadCommand,   MakeVerifyCommand,  MakeRunCommand,
+      MakeTerminalCommand, MakeIdentifyCommand, MakeStopCommand,    MakePortsCommand};
   Commands commands;
   for (const auto make : kMakers) commands.push_back(make());
   return commands;

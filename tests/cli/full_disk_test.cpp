@@ -25,6 +25,7 @@ class FullDisk : public Companion {
   [[nodiscard]] std::vector<Writer> Writers() {
     return {{{"compile", File(), "-o", folder.Path("new-image")}, "new-image"},
             {{"decode", folder.Path("image"), "-o", folder.Path("decoded.TVH")}, "decoded.TVH"},
+            {{"convert", File(), folder.Path("converted.TVH")}, "converted.TVH"},
             {{"upload", folder.Path("uploaded.TVH"), "--port", "1"}, "uploaded.TVH"}};
   }
   void PutOld(const Writer& writer) const { folder.Write(writer.output, "what is there"); }

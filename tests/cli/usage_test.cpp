@@ -16,8 +16,8 @@ TEST_F(Usage, HelpNamesEveryCommandAndEveryExitCode) {
   const Outcome outcome = Tavlo({"--help"});
   EXPECT_EQ(outcome.code, 0);
   EXPECT_EQ(outcome.err, "");
-  for (const char* word : {"show", "check", "simulate", "compile", "decode", "download", "upload", "verify",
-                           "run", "terminal", "identify", "stop", "ports", "help", "130"}) {
+  for (const char* word : {"show", "check", "simulate", "compile", "decode", "convert", "download", "upload",
+                           "verify", "run", "terminal", "identify", "stop", "ports", "help", "130"}) {
     EXPECT_NE(outcome.out.find(word), std::string::npos) << word;
   }
   for (const auto& row : cli::kExitCodes) {
@@ -53,6 +53,9 @@ TEST_F(Usage, ACommandLineThatIsNotUnderstoodEndsWithTwoAndSaysWhy) {
       {{"decode", "image"}, "--output is required"},
       {{"decode", "-o", "x.TVH"}, "IMAGE is required"},
       {{"decode", "image", "-o", "TVH"}, "--output: 'TVH' does not end in .TVH"},
+      {{"convert"}, "OLD is required"},
+      {{"convert", "x.OSK"}, "NEW is required"},
+      {{"convert", "x.OSK", "y.OSK"}, "NEW: 'y.OSK' does not end in .TVH"},
       {{"compile", "x.TVH", "-o", ""}, "--output: the name is empty"},
       {{"compile", "x.TVH", "--output="}, "--output: 1 required IMAGE missing"},
       {{"decode", "image", "-o", ""}, "--output: the name is empty"},

@@ -37,6 +37,7 @@ class Command {
 [[nodiscard]] std::unique_ptr<Command> MakeDownloadCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeUploadCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeDecodeCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeConvertCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeVerifyCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeRunCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeSimulateCommand();

@@ -51,12 +51,18 @@ void AddFile(CLI::App& app, std::string& path, bool required) {
       ->type_name("");
 }
 
+void AddOldFile(CLI::App& app, std::string& path) {
+  app.add_option("OLD", path, "Program file of any version (.OSK or .TVH), or - for standard input")
+      ->required()
+      ->type_name("");
+}
+
 void AddNewFile(CLI::App& app, const std::string& option, std::string& path) {
   constexpr const char* kMeaning =
       "Program file (.TVH) to write, or - for standard output; a file that is there is replaced";
   app.add_option(option, path, kMeaning)
       ->required()
-      ->type_name(option == "FILE" ? "" : "FILE")
+      ->type_name(option.starts_with('-') ? "FILE" : "")
       ->check(CLI::Validator(
           [](const std::string& text) {
             if (text.empty()) return std::string(kEmptyName);

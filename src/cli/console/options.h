@@ -24,6 +24,8 @@ namespace tavlo::cli {
 // a name.
 
 void AddFile(CLI::App& app, std::string& path, bool required);
+/// `OLD`, a program file of either kind and of any version.
+void AddOldFile(CLI::App& app, std::string& path);
 /// A program file that the command writes. The name must be that of a program file, because a file with any
 /// other name is read as one of the earlier programmer.
 void AddNewFile(CLI::App& app, const std::string& option, std::string& path);

@@ -111,7 +111,7 @@ std::optional<std::string> ReadFile(Console& console, const std::string& path, s
   return bytes;
 }
 
-bool LoadProgram(Source& source, Console& console, const std::string& path) {
+bool LoadProgram(Source& source, Console& console, const std::string& path, FileFindings* found) {
   InitSession(source);
   std::string reason;
   const auto text = ReadFile(console, path, kLargestProgramFile, reason);
@@ -123,7 +123,9 @@ bool LoadProgram(Source& source, Console& console, const std::string& path) {
   // A stream has no name whose ending could tell.
   const FileKind kind = IsStandard(path) ? FileKind::HubProg : KindByName(path);
   const std::string name = ShownName(path, kStandardInput);
-  if (!MayUse(console, name, kind, Examine(*text, kind))) return false;
+  const FileFindings findings = Examine(*text, kind);
+  if (found != nullptr) *found = findings;
+  if (!MayUse(console, name, kind, findings)) return false;
   NoLine line;
   NoProgramView view;
   NoRunView run;

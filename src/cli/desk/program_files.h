@@ -6,6 +6,7 @@
 #include <string>
 
 #include "cli/console/console.h"
+#include "model/file_examination.h"
 #include "session/desk.h"
 
 namespace tavlo::cli {
@@ -23,7 +24,9 @@ namespace tavlo::cli {
 /// Reads a program file and warns of anything that follows its last record. Returns false after a message if
 /// the file is not a program, is damaged, has the extension of another kind of file, or holds an unknown
 /// version, hub code or drive model.
-[[nodiscard]] bool LoadProgram(Source& source, Console& console, const std::string& path);
+/// `found` gets what there is to say of the file, if a caller wants to know.
+[[nodiscard]] bool LoadProgram(Source& source, Console& console, const std::string& path,
+                               FileFindings* found = nullptr);
 
 /// Writes the program to a file, which is replaced as a whole or not at all, and reports what the file does
 /// not hold. Returns false after a message if that fails.

@@ -36,6 +36,17 @@ TEST_F(Files, ProgramsAndImagesGoThroughPipes) {
             (Ended{0, "", ""}));
 }
 
+TEST_F(Files, AnOldProgramIsLiftedAndComesBackFromItsFileByteForByte) {
+  const std::string old_file = std::string(TAVLO_EXAMPLES) + "/old-feeder.OSK";
+  const Ended converted = Shell(("$TAVLO convert " + old_file + " $DIR/new.TVH").c_str());
+  EXPECT_EQ(converted.code, 0);
+  EXPECT_EQ(converted.out, "Converted 11 lines of version 1.5 to " + Path("new.TVH") + " with 2 changes\n");
+  EXPECT_EQ(Shell("$TAVLO convert - - <$DIR/new.TVH 2>$DIR/told | cmp - $DIR/new.TVH"), (Ended{0, "", ""}));
+  EXPECT_EQ(Shell("cp $DIR/new.TVH $DIR/cut.TVH; truncate -s 9000 $DIR/cut.TVH; "
+                  "$TAVLO convert $DIR/cut.TVH $DIR/new.TVH 2>/dev/null || $TAVLO show $DIR/new.TVH | wc -l"),
+            (Ended{0, "11\n", ""}));
+}
+
 TEST_F(Files, ALimitOnTheSizeOfFilesLeavesTheOldOneAndEndsWithAMessage) {
   EXPECT_EQ(Shell("echo old >$DIR/image; ulimit -f 4; $TAVLO compile $FILE -o $DIR/image"),
             (Ended{4, "", "tavlo: cannot write " + Path("image") + ": File too large\n"}));
