@@ -2,12 +2,16 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 // Makes the corpus of each target from the examples and from runs of the simulated hub: `make-corpus
 // fuzz/corpus`.
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 
 #include "codegen/compile.h"
 #include "hubsim/hub.h"
+#include "model/hand_file.h"
+#include "model/program_file.h"
+#include "oskel_writer.h"
 #include "programs.h"
 
 namespace tavlo {
@@ -62,7 +66,57 @@ std::string Pieces(const std::string& traffic) {
   return pieces;
 }
 
+/// A file of the version with this number, whole or cut, with other items in it.
+std::string FileOf(std::size_t version, int cut, const std::vector<std::pair<int, std::string>>& items) {
+  std::string file(1, static_cast<char>(version));
+  const auto add = [&](int number) {
+    file += static_cast<char>(number / 256);
+    file += static_cast<char>(number % 256);
+  };
+  add(cut);
+  for (const auto& [item, text] : items) {
+    add(item);
+    file += static_cast<char>(text.size()) + text;
+  }
+  return file;
+}
+
+/// What an item may hold instead, some of it good in some place.
+const std::vector<std::string> kTellingItems = {
+    "",      "0",          "-1",          "5",           "13",
+    "14",    "18",         "19",          "24",          "26",
+    "32767", "32768",      "-32768",      "200",         "201",
+    "1000",  "2147483647", "-2147483648", "99999999999", "1E+38",
+    "1E39",  "1E-40",      ".5",          "2.5",         "-.5",
+    "1.2.3", "#TRUE#",     "#FALSE#",     "#true#",      "\"\"",
+    "\"",    "\"a,b\"",    "\"a\r\nb\"",  "nan",         "1,2",
+    "\r\n",  "\"a\"b\"",   " 7 ",         "\xff\xfe",    std::string(3, '\0')};
+
+/// Each version whole, some of them cut, and the telling items in places all over a file.
+void MakeFiles(const std::string& target, std::size_t versions) {
+  constexpr std::size_t kInOneFile = 5;
+  constexpr int kItemsApart = 37;
+  for (std::size_t version = 0; version < versions; ++version) {
+    const std::string number = std::to_string(version);
+    Write(target, "version-" + number, FileOf(version, 0, {}));
+    if (version % 4 == 0)
+      Write(target, "cut-" + number, FileOf(version, 100 + 900 * static_cast<int>(version), {}));
+  }
+  for (std::size_t first = 0; first < kTellingItems.size(); first += kInOneFile) {
+    std::vector<std::pair<int, std::string>> items;
+    for (std::size_t i = first; i < std::min(first + kInOneFile, kTellingItems.size()); ++i) {
+      for (int place = 0; place < 6; ++place) {
+        items.emplace_back(static_cast<int>(i) + 1 + place * kItemsApart, kTellingItems[i]);
+      }
+    }
+    Write(target, "items-" + std::to_string(first), FileOf(first % versions, 0, items));
+  }
+}
+
 void MakeAll() {
+  MakeFiles("hubprog", testing::kHubRevisions.size());
+  MakeFiles("oskel", examples::kOskelRevisions.size());
+  Write("oskel", "old-feeder", examples::OldExampleFile());
   for (const auto& example : examples::ExamplePrograms()) {
     Program program = example.program;
     program.HubVersion = 1.38F;
@@ -74,7 +128,10 @@ void MakeAll() {
     Write("upload", name, std::string("\x26\x26\x26\0\0\0\0", 7) + '\1' + Records(image));
     Write("receive", name + "-status", "\x81" + Pieces(Traffic(compiled, 'X')));
     Write("receive", name + "-terminal", "\x86" + Pieces(Traffic(compiled, 'M')));
-    if (name == "menu") Write("decoder", name + "-whole", hub + '\0' + image);
+    if (name == "menu") {
+      Write("decoder", name + "-whole", hub + '\0' + image);
+      Write("hubprog", name, WriteHubProg(example.program, 0));
+    }
   }
   const std::string greeting = {'\xFF', 38, 8, 0};
   Write("receive", "greeting-and-faults",
