@@ -141,6 +141,24 @@ struct Instruction {
   /// RP, ER: ordinal of the loop, written by `ScanLoops`; in no file.
   std::int16_t LoopIndex = 0;
   bool WaitThis = false;
+  /// Gains of a drive's control loop, its currents in amperes rms, and which of them the line changes.
+  /// `Tuning` alone edits them; in no file and on no wire.
+  std::int32_t KP = 0;
+  std::int32_t KI = 0;
+  std::int32_t KD = 0;
+  std::int32_t KAFF = 0;
+  std::int32_t KV = 0;
+  std::int32_t KVFF = 0;
+  float Acont = 0;
+  float Apeak = 0;
+  bool ChangesKP = false;
+  bool ChangesKI = false;
+  bool ChangesKD = false;
+  bool ChangesKAFF = false;
+  bool ChangesKV = false;
+  bool ChangesKVFF = false;
+  bool ChangesAcont = false;
+  bool ChangesApeak = false;
 
   bool operator==(const Instruction&) const = default;
 };

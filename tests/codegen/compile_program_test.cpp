@@ -24,6 +24,20 @@ TEST(CompileProgram, AnEmptyProgramIs200OneByteLines256BytesAndAPoolOfOneByte) {
   EXPECT_EQ(compiled.pool, Bytes({0}));
 }
 
+TEST(CompileProgram, WhatTheTuningOfADriveKeepsInALineGoesToNoHub) {
+  Program program = NewProgram();
+  for (int i = 0; i < kLines; ++i) program.Prog[i].Type = static_cast<std::int16_t>(i % kTypes);
+  ScanLoops(program);
+  Program tuned = program;
+  for (Instruction& line : tuned.Prog) {
+    line.KP = line.KI = line.KD = line.KAFF = line.KV = line.KVFF = 32000;
+    line.Acont = line.Apeak = 4.5F;
+    line.ChangesKP = line.ChangesKI = line.ChangesKD = line.ChangesKAFF = line.ChangesKV = true;
+    line.ChangesKVFF = line.ChangesAcont = line.ChangesApeak = true;
+  }
+  EXPECT_EQ(ImageOf(CompileProgram(tuned)), ImageOf(CompileProgram(program)));
+}
+
 TEST(CompileProgram, TheChecksumIsTheLow16BitsOfEveryByteSent) {
   Program program = NewProgram();
   for (int i = 0; i < kLines; ++i) {

@@ -19,7 +19,9 @@ void ForEachField(Record& record, Visit&& visit) {
          count_is_mmi, blank1, wrap1, blank2, wrap2, blank3, wrap3, reserved2, reserved3, in_state, in_mask,
          drv_state, drv_mask, wait_and, motor_on, current, idle_pct, menu_line, menu_key, drive, jog_lr_drive,
          jog_ud_drive, proceed, jog_speed, jog_lr_speed, jog_ud_speed, jog_accel, jog_lr_accel, jog_ud_accel,
-         jog_on, jog_lr, jog_ud, loop_index, wait_this] = record;
+         jog_on, jog_lr, jog_ud, loop_index, wait_this, kp, ki, kd, kaff, kv, kvff, acont, apeak, changes_kp,
+         changes_ki, changes_kd, changes_kaff, changes_kv, changes_kvff, changes_acont, changes_apeak] =
+      record;
   const auto all = [&](auto&... fields) { (visit(fields), ...); };
   all(type, dist, dist2, safety_dist, speed, speed2, ret_speed, dir, accel, decel, state, time, line_num,
       io_num, count, text, sub_type, reserved1, upper_int, upper_frac, lower_int, lower_frac, dist_var,
@@ -29,7 +31,9 @@ void ForEachField(Record& record, Visit&& visit) {
   for (auto& key : menu_line) visit(key);
   for (auto& key : menu_key) visit(key);
   all(drive, jog_lr_drive, jog_ud_drive, proceed, jog_speed, jog_lr_speed, jog_ud_speed, jog_accel,
-      jog_lr_accel, jog_ud_accel, jog_on, jog_lr, jog_ud, loop_index, wait_this);
+      jog_lr_accel, jog_ud_accel, jog_on, jog_lr, jog_ud, loop_index, wait_this, kp, ki, kd, kaff, kv, kvff,
+      acont, apeak, changes_kp, changes_ki, changes_kd, changes_kaff, changes_kv, changes_kvff, changes_acont,
+      changes_apeak);
 }
 
 /// Gives fields values of which no two are the same, flags aside. Another `sign` gives each field, flags too,

@@ -2,6 +2,8 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "model/every_field.h"
 #include "model/hand_file.h"
 #include "model/legacy_import.h"
@@ -36,16 +38,19 @@ void ExpectSame(const Program& program, const Program& expected) {
 
 // Files of the Composer.
 
+constexpr std::tuple kInNoFile = {
+    &Instruction::Reserved1,   &Instruction::Reserved2, &Instruction::DrvMask,     &Instruction::DrvState,
+    &Instruction::LoopIndex,   &Instruction::KP,        &Instruction::KI,          &Instruction::KD,
+    &Instruction::KAFF,        &Instruction::KV,        &Instruction::KVFF,        &Instruction::Acont,
+    &Instruction::Apeak,       &Instruction::ChangesKP, &Instruction::ChangesKI,   &Instruction::ChangesKD,
+    &Instruction::ChangesKAFF, &Instruction::ChangesKV, &Instruction::ChangesKVFF, &Instruction::ChangesAcont,
+    &Instruction::ChangesApeak};
+
 /// What a file of the revision brings into a program.
 void TakeLine(const HubRevision& revision, const Instruction& from, Instruction& to) {
   const Instruction before = to;
   to = from;
-  // What stands in no file.
-  to.Reserved1 = before.Reserved1;
-  to.Reserved2 = before.Reserved2;
-  to.DrvMask = before.DrvMask;
-  to.DrvState = before.DrvState;
-  to.LoopIndex = before.LoopIndex;
+  std::apply([&](auto... field) { ((to.*field = before.*field), ...); }, kInNoFile);
   if (revision.menu_items < 9) {
     to.MenuLine[8] = before.MenuLine[8];
     to.MenuKey[8] = before.MenuKey[8];
