@@ -80,10 +80,20 @@ void FormGrid::AddEntry(const char* label_name, const QString& spoken, const Ent
 }
 
 void FormGrid::AddEntryBehind(QLabel* label, const QString& spoken, const Entry& entry) {
+  Put(label, LabelColumn);
+  label->setBuddy(PutEntry(spoken, entry));
+  ++row_;
+}
+
+void FormGrid::AddCheckedEntry(const QString& caption, const char* check_box, const Entry& entry) {
+  Put(Named(new QCheckBox(caption, inside_), check_box), LabelColumn);
+  PutEntry(Spoken(caption), entry);
+  ++row_;
+}
+
+QWidget* FormGrid::PutEntry(const QString& spoken, const Entry& entry) {
   auto* text = Named(new EntryBox(entry.digits == 0 ? kNumberDigits : entry.digits, inside_), entry.text);
   text->setAccessibleName(spoken);
-  label->setBuddy(text);
-  Put(label, LabelColumn);
   Put(text, EntryColumn);
   if (*entry.unit != 0 || !entry.unit_caption.isEmpty()) {
     Put(Named(new QLabel(entry.unit_caption, inside_), entry.unit), UnitColumn);
@@ -92,6 +102,7 @@ void FormGrid::AddEntryBehind(QLabel* label, const QString& spoken, const Entry&
     auto* slider = Named(new QSlider(Qt::Horizontal, inside_), entry.slider);
     slider->setAccessibleName(spoken + QStringLiteral(", slider"));
     slider->setMinimumWidth(SliderWidth(*inside_));
+    slider->setToolTip(entry.slider_tip);
     Put(slider, SliderColumn);
   }
   if (*entry.from_variable != 0) {
@@ -104,7 +115,7 @@ void FormGrid::AddEntryBehind(QLabel* label, const QString& spoken, const Entry&
     variables->setAccessibleName(spoken + QStringLiteral(", variable"));
     Put(variables, VariablesColumn);
   }
-  ++row_;
+  return text;
 }
 
 void FormGrid::AddList(const QString& label, const char* name, const QString& spoken) {
@@ -205,6 +216,13 @@ void FormGrid::AddValueBehind(QLabel* label, const char* name, const char* unit)
 
 void FormGrid::AddNote(const char* name) {
   Put(Named(new QLabel(inside_), name), LabelColumn, Columns + 1);
+  ++row_;
+}
+
+void FormGrid::AddParagraph(const char* name) {
+  auto* text = Named(new QLabel(inside_), name);
+  text->setWordWrap(true);
+  grid_->addWidget(text, row_, LabelColumn, 1, Columns + 1);
   ++row_;
 }
 

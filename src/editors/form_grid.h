@@ -41,6 +41,7 @@ class FormGrid {
     int digits = 0;
     /// How it is read out, if not as its label.
     QString spoken = {};
+    QString slider_tip = {};
   };
   void AddEntry(const QString& label, const Entry& entry);
   /// The same under a label that the form captions.
@@ -57,6 +58,8 @@ class FormGrid {
     /// How the number is read out.
     QString spoken = {};
   };
+  /// An entry with a check box in place of its label.
+  void AddCheckedEntry(const QString& caption, const char* check_box, const Entry& entry);
   /// A check box with the number of a line behind it, and with the text of that line.
   void AddCheckedNumber(const QString& caption, const CheckedNumber& names);
   /// A caption over the lists of variables, in the row that is added next.
@@ -78,6 +81,8 @@ class FormGrid {
   /// The same under a label that the form captions.
   void AddValue(const char* label_name, const char* name, const char* unit);
   void AddNote(const char* name);
+  /// A note of several rows, which the form tells.
+  void AddParagraph(const char* name);
   /// A frame across all columns, whose own rows keep to them.
   [[nodiscard]] FormGrid AddFrame(const QString& heading, const char* name);
   /// A frame across all columns that the look lays out by itself.
@@ -92,6 +97,8 @@ class FormGrid {
   void AddValueBehind(QLabel* label, const char* name, const char* unit);
   void AddListBehind(QLabel* label, const QString& spoken, const char* name);
   void AddEntryBehind(QLabel* label, const QString& spoken, const Entry& entry);
+  /// The entry itself. Returns its box.
+  QWidget* PutEntry(const QString& spoken, const Entry& entry);
   /// Nothing stands in the column, nor across it.
   [[nodiscard]] bool IsEmpty(int column) const;
   /// What the widest thing in a column needs.

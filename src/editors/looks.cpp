@@ -14,6 +14,7 @@
 #include "editors/looks_hardware.h"
 #include "editors/looks_inputs.h"
 #include "editors/looks_prompt.h"
+#include "editors/looks_tuning.h"
 
 namespace tavlo {
 namespace {
@@ -227,6 +228,7 @@ constexpr std::array kLooks = {
     LookRow{"WaitInput", LookOfWaitInput},
     LookRow{"IfInput", LookOfIfInput},
     LookRow{"Hardware", LookOfHardware},
+    LookRow{"Tuning", LookOfTuning},
 };
 
 }  // namespace

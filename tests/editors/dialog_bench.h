@@ -21,6 +21,7 @@
 
 #include "editors/editor_dialog.h"
 #include "forms/registry.h"
+#include "forms/tuning.h"
 #include "model/program.h"
 #include "support/fake_boxes.h"
 #include "support/fake_help.h"
@@ -153,10 +154,16 @@ class DialogOperator {
   FormDialog& window_;
 };
 
+/// In place of a kind of line, the dialog that belongs to none.
+inline constexpr int kTuning = -2;
+inline const FormRow& RowOf(int kind) {
+  return kind == kTuning ? TuningRow() : *FormOf(kind);
+}
+
 /// The dialog of a line.
 struct DialogBench : DialogOperator {
   explicit DialogBench(int kind)
-      : DialogOperator(dialog), type(kind), dialog(*FormOf(kind), boxes, help, nullptr) {
+      : DialogOperator(dialog), type(kind), dialog(RowOf(kind), boxes, help, nullptr) {
     InitHardware(program.Axis);
     InitProg(program);
     program.Axis.StepResCode[0] = 8;
@@ -183,7 +190,7 @@ struct DialogBench : DialogOperator {
   }
   /// The entry that the dialog begins with; nothing where that is a list, or dimmed.
   [[nodiscard]] QLineEdit* FirstEntry() {
-    const auto form = FormOf(type)->make();
+    const auto form = RowOf(type).make();
     auto* entry = dialog.findChild<QLineEdit*>(QString::fromStdString(form->First().name));
     return entry != nullptr && entry->isEnabled() ? entry : nullptr;
   }

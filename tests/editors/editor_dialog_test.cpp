@@ -21,21 +21,21 @@ std::vector<int> TypesWithDialogs() {
   }
   std::vector<int> found;
   for (const auto& [name, type] : types) found.push_back(type);
+  found.push_back(kTuning);
   return found;
 }
 
 /// Those in which something can be typed at once.
 std::vector<int> TypesThatBeginWithAText() {
   std::vector<int> types = TypesWithDialogs();
-  std::erase_if(types, [](int type) {
-    return std::holds_alternative<ListBox*>(FormOf(type)->make()->First().control);
-  });
+  std::erase_if(
+      types, [](int type) { return std::holds_alternative<ListBox*>(RowOf(type).make()->First().control); });
   return types;
 }
 
 TEST(EveryDialog, HasItsFormsControlsAndNoOthers) {
   for (const int type : TypesWithDialogs()) {
-    const FormRow& row = *FormOf(type);
+    const FormRow& row = RowOf(type);
     SCOPED_TRACE(row.name);
     DialogBench d(type);
     EXPECT_EQ(d.dialog.objectName().toStdString(), row.name);
@@ -47,23 +47,23 @@ TEST(EveryDialog, HasItsFormsControlsAndNoOthers) {
 TEST(EveryDialog, HasNoMnemonicTwice) {
   for (const int type : TypesWithDialogs()) {
     DialogBench d(type);
-    SCOPED_TRACE(FormOf(type)->name);
+    SCOPED_TRACE(RowOf(type).name);
     d.ExpectNoMnemonicTwice();
   }
 }
 
 TEST(EveryDialog, IsWalkedByTabInTheOrderOfItsForm) {
   for (const int type : TypesWithDialogs()) {
-    SCOPED_TRACE(FormOf(type)->name);
+    SCOPED_TRACE(RowOf(type).name);
     DialogBench d(type);
-    d.While([&] { d.ExpectWalkedByTab(*FormOf(type)->make()); });
+    d.While([&] { d.ExpectWalkedByTab(*RowOf(type).make()); });
   }
 }
 
 TEST(EveryDialog, OpensItsHelpAndStaysAsItIs) {
   for (const int type : TypesWithDialogs()) {
     DialogBench d(type);
-    const std::string document(FormOf(type)->help);
+    const std::string document(RowOf(type).help);
     EXPECT_FALSE(d.While([&] {
       d.Find<QPushButton>("Help").click();
       d.Press(Qt::Key_F1);
@@ -80,7 +80,7 @@ TEST(EveryDialog, BeginsAtItsFirstEntryWithItsTextSelected) {
     DialogBench d(type);
     for (int time = 0; time < 2; ++time) {
       d.While([&] {
-        EXPECT_EQ(d.Focus().toStdString(), FormOf(type)->make()->First().name);
+        EXPECT_EQ(d.Focus().toStdString(), RowOf(type).make()->First().name);
         EXPECT_FALSE(d.Selected().isEmpty());
         EXPECT_EQ(d.Selected(), d.Text(d.Focus().toLatin1()));
         d.Press(Qt::Key_Tab);
@@ -109,14 +109,14 @@ TEST(EveryDialog, EnterTakesTheEntryAndNeverCloses) {
         // No entry leaves this as it is: it is no number, and no text keeps a double quote.
         d.Type(QStringLiteral("none\""));
         d.Press(enter);
-        EXPECT_NE(d.Text(FormOf(type)->make()->First().name.c_str()), QStringLiteral("none\""));
+        EXPECT_NE(d.Text(RowOf(type).make()->First().name.c_str()), QStringLiteral("none\""));
         // From a button too: it has the Space key.
         d.Find<QWidget>("OK").setFocus();
         d.Press(enter);
         d.Find<QWidget>("Cancel").setFocus();
         d.Press(enter);
       });
-      EXPECT_FALSE(d.closed_by_itself) << FormOf(type)->name;
+      EXPECT_FALSE(d.closed_by_itself) << RowOf(type).name;
       EXPECT_EQ(d.program.Prog[0], before);
     }
   }
@@ -137,7 +137,7 @@ TEST(EveryDialog, IsLeftWithoutAChangeByCancelByEscapeAndByItsFrame) {
       });
       EXPECT_TRUE(d.closed_by_itself);
       EXPECT_FALSE(written);
-      EXPECT_EQ(d.program.Prog[0], before) << FormOf(type)->name;
+      EXPECT_EQ(d.program.Prog[0], before) << RowOf(type).name;
     }
   }
 }
@@ -163,7 +163,7 @@ TEST(EveryDialog, IsConfirmedByMouseBySpaceAndByItsLetter) {
       });
       EXPECT_TRUE(written);
       if (d.FirstEntry() == nullptr) continue;
-      EXPECT_NE(d.program.Prog[0], before) << "the box that was typed in counts: " << FormOf(type)->name;
+      EXPECT_NE(d.program.Prog[0], before) << "the box that was typed in counts: " << RowOf(type).name;
     }
   }
 }

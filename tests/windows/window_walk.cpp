@@ -11,6 +11,7 @@
 #include "editors/hardware_dialog.h"
 #include "editors/pick_prog.h"
 #include "forms/registry.h"
+#include "forms/tuning.h"
 #include "link/execution.h"
 #include "session/grid.h"
 #include "support/fake_help.h"
@@ -193,6 +194,25 @@ void LookAtEditors(const LookAt& look_at) {
   }
 }
 
+/// With some of its values dimmed, and with the longest that there are.
+void LookAtTuning(const LookAt& look_at) {
+  FakeDesk fake;
+  fake.Line(0) = {.Type = NO,
+                  .MotorOn = true,
+                  .KP = 32000,
+                  .KI = 1200,
+                  .KD = 32000,
+                  .KAFF = 10,
+                  .KVFF = 300,
+                  .Acont = 3.25F,
+                  .Apeak = 13.5F,
+                  .ChangesKP = true,
+                  .ChangesKD = true,
+                  .ChangesKVFF = true,
+                  .ChangesApeak = true};
+  LookAtEditor(fake, TuningRow(), "some dimmed", look_at);
+}
+
 /// Each function of a prompt shows other controls.
 void LookAtPrompts(const LookAt& look_at) {
   FakeDesk fake;
@@ -336,6 +356,7 @@ void ForEachWindow(const LookAt& look_at) {
   LookAtTerminal(look_at);
   LookAtPicker(look_at);
   LookAtEditors(look_at);
+  LookAtTuning(look_at);
   LookAtPrompts(look_at);
   LookAtInputs(look_at);
   LookAtHardware(look_at);
