@@ -17,9 +17,11 @@ namespace {
 constexpr double kSliderStepsPerRev = 40;
 constexpr int kLongestDelay = 30000;
 
-/// A jump to an empty line is seldom meant.
+/// A jump to an empty line is seldom meant. A file may bring a text of any length, of which no more is told
+/// than anybody would read.
 std::string TextOf(const Program& program, int line) {
-  const std::string text = ShownCaption(ShortDesc(program, line).value_or(""));
+  constexpr std::size_t kMostTold = 500;
+  const std::string text = ShownCaption(ShortDesc(program, line).value_or("").substr(0, kMostTold));
   return text.empty() ? "(empty line)" : text;
 }
 

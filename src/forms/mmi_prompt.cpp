@@ -7,6 +7,7 @@
 #include "forms/prompt_pool.h"
 #include "forms/prompt_text.h"
 #include "model/line_operations.h"
+#include "model/wire.h"
 #include "platform/number_format.h"
 
 namespace tavlo {
@@ -78,7 +79,9 @@ void MMIprompt::Fill() {
   drive_.Fill(program(), from.Drive);
   const bool is_function = from.SubType >= GetDistance && from.SubType <= Menu;
   function_.Fill(is_function ? int{from.SubType} : int{DisplayOnly});
-  text_.text = text_before_ = NoWordBreaks(from);
+  // A file may bring a text of any length. No more of it is shown than the pool could hold at most; the line
+  // keeps it all the same until it is edited.
+  text_.text = text_before_ = NoWordBreaks(from).substr(0, kPoolBytes);
   variable_.Fill(from.DistVar);
   limits_.Fill(from);
   target_.Fill(program(), from.LineNum, line());

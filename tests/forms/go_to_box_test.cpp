@@ -39,6 +39,14 @@ TEST(GoToBox, ForcesTheNumberIntoOneToTwoHundred) {
   }
 }
 
+TEST(GoToBox, TellsNoMoreOfATextFromAFileThanAnybodyWouldRead) {
+  GoToBench d;
+  d.Line(11) = {.Type = CM, .Text = std::string(10u << 20, 'x')};
+  d.Line(3).LineNum = 11;
+  d.Open(3);
+  EXPECT_EQ(d.Caption("linetext"), std::string(500, 'x'));
+}
+
 TEST(GoToBox, TellsTheTextOfTheLineThatTheNumberMeansAsItIsTyped) {
   GoToBench d;
   d.Line(11) = {.Type = CM, .Text = "cut & stack"};

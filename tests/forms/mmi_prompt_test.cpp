@@ -92,6 +92,20 @@ TEST(MMIprompt, ATextThatIsTypedAsItWasKeepsTheRecordsOwn) {
   EXPECT_EQ(d.Line(), before);
 }
 
+TEST(MMIprompt, ShowsNoMoreOfATextFromAFileThanThePoolCouldHoldAndKeepsItAll) {
+  PromptBench d(DisplayOnly);
+  d.Line().Text = std::string(10u << 20, 'x');
+  d.Open();
+  EXPECT_EQ(d.Text("MMItext").size(), 1536U);
+  EXPECT_EQ(d.Picture("MMIdisplay").lines.size(), 4U);
+  EXPECT_EQ(d.Caption("lblLeftOver"), "The last 10485680 characters do not fit");
+  EXPECT_FALSE(d.OK()) << "the pool has no room for it";
+  EXPECT_EQ(d.Line().Text.size(), 10u << 20);
+  d.Type("MMItext", d.Text("MMItext").substr(0, 90));
+  EXPECT_TRUE(d.OK());
+  EXPECT_EQ(d.Line().Text, std::string(80, 'x'));
+}
+
 TEST(MMIprompt, TellsWhatDoesNotFit) {
   PromptBench d(WaitEnter);
   d.Type("MMItext", "1\n2\n3\n4");
