@@ -2,6 +2,8 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "model/file_repairs.h"
 
+#include <string>
+
 #include "model/wire.h"
 
 namespace tavlo {
@@ -52,6 +54,18 @@ void CountInUnits(Program& program, int axis, Repairs* repairs) {
   if (program.Axis.UseUnits[axis]) return;
   program.Axis.UseUnits[axis] = true;
   Record(repairs, Repair::StepsOnly, axis);
+}
+
+bool NamesFit(AxisConfig& axes) {
+  bool fit = true;
+  for (int axis = 0; axis < kAxes; ++axis) {
+    for (std::string* name : {&axes.UnitName[axis], &axes.AxisName[axis]}) {
+      if (name->size() <= kLongestName) continue;
+      name->clear();
+      fit = false;
+    }
+  }
+  return fit;
 }
 
 }  // namespace tavlo

@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -47,5 +48,11 @@ void CutComment(Program& program, int line, Repairs* repairs);
 void UseDriveInput(Program& program, int line, Repairs* repairs);
 void LowerCurrent(Program& program, int axis, Repairs* repairs);
 void CountInUnits(Program& program, int axis, Repairs* repairs);
+
+/// Characters. Every row and every dialog of an axis shows its names, so a damaged file must not bring a long
+/// one.
+inline constexpr std::size_t kLongestName = 255;
+/// Drops the names of units and axes that are longer. Returns false if there was one.
+[[nodiscard]] bool NamesFit(AxisConfig& axes);
 
 }  // namespace tavlo

@@ -191,6 +191,7 @@ bool LoadOskelProg(ItemReader& items, float r, Program& program, Repairs* repair
   const int count = layout.hundred_lines ? kLines100 : kOldLines;
   ReadLines(items, layout, count, program, repairs);
   ReadSettings(items, layout, settings, program, repairs);
+  if (!NamesFit(program.Axis)) items.Fail();
   ScaleCurrents(settings, program.Axis);
   HoldCurrents(program, repairs);
   if (items.Failed()) {

@@ -196,7 +196,7 @@ bool LoadHubProg(ItemReader& items, float r, Program& program, Repairs* repairs)
   ProgramRecords(Reading(items), layout, program, remainder);
   for (int line = 0; line < kLines; ++line) SettleLine(layout, program, line, repairs);
   for (int axis = 0; axis < kAxes; ++axis) SettleAxis(program, axis, repairs);
-  if (!TakeLimit(remainder, program)) items.Fail();
+  if (!TakeLimit(remainder, program) || !NamesFit(program.Axis)) items.Fail();
   return !items.Failed();
 }
 

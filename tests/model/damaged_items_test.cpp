@@ -211,6 +211,23 @@ TEST(DamagedItems, ABomOrADecimalCommaDamagesTheFileAndAccentsInATextDoNot) {
   }
 }
 
+TEST(DamagedItems, ANameThatIsLongerThanAnyThatWasEverSavedIsABadItem) {
+  for (const Whole& whole : EachLayout()) {
+    SCOPED_TRACE(whole.version);
+    const ItemsOfFile items(whole.text);
+    for (const std::size_t length : {255, 256}) {
+      for (std::size_t item = items.Count() - 120; item < items.Count(); ++item) {
+        if (!items.Item(item).starts_with('"')) continue;
+        const std::string name(length, 'x');
+        // The last text of an old line, without a unit behind it, may be of any length.
+        const bool is_name = whole.kind == FileKind::HubProg || item + 6 > items.Count();
+        EXPECT_EQ(IsWhole(whole.kind, items.With({{item, '"' + name + '"'}})), length <= 255 || !is_name)
+            << "item " << item << ", " << length << " characters";
+      }
+    }
+  }
+}
+
 TEST(DamagedItems, TenMegabytesOnOneLineEndInTime) {
   constexpr std::size_t kMany = 10u << 20;
   for (const Whole& whole : {HubFile(kHubRevisions.back()), OldFile(examples::kOskelRevisions.back())}) {
