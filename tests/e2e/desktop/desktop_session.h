@@ -16,6 +16,7 @@
 #include "qt/qt_services.h"
 #include "support/fake_desk.h"
 #include "support/fake_help.h"
+#include "support/fake_printer.h"
 #include "support/hub_process.h"
 #include "windows/composer_windows.h"
 
@@ -26,7 +27,8 @@ class Session {
  public:
   explicit Session(const QString& device)
       : port_([device](int number) { return number == 1 ? device.toStdString() : "/nowhere"; }),
-        windows_({port_, boxes, clock_, loop_, beeper_, settings_, dialogs, files_, comms_, help_}) {
+        windows_(
+            {port_, boxes, clock_, loop_, beeper_, settings_, dialogs, files_, comms_, help_, printer_}) {
     windows_.Main().Begin(windows_.Handlers());
     windows_.Main().show();
     QCoreApplication::processEvents();
@@ -57,6 +59,7 @@ class Session {
   QtFileStore files_;
   FakeComms comms_;
   FakeHelp help_;
+  FakePrinter printer_;
   ComposerWindows windows_;
 };
 
