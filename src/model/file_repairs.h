@@ -51,7 +51,7 @@ void CountInUnits(Program& program, int axis, Repairs* repairs);
 
 /// Characters. Every row and every dialog of an axis shows its names, so a damaged file must not bring a long
 /// one.
-inline constexpr std::size_t kLongestName = 255;
+inline constexpr std::size_t kLongestName = 32767;
 /// Drops the names of units and axes that are longer. Returns false if there was one.
 [[nodiscard]] bool NamesFit(AxisConfig& axes);
 

@@ -8,6 +8,7 @@
 
 #include "model/every_field.h"
 #include "model/file_examination.h"
+#include "model/file_repairs.h"
 #include "model/hand_file.h"
 #include "model/items_of_file.h"
 #include "model/legacy_import.h"
@@ -211,17 +212,17 @@ TEST(DamagedItems, ABomOrADecimalCommaDamagesTheFileAndAccentsInATextDoNot) {
   }
 }
 
-TEST(DamagedItems, ANameThatIsLongerThanAnyThatWasEverSavedIsABadItem) {
+TEST(DamagedItems, ANameOfMoreThanAnybodyEntersIsABadItem) {
   for (const Whole& whole : EachLayout()) {
     SCOPED_TRACE(whole.version);
     const ItemsOfFile items(whole.text);
-    for (const std::size_t length : {255, 256}) {
+    for (const std::size_t length : {kLongestName, kLongestName + 1}) {
       for (std::size_t item = items.Count() - 120; item < items.Count(); ++item) {
         if (!items.Item(item).starts_with('"')) continue;
         const std::string name(length, 'x');
         // The last text of an old line, without a unit behind it, may be of any length.
         const bool is_name = whole.kind == FileKind::HubProg || item + 6 > items.Count();
-        EXPECT_EQ(IsWhole(whole.kind, items.With({{item, '"' + name + '"'}})), length <= 255 || !is_name)
+        EXPECT_EQ(IsWhole(whole.kind, items.With({{item, '"' + name + '"'}})), length <= kLongestName || !is_name)
             << "item " << item << ", " << length << " characters";
       }
     }
