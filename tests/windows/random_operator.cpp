@@ -11,6 +11,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QTest>
 #include <QTextEdit>
 #include <QWheelEvent>
@@ -72,9 +73,21 @@ QWindow* HandleOf(QWidget& widget) {
   return widget.window()->windowHandle();
 }
 
+/// A window that the press closes may be gone before the key is let go.
+void ClickKey(QWidget& window, Qt::Key key, Qt::KeyboardModifiers with = Qt::NoModifier) {
+  const QPointer<QWindow> handle = HandleOf(window);
+  QTest::keyPress(handle, key, with);
+  if (handle != nullptr) QTest::keyRelease(handle, key, with);
+}
+
 void TypeLetter(QWidget& window, QChar letter) {
   constexpr char16_t kLastOfAscii = 0x7e;
-  if (letter.unicode() <= kLastOfAscii) return QTest::keyClick(HandleOf(window), letter.toLatin1());
+  if (letter.unicode() <= kLastOfAscii) {
+    const QPointer<QWindow> handle = HandleOf(window);
+    QTest::keyPress(handle, letter.toLatin1());
+    if (handle != nullptr) QTest::keyRelease(handle, letter.toLatin1());
+    return;
+  }
   QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, letter);
   QWidget* focus = window.focusWidget();
   QApplication::sendEvent(focus != nullptr ? focus : &window, &press);
@@ -157,7 +170,7 @@ void RandomOperator::Key(QWidget& window) {
   const Qt::Key key = OneOf(kKeys);
   const Qt::KeyboardModifiers with = Modifiers();
   Say("key " + QKeySequence(key | with).toString().toStdString());
-  QTest::keyClick(HandleOf(window), key, with);
+  ClickKey(window, key, with);
 }
 
 void RandomOperator::TypeText(QWidget& window) {
@@ -165,7 +178,7 @@ void RandomOperator::TypeText(QWidget& window) {
   if (!boxes.empty() && !OneIn(4)) {
     QLineEdit* box = OneOf(boxes);
     QTest::mouseClick(HandleOf(window), Qt::LeftButton, {}, InWindow(*box, box->rect().center()));
-    if (!OneIn(3)) QTest::keyClick(HandleOf(window), Qt::Key_A, Qt::ControlModifier);
+    if (!OneIn(3)) ClickKey(window, Qt::Key_A, Qt::ControlModifier);
   }
   const QString text = QString::fromLatin1(OneOf(kTexts));
   Say("type " + text.left(40).toStdString());
@@ -183,8 +196,8 @@ void RandomOperator::Paste(QWidget& window) {
   if (OneIn(8)) text = QString(kManyDigits, QLatin1Char(static_cast<char>('0' + Below(10))));
   Say("paste");
   QApplication::clipboard()->setText(text);
-  if (!OneIn(3)) QTest::keyClick(HandleOf(window), Qt::Key_A, Qt::ControlModifier);
-  QTest::keyClick(HandleOf(window), Qt::Key_V, Qt::ControlModifier);
+  if (!OneIn(3)) ClickKey(window, Qt::Key_A, Qt::ControlModifier);
+  ClickKey(window, Qt::Key_V, Qt::ControlModifier);
 }
 
 void RandomOperator::Click(QWidget& window) {
@@ -229,7 +242,7 @@ void RandomOperator::Mnemonic(QWidget& window) {
   if (captions.empty()) return;
   const QKeySequence keys = QKeySequence::mnemonic(OneOf(captions));
   Say("mnemonic " + keys.toString().toStdString());
-  QTest::keyClick(HandleOf(window), keys[0].key(), Qt::AltModifier);
+  ClickKey(window, keys[0].key(), Qt::AltModifier);
 }
 
 void RandomOperator::CloseWindow(QWidget& window) {
@@ -265,7 +278,8 @@ void RandomOperator::Walk(QWidget& window) {
   constexpr Qt::Key kWays[] = {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageDown, Qt::Key_Home, Qt::Key_End};
   const Qt::Key key = OneOf(kWays);
   Say("walk");
-  for (int i = Below(6); i >= 0; --i) QTest::keyClick(HandleOf(window), key);
+  const QPointer<QWidget> there(&window);
+  for (int i = Below(6); i >= 0 && there != nullptr; --i) ClickKey(window, key);
 }
 
 /// The icon of a row, or what stands in the picker.
