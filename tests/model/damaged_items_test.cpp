@@ -222,7 +222,8 @@ TEST(DamagedItems, ANameOfMoreThanAnybodyEntersIsABadItem) {
         const std::string name(length, 'x');
         // The last text of an old line, without a unit behind it, may be of any length.
         const bool is_name = whole.kind == FileKind::HubProg || item + 6 > items.Count();
-        EXPECT_EQ(IsWhole(whole.kind, items.With({{item, '"' + name + '"'}})), length <= kLongestName || !is_name)
+        EXPECT_EQ(IsWhole(whole.kind, items.With({{item, '"' + name + '"'}})),
+                  length <= kLongestName || !is_name)
             << "item " << item << ", " << length << " characters";
       }
     }
