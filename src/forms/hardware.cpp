@@ -185,7 +185,9 @@ bool Hardware::Accept(MessageBoxes& boxes) {
         {.text = text, .title = "Configure Drives", .buttons = Buttons::OKCancel, .icon = Icon::Exclamation});
     if (answer != Answer::OK) return false;
   }
-  *program_ = std::move(changed);
+  // No more than that: a hub may have announced itself while the box stood.
+  program_->Axis = std::move(changed.Axis);
+  program_->Prog = std::move(changed.Prog);
   return true;
 }
 

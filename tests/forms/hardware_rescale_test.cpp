@@ -87,6 +87,20 @@ TEST(HardwareRescale, TheOperatorSeesHowManyLinesAndMayGoBack) {
   EXPECT_EQ(d.program.Axis.StepsPerUnit[6], 4000);
 }
 
+TEST(HardwareRescale, AHubThatAnnouncesItselfUnderTheQuestionIsNotForgotten) {
+  Moving d;
+  d.Enter("TxtUUpitch(0)", "4000");
+  d.boxes.on_box = [&](const testing::ShownBox&) {
+    d.program.HubIndex = HubQuad;
+    d.program.HubVersion = 1.38F;
+  };
+  ASSERT_TRUE(d.OK());
+  ASSERT_EQ(d.boxes.shown.size(), 1U);
+  EXPECT_EQ(d.program.HubIndex, HubQuad);
+  EXPECT_EQ(d.program.HubVersion, 1.38F);
+  EXPECT_EQ(d.program.Axis.StepsPerUnit[0], 4000);
+}
+
 TEST(HardwareRescale, LinesWithoutNumbersOfMotionAreNotCounted) {
   Moving d;
   for (const int line : {3, 4, 5}) d.program.Prog[line].Type = CM;
