@@ -108,10 +108,9 @@ std::function<void()> AddTarget(QWidget* frame) {
 std::function<void()> AddTable(QWidget* frame) {
   FormGrid grid(frame);
   for (int key = 1; key <= BranchTable::kKeys; ++key) {
-    const std::string element = "(" + std::to_string(key) + ")";
-    const std::string check_box = "Check1" + element;
-    const std::string number = "Addr" + element;
-    const std::string line_text = "AddrText" + element;
+    const std::string check_box = Element("Check1", key);
+    const std::string number = Element("Addr", key);
+    const std::string line_text = Element("AddrText", key);
     grid.AddCheckedNumber(QStringLiteral(" If user presses %1, branch to line").arg(key),
                           {.check_box = check_box.c_str(),
                            .number = number.c_str(),

@@ -20,10 +20,6 @@ constexpr std::string_view kRevSpaced = "R e v / s e c";
 /// Rows from here on stay as they are when a later analysis has fewer.
 constexpr int kFirstThatStays = 4;
 
-std::string Element(std::string_view name, int index) {
-  return std::string(name) + "(" + Joined(index) + ")";
-}
-
 std::string SecondsText(double seconds) {
   return Format(seconds, "####0.000");
 }

@@ -13,7 +13,6 @@ namespace tavlo {
 namespace {
 
 constexpr int kModels = 51;
-constexpr int kFreeResolution = 16;
 /// The resolutions that every stepper has begin with this code.
 constexpr int kFirstCommonCode = 3;
 /// 20000 steps, where an axis has no resolution of the list.
@@ -24,7 +23,7 @@ constexpr int kDefaultSteps100 = 8;
 enum class StepsFrom { List, List100, Box };
 
 StepsFrom StepsOf(int model) {
-  if (model == 3) return StepsFrom::List100;
+  if (model == kOwnStepListModel) return StepsFrom::List100;
   const bool box = ServoModel(model) || ZenuRmsModel(model) || ZenuACModel(model);
   return box ? StepsFrom::Box : StepsFrom::List;
 }
@@ -32,10 +31,6 @@ StepsFrom StepsOf(int model) {
 /// The models whose currents are set in a panel.
 bool HasPanel(int model) {
   return model > 0 && model < kModels && !ShowsTxtCurrent(model);
-}
-
-std::string Numbered(std::string_view name, int axis) {
-  return std::string(name) + "(" + std::to_string(axis) + ")";
 }
 
 /// The position of a code in a list that begins with `first`; `otherwise` if it is not in there.
@@ -48,24 +43,23 @@ int IndexOf(int code, int first, const ListBox& list, int otherwise) {
 
 void AxisRow::AddTo(ControlTable& controls, int axis, Rules rules) {
   FillLists();
-  controls.Add(Numbered("LblAxis", axis), &axis_);
-  controls.Add(Numbered("ModelList", axis), &model_, std::move(rules.model_chosen));
-  controls.Add(Numbered("lblDriveModel", axis), &found_);
-  name_.AddTo(controls, Numbered("TxtAxisName", axis));
-  controls.Add(Numbered("SPR", axis), &steps_);
-  controls.Add(Numbered("SPR100", axis), &steps100_);
-  free_steps_.AddTo(controls, Numbered("SPRtext", axis));
-  current_.AddTo(controls, Numbered("TxtCurrent", axis), [this] { return MaxCurrent(Model()); });
-  controls.Add(Numbered("lblCurrent", axis), &panel_currents_, std::move(rules.currents_clicked));
-  controls.Add(Numbered("Limits", axis), &limits_);
-  unit_name_.AddTo(controls, Numbered("TxtUUname", axis));
-  steps_per_unit_.AddTo(controls, Numbered("TxtUUpitch", axis));
+  controls.Add(Element("LblAxis", axis), &axis_);
+  controls.Add(Element("ModelList", axis), &model_, std::move(rules.model_chosen));
+  controls.Add(Element("lblDriveModel", axis), &found_);
+  name_.AddTo(controls, Element("TxtAxisName", axis));
+  controls.Add(Element("SPR", axis), &steps_);
+  controls.Add(Element("SPR100", axis), &steps100_);
+  free_steps_.AddTo(controls, Element("SPRtext", axis));
+  current_.AddTo(controls, Element("TxtCurrent", axis), [this] { return MaxCurrent(Model()); });
+  controls.Add(Element("lblCurrent", axis), &panel_currents_, std::move(rules.currents_clicked));
+  controls.Add(Element("Limits", axis), &limits_);
+  unit_name_.AddTo(controls, Element("TxtUUname", axis));
+  steps_per_unit_.AddTo(controls, Element("TxtUUpitch", axis));
 }
 
 void AxisRow::FillLists() {
   for (int code = 0; code < kModels; ++code) model_.list.emplace_back(ModelName(code));
-  steps100_.list = {"200",   "400",   "1000",  "2000",  "5000",  "10000", "12800", "18000",
-                    "20000", "21600", "25000", "25400", "25600", "36000", "50000", "50800"};
+  for (const std::int32_t steps : kStepsPerRev) steps100_.list.push_back(Joined(steps));
   steps_.list.assign(steps100_.list.begin() + kFirstCommonCode, steps100_.list.end());
   limits_.list = {"Closed", "Open", "Not Used"};
 }

@@ -3,16 +3,15 @@
 #include "forms/branch_table.h"
 
 #include <algorithm>
-#include <string>
 
 namespace tavlo {
 
 void BranchTable::AddTo(ControlTable& controls) {
   for (std::size_t i = 0; i < kKeys; ++i) {
-    const std::string element = "(" + std::to_string(i + 1) + ")";
-    controls.Add("Check1" + element, &keys_[i].in_use);
+    const int key = static_cast<int>(i) + 1;
+    controls.Add(Element("Check1", key), &keys_[i].in_use);
     keys_[i].target.AddTo(controls,
-                          {.text = "Addr" + element, .spin = "", .line_text = "AddrText" + element});
+                          {.text = Element("Addr", key), .spin = "", .line_text = Element("AddrText", key)});
   }
 }
 

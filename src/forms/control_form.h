@@ -15,6 +15,11 @@ namespace tavlo {
 
 class AnalysisTab;
 
+/// The name of an element of an array of controls, such as "OptIn(3)".
+[[nodiscard]] inline std::string Element(std::string_view array, int index) {
+  return std::string(array) + "(" + std::to_string(index) + ")";
+}
+
 /// A control of a form by its name, an element of an array as "OptIn(3)".
 struct Bound {
   std::string name;

@@ -11,10 +11,6 @@ namespace {
 
 enum Sharing { Same, Different };
 
-std::string Element(std::string_view name, int axis) {
-  return std::string(name) + "(" + std::to_string(axis) + ")";
-}
-
 }  // namespace
 
 Hardware::Hardware(MessageBoxes& boxes) : ControlForm("ModelList(0)"), boxes_(boxes) {

@@ -13,13 +13,8 @@
 namespace tavlo {
 namespace {
 
-// Steps per revolution behind `StepResCode` 0..15.
-constexpr std::array<std::int32_t, 16> kStepsPerRev = {
-    200, 400, 1000, 2000, 5000, 10000, 12800, 18000, 20000, 21600, 25000, 25400, 25600, 36000, 50000, 50800};
-constexpr int kFreeResolution = 16;
 /// Above this resolution the fast drives are no faster than the others.
 constexpr int kFastResolution = 25400;
-constexpr int kOwnStepListModel = 3;
 
 double U(const Program& program, int axis) {
   return IsAxisSlot(axis) ? program.Axis.StepsPerUnit[axis] : 0;

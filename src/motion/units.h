@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -15,6 +16,14 @@ namespace tavlo {
 inline constexpr int kMaxAccel = 3000;
 /// Longest move and farthest position, steps.
 inline constexpr int kMaxSteps = 16000000;
+
+/// Steps per revolution behind `StepResCode` 0..15.
+inline constexpr std::array<std::int32_t, 16> kStepsPerRev = {
+    200, 400, 1000, 2000, 5000, 10000, 12800, 18000, 20000, 21600, 25000, 25400, 25600, 36000, 50000, 50800};
+/// The code of the free resolution.
+inline constexpr int kFreeResolution = 16;
+/// The model with a step list of its own, which has all of these resolutions.
+inline constexpr int kOwnStepListModel = 3;
 
 // An axis without a slot has the resolution 0 and no drive.
 
