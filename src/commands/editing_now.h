@@ -2,7 +2,7 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #pragma once
 
-#include "session/source.h"
+#include "session/desk.h"
 
 namespace tavlo {
 
@@ -17,5 +17,11 @@ class EditingNow {
  private:
   Source& source_;
 };
+
+/// Whether the program must stay as it is: under a transfer or a run, when the hub is given it, and while a
+/// dialog is up.
+[[nodiscard]] inline bool ProgramHeld(const Desk& desk) {
+  return desk.source.link.Busy || desk.run.Active() != RunWindow::None || desk.source.Editing;
+}
 
 }  // namespace tavlo

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "platform/number_format.h"
+#include "session/edit_step.h"
 #include "session/grid.h"
 
 namespace tavlo {
@@ -19,6 +20,7 @@ void ShowTarget(const Grid& grid, int line_number) {
 }  // namespace
 
 void ChooseModel(Desk& desk, int index) {
+  const EditStep step(desk, "hub model", EditStep::Hub::Edited);
   const std::int16_t before = desk.program().HubIndex;
   SelectModel(desk, index);
   if (desk.program().HubIndex != before) desk.source.Changed = true;
@@ -26,6 +28,7 @@ void ChooseModel(Desk& desk, int index) {
 
 void SelectLimitAction(Desk& desk, int index) {
   const auto action = static_cast<std::int16_t>(std::clamp<int>(index, HaltProgram, ContinueProgram));
+  const EditStep step(desk, "limit action");
   if (action != desk.program().LimitList) desk.source.Changed = true;
   desk.program().LimitList = action;
   desk.view.LimitChanged();
@@ -38,6 +41,7 @@ std::string LimitBranchText(const Program& program) {
 
 void LeaveLimitBranch(Desk& desk, std::string_view text) {
   const double entered = std::clamp(RoundHalfEven(Val(text)), 1.0, static_cast<double>(kLines));
+  const EditStep step(desk, "limit branch");
   if (entered != desk.program().LimitBranch) desk.source.Changed = true;
   desk.program().LimitBranch = entered;
   desk.view.LimitChanged();

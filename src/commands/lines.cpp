@@ -8,9 +8,17 @@
 #include "commands/editing_now.h"
 #include "model/line_operations.h"
 #include "platform/number_format.h"
+#include "session/edit_step.h"
 #include "session/grid.h"
 
 namespace tavlo {
+namespace {
+
+std::string Named(int line) {
+  return "line " + Joined(line + 1);
+}
+
+}  // namespace
 
 void CopyInst(Desk& desk, int source_line, int target_line) {
   Program& program = desk.program();
@@ -19,6 +27,7 @@ void CopyInst(Desk& desk, int source_line, int target_line) {
     desk.boxes.MsgBox({.text = "Strings too long", .icon = Icon::Exclamation});
     return;
   }
+  const EditStep step(desk, "copy " + Named(source_line) + " to " + Named(target_line));
   program.Prog[target_line] = from;
   desk.source.Changed = true;
   SetIcon(desk.grid(), target_line);
@@ -55,6 +64,7 @@ bool InsertRow(Desk& desk) {
                  "?  All steps below will be pushed down and Line 200 will be lost!")) {
     return false;
   }
+  const EditStep step(desk, "insert " + Named(line));
   InsertLine(desk.program(), line);
   ShowMoved(desk);
   return true;
@@ -67,6 +77,7 @@ bool DeleteRow(Desk& desk) {
       !Asked(desk, "Delete", "Delete program line " + Joined(line + 1) + "?")) {
     return false;
   }
+  const EditStep step(desk, "delete " + Named(line));
   DeleteLine(desk.program(), line);
   ShowMoved(desk);
   return true;
@@ -83,6 +94,7 @@ void ShowEdited(Desk& desk, int line) {
 
 /// Makes `CurLine` a line of this kind and has it edited. Cancel takes the kind back.
 void PutKind(Desk& desk, int type) {
+  const EditStep step(desk, "edit " + Named(desk.source.CurLine));
   Instruction& record = desk.program().Prog[desk.source.CurLine];
   const Instruction before = record;
   record.Type = static_cast<std::int16_t>(type);
@@ -126,6 +138,7 @@ void ShowInstDialog(Desk& desk) {
   if (desk.source.link.Busy || desk.editors == nullptr) return;
   {
     const EditingNow editing(desk.source);
+    const EditStep step(desk, "edit " + Named(line));
     ShowPicked(desk.grid(), line);
     if (desk.editors->Edit(desk.program(), line)) desk.source.Changed = true;
   }
@@ -134,8 +147,7 @@ void ShowInstDialog(Desk& desk) {
 
 void DropIcon(Desk& desk, int source_line, int target_line, bool shift) {
   const auto is_line = [](int line) { return line >= 0 && line < kLines; };
-  // Under a transfer or a run the program stays what the hub was given.
-  if (desk.source.link.Busy || desk.run.Active() != RunWindow::None || desk.source.Editing) return;
+  if (ProgramHeld(desk)) return;
   if (!is_line(source_line) || !is_line(target_line)) return;
   if (source_line == target_line) return ClickRow(desk, target_line, shift);
   if (desk.program().Prog[target_line].Type != NO) {

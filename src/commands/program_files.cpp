@@ -5,29 +5,31 @@
 #include "model/legacy_import.h"
 #include "model/line_operations.h"
 #include "model/program_file.h"
+#include "session/edit_step.h"
 #include "session/grid.h"
 
 namespace tavlo {
 namespace {
 
-void ShowLoaded(Desk& desk, std::string_view name) {
+void ShowLoaded(Desk& desk) {
   desk.source.shown.LimitLine = LimitLineOf(desk.program());
-  desk.source.Changed = false;
-  desk.source.file_name = name;
   ShowProgram(desk);
   ShowDrive(desk.view);
   desk.view.HubChanged();
   desk.view.LimitChanged();
-  desk.view.CaptionChanged();
   desk.view.AutoScroll(0);
 }
 
-void TellDamaged(Desk& desk, const std::string& name, FileKind kind) {
+/// Tells it, and leaves a program without lines.
+void GiveUp(Desk& desk, const std::string& name, FileKind kind) {
   desk.boxes.MsgBox({.text = "Can't read file " + name + ".  File may be damaged.", .title = ""});
   // After an old file the hardware keeps what was read of it.
   if (kind == FileKind::HubProg) InitHardware(desk.program().Axis);
   for (int line = 0; line < kLines; ++line) desk.program().Prog[line].Type = NO;
-  ShowLoaded(desk, kUntitled);
+}
+
+std::string LoadStep(std::string_view path, FileKind kind) {
+  return (kind == FileKind::HubProg ? "load " : "import ") + std::string(BaseName(path));
 }
 
 std::string Listed(const std::vector<int>& lines) {
@@ -63,9 +65,8 @@ void HideLoading(Desk& desk) {
 Outcome SaveFile(Desk& desk, const std::string& path) {
   Outcome saved = desk.files.Replace(path, WriteHubProg(desk.program(), desk.source.link.OptCom));
   // Even a failed save counts as a save under the new name; only the message says otherwise.
-  desk.source.Changed = false;
   desk.source.file_name = path;
-  desk.view.CaptionChanged();
+  MarkUnchanged(desk, saved ? Unchanged::Saved : Unchanged::Otherwise);
   return saved;
 }
 
@@ -95,15 +96,18 @@ bool LoadText(Desk& desk, const std::string& name, FileKind kind, std::string_vi
   std::string version;
   items.Read(version);
   const float revision = ParseRevision(version);
-  const bool good = kind == FileKind::HubProg ? LoadHubProg(items, revision, desk.program())
-                                              : LoadOskelProg(items, revision, desk.program());
-  HideLoading(desk);
-  if (!good) {
-    TellDamaged(desk, name, kind);
-    return false;
+  bool good = false;
+  {
+    const EditStep step(desk, LoadStep(name, kind), EditStep::Hub::Edited);
+    good = kind == FileKind::HubProg ? LoadHubProg(items, revision, desk.program())
+                                     : LoadOskelProg(items, revision, desk.program());
+    HideLoading(desk);
+    if (!good) GiveUp(desk, name, kind);
+    desk.source.file_name = good ? name : kUntitled;
   }
-  ShowLoaded(desk, name);
-  return true;
+  MarkUnchanged(desk, good ? Unchanged::Loaded : Unchanged::Cleared);
+  ShowLoaded(desk);
+  return good;
 }
 
 void Load(Desk& desk) {
@@ -127,11 +131,13 @@ void Clear(Desk& desk) {
                                            .title = "Erase Program",
                                            .buttons = Buttons::OKCancel});
   if (answer != Answer::OK) return;
-  InitProg(desk.program());
+  {
+    const EditStep step(desk, "clear", EditStep::Hub::Edited);
+    InitProg(desk.program());
+    desk.source.file_name = kUntitled;
+  }
   ShowProgram(desk);
-  desk.source.Changed = false;
-  desk.source.file_name = kUntitled;
-  desk.view.CaptionChanged();
+  MarkUnchanged(desk, Unchanged::Cleared);
   desk.view.AutoScroll(0);
 }
 

@@ -8,6 +8,7 @@
 #include "link/operation.h"
 #include "link/polled.h"
 #include "platform/number_format.h"
+#include "session/edit_step.h"
 
 namespace tavlo {
 namespace {
@@ -170,7 +171,7 @@ DownloadResult CheckAndSend(Desk& desk) {
   if (checked != CheckResult::Passed) {
     source.program.Prog = lines;
     // A program whose Repeats do not pair is marked as unchanged all the same.
-    if (checked == CheckResult::StoppedClean) source.Changed = false;
+    if (checked == CheckResult::StoppedClean) MarkUnchanged(desk, Unchanged::Otherwise);
     return DownloadResult::Refused;
   }
   const DownloadResult result =
@@ -179,7 +180,7 @@ DownloadResult CheckAndSend(Desk& desk) {
     // Nothing has been sent: the program stays as it was, and as unsaved.
     source.program.Prog = lines;
   } else {
-    source.Changed = false;
+    MarkUnchanged(desk, result == DownloadResult::Done ? Unchanged::Transferred : Unchanged::Otherwise);
   }
   return result;
 }
@@ -188,7 +189,7 @@ std::optional<DownloadResult> DownloadWhileBusy(Desk& desk) {
   StopHub(desk.link());
   const std::string identity = CheckDrive(desk);
   if (identity.empty()) {
-    desk.source.Changed = false;
+    MarkUnchanged(desk, Unchanged::Otherwise);
     return std::nullopt;
   }
   if (!IsHub(desk.boxes, identity)) return std::nullopt;

@@ -11,6 +11,7 @@
 #include "link/operation.h"
 #include "link/polled.h"
 #include "platform/number_format.h"
+#include "session/edit_step.h"
 #include "session/grid.h"
 
 namespace tavlo {
@@ -121,6 +122,7 @@ UploadResult UploadProg(Desk& desk, float rev) {
     Program read = desk.program();
     read.HubVersion = rev;
     DecodeImage(read, reading.image);
+    const EditStep upload(desk, "upload");
     desk.program() = std::move(read);
   } catch (const DecodeError&) {
     TellFailure(link, gauge, kNotCorrect);
@@ -128,7 +130,7 @@ UploadResult UploadProg(Desk& desk, float rev) {
   }
   ShowUploaded(desk);
   desk.upbox.Hide();
-  desk.source.Changed = false;
+  MarkUnchanged(desk, Unchanged::Transferred);
   return UploadResult::Done;
 }
 

@@ -23,6 +23,10 @@ std::int16_t LimitLineOf(const Program& program) {
   return static_cast<std::int16_t>(std::clamp(RoundHalfEven(program.LimitBranch), -32768.0, 32767.0));
 }
 
+std::string_view BaseName(std::string_view path) {
+  return path.substr(path.rfind('/') + 1);
+}
+
 std::string Caption(const Source& source) {
   return std::string(kApplicationTitle) + "  V" + VersionTextOf(kVersion) + " - " + source.file_name;
 }

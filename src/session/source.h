@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "model/program.h"
+#include "session/history.h"
 #include "session/rows.h"
 #include "session/run_panel.h"
 
@@ -101,9 +102,10 @@ struct Source {
   std::int16_t CurLine = 0;
   /// A dialog that picks or edits this line is up: no other line can become the current one.
   bool Editing = false;
-  /// The program differs from what was last saved, loaded or downloaded.
+  /// The program differs from what was last saved, loaded or downloaded. MarkUnchanged() clears it.
   bool Changed = false;
   std::string file_name{kUntitled};
+  History history;
   LinkState link;
   DisplayState display;
   RunState run;
@@ -116,6 +118,9 @@ void InitSession(Source& source);
 
 /// Returns the line number that `LimitBranch` names, 1-based as the operator counts.
 [[nodiscard]] std::int16_t LimitLineOf(const Program& program);
+
+/// Returns a file's name without its folder.
+[[nodiscard]] std::string_view BaseName(std::string_view path);
 
 /// Returns the title of the main window: "Tavlo Composer  V1.29.1 - " and the file's name.
 [[nodiscard]] std::string Caption(const Source& source);

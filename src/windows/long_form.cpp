@@ -15,6 +15,7 @@
 #include "commands/lines.h"
 #include "commands/print_listing.h"
 #include "commands/program_files.h"
+#include "commands/undo.h"
 #include "link/com_port.h"
 #include "link/download.h"
 #include "link/drive_scan.h"
@@ -22,6 +23,7 @@
 #include "link/execution.h"
 #include "link/upload.h"
 #include "qt/gui/shown_text.h"
+#include "session/edit_step.h"
 #include "session/grid.h"
 #include "session/source.h"
 #include "widgets/font_size.h"
@@ -145,6 +147,8 @@ void LongForm::Connect() {
   Command("Help", [](Desk& desk) { desk.OpenHelp("Hub Composer.pdf"); });
   commands_->OnClick("Quit", [this] { Quit(); });
   OnKey(Qt::Key_F1, [this] { desk_->OpenHelp("Hub Composer.pdf"); });
+  OnKey(Qt::CTRL | Qt::Key_Z, [this] { Step(Undo); });
+  OnKey(Qt::CTRL | Qt::SHIFT | Qt::Key_Z, [this] { Step(Redo); });
   OnKey(Qt::CTRL | Qt::Key_T, [this] { OpenTerminal(*desk_); });
   connect(drives_, &DrivesPanel::Clicked, this, [this] {
     if (!TakesInput(*drives_)) return;
@@ -166,6 +170,11 @@ void LongForm::Command(std::string_view button, void (*handler)(Desk&)) {
     limits_->Commit();
     handler(*desk_);
   });
+}
+
+void LongForm::Step(void (*handler)(Desk&)) {
+  limits_->Commit();
+  handler(*desk_);
 }
 
 void LongForm::OnKey(const QKeySequence& key, std::function<void()> run) {
@@ -222,7 +231,8 @@ void LongForm::LimitChanged() {
   limits_->Show(source_.program);
 }
 void LongForm::CaptionChanged() {
-  setWindowTitle(FromMessage(Caption(source_)));
+  const QString mark = Unsaved(source_) ? QStringLiteral("*") : QString();
+  setWindowTitle(FromMessage(Caption(source_)) + mark);
 }
 void LongForm::AutoScroll(int line) {
   grid_->AutoScroll(line);

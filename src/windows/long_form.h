@@ -58,6 +58,8 @@ class LongForm : public QWidget, public ProgramView {
   void LayOut();
   void Connect();
   void Command(std::string_view button, void (*handler)(Desk&));
+  /// Undo or redo, after what stands in an entry.
+  void Step(void (*handler)(Desk&));
   /// Once a press, however long the key is held.
   void OnKey(const QKeySequence& key, std::function<void()> run);
   /// The operator chose this index in one of the lists. If no click could have done so, the lists show the
