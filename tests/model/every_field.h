@@ -4,36 +4,30 @@
 
 #include <cstdint>
 #include <string>
+#include <tuple>
 #include <type_traits>
 
 #include "model/program.h"
+#include "model/record_fields.h"
 
 namespace tavlo::testing {
 
-/// Calls `visit` for each field of a record, in their order. It does not compile if one is missing.
+template <class Value>
+inline constexpr bool kIsArray = requires {
+  std::tuple_size<Value>::value;
+};
+
+/// Calls `visit` for each field of a line's record, an array's elements one by one, in their order.
 template <class Record, class Visit>
 void ForEachField(Record& record, Visit&& visit) {
-  auto& [type, dist, dist2, safety_dist, speed, speed2, ret_speed, dir, accel, decel, state, time, line_num,
-         io_num, count, text, sub_type, reserved1, upper_int, upper_frac, lower_int, lower_frac, dist_var,
-         speed_var, dist2_var, speed2_var, dist_is_mmi, speed_is_mmi, dist2_is_mmi, speed2_is_mmi,
-         count_is_mmi, blank1, wrap1, blank2, wrap2, blank3, wrap3, reserved2, reserved3, in_state, in_mask,
-         drv_state, drv_mask, wait_and, motor_on, current, idle_pct, menu_line, menu_key, drive, jog_lr_drive,
-         jog_ud_drive, proceed, jog_speed, jog_lr_speed, jog_ud_speed, jog_accel, jog_lr_accel, jog_ud_accel,
-         jog_on, jog_lr, jog_ud, loop_index, wait_this, kp, ki, kd, kaff, kv, kvff, acont, apeak, changes_kp,
-         changes_ki, changes_kd, changes_kaff, changes_kv, changes_kvff, changes_acont, changes_apeak] =
-      record;
-  const auto all = [&](auto&... fields) { (visit(fields), ...); };
-  all(type, dist, dist2, safety_dist, speed, speed2, ret_speed, dir, accel, decel, state, time, line_num,
-      io_num, count, text, sub_type, reserved1, upper_int, upper_frac, lower_int, lower_frac, dist_var,
-      speed_var, dist2_var, speed2_var, dist_is_mmi, speed_is_mmi, dist2_is_mmi, speed2_is_mmi, count_is_mmi,
-      blank1, wrap1, blank2, wrap2, blank3, wrap3, reserved2, reserved3, in_state, in_mask, drv_state,
-      drv_mask, wait_and, motor_on, current, idle_pct);
-  for (auto& key : menu_line) visit(key);
-  for (auto& key : menu_key) visit(key);
-  all(drive, jog_lr_drive, jog_ud_drive, proceed, jog_speed, jog_lr_speed, jog_ud_speed, jog_accel,
-      jog_lr_accel, jog_ud_accel, jog_on, jog_lr, jog_ud, loop_index, wait_this, kp, ki, kd, kaff, kv, kvff,
-      acont, apeak, changes_kp, changes_ki, changes_kd, changes_kaff, changes_kv, changes_kvff, changes_acont,
-      changes_apeak);
+  const auto each = [&](auto& field) {
+    if constexpr (kIsArray<std::remove_cvref_t<decltype(field)>>) {
+      for (auto& element : field) visit(element);
+    } else {
+      visit(field);
+    }
+  };
+  std::apply([&](const auto&... field) { (each(record.*field.field), ...); }, kInstructionFields);
 }
 
 /// Gives fields values of which no two are the same, flags aside. Another `sign` gives each field, flags too,
