@@ -11,15 +11,6 @@
 namespace tavlo {
 namespace {
 
-void ShowLoaded(Desk& desk) {
-  desk.source.shown.LimitLine = LimitLineOf(desk.program());
-  ShowProgram(desk);
-  ShowDrive(desk.view);
-  desk.view.HubChanged();
-  desk.view.LimitChanged();
-  desk.view.AutoScroll(0);
-}
-
 /// Tells it, and leaves a program without lines.
 void GiveUp(Desk& desk, const std::string& name, FileKind kind) {
   desk.boxes.MsgBox({.text = "Can't read file " + name + ".  File may be damaged.", .title = ""});
@@ -106,7 +97,8 @@ bool LoadText(Desk& desk, const std::string& name, FileKind kind, std::string_vi
     desk.source.file_name = good ? name : kUntitled;
   }
   MarkUnchanged(desk, good ? Unchanged::Loaded : Unchanged::Cleared);
-  ShowLoaded(desk);
+  ShowReplaced(desk);
+  desk.view.AutoScroll(0);
   return good;
 }
 

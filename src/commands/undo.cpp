@@ -15,11 +15,7 @@ namespace {
 void ShowStepped(Desk& desk, std::optional<int> line) {
   Source& source = desk.source;
   source.Changed = !source.history.CountsAsUnchanged();
-  source.shown.LimitLine = LimitLineOf(source.program);
-  ShowProgram(desk);
-  ShowDrive(desk.view);
-  desk.view.HubChanged();
-  desk.view.LimitChanged();
+  ShowReplaced(desk);
   TellEdited(desk);
   if (line && *line < kLines) desk.view.GoTo(*line);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
 #include <QApplication>
+#include <QTimer>
 #include <algorithm>
 #include <cstdio>
 #include <span>
@@ -12,6 +13,7 @@
 #include "qt/qt_help.h"
 #include "qt/qt_serial_port.h"
 #include "qt/qt_services.h"
+#include "qt/qt_state_folder.h"
 #include "widgets/look.h"
 #include "windows/composer_windows.h"
 
@@ -41,10 +43,13 @@ int main(int argc, char** argv) {
   tavlo::QtCommDevices comms;
   tavlo::QtHelp help(QCoreApplication::applicationDirPath());
   tavlo::GuiPrinter printer(files);
-  const auto windows =
-      tavlo::StartUp({port, boxes, clock, loop, beeper, settings, dialogs, files, comms, help, printer});
+  tavlo::QtStateFolder sessions(tavlo::StateFolderOf("sessions"));
+  const auto windows = tavlo::StartUp(
+      {port, boxes, clock, loop, beeper, settings, dialogs, files, comms, help, printer, sessions});
   // Not quit(), which would ask every window once more whether it may be closed.
   QObject::connect(&windows->Main(), &tavlo::LongForm::Ended, &application,
                    [] { QCoreApplication::exit(0); });
+  // When the window is up and takes what the operator does.
+  QTimer::singleShot(0, &windows->Main(), [&windows] { windows->OfferLeft(); });
   return QApplication::exec();
 }

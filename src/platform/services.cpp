@@ -12,6 +12,7 @@ Answer HarmlessAnswer(Buttons buttons) {
     case Buttons::OKWithoutPort: return Answer::OK;
     case Buttons::OKCancel: return Answer::Cancel;
     case Buttons::YesNo: return Answer::No;
+    case Buttons::RestoreDiscard: return Answer::Restore;
   }
   return Answer::OK;
 }

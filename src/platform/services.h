@@ -18,9 +18,9 @@ inline constexpr std::string_view kApplicationTitle = "Tavlo Composer";
 
 /// `OKWithoutPort` is an OK that goes on looking for a port, with a second button, "Without a port", that
 /// gives the search up.
-enum class Buttons { OK, OKCancel, YesNo, OKWithoutPort };
+enum class Buttons { OK, OKCancel, YesNo, OKWithoutPort, RestoreDiscard };
 enum class Icon { None, Stop, Question, Exclamation };
-enum class Answer { OK, Cancel, Yes, No, WithoutPort };
+enum class Answer { OK, Cancel, Yes, No, WithoutPort, Restore, Discard };
 
 /// The answer that loses no work and moves no machine: that of Enter, of Escape and of the box's close
 /// button.

@@ -68,6 +68,8 @@ struct Desk {
   Help* help = nullptr;
   /// Null if nothing can be printed.
   Printer* printer = nullptr;
+  /// Null if nothing is kept.
+  SessionKeeper* keeper = nullptr;
 
   void OpenHelp(std::string_view file) const {
     if (help != nullptr) help->OpenHelp(file, boxes);

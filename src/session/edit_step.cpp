@@ -29,6 +29,7 @@ void MarkUnchanged(Desk& desk, Unchanged why) {
 
 void TellEdited(Desk& desk) {
   desk.view.CaptionChanged();
+  if (desk.keeper != nullptr) desk.keeper->Keep(desk.source);
 }
 
 bool Unsaved(const Source& source) {

@@ -107,6 +107,14 @@ void ShowProgram(Desk& desk) {
   MarkChains(grid);
 }
 
+void ShowReplaced(Desk& desk) {
+  desk.source.shown.LimitLine = LimitLineOf(desk.program());
+  ShowProgram(desk);
+  ShowDrive(desk.view);
+  desk.view.HubChanged();
+  desk.view.LimitChanged();
+}
+
 void ShowDrive(ProgramView& view) {
   view.DrivesChanged();
 }

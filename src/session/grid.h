@@ -26,6 +26,8 @@ void DrawArrows(const Grid& grid);
 void MarkChains(const Grid& grid);
 /// Refreshes all rows, as after the program was replaced. Pairs the loops first.
 void ShowProgram(Desk& desk);
+/// Refreshes all that is shown of the program, after it has become another one.
+void ShowReplaced(Desk& desk);
 /// Refreshes the axis summary.
 void ShowDrive(ProgramView& view);
 /// Sets the hub's model to this index of `ModelList`. Does not count as a change of the program.

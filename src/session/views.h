@@ -50,6 +50,16 @@ struct ServoFaultPanel {
   int axis = 0;
 };
 
+struct Source;
+
+/// Keeps a session for the case that its end takes the operator by surprise.
+class SessionKeeper {
+ public:
+  virtual ~SessionKeeper() = default;
+  /// The program, its file or whether it is saved has changed, or a run has begun or ended.
+  virtual void Keep(const Source& source) = 0;
+};
+
 /// The windows of a run.
 class RunView {
  public:

@@ -3,6 +3,7 @@
 #include "windows/composer_windows.h"
 
 #include <QApplication>
+#include <QDateTime>
 
 #include "link/com_port.h"
 #include "link/receive.h"
@@ -14,6 +15,12 @@ namespace tavlo {
 namespace {
 
 constexpr double kSplashSeconds = 1.5;
+
+/// No other session has the same: neither one that is up nor one that was killed.
+std::string NameOfSession() {
+  return std::to_string(QDateTime::currentMSecsSinceEpoch()) + "-" +
+         std::to_string(QCoreApplication::applicationPid());
+}
 
 }  // namespace
 
@@ -29,6 +36,7 @@ ComposerWindows::ComposerWindows(const Outside& outside)
              QStringLiteral("Reading"), HoldWhile(), &main_),
       loading_(&main_),
       editors_(outside.boxes, outside.help, &main_),
+      keep_(outside.sessions, NameOfSession(), [] { return QDateTime::currentSecsSinceEpoch(); }),
       desk_{.source = source_,
             .Comm1 = outside.Comm1,
             .boxes = outside.boxes,
@@ -50,6 +58,7 @@ ComposerWindows::ComposerWindows(const Outside& outside)
   desk_.editors = &editors_;
   desk_.help = &outside.help;
   desk_.printer = &outside.printer;
+  desk_.keeper = &keep_;
   desk_.boxes.GoToLine = [this](int line) { main_.GoTo(line); };
   outside.Comm1.OnComm = [this] {
     const ComeByThemselves received(desk_.boxes);
@@ -67,6 +76,7 @@ std::function<void(bool)> ComposerWindows::HoldWhile() {
 
 ComposerWindows::~ComposerWindows() {
   main_.Unload();
+  keep_.End();
   desk_.boxes.GoToLine = nullptr;
   desk_.Comm1.OnComm = nullptr;
   desk_.Comm1.OnLost = nullptr;

@@ -5,8 +5,10 @@
 #include <functional>
 #include <memory>
 
+#include "commands/crash_keep.h"
 #include "editors/line_dialogs.h"
 #include "platform/comm_devices.h"
+#include "platform/state_folder.h"
 #include "session/desk.h"
 #include "widgets/held_keys.h"
 #include "widgets/mnemonics.h"
@@ -31,6 +33,8 @@ struct Outside {
   CommDevices& comms;
   Help& help;
   Printer& printer;
+  /// Where what no file holds is kept for the case of a crash.
+  StateFolder& sessions;
 };
 
 /// A session of the desktop program: its state, its windows, and the desk that the handlers work with. The
@@ -42,6 +46,8 @@ class ComposerWindows {
 
   [[nodiscard]] LongForm& Main() { return main_; }
   [[nodiscard]] Desk& Handlers() { return desk_; }
+  /// Offers what a session left that was not ended. For when the main window is up.
+  void OfferLeft() { tavlo::OfferLeft(desk_, keep_); }
 
  private:
   /// Returns a function that disables the commands while a transfer's gauge is shown.
@@ -58,6 +64,7 @@ class ComposerWindows {
   GaugeForm upbox_;
   LoadingPane loading_;
   LineDialogs editors_;
+  CrashKeep keep_;
   Desk desk_;
 };
 

@@ -15,7 +15,7 @@ import sys
 def complaints(build):
     if os.environ.get("QT_QPA_PLATFORM") != "offscreen":
         yield "QT_QPA_PLATFORM is not offscreen: windows would come up on the user's screen"
-    for variable in ("XDG_RUNTIME_DIR", "XDG_CONFIG_HOME"):
+    for variable in ("XDG_RUNTIME_DIR", "XDG_CONFIG_HOME", "XDG_STATE_HOME"):
         folder = pathlib.Path(os.environ.get(variable, "/"))
         if build not in folder.parents or not folder.is_dir():
             yield f"{variable} is {folder}, which is no folder below {build}"

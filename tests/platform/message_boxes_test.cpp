@@ -30,6 +30,7 @@ TEST(HarmlessAnswers, CostNoWorkAndMoveNoMachine) {
   EXPECT_EQ(HarmlessAnswer(Buttons::OKCancel), Answer::Cancel);
   EXPECT_EQ(HarmlessAnswer(Buttons::YesNo), Answer::No);
   EXPECT_EQ(HarmlessAnswer(Buttons::OKWithoutPort), Answer::OK);
+  EXPECT_EQ(HarmlessAnswer(Buttons::RestoreDiscard), Answer::Restore);
 }
 
 TEST(ABoxThatSpeaksOfALine, HasTheWindowGoThereBeforeItComesUp) {
@@ -49,7 +50,8 @@ TEST(ABoxThatStands, IsNotOpenedASecondTimeAndTheSecondIsAnsweredWithoutHarm) {
     Answer answer;
   };
   for (const Case& row : {Case{Buttons::OK, Answer::OK}, Case{Buttons::OKCancel, Answer::Cancel},
-                          Case{Buttons::YesNo, Answer::No}, Case{Buttons::OKWithoutPort, Answer::OK}}) {
+                          Case{Buttons::YesNo, Answer::No}, Case{Buttons::OKWithoutPort, Answer::OK},
+                          Case{Buttons::RestoreDiscard, Answer::Restore}}) {
     Recorded boxes;
     const Box box{.text = "text", .title = "title", .buttons = row.buttons};
     boxes.meanwhile = [&] { EXPECT_EQ(boxes.MsgBox(box), row.answer); };

@@ -36,6 +36,7 @@ class FakeBoxes : public MessageBoxes {
       answers.pop_front();
       return answer;
     }
+    if (box.buttons == Buttons::RestoreDiscard) return Answer::Restore;
     return box.buttons == Buttons::YesNo ? Answer::Yes : Answer::OK;
   }
 };

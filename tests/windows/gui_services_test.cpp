@@ -72,7 +72,8 @@ TEST(GuiMessageBoxes, HaveTheAnswerThatDoesNoHarmAsTheirDefaultAndForEscape) {
   GuiMessageBoxes boxes;
   for (const Case& row :
        {Case{Buttons::OK, QStringLiteral("OK")}, Case{Buttons::OKCancel, QStringLiteral("Cancel")},
-        Case{Buttons::YesNo, QStringLiteral("No")}, Case{Buttons::OKWithoutPort, QStringLiteral("OK")}}) {
+        Case{Buttons::YesNo, QStringLiteral("No")}, Case{Buttons::OKWithoutPort, QStringLiteral("OK")},
+        Case{Buttons::RestoreDiscard, QStringLiteral("Restore")}}) {
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape}) {
       QTimer::singleShot(0, qApp, [&row, key] {
         auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());

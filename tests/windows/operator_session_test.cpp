@@ -20,6 +20,7 @@
 #include "support/fake_desk.h"
 #include "support/fake_help.h"
 #include "support/fake_printer.h"
+#include "support/fake_state_folder.h"
 #include "support/record_ranges.h"
 #include "windows/composer_windows.h"
 #include "windows/random_operator.h"
@@ -70,10 +71,12 @@ struct Desktop {
   FakeComms comms;
   FakeHelp help;
   FakePrinter printer;
+  FakeStateDisk disk;
+  FakeStateFolder sessions{disk};
   GuiMessageBoxes boxes;
   bool ended = false;
   ComposerWindows windows{{fakes.port, boxes, fakes.clock, fakes.loop, fakes.beeper, fakes.settings,
-                           fakes.dialogs, fakes.files, comms, help, printer}};
+                           fakes.dialogs, fakes.files, comms, help, printer, sessions}};
 };
 
 /// What may be seen of the dialogs of a line at a moment.

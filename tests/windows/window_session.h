@@ -16,6 +16,7 @@
 #include "support/fake_desk.h"
 #include "support/fake_help.h"
 #include "support/fake_printer.h"
+#include "support/fake_state_folder.h"
 #include "windows/composer_windows.h"
 #include "windows/prog_window.h"
 
@@ -32,7 +33,7 @@ struct WindowSession {
 
   [[nodiscard]] Outside Services() {
     return {fakes.port,    fakes.boxes, fakes.clock, fakes.loop, fakes.beeper, fakes.settings,
-            fakes.dialogs, fakes.files, comms,       help,       printer};
+            fakes.dialogs, fakes.files, comms,       help,       printer,      sessions};
   }
 
   /// Loads and shows the main window.
@@ -71,6 +72,8 @@ struct WindowSession {
   FakeComms comms;
   FakeHelp help;
   FakePrinter printer;
+  FakeStateDisk disk;
+  FakeStateFolder sessions{disk};
   std::unique_ptr<ComposerWindows> windows;
 };
 

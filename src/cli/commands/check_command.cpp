@@ -17,6 +17,7 @@ std::string_view NameOf(Buttons buttons) {
     case Buttons::OKCancel: return "OKCancel";
     case Buttons::YesNo: return "YesNo";
     case Buttons::OKWithoutPort: return "OKWithoutPort";
+    case Buttons::RestoreDiscard: return "RestoreDiscard";
   }
   return "";
 }

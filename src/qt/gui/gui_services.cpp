@@ -43,11 +43,13 @@ std::span<const Answer> AnswersOf(Buttons buttons) {
   static constexpr std::array kOKCancel = {Answer::OK, Answer::Cancel};
   static constexpr std::array kYesNo = {Answer::Yes, Answer::No};
   static constexpr std::array kOKWithoutPort = {Answer::OK, Answer::WithoutPort};
+  static constexpr std::array kRestoreDiscard = {Answer::Restore, Answer::Discard};
   switch (buttons) {
     case Buttons::OK: return kOK;
     case Buttons::OKCancel: return kOKCancel;
     case Buttons::YesNo: return kYesNo;
     case Buttons::OKWithoutPort: return kOKWithoutPort;
+    case Buttons::RestoreDiscard: return kRestoreDiscard;
   }
   return kOK;
 }
@@ -60,6 +62,8 @@ QPushButton* AddButton(QMessageBox& box, Answer answer) {
     case Answer::No: return box.addButton(QMessageBox::No);
     case Answer::WithoutPort:
       return box.addButton(QStringLiteral("&Without a port"), QMessageBox::RejectRole);
+    case Answer::Restore: return box.addButton(QStringLiteral("&Restore"), QMessageBox::AcceptRole);
+    case Answer::Discard: return box.addButton(QStringLiteral("&Discard"), QMessageBox::DestructiveRole);
   }
   return nullptr;
 }

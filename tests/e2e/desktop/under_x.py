@@ -110,7 +110,7 @@ class Composer:
 def session(composer, hubsim, pictures, *hub_options):
     """Screen, hub and Composer, whose settings and links stay out of the user's own."""
     with tempfile.TemporaryDirectory() as scratch, contextlib.ExitStack() as stack:
-        for variable in ("XDG_RUNTIME_DIR", "XDG_CONFIG_HOME", "HOME"):
+        for variable in ("XDG_RUNTIME_DIR", "XDG_CONFIG_HOME", "XDG_STATE_HOME", "HOME"):
             os.environ[variable] = os.path.join(scratch, variable)
             os.mkdir(os.environ[variable], 0o700)
         os.environ.pop("QT_QPA_PLATFORM", None)
