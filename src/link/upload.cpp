@@ -67,6 +67,16 @@ void TellFailure(const Link& link, const TransferGauge& gauge, const std::string
   gauge.form.Hide();
 }
 
+bool MayReplace(Desk& desk) {
+  if (!desk.source.Changed) return true;
+  return desk.boxes.MsgBox({.text =
+                                "You have made changes without Saving or Downloading.  Do you really want to "
+                                "upload and replace your program?",
+                            .title = "Upload",
+                            .buttons = Buttons::OKCancel,
+                            .icon = Icon::Question}) == Answer::OK;
+}
+
 std::optional<UploadResult> UploadWhileBusy(Desk& desk) {
   StopHub(desk.link());
   if (SilentCheckDrive(desk.link()).empty()) return std::nullopt;
@@ -135,7 +145,7 @@ UploadResult UploadProg(Desk& desk, float rev) {
 }
 
 std::optional<UploadResult> Upload(Desk& desk) {
-  if (desk.source.link.Busy) return std::nullopt;
+  if (desk.source.link.Busy || !MayReplace(desk)) return std::nullopt;
   return WhileBusy(desk, [&desk] { return UploadWhileBusy(desk); });
 }
 

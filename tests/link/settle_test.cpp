@@ -143,8 +143,7 @@ TEST(UnknownHub, BeginsNeitherDownloadNorUploadNorRunAndLeavesTheChanges) {
     hub.model = 16;
     d.source.Changed = true;
     d.source.program.HubIndex = HubQuad;
-    // The question before a changed program is run.
-    d.boxes.setNextAnswer(Answer::Yes);
+    // The questions before a changed program is run or replaced are answered with the first button.
     EXPECT_TRUE(is_refused(d.desk));
     ASSERT_FALSE(d.boxes.shown.empty());
     EXPECT_EQ(d.boxes.shown.back(),

@@ -8,6 +8,7 @@
 #include "codegen/encodings.h"
 #include "link/execution.h"
 #include "link/polled.h"
+#include "session/edit_step.h"
 #include "support/bytes.h"
 #include "support/fake_desk.h"
 
@@ -384,10 +385,44 @@ TEST(Upload, AHubThatDoesNotSayWhoItIsEndsIt) {
   d.source.Changed = true;
   EXPECT_EQ(Upload(d.desk), std::nullopt);
   EXPECT_EQ(d.port.AllSent(), "SC");
-  EXPECT_EQ(d.boxes.shown.size(), 1U);
+  EXPECT_EQ(d.boxes.shown.size(), 2U) << "the question, and that the hub is silent";
   EXPECT_FALSE(d.source.link.Busy);
   EXPECT_TRUE(d.source.Changed);
   EXPECT_TRUE(d.upbox.gauges.empty());
+}
+
+TEST(Upload, ChangesAreOnlyReplacedIfTheOperatorSaysSo) {
+  UploadDesk d;
+  d.source.Changed = true;
+  d.boxes.setNextAnswer(Answer::Cancel);
+  EXPECT_EQ(Upload(d.desk), std::nullopt);
+  ASSERT_EQ(d.boxes.shown.size(), 1U);
+  EXPECT_EQ(
+      d.boxes.shown[0],
+      (ShownBox{"You have made changes without Saving or Downloading.  Do you really want to upload and "
+                "replace your program?",
+                "Upload", Buttons::OKCancel, Icon::Question}));
+  EXPECT_EQ(d.port.AllSent(), "");
+  EXPECT_TRUE(d.source.Changed);
+  EXPECT_EQ(Upload(d.desk), UploadResult::Done);
+  EXPECT_EQ(Upload(d.desk), UploadResult::Done);
+  EXPECT_EQ(d.boxes.shown.size(), 2U) << "what has just been uploaded is asked about no more";
+}
+
+TEST(Upload, CanBeTakenBack) {
+  UploadDesk d;
+  d.Line(3).Type = RT;
+  const auto lines = d.source.program.Prog;
+  const AxisConfig axes = d.source.program.Axis;
+  d.source.file_name = "mine.TVH";
+  ASSERT_EQ(Upload(d.desk), UploadResult::Done);
+  EXPECT_FALSE(d.source.program.Prog == lines);
+  EXPECT_EQ(d.source.history.UndoName(), "upload");
+  EXPECT_TRUE(Unsaved(d.source)) << "the file of that name does not hold it";
+  static_cast<void>(d.source.history.Undo(d.source.program, d.source.file_name));
+  EXPECT_TRUE(d.source.program.Prog == lines);
+  EXPECT_TRUE(d.source.program.Axis == axes);
+  EXPECT_EQ(d.source.file_name, "mine.TVH");
 }
 
 TEST(Upload, AHubThatFallsSilentBeforeItIsAskedAgainEndsIt) {
