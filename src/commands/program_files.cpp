@@ -2,6 +2,8 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "commands/program_files.h"
 
+#include "commands/editing_now.h"
+#include "commands/recent_files.h"
 #include "model/legacy_import.h"
 #include "model/line_operations.h"
 #include "model/program_file.h"
@@ -45,6 +47,23 @@ void TellNotWhollySaved(Desk& desk) {
        .icon = Icon::Exclamation});
 }
 
+bool MayOpen(Desk& desk) {
+  if (!desk.source.Changed) return true;
+  return desk.boxes.MsgBox({.text = "You have made changes without Saving or Downloading.  Do "
+                                    "you really want to open a file and replace your program?",
+                            .title = "Open",
+                            .buttons = Buttons::OKCancel,
+                            .icon = Icon::Question}) == Answer::OK;
+}
+
+void LoadNamed(Desk& desk, const std::string& path) {
+  if (LoadFile(desk, path)) {
+    RememberFile(desk.settings, path);
+  } else {
+    ForgetFile(desk.settings, path);
+  }
+}
+
 /// What ends the busy look of a load, whichever way it went.
 void HideLoading(Desk& desk) {
   desk.loading.Hide();
@@ -68,6 +87,7 @@ void Save(Desk& desk) {
     desk.boxes.MsgBox({.text = "Error saving file: " + saved.Why(), .title = ""});
     return;
   }
+  RememberFile(desk.settings, *path);
   TellNotWhollySaved(desk);
 }
 
@@ -103,19 +123,15 @@ bool LoadText(Desk& desk, const std::string& name, FileKind kind, std::string_vi
 }
 
 void Load(Desk& desk) {
-  if (desk.source.Changed) {
-    const Answer answer =
-        desk.boxes.MsgBox({.text = "You have made changes without Saving or Downloading.  Do "
-                                   "you really want to open a file and replace your program?",
-                           .title = "Open",
-                           .buttons = Buttons::OKCancel,
-                           .icon = Icon::Question});
-    if (answer != Answer::OK) return;
-  }
+  if (!MayOpen(desk)) return;
   const auto path =
       desk.dialogs.OpenFileName({{{"Tavlo Hub Files", "*.TVH"}, {"Oskel Composer Files", "*.OSK"}}, "tvh"});
   if (!path || path->empty()) return;
-  LoadFile(desk, *path);
+  LoadNamed(desk, *path);
+}
+
+void OpenFile(Desk& desk, const std::string& path) {
+  if (!ProgramHeld(desk) && MayOpen(desk)) LoadNamed(desk, path);
 }
 
 void Clear(Desk& desk) {

@@ -15,6 +15,9 @@ namespace tavlo {
 void Save(Desk& desk);
 /// Asks for a name, reads the file and shows it.
 void Load(Desk& desk);
+/// The same for a file that the operator has named already: among the recent ones, by dropping it on the
+/// window, or where the program was started. Nothing while the program must stay as it is.
+void OpenFile(Desk& desk, const std::string& path);
 /// Reads a file and shows it, without a dialog or a question. Returns false if the operator was told that it
 /// cannot be read.
 bool LoadFile(Desk& desk, const std::string& path);

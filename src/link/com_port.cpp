@@ -10,7 +10,6 @@
 namespace tavlo {
 namespace {
 
-constexpr std::string_view kSettingsApplication = "Tavlo Hub Composer";
 constexpr std::string_view kSettingsSection = "Startup";
 constexpr std::string_view kSettingsKey = "ComPort";
 constexpr int kStartThreshold = 3;

@@ -133,6 +133,9 @@ class EventLoop {
   virtual void WaitSecs(double seconds) = 0;
 };
 
+/// The application under which this program's settings are kept.
+inline constexpr std::string_view kSettingsApplication = "Tavlo Hub Composer";
+
 /// Texts kept between sessions, keyed by application, section and key.
 class SettingsStore {
  public:
