@@ -19,7 +19,7 @@ TallPane::TallPane(QWidget* pane, const QString& name, QWidget* parent) : QScrol
   setWidgetResizable(true);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setFocusPolicy(Qt::NoFocus);
-  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
   verticalScrollBar()->setAccessibleName(QStringLiteral("Scroll: ") + name);
   setWidget(pane);
   pane->installEventFilter(this);
@@ -45,7 +45,7 @@ bool TallPane::eventFilter(QObject* watched, QEvent* event) {
 
 void TallPane::resizeEvent(QResizeEvent* event) {
   QScrollArea::resizeEvent(event);
-  if (width() != Width()) updateGeometry();
+  if (width() < Width()) updateGeometry();
 }
 
 }  // namespace tavlo

@@ -6,7 +6,7 @@
 
 namespace tavlo {
 
-/// Shows a pane at its own width, and scrolls it vertically if there is too little height for it.
+/// Shows a pane at its own width or wider, and scrolls it vertically if there is too little height for it.
 class TallPane : public QScrollArea {
   Q_OBJECT
 

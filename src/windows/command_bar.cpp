@@ -118,6 +118,12 @@ void CommandBar::OnClick(std::string_view button, std::function<void()> command)
   });
 }
 
+void CommandBar::SetMenu(std::string_view button, QMenu* menu) {
+  Button(button)->setMenu(menu);
+  Button(button)->setPopupMode(QToolButton::MenuButtonPopup);
+  Measure();
+}
+
 void CommandBar::DrawImages() {
   const QColor ink = palette().color(QPalette::Active, QPalette::ButtonText);
   const QColor disabled_ink = palette().color(QPalette::Disabled, QPalette::ButtonText);

@@ -7,6 +7,7 @@
 #include <functional>
 #include <string_view>
 
+class QMenu;
 class QToolButton;
 
 namespace tavlo {
@@ -21,6 +22,8 @@ class CommandBar : public QWidget {
 
   /// Runs `command` when the button with this name is clicked, and at its mnemonic.
   void OnClick(std::string_view button, std::function<void()> command);
+  /// Gives the button an arrow that opens the menu.
+  void SetMenu(std::string_view button, QMenu* menu);
 
   /// The preferred width has room for the captions, the minimum only for the buttons.
   [[nodiscard]] QSize sizeHint() const override;

@@ -3,11 +3,17 @@
 #include "windows/long_form.h"
 
 #include <QCloseEvent>
+#include <QFile>
 #include <QHBoxLayout>
+#include <QMenu>
+#include <QMimeData>
 #include <QScreen>
 #include <QShortcut>
+#include <QSplitter>
 #include <QStyle>
+#include <QTimer>
 #include <QToolButton>
+#include <QUrl>
 #include <QVBoxLayout>
 
 #include "commands/hardware.h"
@@ -15,6 +21,7 @@
 #include "commands/lines.h"
 #include "commands/print_listing.h"
 #include "commands/program_files.h"
+#include "commands/recent_files.h"
 #include "commands/undo.h"
 #include "link/com_port.h"
 #include "link/download.h"
@@ -36,6 +43,7 @@
 #include "windows/command_bar.h"
 #include "windows/program_grid.h"
 #include "windows/side_panels.h"
+#include "windows/window_place.h"
 
 namespace tavlo {
 namespace {
@@ -85,12 +93,15 @@ QString WhyHeld(Hold hold) {
 LongForm::LongForm(Source& source, CommDevices& comms)
     : source_(source),
       commands_(new CommandBar(this)),
+      columns_(new QSplitter(this)),
       grid_(new ProgramGrid(source, this)),
       side_(new QWidget(this)),
       hub_(new HubPanel(comms, side_)),
       drives_(new DrivesPanel(side_)),
-      limits_(new LimitsPanel(side_)) {
+      limits_(new LimitsPanel(side_)),
+      recent_(new QMenu(this)) {
   setObjectName(QStringLiteral("LongForm"));
+  setAcceptDrops(true);
   LayOut();
   Connect();
 }
@@ -118,17 +129,20 @@ void LongForm::LayOut() {
   });
   side->addWidget(logo, 0, Qt::AlignRight);
 
-  auto* body = new QHBoxLayout;
-  body->setSpacing(kMargin);
-  body->addWidget(grid_, 1);
-  body->addWidget(new TallPane(side_, QStringLiteral("Hub, drives and limits"), this));
+  columns_->setObjectName(QStringLiteral("Columns"));
+  columns_->setHandleWidth(kMargin);
+  columns_->setChildrenCollapsible(false);
+  columns_->addWidget(grid_);
+  columns_->addWidget(new TallPane(side_, QStringLiteral("Hub, drives and limits"), this));
+  // What a wider window has more of goes to the program.
+  columns_->setStretchFactor(0, 1);
 
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(kMargin, 4, kMargin, kMargin);
   column->setSpacing(4);
   column->addWidget(commands_);
   column->addWidget(new Rule(QFrame::HLine, this));
-  column->addLayout(body, 1);
+  column->addWidget(columns_, 1);
   // With a large font the layout knows best. Else a notice over the grid may take a little of its room.
   if (ByFont(fontMetrics(), kLeastWidth) == kLeastWidth) setMinimumWidth(kLeastWidth);
   resize(OpeningSize(*this));
@@ -146,6 +160,10 @@ void LongForm::Connect() {
   Command("ChangeRes", SetUpHardware);
   Command("Help", [](Desk& desk) { desk.OpenHelp("Hub Composer.pdf"); });
   commands_->OnClick("Quit", [this] { Quit(); });
+  recent_->setObjectName(QStringLiteral("Recent"));
+  recent_->setAccessibleName(QStringLiteral("Recent files"));
+  connect(recent_, &QMenu::aboutToShow, this, &LongForm::ListRecent);
+  commands_->SetMenu("Load", recent_);
   OnKey(Qt::Key_F1, [this] { desk_->OpenHelp("Hub Composer.pdf"); });
   OnKey(Qt::CTRL | Qt::Key_Z, [this] { Step(Undo); });
   OnKey(Qt::CTRL | Qt::SHIFT | Qt::Key_Z, [this] { Step(Redo); });
@@ -191,6 +209,7 @@ void LongForm::Choose(void (*handler)(Desk&, int), int index) {
 
 void LongForm::Begin(Desk& desk) {
   desk_ = &desk;
+  TakePlace(desk.settings, *this, *columns_);
   InitSession(source_);
   CaptionChanged();
   ProgCounter(std::nullopt);
@@ -265,14 +284,51 @@ void LongForm::closeEvent(QCloseEvent* event) {
   End();
 }
 
+QString LongForm::DroppedFile(const QDropEvent& event) const {
+  const QList<QUrl> files = event.mimeData()->urls();
+  return hold_ == Hold::None && TakesInput(*this) && files.size() == 1 ? files.front().toLocalFile()
+                                                                       : QString();
+}
+
+void LongForm::dragEnterEvent(QDragEnterEvent* event) {
+  if (!DroppedFile(*event).isEmpty()) event->acceptProposedAction();
+}
+
+void LongForm::dropEvent(QDropEvent* event) {
+  const QString file = DroppedFile(*event);
+  if (file.isEmpty()) return;
+  event->acceptProposedAction();
+  // Later: whoever the file was dragged from waits for the end of this event, and a question may come first.
+  QTimer::singleShot(0, this, [this, file] { Open(file); });
+}
+
+void LongForm::Open(const QString& file) {
+  if (hold_ != Hold::None || !TakesInput(*this)) return;
+  limits_->Commit();
+  OpenFile(*desk_, QFile::encodeName(file).toStdString());
+}
+
+void LongForm::ListRecent() {
+  recent_->clear();
+  for (const std::string& file : RecentFiles(desk_->settings)) {
+    const QString path = QFile::decodeName(QByteArray::fromStdString(file));
+    // An ampersand would mark the next letter.
+    recent_->addAction(FromMessage(file).replace(QLatin1Char('&'), QStringLiteral("&&")), this,
+                       [this, path] { Open(path); });
+  }
+  if (recent_->isEmpty()) recent_->addAction(QStringLiteral("No recent files"))->setEnabled(false);
+}
+
 void LongForm::Unload() {
   if (ended_ || desk_ == nullptr) return;
   ended_ = true;
+  RememberPlace(desk_->settings, *this, *columns_);
   RememberPort(*desk_);
 }
 
 void LongForm::End() {
   ended_ = true;
+  RememberPlace(desk_->settings, *this, *columns_);
   emit Ended();
 }
 

@@ -2,10 +2,14 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #pragma once
 
+#include <QString>
 #include <QWidget>
 
 #include "platform/comm_devices.h"
 #include "session/desk.h"
+
+class QMenu;
+class QSplitter;
 
 namespace tavlo {
 
@@ -33,6 +37,8 @@ class LongForm : public QWidget, public ProgramView {
   void Begin(Desk& desk);
   /// The program ends for a reason outside this window: saves the port's number.
   void Unload();
+  /// Opens a program file, if the operator could press a command now.
+  void Open(const QString& file);
   /// While a program runs or is being sent, only the grid can be used, and the window cannot be closed.
   void HoldCommands(Hold hold);
 
@@ -53,6 +59,8 @@ class LongForm : public QWidget, public ProgramView {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   void LayOut();
@@ -65,17 +73,22 @@ class LongForm : public QWidget, public ProgramView {
   /// The operator chose this index in one of the lists. If no click could have done so, the lists show the
   /// real state again.
   void Choose(void (*handler)(Desk&, int), int index);
+  /// The one file that is dragged here, if it could be opened now; empty otherwise.
+  [[nodiscard]] QString DroppedFile(const QDropEvent& event) const;
+  void ListRecent();
   void Quit();
   void End();
 
   Source& source_;
   Desk* desk_ = nullptr;
   CommandBar* commands_;
+  QSplitter* columns_;
   ProgramGrid* grid_;
   QWidget* side_;
   HubPanel* hub_;
   DrivesPanel* drives_;
   LimitsPanel* limits_;
+  QMenu* recent_;
   /// Null until it is asked for.
   About* about_ = nullptr;
   Hold hold_ = Hold::None;
