@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <utility>
 
 #include "model/program_file.h"
 
@@ -14,14 +15,16 @@ namespace {
 constexpr int kUsageError = 2;
 
 constexpr std::string_view kHelp =
-    "Usage: tavlo-composer [OPTION]...\n"
+    "Usage: tavlo-composer [OPTION]... [FILE]\n"
     "Compose, download and run programs of a Tavlo motion hub.\n"
+    "\n"
+    "  FILE           a program file to open\n"
     "\n"
     "  -h, --help     show this text and leave\n"
     "      --version  show the version and leave\n"
     "\n"
     "Options of the window system, such as -display and -style, are handed to it.\n"
-    "Program files are opened with Load. The command line companion is tavlo.\n";
+    "The command line companion is tavlo.\n";
 
 /// What the window system takes, with one dash or two.
 struct WindowSystemOption {
@@ -55,11 +58,15 @@ std::size_t WindowSystemArguments(std::string_view argument) {
   return option->has_value && equals == std::string_view::npos ? 2 : 1;
 }
 
+bool IsFile(std::string_view argument) {
+  return !argument.empty() && !argument.starts_with('-');
+}
+
 CommandLineAnswer Unknown(std::string_view argument) {
-  const bool is_option = argument.starts_with('-');
+  const bool is_option = !IsFile(argument);
   return {"tavlo-composer: " +
               (is_option ? "there is no option " + std::string(argument)
-                         : std::string(argument) + " is no option; program files are opened with Load") +
+                         : "only one program can be opened, and " + std::string(argument) + " is another") +
               "\nTry tavlo-composer --help.\n",
           kUsageError};
 }
@@ -67,17 +74,28 @@ CommandLineAnswer Unknown(std::string_view argument) {
 }  // namespace
 
 std::optional<CommandLineAnswer> AnswerCommandLine(std::span<const char* const> arguments) {
+  bool has_file = false;
   for (std::size_t i = 0; i < arguments.size();) {
     const std::string_view argument = arguments[i];
     if (argument == "-h" || argument == "--help") return CommandLineAnswer{std::string(kHelp), 0};
     if (argument == "--version") {
       return CommandLineAnswer{"tavlo-composer " + VersionTextOf(kVersion) + "\n", 0};
     }
-    const std::size_t taken = WindowSystemArguments(argument);
+    std::size_t taken = WindowSystemArguments(argument);
+    if (taken == 0 && IsFile(argument) && !std::exchange(has_file, true)) taken = 1;
     if (taken == 0) return Unknown(argument);
     i += taken;
   }
   return std::nullopt;
+}
+
+std::string FileToOpen(std::span<const char* const> arguments) {
+  for (std::size_t i = 0; i < arguments.size();) {
+    const std::size_t taken = WindowSystemArguments(arguments[i]);
+    if (taken == 0) return arguments[i];
+    i += taken;
+  }
+  return {};
 }
 
 }  // namespace tavlo

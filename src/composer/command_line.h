@@ -15,8 +15,13 @@ struct CommandLineAnswer {
   int exit_code;
 };
 
-/// Returns the answer to `--help`, `--version` and unknown options; nothing if the program should go on and
-/// open its window. Options of the window system are skipped. `arguments` are those after the program's name.
+/// Returns the answer to `--help`, `--version`, unknown options and a second file; nothing if the program
+/// should go on and open its window. Options of the window system are skipped. `arguments` are those after
+/// the program's name.
 [[nodiscard]] std::optional<CommandLineAnswer> AnswerCommandLine(std::span<const char* const> arguments);
+
+/// Returns the program file that the command line names; empty if there is none. For arguments that need no
+/// answer.
+[[nodiscard]] std::string FileToOpen(std::span<const char* const> arguments);
 
 }  // namespace tavlo

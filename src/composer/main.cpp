@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The Tavlo Composer authors
 #include <QApplication>
+#include <QFile>
+#include <QFileInfo>
 #include <QTimer>
 #include <algorithm>
 #include <cstdio>
@@ -20,12 +22,14 @@
 int main(int argc, char** argv) {
   // Before anything asks for a display.
   const std::span<const char* const> arguments(argv, static_cast<std::size_t>(argc));
-  if (const auto answer = tavlo::AnswerCommandLine(arguments.subspan(std::min<std::size_t>(argc, 1)))) {
+  const auto told = arguments.subspan(std::min<std::size_t>(argc, 1));
+  if (const auto answer = tavlo::AnswerCommandLine(told)) {
     std::FILE* out = answer->exit_code == 0 ? stdout : stderr;
     const bool written = std::fputs(answer->text.c_str(), out) >= 0 && std::fflush(out) == 0;
     return written ? answer->exit_code : std::max(answer->exit_code, 1);
   }
 
+  const std::string file = tavlo::FileToOpen(told);
   QApplication application(argc, argv);
   // The display name stays unset: it would join itself to every title.
   QApplication::setDesktopFileName(QStringLiteral("tavlo-composer"));
@@ -50,6 +54,9 @@ int main(int argc, char** argv) {
   QObject::connect(&windows->Main(), &tavlo::LongForm::Ended, &application,
                    [] { QCoreApplication::exit(0); });
   // When the window is up and takes what the operator does.
-  QTimer::singleShot(0, &windows->Main(), [&windows] { windows->OfferLeft(); });
+  QTimer::singleShot(0, &windows->Main(), [&windows, &file] {
+    windows->OfferLeft();
+    if (!file.empty()) windows->Main().Open(QFileInfo(QFile::decodeName(file.c_str())).absoluteFilePath());
+  });
   return QApplication::exec();
 }

@@ -39,7 +39,8 @@ struct ImageReading {
 /// does not carry stays as it was. `rev` is the hub's firmware.
 UploadResult UploadProg(Desk& desk, float rev);
 
-/// The `Upload` button. Asks before changes are lost. Returns how the upload ended; nothing if none was begun.
+/// The `Upload` button. Asks before changes are lost. Returns how the upload ended; nothing if none was
+/// begun.
 std::optional<UploadResult> Upload(Desk& desk);
 
 }  // namespace tavlo

@@ -64,9 +64,8 @@ TEST(ComposerCommandLine, WhatItDoesNotKnowIsNamedAndEndsItWithTwo) {
        {Case{"--nonsense", "there is no option --nonsense"}, Case{"-x --help", "there is no option -x"},
         Case{"--", "there is no option --"}, Case{"-", "there is no option -"},
         Case{"--help=1", "there is no option --help=1"}, Case{"---style x", "there is no option ---style"},
-        Case{"-reverse x", "x is no option"},
-        Case{"belt.TVH", "belt.TVH is no option; program files are opened with Load"},
-        Case{"''", " is no option"}}) {
+        Case{"a.TVH -reverse b.TVH", "only one program can be opened, and b.TVH is another"},
+        Case{"a.TVH --nonsense", "there is no option --nonsense"}, Case{"''", "there is no option "}}) {
     const Outcome outcome = RunWithoutADisplay(c.arguments, kOnlyErrors);
     EXPECT_EQ(outcome.text.rfind(std::string("tavlo-composer: ") + c.says, 0), 0U)
         << c.arguments << ": " << outcome.text;
