@@ -2,37 +2,79 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "windows/window_place.h"
 
-#include <QByteArray>
+#include <QGuiApplication>
+#include <QRect>
+#include <QScreen>
 #include <QSplitter>
+#include <QString>
+#include <QStringList>
 #include <QWidget>
-#include <string>
+#include <optional>
+#include <vector>
 
 namespace tavlo {
 namespace {
 
 constexpr std::string_view kSection = "Window";
+/// Left, top, width, height, and 1 if the window was maximised.
 constexpr std::string_view kPlace = "Place";
+/// The widths of the columns.
 constexpr std::string_view kColumns = "Columns";
+/// So much of a title bar must be on a screen for the window to be moved by it.
+constexpr QSize kReach(100, 20);
 
-std::string TextOf(const QByteArray& bytes) {
-  return bytes.toBase64().toStdString();
+void Store(SettingsStore& settings, std::string_view key, const QList<int>& numbers) {
+  QStringList words;
+  for (const int number : numbers) words.append(QString::number(number));
+  settings.Save(kSettingsApplication, kSection, key, words.join(QLatin1Char(' ')).toStdString());
 }
 
-QByteArray BytesOf(const std::string& text) {
-  return QByteArray::fromBase64(QByteArray::fromStdString(text));
+/// The numbers that are kept; nothing unless there are so many of them.
+std::optional<std::vector<int>> Stored(SettingsStore& settings, std::string_view key, int count) {
+  const QString text = QString::fromStdString(settings.Get(kSettingsApplication, kSection, key, ""));
+  std::vector<int> numbers;
+  for (const QString& word : text.split(QLatin1Char(' '))) {
+    bool good = false;
+    numbers.push_back(word.toInt(&good));
+    if (!good) return std::nullopt;
+  }
+  if (static_cast<int>(numbers.size()) != count) return std::nullopt;
+  return numbers;
+}
+
+bool InReach(QPoint top_left, int width) {
+  const QRect title(top_left, QSize(width, kReach.height()));
+  for (const QScreen* screen : QGuiApplication::screens()) {
+    const QRect seen = title & screen->availableGeometry();
+    if (seen.width() >= kReach.width() && seen.height() >= kReach.height() / 2) return true;
+  }
+  return false;
 }
 
 }  // namespace
 
 void RememberPlace(SettingsStore& settings, const QWidget& window, const QSplitter& columns) {
-  settings.Save(kSettingsApplication, kSection, kPlace, TextOf(window.saveGeometry()));
-  settings.Save(kSettingsApplication, kSection, kColumns, TextOf(columns.saveState()));
+  const bool maximised = window.isMaximized();
+  const QPoint place = maximised ? window.normalGeometry().topLeft() : window.pos();
+  const QSize size = maximised ? window.normalGeometry().size() : window.size();
+  Store(settings, kPlace, {place.x(), place.y(), size.width(), size.height(), maximised ? 1 : 0});
+  Store(settings, kColumns, columns.sizes());
 }
 
 void TakePlace(SettingsStore& settings, QWidget& window, QSplitter& columns) {
-  // Both refuse what is not theirs.
-  window.restoreGeometry(BytesOf(settings.Get(kSettingsApplication, kSection, kPlace, "")));
-  columns.restoreState(BytesOf(settings.Get(kSettingsApplication, kSection, kColumns, "")));
+  if (const auto place = Stored(settings, kPlace, 5)) {
+    const QPoint top_left((*place)[0], (*place)[1]);
+    const QSize size = QSize((*place)[2], (*place)[3]).expandedTo(window.minimumSizeHint());
+    const bool fits = size == size.boundedTo(window.screen()->virtualSize());
+    if (fits && InReach(top_left, size.width())) {
+      window.move(top_left);
+      window.resize(size);
+      if ((*place)[4] == 1) window.setWindowState(window.windowState() | Qt::WindowMaximized);
+    }
+  }
+  if (const auto widths = Stored(settings, kColumns, columns.count())) {
+    columns.setSizes(QList<int>(widths->begin(), widths->end()));
+  }
 }
 
 }  // namespace tavlo

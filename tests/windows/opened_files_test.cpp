@@ -107,7 +107,7 @@ TEST(MainWindow, PlaceSizeAndColumnsOutlastTheSession) {
   QList<int> columns;
   {
     RunningSession session;
-    session.Main().setGeometry(40, 60, 900, 640);
+    session.Main().setGeometry(40, 60, 720, 640);
     session.Settle();
     auto* splitter = session.Find<QSplitter>("Columns");
     const QList<int> before = splitter->sizes();
@@ -126,17 +126,34 @@ TEST(MainWindow, PlaceSizeAndColumnsOutlastTheSession) {
   EXPECT_EQ(next.Find<QSplitter>("Columns")->sizes(), columns);
 }
 
-TEST(MainWindow, APlaceThatMakesNoSenseIsNotTaken) {
+TEST(MainWindow, APlaceThatMakesNoSenseOrIsOnNoScreenIsNotTaken) {
   RunningSession usual;
-  for (const char* text : {"", "AAAA", "no base 64", "AdnQyw=="}) {
+  for (const char* text :
+       {"", "AAAA", "1 2", "1 2 3 4 5 6", "9000 9000 700 500 0", "-900 0 700 500 0", "0 -400 700 500 0",
+        "0 0 99999999 500 0", "0 0 700 x 0", "99999999999 0 700 500 0"}) {
     WindowSession session;
     for (const char* key : {"Place", "Columns"}) {
       session.fakes.settings.values[FakeSettings::Path("Tavlo Hub Composer", "Window", key)] = text;
     }
     session.Begin();
     EXPECT_EQ(session.Main().size(), usual.Main().size()) << text;
-    EXPECT_EQ(session.Find<QSplitter>("Columns")->sizes(), usual.Find<QSplitter>("Columns")->sizes()) << text;
+    const int columns = session.Find<QSplitter>("Columns")->sizes()[0];
+    if (std::string_view(text) != "1 2") {
+      EXPECT_EQ(columns, usual.Find<QSplitter>("Columns")->sizes()[0]) << text;
+    }
+    EXPECT_GT(columns, 80) << text;
   }
+}
+
+TEST(MainWindow, ComesUpMaximisedIfItWasAndKeepsItsUsualSize) {
+  WindowSession session;
+  session.fakes.settings.values[FakeSettings::Path("Tavlo Hub Composer", "Window", "Place")] =
+      "10 20 700 500 1";
+  session.Begin();
+  EXPECT_TRUE(session.Main().isMaximized());
+  session.Main().showNormal();
+  session.Settle();
+  EXPECT_EQ(session.Main().size(), QSize(700, 500));
 }
 
 }  // namespace
