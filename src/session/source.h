@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "model/program.h"
+#include "session/command_recall.h"
 #include "session/history.h"
 #include "session/rows.h"
 #include "session/run_panel.h"
@@ -111,6 +112,8 @@ struct Source {
   RunState run;
   RowsState shown;
   DriveTerminal VOXterm;
+  /// Outlasts the terminal, which forgets all else when it is opened.
+  CommandRecall commands;
 };
 
 /// Gives a new session its program, rows, lists and boxes. Opens no port.

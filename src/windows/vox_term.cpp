@@ -15,6 +15,7 @@
 #include <QScreen>
 #include <QScrollBar>
 #include <QShortcut>
+#include <QTextBlock>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -150,14 +151,30 @@ bool VoxTerm::eventFilter(QObject* watched, QEvent* event) {
     // Pressed, it ends the text, wherever the caret stands: a command is never torn in two.
     if (IsEnter(key) && pressed) CaretToEnd(*command_);
     if (IsEnter(key) && !pressed && !key.isAutoRepeat()) Enter();
+    if (pressed && key.modifiers() == Qt::NoModifier && Recall(key.key())) return true;
   }
   return QWidget::eventFilter(watched, event);
+}
+
+bool VoxTerm::Recall(int key) {
+  CommandRecall& commands = desk_.source.commands;
+  const QTextCursor caret = command_->textCursor();
+  const bool older = key == Qt::Key_Up && caret.block() == command_->document()->firstBlock();
+  const bool newer = key == Qt::Key_Down && caret.block() == command_->document()->lastBlock();
+  if (!older && !newer) return false;
+  const auto command = older ? commands.Older(ToText(command_->toPlainText())) : commands.Newer();
+  if (command) {
+    command_->setPlainText(FromText(*command));
+    CaretToEnd(*command_);
+  }
+  return true;
 }
 
 void VoxTerm::Enter() {
   QString text = command_->toPlainText();
   // The key may have been pressed in another window.
   if (!text.endsWith(QLatin1Char('\n'))) return;
+  desk_.source.commands.Add(ToText(text.chopped(1)));
   text.replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
   SendCommandText(desk_, ToText(text));
   command_->clear();

@@ -32,6 +32,9 @@ class VoxTerm : public QWidget {
  private:
   void LayOut();
   void Enter();
+  /// Shows an older or a newer command, if the caret cannot move up or down in what is written. Returns
+  /// whether it could not.
+  bool Recall(int key);
   void LimitCommand();
   void ShowHistory();
 

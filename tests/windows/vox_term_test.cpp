@@ -80,6 +80,44 @@ TEST(VoxTerm, EnterInTheMiddleOfACommandDoesNotTearIt) {
   });
 }
 
+TEST(VoxTerm, TheArrowsBringBackWhatWasSentAlsoInALaterOpening) {
+  TerminalSession session;
+  session.InTerminal([&] {
+    for (const char* command : {"1VE5", "1FL"}) {
+      QTest::keyClicks(&session.Command(), QLatin1String(command));
+      QTest::keyClick(&session.Command(), Qt::Key_Return);
+    }
+    session.Close();
+  });
+  session.fakes.port.sent.clear();
+  session.InTerminal([&] {
+    QPlainTextEdit& command = session.Command();
+    QTest::keyClicks(&command, "2");
+    for (const char* shown : {"1FL", "1VE5", "1VE5"}) {
+      QTest::keyClick(&command, Qt::Key_Up);
+      EXPECT_EQ(command.toPlainText(), QLatin1String(shown));
+    }
+    for (const char* shown : {"1FL", "2", "2"}) {
+      QTest::keyClick(&command, Qt::Key_Down);
+      EXPECT_EQ(command.toPlainText(), QLatin1String(shown));
+    }
+    EXPECT_EQ(session.fakes.port.AllSent(), "H") << "nothing is sent before Enter";
+    QTest::keyClick(&command, Qt::Key_Up);
+    QTest::keyClick(&command, Qt::Key_Return);
+    EXPECT_EQ(session.fakes.port.AllSent(), "H1FL\r\n");
+    // In several lines the arrows move the caret as long as it can move.
+    command.setPlainText(QStringLiteral("a\nb"));
+    QTextCursor caret = command.textCursor();
+    caret.movePosition(QTextCursor::End);
+    command.setTextCursor(caret);
+    QTest::keyClick(&command, Qt::Key_Up);
+    EXPECT_EQ(command.toPlainText(), QStringLiteral("a\nb"));
+    QTest::keyClick(&command, Qt::Key_Up);
+    EXPECT_EQ(command.toPlainText(), QStringLiteral("1FL"));
+    session.Close();
+  });
+}
+
 TEST(VoxTerm, AnotherWindowEndsThePassthroughAndComingBackStartsIt) {
   TerminalSession session;
   session.InTerminal([&] {
