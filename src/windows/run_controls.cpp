@@ -5,28 +5,18 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPainter>
 #include <QToolButton>
 #include <QVBoxLayout>
 
 #include "qt/gui/shown_text.h"
-#include "widgets/contrast.h"
-#include "widgets/drawn_icon.h"
 #include "widgets/ringed_button.h"
+#include "windows/run_glyph.h"
 
 namespace tavlo {
 namespace {
 
-constexpr int kPictureSize = 24;
-/// A little more than a state and a symbol must have: styles shade a button, and an outline is thin.
-constexpr double kLitContrast = kTextContrast + 1;
-constexpr double kGrayContrast = kSymbolContrast + 1.5;
 constexpr QRgb kLitGreen = qRgb(0, 150, 56);
-constexpr QRgb kLitRed = qRgb(208, 24, 24);
 constexpr QRgb kLitYellow = qRgb(230, 160, 0);
-constexpr QRgb kGray = qRgb(120, 120, 120);
-
-enum class Glyph { Play, Pause, Step, Reset, Stop };
 
 struct PictureLook {
   Glyph glyph;
@@ -52,49 +42,6 @@ QString StateOf(const RunPanel& panel) {
   if (panel.Running) return QStringLiteral("the program runs");
   if (panel.Pause == Picture::PauseRed) return QStringLiteral("the program is paused");
   return QStringLiteral("the program is about to pause");
-}
-
-/// What is lit is filled, what is not is an outline, so that they are told apart without their colours too.
-void DrawGlyph(QPainter& painter, const QRectF& place, Glyph glyph, const QColor& ink, bool filled) {
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.translate(place.topLeft());
-  painter.scale(place.width() / kPictureSize, place.height() / kPictureSize);
-  painter.setPen(QPen(ink, 1.5));
-  painter.setBrush(filled ? QBrush(ink) : QBrush(Qt::NoBrush));
-  const auto triangle = [&](qreal left) {
-    painter.drawPolygon(QPolygonF{{QPointF(left, 4), QPointF(left + 13, 12), QPointF(left, 20)}});
-  };
-  switch (glyph) {
-    case Glyph::Play: triangle(6); break;
-    case Glyph::Pause:
-      painter.drawRect(QRectF(5.5, 4, 4.5, 16));
-      painter.drawRect(QRectF(14, 4, 4.5, 16));
-      break;
-    case Glyph::Step:
-      triangle(3.5);
-      painter.drawRect(QRectF(18, 4, 3, 16));
-      break;
-    case Glyph::Reset:
-      painter.drawRect(QRectF(3, 4, 3, 16));
-      painter.drawPolygon(QPolygonF{{QPointF(20.5, 4), QPointF(7.5, 12), QPointF(20.5, 20)}});
-      break;
-    case Glyph::Stop: painter.drawRect(QRectF(5, 5, 14, 14)); break;
-  }
-}
-
-QIcon GlyphIcon(Glyph glyph, const QColor& ink, bool filled) {
-  return DrawnIcon([=](QPainter& painter, const QRectF& place, QIcon::Mode) {
-    painter.save();
-    DrawGlyph(painter, place, glyph, ink, filled);
-    painter.restore();
-  });
-}
-
-/// In this colour as far as it can be seen on a button of this palette.
-QIcon GlyphIcon(Glyph glyph, QRgb colour, const QPalette& palette) {
-  const bool lit = colour != kGray;
-  const QColor ground = palette.color(QPalette::Button);
-  return GlyphIcon(glyph, StandOut(QColor(colour), ground, lit ? kLitContrast : kGrayContrast), lit);
 }
 
 void SetPicture(QToolButton* button, Picture picture, const QPalette& palette) {
@@ -132,7 +79,7 @@ RunControls::RunControls(QWidget* parent)
 }
 
 QToolButton* RunControls::Add(const char* name, const QString& caption, const QString& tool_tip) {
-  auto* button = new RingedButton(kPictureSize, this);
+  auto* button = new RingedButton(kGlyphSize, this);
   button->setObjectName(QLatin1String(name));
   button->setText(caption);
   button->setToolTip(tool_tip);
