@@ -2,8 +2,6 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "link/com_port.h"
 
-#include <utility>
-
 #include "link/polled.h"
 #include "platform/number_format.h"
 
@@ -43,8 +41,15 @@ void SelectOptCom(Desk& desk, std::optional<int> index) {
 
 /// A line that has been deaf since no port could be opened, or since an upload failed, hears again. Any other
 /// threshold is kept.
-void HearAgain(SerialPort& port) {
-  if (port.RThreshold() == 0) port.RThreshold(1);
+void HearAgain(Desk& desk) {
+  if (desk.Comm1.RThreshold() == 0) desk.Comm1.RThreshold(1);
+  desk.view.StopChanged();
+}
+
+/// What the hub at the end of the other line does, a stop on this one does not end.
+void ListenTo(Desk& desk) {
+  NoteHubRuns(desk.link(), false);
+  HearAgain(desk);
 }
 
 }  // namespace
@@ -91,7 +96,7 @@ void ClickOptCom(Desk& desk, int index) {
   if (desk.Comm1.PortOpen()) static_cast<void>(desk.Comm1.PortOpen(false));
   // A message that has begun on one line must not go on on another.
   DropInput(desk.link());
-  if (OpenPort(desk.Comm1, chosen)) return HearAgain(desk.Comm1);
+  if (OpenPort(desk.Comm1, chosen)) return ListenTo(desk);
   desk.boxes.MsgBox({.text = "COM port " + Joined(chosen) + " is not available.",
                      .title = "COM Error",
                      .icon = Icon::Exclamation});
@@ -103,7 +108,7 @@ void ClickOptCom(Desk& desk, int index) {
   // Without a number, the choice stands for a port that is not open, so that it can be clicked again.
   if (chosen != old && OpenPort(desk.Comm1, old)) {
     source.link.ComNum = old;
-    HearAgain(desk.Comm1);
+    HearAgain(desk);
   }
   SelectOptCom(desk, old - 1);
 }
@@ -117,10 +122,12 @@ void TellPortLost(Desk& desk) {
   // A run is an operation too, but nothing reports the loss at its end, and the report cannot wait.
   if (source.link.Busy && desk.run.Active() == RunWindow::None) {
     source.link.PortLost = true;
+    desk.view.StopChanged();
     return;
   }
   const ComeByThemselves nobody_asked(desk.boxes);
-  const bool ran = std::exchange(source.link.HubRuns, false);
+  const bool ran = source.link.HubRuns;
+  NoteHubRuns(desk.link(), false);
   source.link.ComNum = 0;
   source.display.MMIActive = false;
   DropInput(desk.link());

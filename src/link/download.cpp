@@ -211,6 +211,7 @@ DownloadResult DownloadProg(Program& program, const Link& link, const TransferGa
   }
   EventsOff events(link.Comm1);
   events.RestoreTo(1);
+  const TransferUnderWay under_way(link);
   const DownloadResult result = Send(link, gauge, compiled);
   if (result != DownloadResult::Done) return result;
   if (rev >= kConfigFirmware) ConfigDSPdrives(program, link);

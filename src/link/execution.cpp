@@ -3,6 +3,7 @@
 #include "link/execution.h"
 
 #include "link/drive_check.h"
+#include "link/drive_terminal.h"
 #include "link/operation.h"
 #include "link/polled.h"
 #include "session/grid.h"
@@ -31,6 +32,27 @@ void ShowRunning(Desk& desk, RunWindow window) {
   panel.SingleStep = Picture::StepGray;
   panel.lblUpdate = UpdatedWhileRunning(window);
   desk.run.ControlsChanged();
+}
+
+/// Stops the program on the hub. The operator terminal's text ends with it.
+void SayStopAndWait(Desk& desk, bool terminal) {
+  SayStop(desk.link());
+  if (terminal) {
+    desk.Comm1.RThreshold(1);
+    desk.source.display.MMIActive = false;
+  }
+  desk.loop.WaitSecs(kCommandPause);
+  desk.view.ProgCounter(std::nullopt);
+}
+
+/// To the drives an "S" would be a letter of some command. The event loop gets no turn before they have the
+/// line again: what the operator types meanwhile must not reach the hub.
+void StopBehindTerminal(Desk& desk) {
+  LeaveTerminal(desk);
+  StopHub(desk.link());
+  desk.source.display.MMIActive = false;
+  ActivateTerminal(desk);
+  desk.view.ProgCounter(std::nullopt);
 }
 
 /// Which window the hub wants for its program: "M" and "X" must come by themselves in one read.
@@ -84,7 +106,7 @@ ExecuteResult Execute(Desk& desk) {
 
 void StartRun(Desk& desk, RunWindow window) {
   desk.source.link.Stopped = false;
-  desk.source.link.HubRuns = true;
+  NoteHubRuns(desk.link(), true);
   // Half a message of an earlier run would take the first bytes of this one for its own.
   DropInput(desk.link());
   MakeLimitsRed(desk.source.run.panel, desk.program());
@@ -104,15 +126,26 @@ void StartRun(Desk& desk, RunWindow window) {
 }
 
 void StopRun(Desk& desk, RunWindow window) {
-  SayStop(desk.link());
-  if (window == RunWindow::fakeMMI) {
-    desk.Comm1.RThreshold(1);
-    desk.source.display.MMIActive = false;
-  }
-  desk.loop.WaitSecs(kCommandPause);
-  desk.view.ProgCounter(std::nullopt);
+  SayStopAndWait(desk, window == RunWindow::fakeMMI);
   HideYelLine(desk.grid(), -1);
   desk.run.Hide();
+}
+
+bool CanStop(const Desk& desk) {
+  return desk.Comm1.PortOpen() && !desk.source.link.Transfer;
+}
+
+void StopHubNow(Desk& desk) {
+  LinkState& link = desk.source.link;
+  if (!CanStop(desk) || link.Stopping) return;
+  if (desk.source.VOXterm.TermActive) {
+    StopBehindTerminal(desk);
+  } else {
+    link.Stopping = true;
+    SayStopAndWait(desk, desk.source.display.MMIActive);
+    link.Stopping = false;
+  }
+  ClearAnimation(desk.grid());
 }
 
 void CloseRun(Desk& desk, RunWindow window) {

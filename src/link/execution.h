@@ -28,6 +28,13 @@ ExecuteResult Execute(Desk& desk);
 void StartRun(Desk& desk, RunWindow window);
 /// `btnStop`. Hides the window. From then on nothing is sent until the operator acts again.
 void StopRun(Desk& desk, RunWindow window);
+/// Whether a stop can be sent now: a port is open, and no transfer is under way.
+[[nodiscard]] bool CanStop(const Desk& desk);
+/// `StopButton`, and Escape while the hub runs, where no run window is up whose `btnStop` does it: its window
+/// was closed by its frame, and the hub went on. Does what that `btnStop` would have done. While the drive
+/// terminal has the line, takes it back from the drives first and gives it to them again afterwards. Does
+/// nothing if no stop can be sent, or while the last one is being taken in.
+void StopHubNow(Desk& desk);
 /// The operator closed the window with the button in its frame.
 void CloseRun(Desk& desk, RunWindow window);
 /// The window lost the focus or was hidden.

@@ -8,6 +8,7 @@
 
 #include "link/drive_check.h"
 #include "link/execution.h"
+#include "link/polled.h"
 #include "platform/number_format.h"
 #include "session/grid.h"
 
@@ -42,7 +43,7 @@ void Acknowledge(Desk& desk) {
 /// A halt ends the run: its window goes first, so that the question stands alone.
 void EndRun(Desk& desk) {
   desk.source.run.Halted = true;
-  desk.source.link.HubRuns = false;
+  NoteHubRuns(desk.link(), false);
   desk.source.display.MMIActive = false;
   desk.run.Hide();
 }
@@ -207,7 +208,7 @@ void DispDrive(Desk& desk, int revision, int hub_code) {
   desk.Comm1.RThreshold(1);
   // A hub that comes up has forgotten what it was doing.
   desk.source.link.Stopped = false;
-  desk.source.link.HubRuns = false;
+  NoteHubRuns(desk.link(), false);
   desk.program().HubVersion = RevisionOf(static_cast<unsigned char>(revision));
   if (HubOfCode(hub_code)) {
     desk.Comm1.Output("*0");

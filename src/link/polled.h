@@ -45,6 +45,23 @@ template <class Done>
 /// Throws away everything received from the hub, including half a message.
 void DropInput(const Link& link);
 
+/// Takes note of whether the hub may be running its program, which `StopButton` shows.
+void NoteHubRuns(const Link& link, bool runs);
+
+/// Keeps every stop away from a transfer for as long as it lives.
+class TransferUnderWay {
+ public:
+  explicit TransferUnderWay(const Link& link) : link_(link) { Note(true); }
+  ~TransferUnderWay() { Note(false); }
+  TransferUnderWay(const TransferUnderWay&) = delete;
+  TransferUnderWay& operator=(const TransferUnderWay&) = delete;
+
+ private:
+  void Note(bool under_way);
+
+  Link link_;
+};
+
 /// Sends the command to stop. From then on, what the hub still says about its run is ignored.
 void SayStop(const Link& link);
 /// Stops what the hub is doing, waits until it has fallen silent and throws away what it sent: late bytes

@@ -124,6 +124,7 @@ UploadResult UploadProg(Desk& desk, float rev) {
   events.RestoreTo(1);
   const Link link = desk.link();
   const TransferGauge gauge = desk.uploading();
+  const TransferUnderWay under_way(link);
   const ImageReading reading = ReadImage(link, gauge);
   // Keeps the rest of a garbled answer from the handler of events.
   if (reading.result == UploadResult::WrongSum) events.RestoreTo(0);

@@ -19,6 +19,7 @@ struct Link {
   Clock& clock;
   MessageBoxes& boxes;
   LinkState& state;
+  ProgramView& view;
 };
 
 /// What a transfer shows while it runs: its gauge, and the event loop's turns that keep the windows alive.
@@ -77,7 +78,7 @@ struct Desk {
 
   [[nodiscard]] Program& program() const { return source.program; }
   [[nodiscard]] Link link() const {
-    return {.Comm1 = Comm1, .clock = clock, .boxes = boxes, .state = source.link};
+    return {.Comm1 = Comm1, .clock = clock, .boxes = boxes, .state = source.link, .view = view};
   }
   /// The gauges of the two transfers.
   [[nodiscard]] TransferGauge downloading() const { return {.form = downbox, .loop = loop}; }

@@ -40,8 +40,13 @@ struct LinkState {
   AxisConfig::Axes<std::int16_t> HubDrives{};
   /// Firmware of each drive, from the last reply.
   std::array<float, kAxisSlots> DriveRev{};
-  /// The hub was told to run its program, and nothing has ended the run since.
+  /// The hub was told to run its program, and nothing has ended the run since: anything may be moving. Is
+  /// written by NoteHubRuns().
   bool HubRuns = false;
+  /// A program is on its way to the hub or from it; a byte more would spoil it.
+  bool Transfer = false;
+  /// A stop has been sent, and the hub is being given the time to take it in.
+  bool Stopping = false;
   /// The last run was stopped: what the hub still says about it is neither shown nor answered.
   bool Stopped = false;
 };

@@ -34,6 +34,8 @@ class ProgramView {
   virtual void GoTo(int line) = 0;
   /// Shows the marker beside the row that executes; without a line, hides it.
   virtual void ProgCounter(std::optional<int> line) = 0;
+  /// `StopButton`: whether anything may be moving, and whether a stop can be sent.
+  virtual void StopChanged() = 0;
 };
 
 /// The two windows that are shown while a program runs. Both carry the tag "status".

@@ -6,6 +6,7 @@
 #include <QDateTime>
 
 #include "link/com_port.h"
+#include "link/execution.h"
 #include "link/receive.h"
 #include "widgets/icon_images.h"
 #include "widgets/window_accessible.h"
@@ -50,7 +51,8 @@ ComposerWindows::ComposerWindows(const Outside& outside)
             .settings = outside.settings,
             .dialogs = outside.dialogs,
             .files = outside.files,
-            .loading = loading_} {
+            .loading = loading_},
+      watch_([this] { return source_.link.HubRuns && CanStop(desk_); }) {
   InstallWindowAccessibility();
   run_.Attach(desk_);
   terminal_.Attach(desk_);
@@ -60,6 +62,9 @@ ComposerWindows::ComposerWindows(const Outside& outside)
   desk_.printer = &outside.printer;
   desk_.keeper = &keep_;
   desk_.boxes.GoToLine = [this](int line) { main_.GoTo(line); };
+  QObject::connect(&main_, &LongForm::StopPressed, &watch_, [this] { run_.Stop(); });
+  QObject::connect(&watch_, &RunWatch::StopPressed, &watch_, [this] { run_.Stop(); });
+  QObject::connect(&watch_, &RunWatch::BoxGone, &watch_, [this] { run_.BoxGone(); });
   outside.Comm1.OnComm = [this] {
     const ComeByThemselves received(desk_.boxes);
     NewOnComm(desk_);

@@ -14,6 +14,7 @@
 #include "widgets/mnemonics.h"
 #include "widgets/wheel_focus.h"
 #include "windows/long_form.h"
+#include "windows/run_watch.h"
 #include "windows/run_windows.h"
 #include "windows/small_forms.h"
 #include "windows/vox_term.h"
@@ -66,6 +67,7 @@ class ComposerWindows {
   LineDialogs editors_;
   CrashKeep keep_;
   Desk desk_;
+  RunWatch watch_;
 };
 
 /// Shows the splash, creates and loads the main window behind it, and shows the main window a moment later.

@@ -44,6 +44,7 @@
 #include "windows/program_grid.h"
 #include "windows/side_panels.h"
 #include "windows/window_place.h"
+#include "windows/stop_button.h"
 
 namespace tavlo {
 namespace {
@@ -94,6 +95,7 @@ LongForm::LongForm(Source& source, CommDevices& comms)
     : source_(source),
       commands_(new CommandBar(this)),
       columns_(new QSplitter(this)),
+      stop_(new StopButton(this)),
       grid_(new ProgramGrid(source, this)),
       side_(new QWidget(this)),
       hub_(new HubPanel(comms, side_)),
@@ -137,10 +139,15 @@ void LongForm::LayOut() {
   // What a wider window has more of goes to the program.
   columns_->setStretchFactor(0, 1);
 
+  auto* top = new QHBoxLayout;
+  top->setSpacing(kMargin);
+  top->addWidget(commands_, 1);
+  top->addWidget(stop_);
+
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(kMargin, 4, kMargin, kMargin);
   column->setSpacing(4);
-  column->addWidget(commands_);
+  column->addLayout(top);
   column->addWidget(new Rule(QFrame::HLine, this));
   column->addWidget(columns_, 1);
   // With a large font the layout knows best. Else a notice over the grid may take a little of its room.
@@ -164,6 +171,8 @@ void LongForm::Connect() {
   recent_->setAccessibleName(QStringLiteral("Recent files"));
   connect(recent_, &QMenu::aboutToShow, this, &LongForm::ListRecent);
   commands_->SetMenu("Load", recent_);
+  // Where a box is up a screen reader presses it all the same: a stop is never out of place.
+  connect(stop_, &StopButton::clicked, this, &LongForm::StopPressed);
   OnKey(Qt::Key_F1, [this] { desk_->OpenHelp("Hub Composer.pdf"); });
   OnKey(Qt::CTRL | Qt::Key_Z, [this] { Step(Undo); });
   OnKey(Qt::CTRL | Qt::SHIFT | Qt::Key_Z, [this] { Step(Redo); });
@@ -245,6 +254,7 @@ void LongForm::DrivesChanged() {
 }
 void LongForm::HubChanged() {
   hub_->Show(source_);
+  StopChanged();
 }
 void LongForm::LimitChanged() {
   limits_->Show(source_.program);
@@ -261,6 +271,9 @@ void LongForm::GoTo(int line) {
 }
 void LongForm::ProgCounter(std::optional<int> line) {
   grid_->Pane().ShowProgCounter(line);
+}
+void LongForm::StopChanged() {
+  if (desk_ != nullptr) stop_->Show(CanStop(*desk_), source_.link.HubRuns);
 }
 
 void LongForm::Quit() {

@@ -19,6 +19,7 @@ class DrivesPanel;
 class HubPanel;
 class LimitsPanel;
 class ProgramGrid;
+class StopButton;
 
 /// Why the operator cannot use the commands.
 enum class Hold { None, Run, Transfer };
@@ -52,8 +53,11 @@ class LongForm : public QWidget, public ProgramView {
   void AutoScroll(int line) override;
   void GoTo(int line) override;
   void ProgCounter(std::optional<int> line) override;
+  void StopChanged() override;
 
  signals:
+  /// `StopButton`
+  void StopPressed();
   /// The operator has left the program.
   void Ended();
 
@@ -83,6 +87,7 @@ class LongForm : public QWidget, public ProgramView {
   Desk* desk_ = nullptr;
   CommandBar* commands_;
   QSplitter* columns_;
+  StopButton* stop_;
   ProgramGrid* grid_;
   QWidget* side_;
   HubPanel* hub_;

@@ -18,7 +18,6 @@
 #include "link/execution.h"
 #include "windows/led_panel.h"
 #include "windows/run_controls.h"
-#include "windows/run_watch.h"
 
 namespace tavlo {
 namespace {
@@ -64,8 +63,7 @@ RunForm::RunForm(Desk& desk, RunWindow window, QWidget* main_window, std::functi
       body_(new QHBoxLayout),
       lights_(new QScrollArea(this)),
       leds_(new LedPanel(lights_)),
-      controls_(new RunControls(this)),
-      watch_(new RunWatch(this)) {
+      controls_(new RunControls(this)) {
   setObjectName(QLatin1String(NameOf(window).name));
   setWindowTitle(QLatin1String(NameOf(window).caption));
   body_->setSpacing(kPadding);
@@ -92,9 +90,6 @@ void RunForm::ConnectControls() {
   connect(controls_, &RunControls::SingleStepClicked, this, [this] { ClickSingleStep(desk_); });
   connect(controls_, &RunControls::ResetClicked, this, [this] { ClickReset(desk_); });
   connect(controls_, &RunControls::StopClicked, this, &RunForm::Stop);
-  connect(watch_, &RunWatch::StopPressed, this, &RunForm::Stop);
-  // Whatever had the focus before the box, the operator belongs in this window now.
-  connect(watch_, &RunWatch::BoxGone, this, &RunForm::ActivateAgain);
 }
 
 void RunForm::ShowModal() {
@@ -102,7 +97,6 @@ void RunForm::ShowModal() {
   stopping_ = false;
   hold_(true);
   Place();
-  watch_->Begin();
   shown_.start();
   show();
   activateWindow();
@@ -190,7 +184,6 @@ void RunForm::closeEvent(QCloseEvent* event) {
 void RunForm::hideEvent(QHideEvent* event) {
   QWidget::hideEvent(event);
   if (event->spontaneous() || loop_ == nullptr) return;
-  watch_->End();
   if ((pos() - placed_).manhattanLength() > kOwnShift) chosen_ = pos();
   LeaveRun(desk_);
   loop_->quit();

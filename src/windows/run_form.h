@@ -17,7 +17,6 @@ namespace tavlo {
 
 class LedPanel;
 class RunControls;
-class RunWatch;
 
 /// Returns where a window of this size goes beside the main window: to its right, or else to its left, if the
 /// screen has room there; otherwise at `told`. It is moved so that it lies within the room if it can.
@@ -27,8 +26,8 @@ class RunWatch;
 /// beside the same panel and the same controls.
 ///
 /// It is modal in that ShowModal() returns only when it is hidden, and in that the commands of the main
-/// window are disabled meanwhile; the grid and its scroll bar can be used. Escape stops the run, whichever of
-/// our windows has the focus. The window is hidden, not destroyed.
+/// window are disabled meanwhile; the grid, its scroll bar and its Stop can be used. The window
+/// is hidden, not destroyed.
 class RunForm : public QWidget {
   Q_OBJECT
 
@@ -39,6 +38,10 @@ class RunForm : public QWidget {
   void ShowModal();
   void ShowAxis(int axis);
   void ShowControls();
+  /// `btnStop`, pressed once: a press while the last one is being taken in does nothing.
+  void Stop();
+  /// Makes it the active window soon, unless a box is in front of it.
+  void ActivateAgain();
 
  protected:
   [[nodiscard]] Desk& Handlers() { return desk_; }
@@ -56,8 +59,6 @@ class RunForm : public QWidget {
   void FitLights();
   [[nodiscard]] QSize Frame() const;
   [[nodiscard]] QRect Room() const;
-  void ActivateAgain();
-  void Stop();
 
   Desk& desk_;
   RunWindow window_;
@@ -66,7 +67,6 @@ class RunForm : public QWidget {
   QScrollArea* lights_;
   LedPanel* leds_;
   RunControls* controls_;
-  RunWatch* watch_;
   QEventLoop* loop_ = nullptr;
   bool stopping_ = false;
   /// Where the window last came up, and where the operator moved it.

@@ -6,13 +6,10 @@
 #include <QEvent>
 #include <QKeyEvent>
 #include <QWidget>
+#include <utility>
 
 namespace tavlo {
 namespace {
-
-bool IsEscape(const QEvent& event) {
-  return static_cast<const QKeyEvent&>(event).key() == Qt::Key_Escape;
-}
 
 bool IsModalWindow(const QObject* object) {
   const auto* widget = qobject_cast<const QWidget*>(object);
@@ -21,13 +18,27 @@ bool IsModalWindow(const QObject* object) {
 
 }  // namespace
 
-// Filters of the application come before those of a window.
-void RunWatch::Begin() {
+// Filters of the application come before those of a window, and the youngest of them first.
+RunWatch::RunWatch(std::function<bool()> moving) : moving_(std::move(moving)) {
   qApp->installEventFilter(this);
 }
 
-void RunWatch::End() {
-  qApp->removeEventFilter(this);
+bool RunWatch::TakesKey(QEvent& event) {
+  const auto& key = static_cast<const QKeyEvent&>(event);
+  const bool repeats = held_.Repeats(key);
+  if (key.key() != Qt::Key_Escape || event.type() == QEvent::KeyRelease) return false;
+  const bool still_held = repeats && stopped_;
+  if (!still_held && !moving_()) {
+    stopped_ = false;
+    return false;
+  }
+  // So that no shortcut of the window takes it.
+  event.accept();
+  if (event.type() == QEvent::KeyPress && !still_held) {
+    stopped_ = true;
+    emit StopPressed();
+  }
+  return true;
 }
 
 bool RunWatch::eventFilter(QObject* watched, QEvent* event) {
@@ -36,14 +47,8 @@ bool RunWatch::eventFilter(QObject* watched, QEvent* event) {
       if (IsModalWindow(watched)) emit BoxGone();
       return false;
     case QEvent::ShortcutOverride:
-      if (!IsEscape(*event)) return false;
-      // So that no shortcut of the window takes it.
-      event->accept();
-      return true;
     case QEvent::KeyPress:
-      if (!IsEscape(*event)) return false;
-      emit StopPressed();
-      return true;
+    case QEvent::KeyRelease: return TakesKey(*event);
     default: return false;
   }
 }

@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "link/execution.h"
 #include "windows/mmi_form.h"
 #include "windows/run_form.h"
 #include "windows/servo_fault.h"
@@ -35,6 +36,15 @@ RunForm* RunWindows::Shown() const {
     case RunWindow::None: break;
   }
   return nullptr;
+}
+
+void RunWindows::Stop() {
+  if (RunForm* form = Shown()) return form->Stop();
+  StopHubNow(*desk_);
+}
+
+void RunWindows::BoxGone() {
+  if (RunForm* form = Shown()) form->ActivateAgain();
 }
 
 void RunWindows::ShowModal(RunWindow window) {

@@ -21,6 +21,10 @@ class RunWindows : public RunView {
   /// `hold` is called when a run begins and when it ends.
   RunWindows(QWidget* main_window, std::function<void(bool)> hold);
   void Attach(Desk& desk) { desk_ = &desk; }
+  /// `StopButton`, and the key that stops: the Stop of the window that is up, and where none is up, the hub.
+  void Stop();
+  /// A box has gone: whatever had the focus before it, the operator belongs in the window of the run now.
+  void BoxGone();
 
   [[nodiscard]] RunWindow Active() const override;
   void ShowModal(RunWindow window) override;

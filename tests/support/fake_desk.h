@@ -241,6 +241,7 @@ class FakeView : public ProgramView {
   void AutoScroll(int line) override { scrolls.push_back(line); }
   void GoTo(int line) override { gone_to.push_back(line); }
   void ProgCounter(std::optional<int> line) override { counters.push_back(line); }
+  void StopChanged() override { ++stop; }
   std::vector<int> rows;
   std::vector<int> scrolls;
   std::vector<int> gone_to;
@@ -251,6 +252,7 @@ class FakeView : public ProgramView {
   int hub = 0;
   int limit = 0;
   int caption = 0;
+  int stop = 0;
 };
 
 class FakeRun : public RunView {

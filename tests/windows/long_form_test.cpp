@@ -109,7 +109,7 @@ TEST(LongForm, APortThatVanishesIsToldOnceAndNoneIsOnThen) {
 TEST(LongForm, EveryCommandCanBeUsedAndSaysWhatItDoes) {
   RunningSession session;
   for (const char* name : {"Load", "Save", "PrintButton", "BtnClear", "Download", "Upload", "execbutton",
-                           "ChangeRes", "Help", "Quit", "corplogo"}) {
+                           "ChangeRes", "Help", "Quit", "StopButton", "corplogo"}) {
     EXPECT_TRUE(session.Find<QAbstractButton>(name)->isEnabled()) << name;
     EXPECT_FALSE(session.Find<QAbstractButton>(name)->toolTip().isEmpty()) << name;
   }
@@ -174,8 +174,8 @@ TEST(LongForm, EveryButtonAndListHasAMnemonicOfItsOwn) {
     if (!QKeySequence::mnemonic(label->text()).isEmpty())
       keys.insert(QKeySequence::mnemonic(label->text()).toString());
   }
-  EXPECT_EQ(buttons, 19);
-  EXPECT_EQ(keys.size(), 22u);
+  EXPECT_EQ(buttons, 20);
+  EXPECT_EQ(keys.size(), 23u);
   EXPECT_EQ(std::set<QString>(keys.begin(), keys.end()).size(), keys.size());
 }
 
@@ -183,8 +183,8 @@ TEST(LongForm, TheTabKeyVisitsEveryControlInReadingOrder) {
   RunningSession session;
   session.Main().activateWindow();
   const std::vector<std::string> expected = {
-      "Load", "Save", "PrintButton", "BtnClear",  "Download", "Upload",    "execbutton", "ChangeRes",
-      "Help", "Quit", "ProgWindow",  "ModelList", "OptCom0",  "LimitList", "corplogo"};
+      "Load", "Save", "PrintButton", "BtnClear",   "Download",  "Upload",  "execbutton", "ChangeRes",
+      "Help", "Quit", "StopButton",  "ProgWindow", "ModelList", "OptCom0", "LimitList",  "corplogo"};
   session.Find<QWidget>("Load")->setFocus();
   std::vector<std::string> visited;
   for (std::size_t i = 0; i < expected.size(); ++i) {

@@ -329,7 +329,7 @@ TEST_P(LookOfAllWindows, TheFocusIsSeenOnEveryToolButton) {
     }
   });
   for (const char* button : {"Load", "Save", "BtnClear", "Download", "Upload", "execbutton", "Quit", "Play",
-                             "Pause", "SingleStep", "btnReset", "btnStop"}) {
+                             "Pause", "SingleStep", "btnReset", "btnStop", "StopButton"}) {
     EXPECT_TRUE(seen.contains(button)) << button;
   }
 }

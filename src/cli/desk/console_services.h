@@ -74,6 +74,7 @@ class NoProgramView : public ProgramView {
   void AutoScroll(int) override {}
   void GoTo(int) override {}
   void ProgCounter(std::optional<int>) override {}
+  void StopChanged() override {}
 };
 
 class NoRunView : public RunView {

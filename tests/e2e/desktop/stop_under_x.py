@@ -2,7 +2,8 @@
 # SPDX-License-Identifier: MIT
 # Copyright (c) 2026 The Tavlo Composer authors
 """The real Composer on a real X server with the real simulated hub: the stop key after all that takes the focus
-from the window of a run, and boxes that come in the middle of typing.
+from the window of a run, and when that window is gone; boxes that come in the middle of typing; a transfer that no
+stop may spoil, and a cable that is pulled.
 
 usage: stop_under_x.py COMPOSER HUBSIM EXAMPLES_FOLDER [PICTURES_FOLDER]
 With a folder it leaves pictures of each step there.
@@ -116,6 +117,78 @@ def hold_enter(screen, hub, program):
     stopped(screen, hub, "^MMI emulator$")
 
 
+def commands(hub):
+    """What the hub was sent, without the acknowledgements of its lines."""
+    return hub.bytes("rx").replace(b"I", b"")
+
+
+def leave_running(screen, hub, program):
+    """The frame of the emulator takes it away and says nothing to the hub, which goes on."""
+    run(screen, hub, program, "^MMI emulator$")
+    until("the emulator to be active", lambda: active() == "MMI emulator")
+    xdo("key", "alt+F4")
+    gone(screen, "^MMI emulator$")
+    assert commands(hub).endswith(b"M") and hub.state()["state"] != "idle"
+
+
+def stop_what_was_left(screen, hub, program):
+    """From the main window, and from a dialog, which the next press leaves."""
+    leave_running(screen, hub, program)
+    screen.shot("left-running")
+    xdo("windowactivate", "--sync", program.window)
+    xdo("key", "Escape")
+    until("the hub to stop", lambda: hub.state()["state"] == "idle")
+    assert commands(hub).endswith(b"MS")
+    leave_running(screen, hub, program)
+    program.press("Return")
+    screen.wait_window("^Program Line ")
+    until("the picker to be active", lambda: active().startswith("Program Line "))
+    xdo("key", "Escape")
+    until("the hub to stop", lambda: hub.state()["state"] == "idle")
+    assert screen.window("^Program Line "), "the picker stands"
+    xdo("key", "Escape")
+    gone(screen, "^Program Line ")
+    assert commands(hub).endswith(b"MS")
+
+
+def stop_from_the_terminal(screen, hub, program):
+    """The drives give the line back for the stop and have it again, so that what is typed next is still theirs."""
+    leave_running(screen, hub, program)
+    program.press("ctrl+t")
+    screen.wait_window("^VOX Router Terminal$")
+    until("the passthrough", lambda: hub.state()["state"] == "passthrough")
+    xdo("key", "Escape")
+    until("the stop", lambda: commands(hub).endswith(b"MH0HM\rSH"))
+    assert hub.state()["state"] == "passthrough"
+    assert screen.window("^VOX Router Terminal$")
+    xdo("key", "Escape")
+    gone(screen, "^VOX Router Terminal$")
+    until("the end of the passthrough", lambda: hub.state()["state"] == "idle")
+
+
+def press_under_a_transfer(screen, hub, program):
+    before = len(hub.downloads())
+    program.press("alt+d")
+    until("the transfer", lambda: hub.bytes("rx")[hub.bytes("rx").rindex(b"C") :].startswith(b"CF"))
+    for _ in range(5):
+        program.press("Escape", "alt+t")
+    screen.shot("transfer")
+    until("the proof of the download", lambda: len(hub.downloads()) > before)
+    downloads = hub.downloads()
+    assert downloads[-1] == downloads[-2], "not a byte more went out"
+    time.sleep(0.5)
+
+
+def pull_the_cable(screen, hub, program):
+    leave_running(screen, hub, program)
+    hub.close()
+    screen.wait_window("^Communication Error$")
+    screen.shot("cable-pulled")
+    time.sleep(1)
+    xdo("key", "Escape")
+    gone(screen, "^Communication Error$")
+
+
 def main():
     composer, hubsim, examples = sys.argv[1:4]
     with session(composer, hubsim, sys.argv[4] if len(sys.argv) > 4 else None) as (screen, hub, program):
@@ -128,6 +201,10 @@ def main():
         program.download(hub)
         hold_enter(screen, hub, program)
         type_into_a_halt(screen, hub, program)
+        press_under_a_transfer(screen, hub, program)
+        stop_what_was_left(screen, hub, program)
+        stop_from_the_terminal(screen, hub, program)
+        pull_the_cable(screen, hub, program)
         program.press("alt+q")
         assert program.process.wait(10) == 0
     print("Runs were stopped from everywhere under X.")
