@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "codegen/decode.h"
+#include "codegen/image_match.h"
 #include "model/kinds.h"
 #include "model/wire.h"
 #include "platform/encoding.h"
@@ -85,7 +86,7 @@ class Comparer {
       const std::string hub_text = hub.Read(line);
       const bool prompts_differ = own.Prompt(line) != hub.Prompt(line);
       prompts_told_ = prompts_told_ || prompts_differ;
-      if (hub.Slot(line).starts_with(bytes) && !prompts_differ) continue;
+      if (SlotHolds(image_, line, bytes) && !prompts_differ) continue;
       found.push_back({line + 1, TextOf(program_, line), hub_text, bytes,
                        std::string(Used(hub.Slot(line), bytes.size()))});
     }
@@ -95,11 +96,11 @@ class Comparer {
   /// Differing texts of prompts are reported with their lines. This reports the pool only if none of them
   /// was.
   void ComparePool(Comparison& found) const {
+    if (PoolHolds(image_, compiled_.pool) || prompts_told_) return;
     const std::string_view own =
         std::string_view(own_image_)
             .substr(kPoolAt, std::min<std::size_t>(compiled_.pool.size(), kPoolBytes));
     const std::string_view hub = image_.substr(kPoolAt, own.size());
-    if (own == hub || prompts_told_) return;
     const auto first = static_cast<std::size_t>(std::ranges::mismatch(own, hub).in1 - own.begin());
     found.settings.push_back({std::nullopt,
                               "prompt texts from byte " + Joined(static_cast<int>(first) + 1) + " on",
