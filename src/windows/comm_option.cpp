@@ -5,13 +5,19 @@
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QApplication>
+#include <QEvent>
 #include <QKeySequence>
 #include <QTimer>
+#include <utility>
 
 #include "qt/gui/shown_text.h"
+#include "widgets/contrast.h"
 
 namespace tavlo {
 namespace {
+
+/// A little more than a text must have: its letters are thin.
+constexpr double kGrayContrast = kTextContrast + 0.5;
 
 /// Qt's own interface of a radio button moves the mark and clicks nothing.
 class AccessibleCommOption : public QAccessibleWidget {
@@ -70,9 +76,32 @@ void CommOption::Show(const CommDevice& device) {
   const QString path = FromPath(device.device);
   const QString name = QStringLiteral("Comm &%1").arg(number_);
   setText(device.there ? name : name + QStringLiteral(" (none)"));
+  there_ = device.there;
+  Tint();
   QString tip = device.there ? path : QStringLiteral("No device is there now: ") + path;
   if (!device.doubt.empty()) tip += QStringLiteral("\n(") + FromPath(device.doubt) + QLatin1Char(')');
   setToolTip(tip);
+}
+
+/// Gray, and still to be read: it can be clicked, and the device may be there by then.
+void CommOption::Tint() {
+  const QPalette around = parentWidget()->palette();
+  QPalette colours;
+  if (!there_) {
+    const QColor gray = StandOut(around.color(QPalette::Disabled, QPalette::WindowText),
+                                 around.color(QPalette::Active, QPalette::Window), kGrayContrast);
+    colours.setColor(QPalette::Active, QPalette::WindowText, gray);
+    colours.setColor(QPalette::Inactive, QPalette::WindowText, gray);
+  }
+  setPalette(colours);
+}
+
+void CommOption::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::PaletteChange && !std::exchange(tinting_, true)) {
+    Tint();
+    tinting_ = false;
+  }
+  QRadioButton::changeEvent(event);
 }
 
 void CommOption::Press() {

@@ -21,8 +21,15 @@ class CommOption : public QRadioButton {
   /// Clicks soon, unless the button is disabled or a box is in front of its window.
   void Press();
 
+ protected:
+  void changeEvent(QEvent* event) override;
+
  private:
+  void Tint();
+
   int number_;
+  bool there_ = true;
+  bool tinting_ = false;
 };
 
 }  // namespace tavlo
