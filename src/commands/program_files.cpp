@@ -9,6 +9,7 @@
 #include "model/program_file.h"
 #include "session/edit_step.h"
 #include "session/grid.h"
+#include "session/happened.h"
 
 namespace tavlo {
 namespace {
@@ -77,6 +78,7 @@ Outcome SaveFile(Desk& desk, const std::string& path) {
   // Even a failed save counts as a save under the new name; only the message says otherwise.
   desk.source.file_name = path;
   MarkUnchanged(desk, saved ? Unchanged::Saved : Unchanged::Otherwise);
+  Happened(desk, (saved ? "Saved " : "Not saved: ") + std::string(BaseName(path)));
   return saved;
 }
 
@@ -119,6 +121,7 @@ bool LoadText(Desk& desk, const std::string& name, FileKind kind, std::string_vi
   MarkUnchanged(desk, good ? Unchanged::Loaded : Unchanged::Cleared);
   ShowReplaced(desk);
   desk.view.AutoScroll(0);
+  Happened(desk, (good ? "Loaded " : "Not loaded: ") + std::string(BaseName(name)));
   return good;
 }
 
@@ -146,6 +149,7 @@ void Clear(Desk& desk) {
   }
   ShowProgram(desk);
   MarkUnchanged(desk, Unchanged::Cleared);
+  Happened(desk, "Program cleared");
   desk.view.AutoScroll(0);
 }
 

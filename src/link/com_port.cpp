@@ -2,8 +2,10 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "link/com_port.h"
 
+#include "link/held_program.h"
 #include "link/polled.h"
 #include "platform/number_format.h"
+#include "session/happened.h"
 
 namespace tavlo {
 namespace {
@@ -44,6 +46,7 @@ void SelectOptCom(Desk& desk, std::optional<int> index) {
 void HearAgain(Desk& desk) {
   if (desk.Comm1.RThreshold() == 0) desk.Comm1.RThreshold(1);
   desk.view.StopChanged();
+  desk.view.HubChanged();
 }
 
 /// What the hub at the end of the other line does, a stop on this one does not end.
@@ -91,12 +94,18 @@ void ClickOptCom(Desk& desk, int index) {
   const std::int16_t old = source.link.ComNum;
   const std::int16_t chosen = static_cast<std::int16_t>(index + 1);
   if (chosen == old && desk.Comm1.PortOpen() && !desk.Comm1.LeadsElsewhere()) return;
+  const bool ran = source.link.HubRuns;
   source.link.ComNum = chosen;
+  source.link.gone = 0;
   SelectOptCom(desk, index);
   if (desk.Comm1.PortOpen()) static_cast<void>(desk.Comm1.PortOpen(false));
+  ForgetHub(desk.link());
   // A message that has begun on one line must not go on on another.
   DropInput(desk.link());
-  if (OpenPort(desk.Comm1, chosen)) return ListenTo(desk);
+  if (OpenPort(desk.Comm1, chosen)) {
+    if (ran) Happened(desk, "Comm " + Joined(old) + " was left while its hub may run");
+    return ListenTo(desk);
+  }
   desk.boxes.MsgBox({.text = "COM port " + Joined(chosen) + " is not available.",
                      .title = "COM Error",
                      .icon = Icon::Exclamation});
@@ -128,6 +137,9 @@ void TellPortLost(Desk& desk) {
   const ComeByThemselves nobody_asked(desk.boxes);
   const bool ran = source.link.HubRuns;
   NoteHubRuns(desk.link(), false);
+  ForgetHub(desk.link());
+  source.link.gone = desk.Comm1.CommPort();
+  Happened(desk, "Comm " + Joined(source.link.gone) + " has gone");
   source.link.ComNum = 0;
   source.display.MMIActive = false;
   DropInput(desk.link());

@@ -5,10 +5,12 @@
 #include "checks/chain.h"
 #include "codegen/compile.h"
 #include "link/drive_check.h"
+#include "link/held_program.h"
 #include "link/operation.h"
 #include "link/polled.h"
 #include "platform/number_format.h"
 #include "session/edit_step.h"
+#include "session/happened.h"
 
 namespace tavlo {
 namespace {
@@ -17,17 +19,23 @@ constexpr float kConfigFirmware = 1.19F;
 constexpr int kBlockBytes = 32;
 constexpr double kGaugeEnd = 200;
 
+int BytesOf(const CompiledProgram& compiled) {
+  std::size_t bytes = compiled.system.size() + compiled.pool.size();
+  for (const std::string& line : compiled.lines) bytes += line.size();
+  return static_cast<int>(bytes);
+}
+
 /// Sends one compiled program. Each step returns false after a time-out.
 class Transfer {
  public:
   Transfer(const Link& link, const TransferGauge& gauge, const CompiledProgram& compiled)
       : link_(link), gauge_(gauge), compiled_(compiled) {
-    for (const std::string& line : compiled.lines) total_ += static_cast<int>(line.size());
-    total_ += static_cast<int>(compiled.system.size() + compiled.pool.size());
+    total_ = BytesOf(compiled);
   }
 
   bool Start() {
     DropInput(link_);
+    NoteHubProgram(link_, {});
     gauge_.form.Gauge(10);
     gauge_.form.Show();
     link_.Comm1.Output("F");
@@ -161,6 +169,14 @@ DownloadResult Send(const Link& link, const TransferGauge& gauge, const Compiled
   return DownloadResult::Done;
 }
 
+/// `start`: when the transfer began.
+void TellSent(Desk& desk, DownloadResult result, double start) {
+  if (result != DownloadResult::Done) return Happened(desk, "Download not proven");
+  HubProgram& held = desk.source.link.held;
+  held.file_name = desk.source.file_name;
+  Happened(desk, "Download proven: " + PaceText(held.bytes, start, held.at));
+}
+
 /// Runs the checks, sends the program and returns how that ended. What the checks correct in the lines is
 /// kept only if the program can be sent.
 DownloadResult CheckAndSend(Desk& desk) {
@@ -174,12 +190,14 @@ DownloadResult CheckAndSend(Desk& desk) {
     if (checked == CheckResult::StoppedClean) MarkUnchanged(desk, Unchanged::Otherwise);
     return DownloadResult::Refused;
   }
+  const double start = desk.clock.Timer();
   const DownloadResult result =
       DownloadProg(source.program, desk.link(), desk.downloading(), source.program.HubVersion);
   if (result == DownloadResult::CannotCompile) {
     // Nothing has been sent: the program stays as it was, and as unsaved.
     source.program.Prog = lines;
   } else {
+    TellSent(desk, result, start);
     MarkUnchanged(desk, result == DownloadResult::Done ? Unchanged::Transferred : Unchanged::Otherwise);
   }
   return result;
@@ -214,6 +232,13 @@ DownloadResult DownloadProg(Program& program, const Link& link, const TransferGa
   const TransferUnderWay under_way(link);
   const DownloadResult result = Send(link, gauge, compiled);
   if (result != DownloadResult::Done) return result;
+  NoteHubProgram(link, {.by = HubProgram::By::Download,
+                        .image = ImageOf(compiled),
+                        .HubIndex = program.HubIndex,
+                        .HubVersion = rev,
+                        .bytes = BytesOf(compiled),
+                        .file_name = {},
+                        .at = link.clock.Timer()});
   if (rev >= kConfigFirmware) ConfigDSPdrives(program, link);
   gauge.form.Hide();
   return result;

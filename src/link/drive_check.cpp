@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "link/drive_check.h"
 
+#include "link/held_program.h"
 #include "link/polled.h"
 #include "model/program_queries.h"
 #include "platform/number_format.h"
@@ -124,8 +125,10 @@ std::string CheckDrive(Desk& desk) {
                .title = kErrorTitle,
                .icon = Icon::Question,
                .tells = Tells::HubSilent});
+    ForgetHub(link);
     return {};
   }
+  NoteIdentity(link, std::string_view(reply).substr(0, 2));
   desk.program().HubVersion = RevisionOf(static_cast<unsigned char>(reply[0]));
   ShowHub(desk, Code(reply[1]));
   return reply;

@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "link/drive_terminal.h"
 
+#include "link/held_program.h"
 #include "platform/number_format.h"
 
 namespace tavlo {
@@ -55,6 +56,8 @@ void DoPowerUp(Desk& desk, std::string_view message) {
   Log(desk, "{" + CodeText(message[0]) + "-" + CodeText(message[1]) + "-" + CodeText(message[2]) + "}" +
                 std::string(kLineEnd));
   if (Code(message[0]) == kGreetingHeader && Code(message[2]) < kFirstOtherModel) desk.Comm1.Output("00");
+  // It may have been a drive's bytes. So the hub may still be running for all that is known.
+  ForgetHub(desk.link());
   desk.beeper.Beep();
   terminal.AtLineStart = true;
   terminal.InPower = false;

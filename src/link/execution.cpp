@@ -4,9 +4,12 @@
 
 #include "link/drive_check.h"
 #include "link/drive_terminal.h"
+#include "link/held_program.h"
 #include "link/operation.h"
 #include "link/polled.h"
+#include "platform/number_format.h"
 #include "session/grid.h"
+#include "session/happened.h"
 
 namespace tavlo {
 namespace {
@@ -27,6 +30,7 @@ std::string_view UpdatedWhileRunning(RunWindow window) {
 void ShowRunning(Desk& desk, RunWindow window) {
   RunPanel& panel = desk.source.run.panel;
   panel.Running = true;
+  panel.phase = RunPhase::Running;
   panel.Play = Picture::PlayGreen;
   panel.Pause = Picture::PauseGray;
   panel.SingleStep = Picture::StepGray;
@@ -34,9 +38,18 @@ void ShowRunning(Desk& desk, RunWindow window) {
   desk.run.ControlsChanged();
 }
 
+/// The operator has stopped the hub. `ran`: something was known to run there.
+void TellStopped(Desk& desk, bool ran) {
+  desk.source.run.panel.phase = RunPhase::Stopped;
+  desk.run.ControlsChanged();
+  Happened(desk, ran ? "Stopped by the operator" + AtLine(desk.source.run) : "Stop sent to the hub");
+}
+
 /// Stops the program on the hub. The operator terminal's text ends with it.
 void SayStopAndWait(Desk& desk, bool terminal) {
+  const bool ran = desk.source.link.HubRuns;
   SayStop(desk.link());
+  TellStopped(desk, ran);
   if (terminal) {
     desk.Comm1.RThreshold(1);
     desk.source.display.MMIActive = false;
@@ -48,10 +61,12 @@ void SayStopAndWait(Desk& desk, bool terminal) {
 /// To the drives an "S" would be a letter of some command. The event loop gets no turn before they have the
 /// line again: what the operator types meanwhile must not reach the hub.
 void StopBehindTerminal(Desk& desk) {
+  const bool ran = desk.source.link.HubRuns;
   LeaveTerminal(desk);
   StopHub(desk.link());
-  desk.source.display.MMIActive = false;
   ActivateTerminal(desk);
+  TellStopped(desk, ran);
+  desk.source.display.MMIActive = false;
   desk.view.ProgCounter(std::nullopt);
 }
 
@@ -87,6 +102,7 @@ ExecuteResult ExecuteWhileBusy(Desk& desk) {
     return ExecuteResult::NoAnswer;
   }
   desk.source.run.Halted = false;
+  desk.source.run.holds = HubHolds(desk.program(), desk.source.link.held);
   desk.run.ShowModal(window);
   return ExecuteResult::Ran;
 }
@@ -106,7 +122,9 @@ ExecuteResult Execute(Desk& desk) {
 
 void StartRun(Desk& desk, RunWindow window) {
   desk.source.link.Stopped = false;
+  desk.source.run.line.reset();
   NoteHubRuns(desk.link(), true);
+  Happened(desk, "Program started");
   // Half a message of an earlier run would take the first bytes of this one for its own.
   DropInput(desk.link());
   MakeLimitsRed(desk.source.run.panel, desk.program());
@@ -150,8 +168,9 @@ void StopHubNow(Desk& desk) {
 
 void CloseRun(Desk& desk, RunWindow window) {
   // Only the status window stops the hub when it is closed by its frame; the emulator sends nothing.
-  if (window != RunWindow::ExecStatus) return;
+  if (window != RunWindow::ExecStatus) return Happened(desk, "Operator terminal closed: the program runs on");
   SayStop(desk.link());
+  TellStopped(desk, true);
 }
 
 void LeaveRun(Desk& desk) {
@@ -166,6 +185,7 @@ void ClickPlay(Desk& desk) {
     desk.Comm1.Output("r");
     panel.Play = Picture::PlayGreen;
     panel.Running = true;
+    panel.phase = RunPhase::Running;
     panel.Pause = Picture::PauseGray;
   }
   panel.lblUpdate = UpdatedWhileRunning(desk.run.Active());
@@ -183,6 +203,7 @@ void ClickPause(Desk& desk) {
   desk.Comm1.Output("P");
   panel.Play = Picture::PlayGray;
   panel.Running = false;
+  panel.phase = RunPhase::Pausing;
   // The status window waits for the hub before it shows red, the emulator does not.
   if (desk.run.Active() == RunWindow::fakeMMI) panel.Pause = Picture::PauseRed;
   desk.run.ControlsChanged();
@@ -199,6 +220,7 @@ void ClickSingleStep(Desk& desk) {
   const bool paused_and_idle = panel.Play == Picture::PlayGray && panel.SingleStep != Picture::StepYellow;
   if (desk.source.link.Stopped || !paused_and_idle) return;
   panel.SingleStep = Picture::StepYellow;
+  panel.phase = RunPhase::Stepping;
   panel.Pause = Picture::PauseGray;
   desk.run.ControlsChanged();
   desk.Comm1.Output("T");
@@ -213,7 +235,21 @@ void ClickReset(Desk& desk) {
 void StepDone(Desk& desk) {
   desk.source.run.panel.SingleStep = Picture::StepGray;
   desk.source.run.panel.Pause = Picture::PauseRed;
+  desk.source.run.panel.phase = RunPhase::Paused;
   desk.run.ControlsChanged();
+}
+
+void StandBefore(Desk& desk, int line) {
+  RunState& run = desk.source.run;
+  run.line = line;
+  if (run.panel.phase != RunPhase::Pausing) return;
+  run.panel.phase = RunPhase::Paused;
+  desk.run.ControlsChanged();
+  Happened(desk, "Paused" + AtLine(run));
+}
+
+std::string AtLine(const RunState& run) {
+  return run.line ? " at line " + Joined(*run.line + 1) : std::string();
 }
 
 char KeyByte(MmiKey key) {

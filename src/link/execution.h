@@ -48,6 +48,12 @@ void ClickSingleStep(Desk& desk);
 void ClickReset(Desk& desk);
 /// The hub has reported the end of a single step.
 void StepDone(Desk& desk);
+/// The hub's marker stands beside this line 0..199. If the operator has paused the program, it stands still
+/// there now.
+void StandBefore(Desk& desk, int line);
+
+/// Returns " at line 12" with the line that the hub spoke of last; empty if it spoke of none in this run.
+[[nodiscard]] std::string AtLine(const RunState& run);
 
 /// The keys of the operator terminal.
 enum class MmiKey {

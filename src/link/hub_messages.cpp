@@ -8,9 +8,11 @@
 
 #include "link/drive_check.h"
 #include "link/execution.h"
+#include "link/held_program.h"
 #include "link/polled.h"
 #include "platform/number_format.h"
 #include "session/grid.h"
+#include "session/happened.h"
 
 namespace tavlo {
 namespace {
@@ -43,9 +45,14 @@ void Acknowledge(Desk& desk) {
 /// A halt ends the run: its window goes first, so that the question stands alone.
 void EndRun(Desk& desk) {
   desk.source.run.Halted = true;
+  desk.source.run.panel.phase = RunPhase::Stopped;
   NoteHubRuns(desk.link(), false);
   desk.source.display.MMIActive = false;
   desk.run.Hide();
+}
+
+void StoppedFor(Desk& desk, const std::string& why) {
+  Happened(desk, "Stopped" + AtLine(desk.source.run) + ": " + why);
 }
 
 void AskForReset(Desk& desk, Tells tells, const std::string& title, const std::string& text) {
@@ -55,6 +62,7 @@ void AskForReset(Desk& desk, Tells tells, const std::string& title, const std::s
 }
 
 void LimitHit(Desk& desk, const Message& m) {
+  StoppedFor(desk, "limit switch, axis " + Joined(m.b2 + 1));
   EndRun(desk);
   ClearAnimation(desk.grid());
   desk.Comm1.RThreshold(1);
@@ -68,6 +76,7 @@ void LimitHit(Desk& desk, const Message& m) {
 }
 
 void StopButton(Desk& desk, const Message&) {
+  StoppedFor(desk, "the STOP button on the drive");
   EndRun(desk);
   desk.Comm1.RThreshold(1);
   AskForReset(desk, Tells::StopButton, "STOP",
@@ -75,6 +84,7 @@ void StopButton(Desk& desk, const Message&) {
 }
 
 void StackOverflow(Desk& desk, const Message& m) {
+  Happened(desk, "Stopped at line " + Joined(m.b2 + 1) + ": stack overflow");
   EndRun(desk);
   AskForReset(
       desk, Tells::StackOverflow, "Stack Overflow",
@@ -84,6 +94,7 @@ void StackOverflow(Desk& desk, const Message& m) {
 }
 
 void StackUnderflow(Desk& desk, const Message& m) {
+  Happened(desk, "Stopped at line " + Joined(m.b2 + 1) + ": stack underflow");
   EndRun(desk);
   AskForReset(
       desk, Tells::StackUnderflow, "Stack Underflow",
@@ -93,6 +104,7 @@ void StackUnderflow(Desk& desk, const Message& m) {
 }
 
 void OldFirmware(Desk& desk, const Message& m) {
+  Happened(desk, "Old firmware in drive " + Joined(m.b2 + 1));
   desk.boxes.MsgBox(
       {.text = "The firmware in drive " + Joined(m.b2 + 1) + " (rev " +
                Joined(RevisionOf(static_cast<unsigned char>(m.b3))) +
@@ -101,6 +113,7 @@ void OldFirmware(Desk& desk, const Message& m) {
 }
 
 void WrongDrive(Desk& desk, const Message& m) {
+  Happened(desk, "Drive " + Joined(m.b2 + 1) + " is another one than expected");
   desk.boxes.MsgBox({.text = "Drive " + Joined(m.b2 + 1) + " is supposed to be a " +
                              std::string(ModelName(m.b4)) + ", but is really a " +
                              std::string(ModelName(m.b3)),
@@ -108,6 +121,7 @@ void WrongDrive(Desk& desk, const Message& m) {
 }
 
 void DriveLost(Desk& desk, const Message& m) {
+  Happened(desk, "Drive " + Joined(m.b2 + 1) + " is not responding");
   desk.boxes.MsgBox(
       {.text = "Drive " + Joined(m.b2 + 1) + " is not responding.", .title = "Drive not found"});
 }
@@ -118,7 +132,20 @@ void MoveProgCounter(Desk& desk, const Message& m) {
     desk.view.ProgCounter(std::nullopt);
   } else if (line < kLines) {
     desk.view.ProgCounter(line);
+    StandBefore(desk, line);
   }
+}
+
+/// "Fault on axis 2: over voltage", with all alarms of the panel.
+std::string FaultText(const ServoFaultPanel& panel) {
+  std::string text = "Fault on axis " + Joined(panel.axis);
+  const char* joint = ": ";
+  for (std::size_t bit = 0; bit < panel.Label1.size(); ++bit) {
+    if ((panel.code >> bit & 1) == 0) continue;
+    text += joint + panel.Label1[bit];
+    joint = ", ";
+  }
+  return text;
 }
 
 void Greet(Desk& desk, const Message& m) {
@@ -126,6 +153,7 @@ void Greet(Desk& desk, const Message& m) {
 }
 
 void StartLine(Desk& desk, const Message& m) {
+  if (m.Line() < kLines) desk.source.run.line = m.Line();
   ShowLine(desk.grid(), m.Line());
   Acknowledge(desk);
 }
@@ -208,7 +236,12 @@ void DispDrive(Desk& desk, int revision, int hub_code) {
   desk.Comm1.RThreshold(1);
   // A hub that comes up has forgotten what it was doing.
   desk.source.link.Stopped = false;
+  const bool known = !desk.source.link.identity.empty();
   NoteHubRuns(desk.link(), false);
+  ForgetHub(desk.link());
+  NoteIdentity(desk.link(), std::string{static_cast<char>(revision), static_cast<char>(hub_code)});
+  desk.source.run.panel.phase = RunPhase::Stopped;
+  Happened(desk, known ? "The hub was switched on again" : "The hub was switched on");
   desk.program().HubVersion = RevisionOf(static_cast<unsigned char>(revision));
   if (HubOfCode(hub_code)) {
     desk.Comm1.Output("*0");
@@ -222,6 +255,7 @@ void DispDrive(Desk& desk, int revision, int hub_code) {
 }
 
 void ServoNotOn(Desk& desk, int axis) {
+  StoppedFor(desk, "drive disabled, axis " + Joined(axis));
   desk.boxes.MsgBox(
       {.text = "Your program is attempting to execute a move on axis " + Joined(axis) +
                " but the drive is disabled.  This error can occur if a Change Current instruction in your "
@@ -258,6 +292,7 @@ void ServoError(Desk& desk, int axis, int code) {
                        Joined(axis) + ". The program has been halted.";
   panel.code = code;
   panel.axis = axis;
+  Happened(desk, FaultText(panel));
   EndRun(desk);
   ClearAnimation(desk.grid());
   desk.run.ShowServoFault(panel);

@@ -8,11 +8,13 @@
 #include "codegen/decode.h"
 #include "codegen/encodings.h"
 #include "link/drive_check.h"
+#include "link/held_program.h"
 #include "link/operation.h"
 #include "link/polled.h"
 #include "platform/number_format.h"
 #include "session/edit_step.h"
 #include "session/grid.h"
+#include "session/happened.h"
 
 namespace tavlo {
 namespace {
@@ -125,10 +127,23 @@ UploadResult UploadProg(Desk& desk, float rev) {
   const Link link = desk.link();
   const TransferGauge gauge = desk.uploading();
   const TransferUnderWay under_way(link);
+  const double start = desk.clock.Timer();
   const ImageReading reading = ReadImage(link, gauge);
+  const double end = desk.clock.Timer();
   // Keeps the rest of a garbled answer from the handler of events.
   if (reading.result == UploadResult::WrongSum) events.RestoreTo(0);
-  if (reading.result != UploadResult::Done) return reading.result;
+  if (reading.result != UploadResult::Done) {
+    Happened(desk, "Upload not read");
+    return reading.result;
+  }
+  NoteHubProgram(link, {.by = HubProgram::By::Upload,
+                        .image = reading.image,
+                        .HubIndex = desk.program().HubIndex,
+                        .HubVersion = rev,
+                        .bytes = kUploadBytes,
+                        .file_name = {},
+                        .at = end});
+  Happened(desk, "Upload read: " + PaceText(kUploadBytes, start, end));
   try {
     Program read = desk.program();
     read.HubVersion = rev;

@@ -71,6 +71,17 @@ void PaintOutputs(const Lights& lights, int axis, int outputs) {
 
 }  // namespace
 
+std::string_view PhaseText(RunPhase phase) {
+  switch (phase) {
+    case RunPhase::Running: return "running";
+    case RunPhase::Pausing: return "pausing";
+    case RunPhase::Paused: return "paused";
+    case RunPhase::Stepping: return "stepping";
+    case RunPhase::Stopped: return "stopped";
+  }
+  return {};
+}
+
 int LedsOf(LedRow row) {
   switch (row) {
     case LedRow::INlo: return kMainInputs;

@@ -33,6 +33,11 @@ inline constexpr int kYOutputs = 3;
 /// Pictures of the three controls that show the state of the run.
 enum class Picture { PlayGreen, PlayGray, PauseRed, PauseGray, StepYellow, StepGray };
 
+/// How far a run has come. It is pausing until the hub says before which line it stands.
+enum class RunPhase { Running, Pausing, Paused, Stepping, Stopped };
+/// Returns "running", "pausing", "paused", "stepping" or "stopped".
+[[nodiscard]] std::string_view PhaseText(RunPhase phase);
+
 /// The panel of inputs and outputs and the run controls, the same in both run windows.
 struct RunPanel {
   /// By axis 0..7, then by bit.
@@ -46,6 +51,7 @@ struct RunPanel {
   Picture Pause = Picture::PauseGray;
   Picture SingleStep = Picture::StepGray;
   std::string_view lblUpdate;
+  RunPhase phase = RunPhase::Stopped;
 
   [[nodiscard]] Led At(LedRow row, int axis, int bit) const;
 };

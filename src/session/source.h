@@ -12,6 +12,7 @@
 #include "model/program.h"
 #include "session/command_recall.h"
 #include "session/history.h"
+#include "session/hub_program.h"
 #include "session/rows.h"
 #include "session/run_panel.h"
 
@@ -45,6 +46,13 @@ struct LinkState {
   bool HubRuns = false;
   /// A program is on its way to the hub or from it; a byte more would spoil it.
   bool Transfer = false;
+  /// What answers on this port said of itself last: the byte of its revision and that of its model. Empty as
+  /// long as nothing has answered since the port was opened.
+  std::string identity;
+  /// Is written by NoteHubProgram() and ForgetHub().
+  HubProgram held;
+  /// Number of a port that has vanished and of which no other has taken the place; 0 if there is none.
+  int gone = 0;
   /// A stop has been sent, and the hub is being given the time to take it in.
   bool Stopping = false;
   /// The last run was stopped: what the hub still says about it is neither shown nor answered.
@@ -69,6 +77,17 @@ struct RunState {
   RunPanel panel{};
   /// The hub has reported a halt or a fault since the last run began.
   bool Halted = false;
+  /// The line 0..199 that the hub spoke of last: it began it, or stands before it.
+  std::optional<int> line;
+  /// What the hub held beside the program that was shown when the run began.
+  Holds holds = Holds::Unknown;
+};
+
+/// Something that the operator may want to know later.
+struct Happening {
+  /// Seconds since midnight.
+  double at = 0;
+  std::string text;
 };
 
 /// What the rows of the main window show.
@@ -119,6 +138,8 @@ struct Source {
   DriveTerminal VOXterm;
   /// Outlasts the terminal, which forgets all else when it is opened.
   CommandRecall commands;
+  /// The newest first. Is written by Happened().
+  std::vector<Happening> happened;
 };
 
 /// Gives a new session its program, rows, lists and boxes. Opens no port.

@@ -23,7 +23,7 @@ class ProgramView {
   virtual void ArrowsChanged() = 0;
   /// The rows of `LblDriveDesc`.
   virtual void DrivesChanged() = 0;
-  /// `ModelList`, `DriveVersion` or the selected `OptCom`.
+  /// `ModelList`, `DriveVersion`, the selected `OptCom`, or what is known of the hub and its program.
   virtual void HubChanged() = 0;
   /// `LimitList` or `LimitBranch`.
   virtual void LimitChanged() = 0;
@@ -36,6 +36,8 @@ class ProgramView {
   virtual void ProgCounter(std::optional<int> line) = 0;
   /// `StopButton`: whether anything may be moving, and whether a stop can be sent.
   virtual void StopChanged() = 0;
+  /// There is a new event in `Source::happened`.
+  virtual void SomethingHappened() = 0;
 };
 
 /// The two windows that are shown while a program runs. Both carry the tag "status".

@@ -43,8 +43,9 @@
 #include "windows/command_bar.h"
 #include "windows/program_grid.h"
 #include "windows/side_panels.h"
-#include "windows/window_place.h"
+#include "windows/status_line.h"
 #include "windows/stop_button.h"
+#include "windows/window_place.h"
 
 namespace tavlo {
 namespace {
@@ -101,7 +102,8 @@ LongForm::LongForm(Source& source, CommDevices& comms)
       hub_(new HubPanel(comms, side_)),
       drives_(new DrivesPanel(side_)),
       limits_(new LimitsPanel(side_)),
-      recent_(new QMenu(this)) {
+      recent_(new QMenu(this)),
+      status_(new StatusLine(comms, this)) {
   setObjectName(QStringLiteral("LongForm"));
   setAcceptDrops(true);
   LayOut();
@@ -150,6 +152,7 @@ void LongForm::LayOut() {
   column->addLayout(top);
   column->addWidget(new Rule(QFrame::HLine, this));
   column->addWidget(columns_, 1);
+  column->addWidget(status_);
   // With a large font the layout knows best. Else a notice over the grid may take a little of its room.
   if (ByFont(fontMetrics(), kLeastWidth) == kLeastWidth) setMinimumWidth(kLeastWidth);
   resize(OpeningSize(*this));
@@ -183,6 +186,7 @@ void LongForm::Connect() {
     SetUpHardware(*desk_);
   });
   connect(hub_, &HubPanel::ModelChosen, this, [this](int index) { Choose(ChooseModel, index); });
+  connect(hub_, &HubPanel::DeviceChanged, status_, &StatusLine::TellDevice);
   connect(hub_, &HubPanel::PortChosen, this, [this](int index) { Choose(ClickOptCom, index); });
   connect(limits_, &LimitsPanel::ActionChosen, this, [this](int index) { Choose(SelectLimitAction, index); });
   connect(limits_, &LimitsPanel::BranchEntered, this,
@@ -218,6 +222,7 @@ void LongForm::Choose(void (*handler)(Desk&, int), int index) {
 
 void LongForm::Begin(Desk& desk) {
   desk_ = &desk;
+  status_->Begin(desk);
   TakePlace(desk.settings, *this, *columns_);
   InitSession(source_);
   CaptionChanged();
@@ -255,6 +260,7 @@ void LongForm::DrivesChanged() {
 void LongForm::HubChanged() {
   hub_->Show(source_);
   StopChanged();
+  status_->CompareSoon();
 }
 void LongForm::LimitChanged() {
   limits_->Show(source_.program);
@@ -262,6 +268,7 @@ void LongForm::LimitChanged() {
 void LongForm::CaptionChanged() {
   const QString mark = Unsaved(source_) ? QStringLiteral("*") : QString();
   setWindowTitle(FromMessage(Caption(source_)) + mark);
+  status_->CompareSoon();
 }
 void LongForm::AutoScroll(int line) {
   grid_->AutoScroll(line);
@@ -274,6 +281,10 @@ void LongForm::ProgCounter(std::optional<int> line) {
 }
 void LongForm::StopChanged() {
   if (desk_ != nullptr) stop_->Show(CanStop(*desk_), source_.link.HubRuns);
+  status_->ShowSoon();
+}
+void LongForm::SomethingHappened() {
+  status_->ShowSoon();
 }
 
 void LongForm::Quit() {

@@ -19,6 +19,7 @@ class DrivesPanel;
 class HubPanel;
 class LimitsPanel;
 class ProgramGrid;
+class StatusLine;
 class StopButton;
 
 /// Why the operator cannot use the commands.
@@ -54,6 +55,7 @@ class LongForm : public QWidget, public ProgramView {
   void GoTo(int line) override;
   void ProgCounter(std::optional<int> line) override;
   void StopChanged() override;
+  void SomethingHappened() override;
 
  signals:
   /// `StopButton`
@@ -94,6 +96,7 @@ class LongForm : public QWidget, public ProgramView {
   DrivesPanel* drives_;
   LimitsPanel* limits_;
   QMenu* recent_;
+  StatusLine* status_;
   /// Null until it is asked for.
   About* about_ = nullptr;
   Hold hold_ = Hold::None;

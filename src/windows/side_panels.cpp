@@ -94,7 +94,15 @@ HubPanel::~HubPanel() {
 }
 
 void HubPanel::LookAgain() {
-  for (int i = 0; i < kPorts; ++i) options_[i]->Show(comms_.Look(i + 1));
+  for (int i = 0; i < kPorts; ++i) {
+    CommDevice now = comms_.Look(i + 1);
+    options_[i]->Show(now);
+    const std::optional<CommDevice> before = std::exchange(seen_[i], std::move(now));
+    const CommDevice& device = seen_[i]->there ? *seen_[i] : before.value_or(*seen_[i]);
+    if (before && before->there != seen_[i]->there) {
+      emit DeviceChanged(i + 1, FromPath(device.device), seen_[i]->there);
+    }
+  }
 }
 
 bool HubPanel::event(QEvent* event) {

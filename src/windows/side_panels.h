@@ -35,6 +35,8 @@ class HubPanel : public QGroupBox {
  signals:
   void ModelChosen(int index);
   void PortChosen(int index);
+  /// The device of Comm `number` has come or gone.
+  void DeviceChanged(int number, const QString& device, bool there);
 
  protected:
   bool event(QEvent* event) override;
@@ -49,6 +51,8 @@ class HubPanel : public QGroupBox {
   QLabel* drive_version_;
   QButtonGroup* opt_com_;
   std::array<CommOption*, kPorts> options_{};
+  /// What each Comm led to when it was looked at last.
+  std::array<std::optional<CommDevice>, kPorts> seen_;
 };
 
 /// `LblDriveDesc`: one row of the axis summary. Its text is the whole row, but it is drawn in columns.

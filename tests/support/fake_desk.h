@@ -242,6 +242,7 @@ class FakeView : public ProgramView {
   void GoTo(int line) override { gone_to.push_back(line); }
   void ProgCounter(std::optional<int> line) override { counters.push_back(line); }
   void StopChanged() override { ++stop; }
+  void SomethingHappened() override { ++happened; }
   std::vector<int> rows;
   std::vector<int> scrolls;
   std::vector<int> gone_to;
@@ -253,6 +254,7 @@ class FakeView : public ProgramView {
   int limit = 0;
   int caption = 0;
   int stop = 0;
+  int happened = 0;
 };
 
 class FakeRun : public RunView {

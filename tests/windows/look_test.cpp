@@ -20,6 +20,7 @@
 #include "widgets/line_text.h"
 #include "windows/led_panel.h"
 #include "windows/side_panels.h"
+#include "windows/status_line.h"
 #include "windows/window_walk.h"
 
 // What every window looks like with a light and a dark palette and with a small and a large text. The same
@@ -75,7 +76,7 @@ struct TextRoom {
 
 TextRoom RoomOf(QWidget& widget) {
   if (qobject_cast<LedLight*>(&widget) != nullptr || qobject_cast<DriveLabel*>(&widget) != nullptr ||
-      dynamic_cast<LineText*>(&widget) != nullptr) {
+      dynamic_cast<LineText*>(&widget) != nullptr || qobject_cast<StatusLabel*>(&widget) != nullptr) {
     return {};
   }
   if (const auto* label = qobject_cast<QLabel*>(&widget)) {

@@ -13,7 +13,9 @@
 #include "forms/registry.h"
 #include "forms/tuning.h"
 #include "link/execution.h"
+#include "link/polled.h"
 #include "session/grid.h"
+#include "session/happened.h"
 #include "support/fake_help.h"
 #include "windows/about.h"
 #include "windows/start_form.h"
@@ -76,6 +78,22 @@ void LookAtQuad(const LookAt& look_at) {
   SelectLimitAction(session.Handlers(), BranchToLine);
   session.Settle();
   look_at(session.Main(), "main, Hub Quad");
+}
+
+/// The status line with a warning and with texts that do not fit, a Stop that is lit, ports without devices.
+void LookAtStatus(const LookAt& look_at) {
+  RunSession session;
+  Desk& desk = session.Handlers();
+  for (int comm = 3; comm <= 8; ++comm) session.comms.devices[comm] = {"/dev/none", false, ""};
+  session.comms.OnChange();
+  desk.source.run.holds = Holds::Another;
+  NoteHubRuns(desk.link(), true);
+  Happened(desk, "Fault on axis 2: Position Limit, drive overtemp, over voltage, motor short");
+  session.Settle();
+  look_at(session.Main(), "main, warning");
+  session.Main().resize(session.Main().minimumSizeHint());
+  session.Settle();
+  look_at(session.Main(), "main, warning, smallest");
 }
 
 void LookAtPanes(const LookAt& look_at) {
@@ -349,6 +367,7 @@ void ForEachWindow(const LookAt& look_at) {
   splash.close();
   LookAtMain(look_at);
   LookAtQuad(look_at);
+  LookAtStatus(look_at);
   LookAtPanes(look_at);
   LookAtRuns(look_at);
   LookAtFault(look_at);

@@ -75,6 +75,7 @@ class NoProgramView : public ProgramView {
   void GoTo(int) override {}
   void ProgCounter(std::optional<int>) override {}
   void StopChanged() override {}
+  void SomethingHappened() override {}
 };
 
 class NoRunView : public RunView {

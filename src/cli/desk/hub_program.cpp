@@ -4,9 +4,7 @@
 
 #include <string>
 
-#include "checks/scans.h"
 #include "link/polled.h"
-#include "model/program_queries.h"
 
 namespace tavlo::cli {
 namespace {
@@ -15,12 +13,6 @@ namespace {
 constexpr double kSumLimit = 0.3;
 
 }  // namespace
-
-CompiledProgram CompileAsDownloaded(Program& program) {
-  program.MMIused = ProgHasMMI(program);
-  if (program.HubIndex == HubQuad) FixMultiIn(program);
-  return CompileProgram(program);
-}
 
 std::optional<int> AskLastSum(Desk& desk) {
   const EventsOff events(desk.Comm1);

@@ -4,15 +4,11 @@
 
 #include <optional>
 
-#include "codegen/compile.h"
+#include "link/held_program.h"
 #include "link/upload.h"
 #include "session/desk.h"
 
 namespace tavlo::cli {
-
-/// Returns what a download of the program to a hub of its model and firmware would send. Changes the program
-/// as the checks change it before they send it. Throws EncodeError.
-[[nodiscard]] CompiledProgram CompileAsDownloaded(Program& program);
 
 /// Returns the sum of the last download, which an idle hub answers at once. Returns nothing if the hub has
 /// been switched off since, or if its last download was broken off.
