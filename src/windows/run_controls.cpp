@@ -17,6 +17,8 @@ namespace {
 
 constexpr QRgb kLitGreen = qRgb(0, 150, 56);
 constexpr QRgb kLitYellow = qRgb(230, 160, 0);
+/// Between the two texts.
+constexpr int kGap = 12;
 
 struct PictureLook {
   Glyph glyph;
@@ -36,12 +38,16 @@ PictureLook LookOf(Picture picture) {
 }
 
 /// What the three pictures say together, for those who do not see them. One sentence for all three controls,
-/// so that none can say the contrary of another.
-QString StateOf(const RunPanel& panel) {
-  if (panel.SingleStep == Picture::StepYellow) return QStringLiteral("a single line is being executed");
-  if (panel.Running) return QStringLiteral("the program runs");
-  if (panel.Pause == Picture::PauseRed) return QStringLiteral("the program is paused");
-  return QStringLiteral("the program is about to pause");
+/// so that none can say the contrary of another, nor of `lblState`.
+QString StateOf(RunPhase phase) {
+  switch (phase) {
+    case RunPhase::Running: return QStringLiteral("the program runs");
+    case RunPhase::Pausing: return QStringLiteral("the program is about to pause");
+    case RunPhase::Paused: return QStringLiteral("the program is paused");
+    case RunPhase::Stepping: return QStringLiteral("a single line is being executed");
+    case RunPhase::Stopped: return QStringLiteral("the program is stopped");
+  }
+  return {};
 }
 
 void SetPicture(QToolButton* button, Picture picture, const QPalette& palette) {
@@ -59,8 +65,14 @@ RunControls::RunControls(QWidget* parent)
                        QStringLiteral("Execute one line of a paused program"))),
       reset_(Add("btnReset", QStringLiteral("&Reset"), QStringLiteral("Go to the first line"))),
       stop_(Add("btnStop", QStringLiteral("&Stop (Esc)"), QStringLiteral("Stop the program on the hub"))),
-      update_(new QLabel(this)) {
+      update_(new QLabel(this)),
+      state_(new QLabel(this)) {
   update_->setObjectName(QStringLiteral("lblUpdate"));
+  state_->setObjectName(QStringLiteral("lblState"));
+  state_->setAccessibleDescription(QStringLiteral("State of the program"));
+  QFont bold = state_->font();
+  bold.setBold(true);
+  state_->setFont(bold);
   DrawPictures();
   auto* row = new QHBoxLayout;
   row->setSpacing(4);
@@ -70,7 +82,11 @@ RunControls::RunControls(QWidget* parent)
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->addLayout(row);
-  column->addWidget(update_);
+  auto* words = new QHBoxLayout;
+  words->setSpacing(kGap);
+  words->addWidget(update_, 1);
+  words->addWidget(state_);
+  column->addLayout(words);
   connect(play_, &QToolButton::clicked, this, &RunControls::PlayClicked);
   connect(pause_, &QToolButton::clicked, this, &RunControls::PauseClicked);
   connect(single_step_, &QToolButton::clicked, this, &RunControls::SingleStepClicked);
@@ -90,7 +106,8 @@ QToolButton* RunControls::Add(const char* name, const QString& caption, const QS
 void RunControls::Show(const RunPanel& panel) {
   shown_ = {panel.Play, panel.Pause, panel.SingleStep};
   DrawPictures();
-  const QString state = StateOf(panel);
+  const QString state = StateOf(panel.phase);
+  state_->setText(FromText(PhaseText(panel.phase)));
   for (QToolButton* control : {play_, pause_, single_step_}) control->setAccessibleDescription(state);
   update_->setText(FromText(panel.lblUpdate));
 }

@@ -40,6 +40,7 @@ class RunControls : public QWidget {
   QToolButton* reset_;
   QToolButton* stop_;
   QLabel* update_;
+  QLabel* state_;
   /// The pictures of Play, Pause and SingleStep.
   std::array<Picture, 3> shown_ = {Picture::PlayGray, Picture::PauseGray, Picture::StepGray};
 };

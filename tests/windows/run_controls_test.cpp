@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "windows/run_controls.h"
 
+#include <QLabel>
 #include <QToolButton>
 
 #include "windows/run_session.h"
@@ -11,30 +12,25 @@ namespace {
 
 struct StateCase {
   const char* what;
-  bool running;
-  Picture play;
-  Picture pause;
-  Picture single_step;
+  RunPhase phase;
+  const char* word;
   const char* says;
 };
-constexpr std::array<StateCase, 4> kStates = {{
-    {"free run", true, Picture::PlayGreen, Picture::PauseGray, Picture::StepGray, "the program runs"},
-    {"pause asked for", false, Picture::PlayGray, Picture::PauseGray, Picture::StepGray,
-     "the program is about to pause"},
-    {"paused", false, Picture::PlayGray, Picture::PauseRed, Picture::StepGray, "the program is paused"},
-    {"single step", false, Picture::PlayGray, Picture::PauseGray, Picture::StepYellow,
-     "a single line is being executed"},
+constexpr std::array<StateCase, 5> kStates = {{
+    {"free run", RunPhase::Running, "running", "the program runs"},
+    {"pause asked for", RunPhase::Pausing, "pausing", "the program is about to pause"},
+    {"paused", RunPhase::Paused, "paused", "the program is paused"},
+    {"single step", RunPhase::Stepping, "stepping", "a single line is being executed"},
+    {"stopped", RunPhase::Stopped, "stopped", "the program is stopped"},
 }};
 
 TEST(RunControls, AllSayTheSameOfTheRun) {
   RunControls controls(nullptr);
   for (const StateCase& c : kStates) {
     RunPanel panel;
-    panel.Running = c.running;
-    panel.Play = c.play;
-    panel.Pause = c.pause;
-    panel.SingleStep = c.single_step;
+    panel.phase = c.phase;
     controls.Show(panel);
+    EXPECT_EQ(controls.findChild<QLabel*>(QStringLiteral("lblState"))->text(), QLatin1String(c.word));
     for (const char* name : {"Play", "Pause", "SingleStep"}) {
       EXPECT_EQ(controls.findChild<QToolButton*>(QLatin1String(name))->accessibleDescription(),
                 QLatin1String(c.says))
@@ -54,6 +50,8 @@ TEST(RunControls, SayWhatTheHubDoesThroughASingleStep) {
       session.fakes.loop.on_wait = nullptr;
     };
     session.Click("ExecStatus", "Pause");
+    EXPECT_EQ(says(), "the program is about to pause") << "the line under way goes on";
+    session.fakes.port.Receive({static_cast<char>(235), 1, 0, 11});
     EXPECT_EQ(says(), "the program is paused");
     session.Click("ExecStatus", "SingleStep");
     EXPECT_EQ(says(), "a single line is being executed");

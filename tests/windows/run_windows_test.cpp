@@ -170,6 +170,9 @@ TEST(RunWindows, TheControlsPauseStepResumeAndReset) {
       session.Click(c.name, "SingleStep");
       session.Click(c.name, "Pause");
       EXPECT_EQ(session.Find<QLabel>(c.name, "lblUpdate").text(), "Status updated about 10 times/second");
+      EXPECT_EQ(session.Find<QLabel>(c.name, "lblState").text(), "pausing");
+      session.fakes.port.Receive({static_cast<char>(235), 1, 0, 11});
+      EXPECT_EQ(session.Find<QLabel>(c.name, "lblState").text(), "paused");
       EXPECT_EQ(session.Find<QToolButton>(c.name, "Pause").accessibleDescription(), "the program is paused");
       session.Click(c.name, "Pause");
       session.Click(c.name, "SingleStep");
