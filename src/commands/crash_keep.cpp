@@ -9,6 +9,7 @@
 
 #include "session/edit_step.h"
 #include "session/grid.h"
+#include "session/hub_runs.h"
 
 namespace tavlo {
 namespace {
@@ -103,7 +104,7 @@ void CrashKeep::Remove(const Left& left) {
 void OfferLeft(Desk& desk, CrashKeep& keep) {
   while (const auto left = keep.FindLeft()) {
     if (left->kept) {
-      desk.source.link.HubRuns = desk.source.link.HubRuns || left->kept->running;
+      if (left->kept->running) NoteHubRuns(desk.link(), true);
       Offer(desk, *left->kept);
     } else if (!left->text.empty()) {
       desk.boxes.MsgBox({.text = "Tavlo Composer was not ended in the usual way, and what was kept of the "

@@ -45,10 +45,6 @@ void DropInput(const Link& link) {
   link.state.MsgBuf.clear();
 }
 
-void NoteHubRuns(const Link& link, bool runs) {
-  if (std::exchange(link.state.HubRuns, runs) != runs) link.view.StopChanged();
-}
-
 void TransferUnderWay::Note(bool under_way) {
   link_.state.Transfer = under_way;
   link_.view.StopChanged();

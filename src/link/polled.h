@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "session/desk.h"
+#include "session/hub_runs.h"
 
 namespace tavlo {
 
@@ -44,9 +45,6 @@ template <class Done>
 
 /// Throws away everything received from the hub, including half a message.
 void DropInput(const Link& link);
-
-/// Takes note of whether the hub may be running its program, which `StopButton` shows.
-void NoteHubRuns(const Link& link, bool runs);
 
 /// Keeps every stop away from a transfer for as long as it lives.
 class TransferUnderWay {

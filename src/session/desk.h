@@ -20,6 +20,9 @@ struct Link {
   MessageBoxes& boxes;
   LinkState& state;
   ProgramView& view;
+  /// For the keeper alone, which is null if nothing is kept.
+  const Source& source;
+  SessionKeeper* keeper;
 };
 
 /// What a transfer shows while it runs: its gauge, and the event loop's turns that keep the windows alive.
@@ -78,7 +81,13 @@ struct Desk {
 
   [[nodiscard]] Program& program() const { return source.program; }
   [[nodiscard]] Link link() const {
-    return {.Comm1 = Comm1, .clock = clock, .boxes = boxes, .state = source.link, .view = view};
+    return {.Comm1 = Comm1,
+            .clock = clock,
+            .boxes = boxes,
+            .state = source.link,
+            .view = view,
+            .source = source,
+            .keeper = keeper};
   }
   /// The gauges of the two transfers.
   [[nodiscard]] TransferGauge downloading() const { return {.form = downbox, .loop = loop}; }

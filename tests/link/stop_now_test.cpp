@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <vector>
 
 #include "link/com_port.h"
 #include "link/download.h"
@@ -158,6 +159,25 @@ TEST(StopNow, IsOfferedUntilTheHubIsStoppedOrSaysThatItEnded) {
     EXPECT_EQ(d.source.link.HubRuns, c.still_runs) << c.what;
     EXPECT_EQ(d.view.stop > 1, !c.still_runs) << c.what << ": the button is told";
   }
+}
+
+/// Remembers whether the hub ran when it was told to keep the session.
+struct FakeKeeper : SessionKeeper {
+  void Keep(const Source& source) override { ran.push_back(source.link.HubRuns); }
+  std::vector<bool> ran;
+};
+
+TEST(StopNow, TheBeginningAndTheEndOfARunAreKeptOverACrash) {
+  FakeDesk d;
+  FakeKeeper keeper;
+  d.desk.keeper = &keeper;
+  StartRun(d.desk, RunWindow::fakeMMI);
+  HandleMsg(d.desk, std::string{static_cast<char>(254), 0, 8, 0});
+  CloseRun(d.desk, RunWindow::fakeMMI);
+  EXPECT_EQ(keeper.ran, std::vector<bool>{true});
+  StopHubNow(d.desk);
+  StopHubNow(d.desk);
+  EXPECT_EQ(keeper.ran, (std::vector<bool>{true, false}));
 }
 
 TEST(StopNow, APortThatDoesNotOpenLeavesTheRunOnTheOldOneInReach) {
