@@ -3,6 +3,7 @@
 #include "windows/long_form.h"
 
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QFile>
 #include <QHBoxLayout>
 #include <QMenu>
@@ -281,6 +282,8 @@ void LongForm::ProgCounter(std::optional<int> line) {
 }
 void LongForm::StopChanged() {
   if (desk_ != nullptr) stop_->Show(CanStop(*desk_), source_.link.HubRuns);
+  // The desktop's own file dialogs would keep the key that stops to themselves.
+  QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs, source_.link.HubRuns);
   status_->ShowSoon();
 }
 void LongForm::SomethingHappened() {

@@ -149,6 +149,16 @@ TEST(StopKey, StopsFromADialogWhichTheNextPressLeaves) {
   EXPECT_EQ(session.Sent(), "S");
 }
 
+TEST(StopKey, ReachesTheFileDialogsTooForAsLongAsSomethingMayMove) {
+  StopSession session;
+  const auto own = [] { return QCoreApplication::testAttribute(Qt::AA_DontUseNativeDialogs); };
+  EXPECT_FALSE(own());
+  session.LeaveARun();
+  EXPECT_TRUE(own()) << "those of the desktop would keep the key";
+  session.Press();
+  EXPECT_FALSE(own());
+}
+
 TEST(StopKey, HeldDownDoesNotLeaveTheDialogInWhichItStopped) {
   StopSession session;
   session.LeaveARun();
