@@ -98,10 +98,12 @@ TEST(Runs, PromptsAreAnsweredOnTheKeypadAndTheRunIsPausedSteppedResumedAndStoppe
     Press("Pause");
     const RunPanel& panel = machine.session.State().run.panel;
     EXPECT_FALSE(panel.Running);
-    // The line under way ends first.
+    EXPECT_EQ(Control<QLabel>("lblState")->text(), "pausing") << "the line under way ends first";
     ASSERT_TRUE(WaitFor([&] {
       return machine.hub.State().contains("\"paused\"") && machine.hub.State().contains("\"line\":null");
     }));
+    EXPECT_TRUE(WaitFor([&] { return Control<QLabel>("lblState")->text() == "paused"; }));
+    EXPECT_TRUE(machine.session.State().happened.front().text.starts_with("Paused at line 4"));
     for (int step = 1; step <= 5; ++step) {
       Press("SingleStep");
       EXPECT_EQ(panel.SingleStep, Picture::StepYellow) << step;
@@ -116,6 +118,50 @@ TEST(Runs, PromptsAreAnsweredOnTheKeypadAndTheRunIsPausedSteppedResumedAndStoppe
   EXPECT_TRUE(machine.session.boxes.Shown().empty());
   EXPECT_EQ(RunWindowShown(), nullptr);
   EXPECT_TRUE(machine.hub.State().contains("\"idle\""));
+}
+
+/// What the field of the status line says.
+std::string Field(Machine& machine, const char* name) {
+  QCoreApplication::processEvents();
+  return machine.session.Main().findChild<QLabel*>(QString::fromLatin1(name))->text().toStdString();
+}
+
+TEST(Runs, TheStatusLineKnowsWhatTheHubHoldsFromADownloadToAGreeting) {
+  Machine machine("cut-to-length.TVH");
+  EXPECT_TRUE(Field(machine, "HubField").starts_with("Hub holds cut-to-length.TVH, proven "));
+  EXPECT_TRUE(Field(machine, "PortField").ends_with(", firmware 1.38"));
+  EXPECT_TRUE(Field(machine, "EventField").starts_with("Download proven: "));
+  machine.session.LoadExample("menu.TVH");
+  EXPECT_EQ(Field(machine, "HubField"), "Hub holds another program than the one shown");
+  machine.Run([&] {
+    ASSERT_TRUE(WaitFor([&] { return machine.hub.State().contains("\"running\""); }));
+    EXPECT_EQ(Field(machine, "HubField"), "Warning: the hub runs another program than the one shown");
+    PressStop();
+  });
+  machine.session.Click("Upload");
+  EXPECT_TRUE(Field(machine, "HubField").starts_with("Hub holds the program shown, read "));
+  EXPECT_TRUE(Field(machine, "EventField").starts_with("Upload read: 8,194 bytes in "));
+  machine.hub.Command("greet");
+  EXPECT_TRUE(WaitFor([&] { return Field(machine, "HubField") == "Not known what the hub holds"; }));
+  EXPECT_TRUE(Field(machine, "EventField").starts_with("The hub was switched on again"));
+  machine.Run([&] {
+    EXPECT_EQ(Field(machine, "HubField"), "Not known what the hub runs");
+    ASSERT_TRUE(machine.Executing(5));
+    machine.session.boxes.setNextAnswer(tavlo::Answer::No);
+    machine.hub.Command("limit 1");
+  });
+  EXPECT_TRUE(Field(machine, "EventField").starts_with("Stopped at line "));
+  EXPECT_TRUE(machine.session.State().happened.front().text.ends_with(": limit switch, axis 1"));
+}
+
+TEST(Runs, WhatWasSentIsKnownAndWhatIsReadBackIsTheProgramShownForEachExample) {
+  for (const char* example : {"cut-to-length.TVH", "every-line.TVH", "hub-quad.TVH", "menu.TVH",
+                              "nested-repeats.TVH", "pick-and-place.TVH"}) {
+    Machine machine(example);
+    EXPECT_TRUE(Field(machine, "HubField").starts_with(std::string("Hub holds ") + example)) << example;
+    machine.session.Click("Upload");
+    EXPECT_TRUE(Field(machine, "HubField").starts_with("Hub holds the program shown, read ")) << example;
+  }
 }
 
 TEST(Runs, InputsAndOutputsOfTheMachineShowOnThePanel) {
