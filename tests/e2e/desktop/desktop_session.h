@@ -17,6 +17,7 @@
 #include "support/fake_desk.h"
 #include "support/fake_help.h"
 #include "support/fake_printer.h"
+#include "support/fake_state_folder.h"
 #include "support/hub_process.h"
 #include "windows/composer_windows.h"
 
@@ -27,8 +28,8 @@ class Session {
  public:
   explicit Session(const QString& device)
       : port_([device](int number) { return number == 1 ? device.toStdString() : "/nowhere"; }),
-        windows_(
-            {port_, boxes, clock_, loop_, beeper_, settings_, dialogs, files_, comms_, help_, printer_}) {
+        windows_({port_, boxes, clock_, loop_, beeper_, settings_, dialogs, files_, comms_, help_, printer_,
+                  sessions_}) {
     windows_.Main().Begin(windows_.Handlers());
     windows_.Main().show();
     QCoreApplication::processEvents();
@@ -60,6 +61,8 @@ class Session {
   FakeComms comms_;
   FakeHelp help_;
   FakePrinter printer_;
+  FakeStateDisk disk_;
+  FakeStateFolder sessions_{disk_};
   ComposerWindows windows_;
 };
 
