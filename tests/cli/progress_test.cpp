@@ -58,7 +58,7 @@ TEST_F(ProgressOnTerminal, IsDrawnAtMostTenTimesASecondAndAtTheEnd) {
 TEST(Stopwatch, RunsOnAcrossMidnightAndStandsWhenTheClockIsSetBack) {
   FakeClock clock;
   clock.now = 86399;
-  cli::Stopwatch watch(clock);
+  Stopwatch watch(clock);
   clock.now += 3;
   EXPECT_DOUBLE_EQ(watch.Seconds(), 3);
   clock.now -= 1;

@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "cli/console/console.h"
-#include "cli/console/stopwatch.h"
 #include "platform/services.h"
+#include "platform/stopwatch.h"
 
 namespace tavlo::cli {
 

@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
-#include "cli/console/stopwatch.h"
 #include "link/polled.h"
 #include "model/program.h"
+#include "platform/stopwatch.h"
 
 namespace tavlo::cli {
 namespace {

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "cli/console/environment.h"
-#include "cli/console/stopwatch.h"
+#include "platform/stopwatch.h"
 
 namespace tavlo::cli {
 

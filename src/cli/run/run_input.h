@@ -10,8 +10,8 @@
 #include "cli/console/console.h"
 #include "cli/console/environment.h"
 #include "cli/console/key_terminal.h"
-#include "cli/console/stopwatch.h"
 #include "cli/run/run_orders.h"
+#include "platform/stopwatch.h"
 #include "session/desk.h"
 
 namespace tavlo::cli {

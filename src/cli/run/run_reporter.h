@@ -8,8 +8,8 @@
 #include <string_view>
 
 #include "cli/console/console.h"
-#include "cli/console/stopwatch.h"
 #include "cli/run/axis_status.h"
+#include "platform/stopwatch.h"
 #include "session/desk.h"
 
 namespace tavlo::cli {

@@ -7,7 +7,7 @@
 
 #include "cli/console/console.h"
 #include "cli/console/environment.h"
-#include "cli/console/stopwatch.h"
+#include "platform/stopwatch.h"
 #include "session/desk.h"
 
 namespace tavlo::cli {

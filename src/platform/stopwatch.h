@@ -6,7 +6,7 @@
 
 #include "platform/services.h"
 
-namespace tavlo::cli {
+namespace tavlo {
 
 /// Measures time on a clock that restarts at midnight and that somebody may set. Must be read at least every
 /// twelve hours.
@@ -34,4 +34,4 @@ class Stopwatch {
   double seconds_ = 0;
 };
 
-}  // namespace tavlo::cli
+}  // namespace tavlo
