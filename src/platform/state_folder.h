@@ -20,6 +20,12 @@ class StateFolder {
   virtual ~StateFolder() = default;
   /// Replaces the whole file or leaves the old one. Makes the folder if there is none.
   virtual Outcome Replace(const std::string& name, std::string_view bytes) = 0;
+  /// Adds to the end of the file, which must be there. Waits for no disk, so that a machine can be served
+  /// meanwhile: a power cut may take or tear what was added last, the end of the process takes nothing.
+  virtual Outcome Append(const std::string& name, std::string_view bytes) {
+    const auto old = Read(name, std::string().max_size());
+    return old ? Replace(name, *old + std::string(bytes)) : Outcome::Failed("there is no file to add to");
+  }
   /// Returns at most `limit` bytes of the file; nothing if it cannot be read.
   [[nodiscard]] virtual std::optional<std::string> Read(const std::string& name, std::size_t limit) = 0;
   /// Removes the file, if it is there, and gives the name up.

@@ -63,16 +63,7 @@ class NewFile {
 
   [[nodiscard]] bool Permit(mode_t mode) { return fchmod(descriptor_, mode & kPermissions) == 0; }
 
-  [[nodiscard]] bool Write(std::string_view bytes) {
-    while (!bytes.empty()) {
-      const ssize_t written = write(descriptor_, bytes.data(), bytes.size());
-      if (written < 0 && errno == EINTR) continue;
-      if (written == 0) errno = EIO;
-      if (written <= 0) return false;
-      bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
-  }
+  [[nodiscard]] bool Write(std::string_view bytes) { return WriteAll(descriptor_, bytes); }
 
   /// A file system that has no such operation has nothing to lose by it.
   [[nodiscard]] bool Sync() { return fsync(descriptor_) == 0 || errno == EINVAL || errno == ENOSYS; }
@@ -115,8 +106,19 @@ void SyncFolderOf(const std::filesystem::path& file) {
 
 }  // namespace
 
-Outcome ReplaceFile(const std::string& path, std::string_view bytes) {
+bool WriteAll(int descriptor, std::string_view bytes) {
   const NoSizeSignal no_signal;
+  while (!bytes.empty()) {
+    const ssize_t written = write(descriptor, bytes.data(), bytes.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written == 0) errno = EIO;
+    if (written <= 0) return false;
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return true;
+}
+
+Outcome ReplaceFile(const std::string& path, std::string_view bytes) {
   const std::filesystem::path target = Followed(path);
   struct stat old {};
   const bool is_there = stat(target.c_str(), &old) == 0;

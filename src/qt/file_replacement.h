@@ -14,4 +14,8 @@ namespace tavlo {
 /// keeps its permissions. Anything that is not a file is left alone.
 Outcome ReplaceFile(const std::string& path, std::string_view bytes);
 
+/// Writes to an open file. Returns false and sets errno if that fails, also where the file would become
+/// larger than this process may make it.
+[[nodiscard]] bool WriteAll(int descriptor, std::string_view bytes);
+
 }  // namespace tavlo

@@ -70,6 +70,12 @@ Outcome QtStateFolder::Replace(const std::string& name, std::string_view bytes) 
   return ReplaceFile(path, bytes);
 }
 
+Outcome QtStateFolder::Append(const std::string& name, std::string_view bytes) {
+  const FileDescriptor file(open(PathOf(name).c_str(), O_WRONLY | O_APPEND | O_CLOEXEC));
+  if (!file.Valid()) return Outcome::Failed(SystemReason(errno));
+  return WriteAll(file.Get(), bytes) ? Outcome() : Outcome::Failed(SystemReason(errno));
+}
+
 std::optional<std::string> QtStateFolder::Read(const std::string& name, std::size_t limit) {
   return QtFileStore().Read(PathOf(name), limit);
 }

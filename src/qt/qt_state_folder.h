@@ -21,6 +21,7 @@ class QtStateFolder : public StateFolder {
   explicit QtStateFolder(std::string folder);
 
   Outcome Replace(const std::string& name, std::string_view bytes) override;
+  Outcome Append(const std::string& name, std::string_view bytes) override;
   [[nodiscard]] std::optional<std::string> Read(const std::string& name, std::size_t limit) override;
   void Remove(const std::string& name) override;
   [[nodiscard]] std::vector<std::string> Names() override;

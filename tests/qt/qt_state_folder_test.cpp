@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "qt/holding_process.h"
+#include "support/allowed_size.h"
 #include "support/failing_disk.h"
 #include "support/temp_folder.h"
 
@@ -132,6 +133,28 @@ TEST(StateFolder, AFullDiskIsToldAndLeavesTheOldFile) {
     EXPECT_EQ(folder.Replace("one", "longer than that").Why(), "No space left on device");
   }
   EXPECT_EQ(folder.Read("one", 100), "old");
+}
+
+TEST(StateFolder, WhatIsAddedStandsBehindWhatIsThere) {
+  const TempFolder home;
+  QtStateFolder folder(home.Path());
+  EXPECT_EQ(folder.Append("one", "lost").Why(), "No such file or directory");
+  EXPECT_TRUE(folder.Names().empty()) << "a file that has gone does not begin in the middle";
+  ASSERT_TRUE(folder.Replace("one", "first"));
+  EXPECT_EQ(folder.Append("one", ", second").Why(), "");
+  EXPECT_EQ(folder.Append("one", "").Why(), "");
+  EXPECT_EQ(folder.Read("one", 100), "first, second");
+  EXPECT_EQ(PermissionsOf(home.Path("one")), 0600U);
+  const FailingDisk full({.room = 2});
+  EXPECT_EQ(folder.Append("one", " and third").Why(), "No space left on device");
+}
+
+TEST(StateFolder, AFileThatMayGrowNoFurtherFailsAndDoesNotEndTheProgram) {
+  const TempFolder home;
+  QtStateFolder folder(home.Path());
+  ASSERT_TRUE(folder.Replace("one", "12345678"));
+  const AllowedSize limit(10);
+  EXPECT_EQ(folder.Append("one", "abcdef").Why(), "File too large");
 }
 
 TEST(StateFolder, AFolderThatCannotBeMadeIsToldWithItsReason) {
