@@ -18,6 +18,7 @@ struct FakeStateDisk {
   /// Why nothing can be written; empty if it can.
   std::string broken;
   int writes = 0;
+  int appends = 0;
 };
 
 /// The folder as one process has it. Its claims end with it, as those of a process that is killed.
@@ -34,6 +35,13 @@ class FakeStateFolder : public StateFolder {
     if (!disk_.broken.empty()) return Outcome::Failed(disk_.broken);
     disk_.files[name] = bytes;
     ++disk_.writes;
+    return {};
+  }
+  Outcome Append(const std::string& name, std::string_view bytes) override {
+    if (!disk_.broken.empty()) return Outcome::Failed(disk_.broken);
+    if (!disk_.files.contains(name)) return Outcome::Failed("No such file or directory");
+    disk_.files[name] += bytes;
+    ++disk_.appends;
     return {};
   }
   [[nodiscard]] std::optional<std::string> Read(const std::string& name, std::size_t limit) override {
