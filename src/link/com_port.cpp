@@ -4,6 +4,7 @@
 
 #include "link/held_program.h"
 #include "link/polled.h"
+#include "link/run_record.h"
 #include "platform/number_format.h"
 #include "session/happened.h"
 
@@ -145,6 +146,7 @@ void TellPortLost(Desk& desk) {
   DropInput(desk.link());
   SelectOptCom(desk, std::nullopt);
   // Nothing more will come of a run.
+  RecordEnd(desk, RunOver::PortGone);
   desk.run.Hide();
   desk.boxes.MsgBox(
       {.text = "Comm " + Joined(desk.Comm1.CommPort()) + " has gone.  " + std::string(ran ? kMayMove : "") +

@@ -7,9 +7,11 @@
 #include "link/held_program.h"
 #include "link/operation.h"
 #include "link/polled.h"
+#include "link/run_record.h"
 #include "platform/number_format.h"
 #include "session/grid.h"
 #include "session/happened.h"
+#include "session/run_log.h"
 
 namespace tavlo {
 namespace {
@@ -49,6 +51,8 @@ void TellStopped(Desk& desk, bool ran) {
 void SayStopAndWait(Desk& desk, bool terminal) {
   const bool ran = desk.source.link.HubRuns;
   SayStop(desk.link());
+  RecordControl(desk, RunOrderSent::Stop);
+  RecordEnd(desk, RunOver::Stopped);
   TellStopped(desk, ran);
   if (terminal) {
     desk.Comm1.RThreshold(1);
@@ -104,6 +108,7 @@ ExecuteResult ExecuteWhileBusy(Desk& desk) {
   desk.source.run.Halted = false;
   desk.source.run.holds = HubHolds(desk.program(), desk.source.link.held);
   desk.run.ShowModal(window);
+  if (desk.log != nullptr) desk.log->Close();
   return ExecuteResult::Ran;
 }
 
@@ -127,6 +132,7 @@ void StartRun(Desk& desk, RunWindow window) {
   Happened(desk, "Program started");
   // Half a message of an earlier run would take the first bytes of this one for its own.
   DropInput(desk.link());
+  if (desk.log != nullptr) desk.log->Begin(desk.source);
   MakeLimitsRed(desk.source.run.panel, desk.program());
   ShowRunning(desk, window);
   for (int axis = 0; axis < kAxes; ++axis) desk.run.StatusChanged(axis);
@@ -168,8 +174,13 @@ void StopHubNow(Desk& desk) {
 
 void CloseRun(Desk& desk, RunWindow window) {
   // Only the status window stops the hub when it is closed by its frame; the emulator sends nothing.
-  if (window != RunWindow::ExecStatus) return Happened(desk, "Operator terminal closed: the program runs on");
+  if (window != RunWindow::ExecStatus) {
+    RecordEnd(desk, RunOver::ClosedUnstopped);
+    return Happened(desk, "Operator terminal closed: the program runs on");
+  }
   SayStop(desk.link());
+  RecordControl(desk, RunOrderSent::Stop);
+  RecordEnd(desk, RunOver::ClosedAndStopped);
   TellStopped(desk, true);
 }
 
@@ -183,6 +194,7 @@ void ClickPlay(Desk& desk) {
   panel.SingleStep = Picture::StepGray;
   if (!panel.Running) {
     desk.Comm1.Output("r");
+    RecordControl(desk, RunOrderSent::Play);
     panel.Play = Picture::PlayGreen;
     panel.Running = true;
     panel.phase = RunPhase::Running;
@@ -201,6 +213,7 @@ void ClickPause(Desk& desk) {
     return;
   }
   desk.Comm1.Output("P");
+  RecordControl(desk, RunOrderSent::Pause);
   panel.Play = Picture::PlayGray;
   panel.Running = false;
   panel.phase = RunPhase::Pausing;
@@ -224,11 +237,13 @@ void ClickSingleStep(Desk& desk) {
   panel.Pause = Picture::PauseGray;
   desk.run.ControlsChanged();
   desk.Comm1.Output("T");
+  RecordControl(desk, RunOrderSent::SingleStep);
 }
 
 void ClickReset(Desk& desk) {
   if (desk.source.link.Stopped) return;
   desk.Comm1.Output("0");
+  RecordControl(desk, RunOrderSent::Reset);
   desk.view.AutoScroll(0);
 }
 
@@ -262,6 +277,7 @@ void PressKey(Desk& desk, MmiKey key) {
   if (!desk.source.display.MMIActive) return;
   const char byte = KeyByte(key);
   desk.Comm1.Output({&byte, 1});
+  RecordKey(desk, key);
 }
 
 void ResetDrive(const Link& link, EventLoop& loop) {

@@ -10,6 +10,7 @@
 #include "link/execution.h"
 #include "link/held_program.h"
 #include "link/polled.h"
+#include "link/run_record.h"
 #include "platform/number_format.h"
 #include "session/grid.h"
 #include "session/happened.h"
@@ -37,6 +38,11 @@ bool IsAxis(int axis) {
   return axis >= 0 && axis < kAxes;
 }
 
+/// Its faults are worded as those of a motor without a servo.
+bool IsStepper(int model) {
+  return PelmarModel(model) || DreskModel(model);
+}
+
 /// Lets the machine go on to its next line.
 void Acknowledge(Desk& desk) {
   desk.Comm1.Output("I");
@@ -44,6 +50,7 @@ void Acknowledge(Desk& desk) {
 
 /// A halt ends the run: its window goes first, so that the question stands alone.
 void EndRun(Desk& desk) {
+  RecordEnd(desk, RunOver::Halted);
   desk.source.run.Halted = true;
   desk.source.run.panel.phase = RunPhase::Stopped;
   NoteHubRuns(desk.link(), false);
@@ -58,7 +65,9 @@ void StoppedFor(Desk& desk, const std::string& why) {
 void AskForReset(Desk& desk, Tells tells, const std::string& title, const std::string& text) {
   const Answer answer = desk.boxes.MsgBox(
       {.text = text, .title = title, .buttons = Buttons::YesNo, .icon = Icon::Exclamation, .tells = tells});
-  if (answer == Answer::Yes) ResetDrive(desk.link(), desk.loop);
+  if (answer != Answer::Yes) return;
+  RecordControl(desk, RunOrderSent::ResetHub);
+  ResetDrive(desk.link(), desk.loop);
 }
 
 void LimitHit(Desk& desk, const Message& m) {
@@ -227,13 +236,17 @@ void HandleMsg(Desk& desk, std::string_view message) {
     const int first = static_cast<int>(candidate.first);
     return m.header >= first && m.header < first + candidate.headers;
   });
-  if (row == kMessages.end() || !Counts(desk, row->condition, m)) return;
+  const bool known = row != kMessages.end();
+  RecordMessage(desk, known ? std::optional(row->first) : std::nullopt, message);
+  if (!known || !Counts(desk, row->condition, m)) return;
   m.axis = m.header - static_cast<int>(row->first);
   row->handle(desk, m);
+  RecordLights(desk, row->first, m.axis);
 }
 
 void DispDrive(Desk& desk, int revision, int hub_code) {
   desk.Comm1.RThreshold(1);
+  RecordEnd(desk, RunOver::HubSwitchedOn);
   // A hub that comes up has forgotten what it was doing.
   desk.source.link.Stopped = false;
   const bool known = !desk.source.link.identity.empty();
@@ -269,25 +282,30 @@ void ServoNotOn(Desk& desk, int axis) {
   ClearAnimation(desk.grid());
 }
 
+std::array<std::string, 14> FaultLabels(const Program& program, int axis) {
+  const int model = DriveModelOf(program, axis);
+  const bool stepper = IsStepper(model);
+  return {"Position Limit",
+          "CCW Limit",
+          "CW Limit",
+          "drive overtemp",
+          DreskModel(model) ? "reserved" : "excess regen",
+          "over voltage",
+          "under voltage",
+          "motor short",
+          stepper ? "open motor winding" : "bad hall sensor",
+          "bad encoder",
+          "comm error",
+          "save failed",
+          stepper ? "move while disabled" : "timing wiz failed",
+          stepper ? "motor resistance" : "current foldback"};
+}
+
 void ServoError(Desk& desk, int axis, int code) {
-  const int model = DriveModelOf(desk.program(), axis - 1);
-  const bool stepper = PelmarModel(model) || DreskModel(model);
+  const bool stepper = IsStepper(DriveModelOf(desk.program(), axis - 1));
   ServoFaultPanel panel;
   panel.caption = "Drive Error";
-  panel.Label1 = {"Position Limit",
-                  "CCW Limit",
-                  "CW Limit",
-                  "drive overtemp",
-                  DreskModel(model) ? "reserved" : "excess regen",
-                  "over voltage",
-                  "under voltage",
-                  "motor short",
-                  stepper ? "open motor winding" : "bad hall sensor",
-                  "bad encoder",
-                  "comm error",
-                  "save failed",
-                  stepper ? "move while disabled" : "timing wiz failed",
-                  stepper ? "motor resistance" : "current foldback"};
+  panel.Label1 = FaultLabels(desk.program(), axis - 1);
   panel.FaultMessage = "We are experiencing a " + std::string(stepper ? "" : "servo ") + "fault on axis " +
                        Joined(axis) + ". The program has been halted.";
   panel.code = code;

@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #pragma once
 
+#include <array>
 #include <string>
 #include <string_view>
 
@@ -31,6 +32,9 @@ enum class HubHeader : int {
   DriveDisabled = 212,    ///< axis
   DriveFault = 211,       ///< axis, code in two parts of 7 bits
 };
+
+/// What the bits of a fault's code are called on this axis, 0-based.
+[[nodiscard]] std::array<std::string, 14> FaultLabels(const Program& program, int axis);
 
 /// Carries out what a message of the hub asks for. `message` has four bytes. An unknown header and an axis
 /// that does not exist are ignored.

@@ -4,6 +4,7 @@
 
 #include "link/drive_terminal.h"
 #include "link/hub_messages.h"
+#include "link/run_record.h"
 
 namespace tavlo {
 namespace {
@@ -52,7 +53,9 @@ void TakeCharacter(Desk& desk, char c) {
     source.link.InMsg = true;
     source.link.MsgBuf = c;
   } else if (!source.link.InMsg) {
-    if (source.display.MMIActive) Char2MMI(source.display, desk.run, c);
+    if (!source.display.MMIActive) return;
+    RecordText(desk);
+    Char2MMI(source.display, desk.run, c);
   } else {
     source.link.MsgBuf += c;
     if (source.link.MsgBuf.size() < kMessageBytes) return;

@@ -13,6 +13,8 @@
 
 namespace tavlo {
 
+class RunLog;
+
 /// What an exchange with the hub works with.
 struct Link {
   SerialPort& Comm1;
@@ -74,6 +76,8 @@ struct Desk {
   Printer* printer = nullptr;
   /// Null if nothing is kept.
   SessionKeeper* keeper = nullptr;
+  /// Null if runs leave no log.
+  RunLog* log = nullptr;
 
   void OpenHelp(std::string_view file) const {
     if (help != nullptr) help->OpenHelp(file, boxes);
