@@ -3,7 +3,9 @@
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "hubsim/hub.h"
@@ -44,14 +46,17 @@ class SimPort : public WaitingPort {
 
   hubsim::Hub hub;
   std::string sent;
+  /// The hub's journal: what it takes and what it says, as it does so.
+  std::function<void(bool to_hub, std::string_view bytes, double at)> on_traffic;
 
  private:
   void Collect() override {
     while (const auto arrival = to_hub_.Take(clock_.now)) {
+      if (on_traffic) on_traffic(true, arrival->bytes, arrival->at);
       hub.Receive(arrival->bytes, arrival->at);
-      from_hub_.Send(hub.TakeOutput(), arrival->at);
+      Send(arrival->at);
     }
-    from_hub_.Send(hub.TakeOutput(), clock_.now);
+    Send(clock_.now);
     while (const auto arrival = from_hub_.Take(clock_.now)) buffer_ += arrival->bytes;
   }
   bool PassUntil(double limit) override {
@@ -63,6 +68,12 @@ class SimPort : public WaitingPort {
     clock_.now = std::max(clock_.now, next);
     hub.Advance(clock_.now);
     return true;
+  }
+
+  void Send(double at) {
+    const std::string bytes = hub.TakeOutput();
+    if (on_traffic && !bytes.empty()) on_traffic(false, bytes, at);
+    from_hub_.Send(bytes, at);
   }
 
   hubsim::LinePacer to_hub_;
