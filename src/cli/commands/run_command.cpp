@@ -6,8 +6,10 @@
 #include "cli/console/key_terminal.h"
 #include "cli/console/options.h"
 #include "cli/desk/console_desk.h"
+#include "cli/desk/program_files.h"
 #include "cli/desk/settle.h"
 #include "cli/desk/trace.h"
+#include "cli/run/run_log_file.h"
 #include "cli/run/run_program.h"
 #include "cli/run/run_session.h"
 #include "link/execution.h"
@@ -46,6 +48,7 @@ class RunCommand : public Command {
     AddSeconds(app, "--for", seconds_, "Stop the program after SECONDS");
     AddFlagOfFile(app, "--verify", verify_, "Read the hub's program first and compare it with FILE");
     AddFlag(app, "--no-status", no_status_, "Print no inputs and outputs");
+    AddOutput(app, "--log", log_path_, "Write the log of the run to FILE, as CSV");
     AddAnswerOptions(app, answers_);
     AddJson(app, json_);
   }
@@ -55,6 +58,11 @@ class RunCommand : public Command {
     KeyTerminal keys(environment.feed);
     Console console(environment);
     console.ReadLinesOn(keys);
+    if (IsStandard(log_path_)) {
+      console.Note("the log and the rows of the run both want standard output");
+      return ExitCode::Usage;
+    }
+    if (!log_path_.empty() && IsSameFile(console, path_, log_path_)) return ExitCode::File;
     Source source;
     InitSession(source);
     if (!path_.empty() && !LoadProgram(source, console, path_)) return ExitCode::File;
@@ -84,11 +92,15 @@ class RunCommand : public Command {
     RunSession session(console, line, reporter, input, {seconds_, !no_status_, known});
     ConsoleDesk desk(source, console, line, answers_.By(), session.View(), session);
     session.Attach(desk.desk, desk.boxes);
+    RunLogFile log(console, line.Time(), log_path_, known);
+    if (!log.Begin(desk.desk)) return ExitCode::File;
     const auto result =
         OnSettledLine(console, desk.desk, desk.boxes, [&] { return tavlo::Execute(desk.desk); });
+    const bool logged = log.Write();
     if (!result) return HubFailure(console, line);
-    return *result == ExecuteResult::Ran ? ExitOf(session.End(), console)
-                                         : NotStarted(*result, console, line, desk.boxes);
+    if (*result != ExecuteResult::Ran) return NotStarted(*result, console, line, desk.boxes);
+    const ExitCode code = ExitOf(session.End(), console);
+    return code == ExitCode::Done && !logged ? ExitCode::File : code;
   }
 
   static ExitCode NotStarted(ExecuteResult result, Console& console, HubLine& line,
@@ -115,6 +127,7 @@ class RunCommand : public Command {
   AnswerOptions answers_;
   std::optional<double> seconds_;
   bool no_status_ = false;
+  std::string log_path_;
   bool verify_ = false;
   bool json_ = false;
 };

@@ -9,6 +9,8 @@
 #include "cli/desk/last_word.h"
 #include "link/execution.h"
 #include "link/receive.h"
+#include "link/run_record.h"
+#include "session/run_log.h"
 
 namespace tavlo::cli {
 namespace {
@@ -138,6 +140,7 @@ void RunSession::RunAndStop(RunWindow window) {
   StopOnFailure guard(*desk_);
   StartRun(*desk_, window);
   end_ = WatchUntilInterrupted();
+  if (end_ == RunEnd::PortLost) RecordEnd(*desk_, RunOver::PortGone);
   const bool hub_runs_on = end_ == RunEnd::Interrupted || end_ == RunEnd::Stopped ||
                            end_ == RunEnd::TimeOver || end_ == RunEnd::OutputLost;
   if (hub_runs_on) StopRun(*desk_, window);
@@ -164,6 +167,7 @@ RunEnd RunSession::Watch() {
     } else if (!desk_->Comm1.PortOpen()) {
       return RunEnd::PortLost;
     }
+    if (desk_->log != nullptr) desk_->log->Settle();
     if (TimeToDisplay() <= 0) PrintDisplay();
     if (TimeToStatus() <= 0) PrintStatus();
     console_.SendOn();

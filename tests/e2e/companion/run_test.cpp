@@ -4,6 +4,8 @@
 #include <unistd.h>
 
 #include <array>
+#include <optional>
+#include <vector>
 
 #include "road.h"
 #include "terminal_process.h"
@@ -83,6 +85,80 @@ TEST_F(RunRoad, EachLineIsPrintedAsItStartsAndFinishes) {
                                                                   "3\tfinished\tWait 0.01 seconds\n",
                                                                   kRuns}));
   EXPECT_TRUE(HubGotLast("SCKSCDREXIIS"));
+}
+
+/// A line event: seconds since the program was started, what, and the line's number.
+struct LineRow {
+  double seconds;
+  QByteArray what;
+  int line;
+};
+
+/// Those of the hub's journal, from the command that starts the program on.
+std::vector<LineRow> LinesOfJournal(const QString& path) {
+  QFile file(path);
+  EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+  std::vector<LineRow> rows;
+  std::optional<double> start;
+  QByteArray said;
+  while (!file.atEnd()) {
+    const QJsonObject entry = QJsonDocument::fromJson(file.readLine()).object();
+    const QByteArray bytes = QByteArray::fromHex(entry["bytes"].toString().toLatin1());
+    const double at = entry["t"].toDouble();
+    if (entry["dir"].toString() == "rx") {
+      if (bytes == "X") start = at;
+      continue;
+    }
+    for (const char c : bytes) {
+      if (static_cast<unsigned char>(c) >= 128) said.clear();
+      said += c;
+      if (!start || said.size() != 4) continue;
+      const auto header = static_cast<unsigned char>(said[0]);
+      if (header == 254) rows.push_back({at - *start, "line started", said[1] * 16 + said[2] + 1});
+      if (header == 237) rows.push_back({at - *start, "line finished", said[1] * 16 + said[2] + 1});
+    }
+  }
+  return rows;
+}
+
+/// Those of a log.
+std::vector<LineRow> LinesOfLog(const QString& path) {
+  QFile file(path);
+  EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+  std::vector<LineRow> rows;
+  while (!file.atEnd()) {
+    const QList<QByteArray> fields = file.readLine().split(',');
+    if (fields[1].startsWith("line ")) rows.push_back({fields[0].toDouble(), fields[1], fields[2].toInt()});
+  }
+  return rows;
+}
+
+TEST_F(RunRoad, TheLogOfAnInterruptedRunHasTheLinesOfTheHubsJournalAtTheirTimes) {
+  // A loaded machine may be late; a wrong clock or a lost row would be far from this.
+  constexpr double kLate = 0.5;
+  Line(1).Type = WT;
+  Line(1).Time = 60;
+  Line(2).Type = GT;
+  Line(2).LineNum = 0;
+  StartHubWithProgram();
+  const QString log = folder_.filePath("run.csv");
+  TavloProcess tavlo(RunArguments({"--log", log}));
+  ASSERT_TRUE(tavlo.Says("the program runs"));
+  ASSERT_TRUE(Eventually([&] { return LinesOfJournal(folder_.filePath("journal")).size() >= 8; }));
+  tavlo.Signal(SIGINT);
+  EXPECT_EQ(tavlo.Wait().code, 130);
+  ASSERT_TRUE(HubGotLast("S"));
+  const auto hubs = LinesOfJournal(folder_.filePath("journal"));
+  const auto ours = LinesOfLog(log);
+  // What the hub said while the stop was on its way was not read any more.
+  ASSERT_GE(ours.size(), 8U);
+  ASSERT_LE(ours.size(), hubs.size());
+  EXPECT_GE(ours.size() + 2, hubs.size());
+  for (std::size_t i = 0; i < ours.size(); ++i) {
+    EXPECT_EQ(ours[i].what, hubs[i].what) << i;
+    EXPECT_EQ(ours[i].line, hubs[i].line) << i;
+    EXPECT_NEAR(ours[i].seconds, hubs[i].seconds, kLate) << i;
+  }
 }
 
 TEST_F(RunRoad, EverySignalThatEndsAProgramStopsTheMachineFirst) {
