@@ -48,8 +48,9 @@ int main(int argc, char** argv) {
   tavlo::QtHelp help(QCoreApplication::applicationDirPath());
   tavlo::GuiPrinter printer(files);
   tavlo::QtStateFolder sessions(tavlo::StateFolderOf("sessions"));
+  tavlo::QtStateFolder runs(tavlo::StateFolderOf("runs"));
   const auto windows = tavlo::StartUp(
-      {port, boxes, clock, loop, beeper, settings, dialogs, files, comms, help, printer, sessions});
+      {port, boxes, clock, loop, beeper, settings, dialogs, files, comms, help, printer, sessions, &runs});
   // Not quit(), which would ask every window once more whether it may be closed.
   QObject::connect(&windows->Main(), &tavlo::LongForm::Ended, &application,
                    [] { QCoreApplication::exit(0); });

@@ -167,6 +167,7 @@ void RunLog::Close() {
   End("window closed");
   EndText();
   source_ = nullptr;
+  if (OnClose) OnClose();
 }
 
 std::string_view RunLog::LineText(int line) const {

@@ -109,8 +109,9 @@ class RunLog {
 
   /// The program that runs is the one that the source holds, so that its lines have their texts.
   bool program_known = true;
-  /// Called at the begin of each run. May be empty.
+  /// Called when a run has begun, and when it has been closed. May be empty.
   std::function<void()> OnBegin;
+  std::function<void()> OnClose;
   /// The time of day.
   std::function<std::time_t()> wall = [] { return std::time(nullptr); };
 

@@ -38,6 +38,7 @@ ComposerWindows::ComposerWindows(const Outside& outside)
       loading_(&main_),
       editors_(outside.boxes, outside.help, &main_),
       keep_(outside.sessions, NameOfSession(), [] { return QDateTime::currentSecsSinceEpoch(); }),
+      logs_(outside.clock, outside.runs, &main_),
       desk_{.source = source_,
             .Comm1 = outside.Comm1,
             .boxes = outside.boxes,
@@ -61,6 +62,10 @@ ComposerWindows::ComposerWindows(const Outside& outside)
   desk_.help = &outside.help;
   desk_.printer = &outside.printer;
   desk_.keeper = &keep_;
+  desk_.log = &logs_.Log();
+  logs_.Attach(desk_);
+  QObject::connect(&main_, &LongForm::RunLogAsked, &logs_, &RunLogBook::Open);
+  QObject::connect(&logs_, &RunLogBook::Closed, &main_, [this] { run_.BoxGone(); });
   desk_.boxes.GoToLine = [this](int line) { main_.GoTo(line); };
   QObject::connect(&main_, &LongForm::StopPressed, &watch_, [this] { run_.Stop(); });
   QObject::connect(&watch_, &RunWatch::StopPressed, &watch_, [this] { run_.Stop(); });

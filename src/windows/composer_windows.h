@@ -14,6 +14,7 @@
 #include "widgets/mnemonics.h"
 #include "widgets/wheel_focus.h"
 #include "windows/long_form.h"
+#include "windows/run_log_book.h"
 #include "windows/run_watch.h"
 #include "windows/run_windows.h"
 #include "windows/small_forms.h"
@@ -36,6 +37,8 @@ struct Outside {
   Printer& printer;
   /// Where what no file holds is kept for the case of a crash.
   StateFolder& sessions;
+  /// Where the logs of runs are kept; null if they are not.
+  StateFolder* runs = nullptr;
 };
 
 /// A session of the desktop program: its state, its windows, and the desk that the handlers work with. The
@@ -66,6 +69,7 @@ class ComposerWindows {
   LoadingPane loading_;
   LineDialogs editors_;
   CrashKeep keep_;
+  RunLogBook logs_;
   Desk desk_;
   RunWatch watch_;
 };

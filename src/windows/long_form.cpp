@@ -181,6 +181,8 @@ void LongForm::Connect() {
   OnKey(Qt::CTRL | Qt::Key_Z, [this] { Step(Undo); });
   OnKey(Qt::CTRL | Qt::SHIFT | Qt::Key_Z, [this] { Step(Redo); });
   OnKey(Qt::CTRL | Qt::Key_T, [this] { OpenTerminal(*desk_); });
+  // Also where a run window has the keyboard.
+  OnKey(Qt::CTRL | Qt::Key_L, [this] { emit RunLogAsked(); })->setContext(Qt::ApplicationShortcut);
   connect(drives_, &DrivesPanel::Clicked, this, [this] {
     if (!TakesInput(*drives_)) return;
     limits_->Commit();
@@ -209,10 +211,11 @@ void LongForm::Step(void (*handler)(Desk&)) {
   handler(*desk_);
 }
 
-void LongForm::OnKey(const QKeySequence& key, std::function<void()> run) {
+QShortcut* LongForm::OnKey(const QKeySequence& key, std::function<void()> run) {
   auto* shortcut = new QShortcut(key, this);
   shortcut->setAutoRepeat(false);
   connect(shortcut, &QShortcut::activated, this, std::move(run));
+  return shortcut;
 }
 
 void LongForm::Choose(void (*handler)(Desk&, int), int index) {

@@ -9,6 +9,7 @@
 #include "session/desk.h"
 
 class QMenu;
+class QShortcut;
 class QSplitter;
 
 namespace tavlo {
@@ -62,6 +63,8 @@ class LongForm : public QWidget, public ProgramView {
   void StopPressed();
   /// The operator has left the program.
   void Ended();
+  /// The operator wants to see the logs of the runs.
+  void RunLogAsked();
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -75,7 +78,7 @@ class LongForm : public QWidget, public ProgramView {
   /// Undo or redo, after what stands in an entry.
   void Step(void (*handler)(Desk&));
   /// Once a press, however long the key is held.
-  void OnKey(const QKeySequence& key, std::function<void()> run);
+  QShortcut* OnKey(const QKeySequence& key, std::function<void()> run);
   /// The operator chose this index in one of the lists. If no click could have done so, the lists show the
   /// real state again.
   void Choose(void (*handler)(Desk&, int), int index);

@@ -165,6 +165,24 @@ void LookAtTerminal(const LookAt& look_at) {
   session.Handlers().terminal->ShowModal();
 }
 
+void LookAtRunLog(const LookAt& look_at) {
+  RunSession session;
+  QTest::keyClick(&session.Main(), Qt::Key_L, Qt::ControlModifier);
+  session.Settle();
+  look_at(session.Form("RunLog"), "RunLog, empty");
+  session.Lines().Axis.DriveModel = {36, 10, 20, 1, 30, 2, 7, 8, 0};
+  session.WhileRunning(RunWindow::fakeMMI, [&] {
+    session.fakes.port.Receive(LineMessage(254, 11));
+    Light(session);
+    session.fakes.port.Receive("Length of the part: 12345678");
+    PressKey(session.Handlers(), MmiKey::enter);
+    session.fakes.port.Receive(LineMessage(237, 11));
+    QTest::qWait(150);
+    look_at(session.Form("RunLog"), "RunLog, running");
+    session.Click("fakeMMI", "btnStop");
+  });
+}
+
 void LookAtPicker(const LookAt& look_at) {
   PickProg picker(nullptr);
   QTimer::singleShot(0, &picker, [&] {
@@ -373,6 +391,7 @@ void ForEachWindow(const LookAt& look_at) {
   LookAtFault(look_at);
   LookAtAbout(look_at);
   LookAtTerminal(look_at);
+  LookAtRunLog(look_at);
   LookAtPicker(look_at);
   LookAtEditors(look_at);
   LookAtTuning(look_at);
