@@ -5,6 +5,7 @@
 #include <poll.h>
 #include <stdlib.h>
 #include <termios.h>
+#include <time.h>
 #include <unistd.h>
 
 #include <QApplication>
@@ -13,6 +14,7 @@
 #include <algorithm>
 #include <chrono>
 #include <iostream>
+#include <random>
 #include <vector>
 
 #include "platform/services.h"
@@ -22,12 +24,14 @@
 #include "qt/qt_help.h"
 #include "qt/qt_serial_port.h"
 #include "qt/qt_services.h"
+#include "qt/qt_state_folder.h"
+#include "session/run_log.h"
 #include "windows/composer_windows.h"
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
-constexpr int kEvents = 3000;
+constexpr int kEvents = 6000;
 
 class PaintCounter : public QObject {
  public:
@@ -66,9 +70,23 @@ char ReadByte(int master) {
   return byte;
 }
 
+/// Milliseconds of processor time that this process has had.
+double Worked() {
+  timespec now{};
+  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+  return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
+}
+
+double MedianOf(std::vector<double> values) {
+  std::ranges::nth_element(values, values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2));
+  return values[values.size() / 2];
+}
+
 }  // namespace
 
-/// Prints {"p99Ms":..,"eventsPerSecond":..}.
+/// Prints {"p99Ms":..,"eventsPerSecond":..,"loggedRatio":..}. The ratio is of the processor time of the
+/// median event that is logged to that of the median one that is not: a coin decides, so that whatever else
+/// goes on falls on both alike. The log is kept and its window open.
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
   const int master = OpenMaster();
@@ -84,15 +102,26 @@ int main(int argc, char** argv) {
   tavlo::QtCommDevices comms;
   tavlo::QtHelp help(QApplication::applicationDirPath());
   tavlo::GuiPrinter printer(files);
+  tavlo::QtStateFolder sessions(tavlo::StateFolderOf("sessions"));
+  tavlo::QtStateFolder runs(tavlo::StateFolderOf("runs"));
   tavlo::ComposerWindows windows(
-      {port, boxes, clock, loop, beeper, settings, dialogs, files, comms, help, printer});
+      {port, boxes, clock, loop, beeper, settings, dialogs, files, comms, help, printer, sessions, &runs});
   windows.Main().Begin(windows.Handlers());
   windows.Main().show();
   PaintCounter counter;
   for (QWidget* widget : windows.Main().findChildren<QWidget*>()) widget->installEventFilter(&counter);
   loop.WaitSecs(0.5);
 
+  tavlo::RunLog* const log = windows.Handlers().log;
+  log->Begin(windows.Handlers().source);
+  emit windows.Main().RunLogAsked();
+  loop.WaitSecs(0.5);
+
   std::vector<double> latencies;
+  std::vector<double> logged;
+  std::vector<double> plain;
+  std::mt19937 random(1);
+  std::bernoulli_distribution coin;
   const auto begin = Clock::now();
   for (int i = 0; i < kEvents; ++i) {
     // The run walks up and down in view, finishing one line as it starts the next.
@@ -100,7 +129,10 @@ int main(int argc, char** argv) {
     const int before = (i + 19) % 20;
     const char messages[] = {'\xED', static_cast<char>(before / 16), static_cast<char>(before % 16), 0,
                              '\xFE', static_cast<char>(line / 16),   static_cast<char>(line % 16),   0};
+    const bool logs = coin(random);
+    windows.Handlers().log = logs ? log : nullptr;
     const int paints = counter.paints;
+    const double worked = Worked();
     const auto start = Clock::now();
     if (write(master, messages, sizeof messages) != sizeof messages) return 5;
     bool acknowledged = false;
@@ -110,10 +142,11 @@ int main(int argc, char** argv) {
       if (Clock::now() - start > std::chrono::seconds(2)) return 6;
     }
     latencies.push_back(std::chrono::duration<double, std::milli>(Clock::now() - start).count());
+    (logs ? logged : plain).push_back(Worked() - worked);
   }
   const double seconds = std::chrono::duration<double>(Clock::now() - begin).count();
   std::ranges::sort(latencies);
   std::cout << "{\"p99Ms\":" << latencies[kEvents * 99 / 100] << ",\"eventsPerSecond\":" << kEvents / seconds
-            << "}\n";
+            << ",\"loggedRatio\":" << MedianOf(logged) / MedianOf(plain) << "}\n";
   return 0;
 }
