@@ -3,13 +3,14 @@
 #include "qt/qt_services.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
 #include <QSettings>
-#include <QTime>
 #include <QTimer>
 #include <cmath>
+#include <utility>
 
 #ifdef Q_OS_UNIX
 #include "qt/file_replacement.h"
@@ -29,7 +30,14 @@ constexpr char kOrganization[] = "Tavlo";
 }  // namespace
 
 double QtClock::Timer() {
-  return QTime::currentTime().msecsSinceStartOfDay() / 1000.0;
+  constexpr std::int64_t kMinute = 60000;
+  constexpr std::int64_t kDay = 24 * 60 * kMinute;
+  const std::int64_t now = QDateTime::currentMSecsSinceEpoch();
+  // Zones change their offset at the turn of a minute.
+  if (now / kMinute != std::exchange(minute_, now / kMinute)) {
+    offset_ms_ = QDateTime::fromMSecsSinceEpoch(now).offsetFromUtc() * std::int64_t{1000};
+  }
+  return static_cast<double>((now + offset_ms_ + kDay) % kDay) / 1000.0;
 }
 
 void QtEventLoop::Yield() {

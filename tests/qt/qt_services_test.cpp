@@ -3,6 +3,7 @@
 #include "qt/qt_services.h"
 
 #include <gtest/gtest.h>
+#include <time.h>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -10,7 +11,9 @@
 #include <QFile>
 #include <QSettings>
 #include <QTemporaryDir>
+#include <QTime>
 #include <QTimer>
+#include <cmath>
 
 #include "model/file_items.h"
 #include "model/program_file.h"
@@ -62,6 +65,25 @@ TEST(QtClock, CountsTheSecondsSinceMidnight) {
   const double now = clock.Timer();
   EXPECT_GE(now, 0);
   EXPECT_LT(now, 86400);
+}
+
+TEST(QtClock, IsTheTimeOfDayOfTheZone) {
+  const QByteArray zone = qgetenv("TZ");
+  for (const char* there : {"UTC0", "WEST+9:30", "EAST-14", "NIGHT+12"}) {
+    qputenv("TZ", there);
+    tzset();
+    QtClock clock;
+    for (int look = 0; look < 2; ++look) {
+      const double off = clock.Timer() - QTime::currentTime().msecsSinceStartOfDay() / 1000.0;
+      EXPECT_NEAR(std::remainder(off, 86400), 0, 1) << there;
+    }
+  }
+  if (zone.isNull()) {
+    qunsetenv("TZ");
+  } else {
+    qputenv("TZ", zone);
+  }
+  tzset();
 }
 
 TEST(QtEventLoop, WaitSecsYieldsUntilTheTimeHasPassed) {
