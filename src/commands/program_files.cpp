@@ -36,6 +36,16 @@ std::string Listed(const std::vector<int>& lines) {
 }
 
 /// Better now than at the next load.
+void TellSavedWithoutPort(Desk& desk) {
+  if (desk.source.link.OptCom) return;
+  desk.boxes.MsgBox(
+      {.text = "No comm port is open, so the file holds none and will be reported as damaged when it is "
+               "loaded.  Choose a comm port and save again.  Without one, the command tavlo convert "
+               "makes the file whole.",
+       .title = "Save",
+       .icon = Icon::Exclamation});
+}
+
 void TellNotWhollySaved(Desk& desk) {
   const std::vector<int> lines = LinesNotWhollyInFile(desk.program());
   if (lines.empty()) return;
@@ -77,7 +87,9 @@ Outcome SaveFile(Desk& desk, const std::string& path) {
   Outcome saved = desk.files.Replace(path, WriteHubProg(desk.program(), desk.source.link.OptCom));
   // Even a failed save counts as a save under the new name; only the message says otherwise.
   desk.source.file_name = path;
-  MarkUnchanged(desk, saved ? Unchanged::Saved : Unchanged::Otherwise);
+  // A file without a port does not load.
+  const bool whole = saved && desk.source.link.OptCom.has_value();
+  MarkUnchanged(desk, whole ? Unchanged::Saved : Unchanged::Otherwise);
   Happened(desk, (saved ? "Saved " : "Not saved: ") + std::string(BaseName(path)));
   return saved;
 }
@@ -90,6 +102,7 @@ void Save(Desk& desk) {
     return;
   }
   RememberFile(desk.settings, *path);
+  TellSavedWithoutPort(desk);
   TellNotWhollySaved(desk);
 }
 

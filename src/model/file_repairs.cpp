@@ -68,4 +68,23 @@ bool NamesFit(AxisConfig& axes) {
   return fit;
 }
 
+std::optional<std::string> WithPort(std::string_view text) {
+  constexpr std::string_view kLineEnd = "\r\n";
+  constexpr std::string_view kFirstPort = "0\r\n";
+  const auto is_flag = [](std::string_view item) { return item == "#TRUE#" || item == "#FALSE#"; };
+  if (!text.ends_with(kLineEnd)) return std::nullopt;
+  const std::string_view records = text.substr(0, text.size() - kLineEnd.size());
+  const std::size_t end = records.rfind(kLineEnd);
+  if (end == std::string_view::npos) return std::nullopt;
+  // The two flags come last, and the name of an axis before the port.
+  const std::string_view last = records.substr(end + kLineEnd.size());
+  const std::size_t comma = last.find(',');
+  const bool flags =
+      comma != std::string_view::npos && is_flag(last.substr(0, comma)) && is_flag(last.substr(comma + 1));
+  if (!flags || !records.substr(0, end).ends_with('"')) return std::nullopt;
+  std::string whole(text);
+  whole.insert(end + kLineEnd.size(), kFirstPort);
+  return whole;
+}
+
 }  // namespace tavlo

@@ -4,6 +4,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "model/program.h"
@@ -24,13 +27,15 @@ enum class Repair : std::uint8_t {
   HighCurrent,
   /// An axis that counted in steps counts in its unit.
   StepsOnly,
+  /// A file that was saved while no comm port was open holds none, and reads as damaged; it got one.
+  NoPort,
 };
 
 [[nodiscard]] constexpr bool IsOfAxis(Repair repair) {
   return repair == Repair::HighCurrent || repair == Repair::StepsOnly;
 }
 
-/// A change and the line or the axis in which it was made, 0-based.
+/// A change and the line or the axis in which it was made, 0-based; 0 for one of the whole file.
 struct RepairMade {
   Repair repair = Repair::HandWheel;
   int index = 0;
@@ -48,6 +53,10 @@ void CutComment(Program& program, int line, Repairs* repairs);
 void UseDriveInput(Program& program, int line, Repairs* repairs);
 void LowerCurrent(Program& program, int axis, Repairs* repairs);
 void CountInUnits(Program& program, int axis, Repairs* repairs);
+
+/// Returns the text of a program file with a port where it was saved without one; nothing if it does not end
+/// as such a file does. Whether it is whole then must be examined.
+[[nodiscard]] std::optional<std::string> WithPort(std::string_view text);
 
 /// Characters. Every row and every dialog of an axis shows its names, so a damaged file must not bring a long
 /// one.

@@ -56,6 +56,27 @@ TEST_F(ConvertCommand, LiftsEachVersionOfTheComposerToTheProgramThatItLoadsAs) {
   }
 }
 
+TEST_F(ConvertCommand, GivesAFileThatWasSavedWithoutAPortOneAndTakesNoOtherDamage) {
+  Line(1).Type = FL;
+  const std::string text = WriteHubProg(program, std::nullopt);
+  const std::string old_file = folder.Write("old.TVH", text);
+  EXPECT_EQ(Tavlo({"show", old_file}).code, 4) << "it reads as damaged";
+  EXPECT_EQ(Convert(old_file),
+            (Outcome{0, "Converted 1 line of version 1.29.1 to " + New() + " with 1 change\n",
+                     "tavlo: the file was saved without a comm port, and holds Comm 1 now\n"}));
+  EXPECT_EQ(folder.Read("new.TVH"), WriteHubProg(program, 0));
+  const auto result = nlohmann::json::parse(Convert(old_file, {"--json"}).out);
+  EXPECT_EQ(result["changes"][0]["line"], nullptr);
+  EXPECT_EQ(result["changes"][0]["axis"], nullptr);
+  for (std::size_t end = text.size() - 200; end < text.size(); ++end) {
+    EXPECT_EQ(Convert(folder.Write("cut.TVH", text.substr(0, end))).code, 4) << end;
+  }
+  const std::string with_port = WriteHubProg(program, 3);
+  for (std::size_t end = with_port.size() - 200; end < with_port.size() - 2; ++end) {
+    EXPECT_EQ(Convert(folder.Write("cut.TVH", with_port.substr(0, end))).code, 4) << end;
+  }
+}
+
 TEST_F(ConvertCommand, LiftsEachVersionOfTheEarlierProgrammerToTheProgramThatItLoadsAs) {
   Line(1).Type = FL;
   Line(29).Type = CM;

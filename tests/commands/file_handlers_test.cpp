@@ -8,6 +8,7 @@
 #include "commands/hub_choices.h"
 #include "commands/program_files.h"
 #include "model/program_file.h"
+#include "session/edit_step.h"
 #include "session/grid.h"
 #include "session/source.h"
 #include "support/fake_desk.h"
@@ -118,6 +119,31 @@ TEST(Save, WithNoOptComOnLeavesOutThePortRecord) {
   fake.dialogs.next_file_name = "/p/feed.tvh";
   Save(fake.desk);
   EXPECT_EQ(fake.files.files["/p/feed.tvh"], WriteHubProg(fake.source.program, std::nullopt));
+}
+
+TEST(Save, WithNoOptComOnTellsThatTheFileWillNotLoadAndKeepsItsMark) {
+  FakeDesk fake;
+  fake.source.link.OptCom.reset();
+  fake.source.Changed = true;
+  fake.dialogs.next_file_name = "/p/feed.tvh";
+  Save(fake.desk);
+  ASSERT_EQ(fake.boxes.shown.size(), 1U);
+  EXPECT_EQ(
+      fake.boxes.shown[0],
+      (ShownBox{
+          "No comm port is open, so the file holds none and will be reported as damaged when it is "
+          "loaded.  Choose a comm port and save again.  Without one, the command tavlo convert makes the "
+          "file whole.",
+          "Save", Buttons::OK, Icon::Exclamation}));
+  EXPECT_FALSE(fake.source.Changed);
+  ChooseModel(fake.desk, HubQuad);
+  Save(fake.desk);
+  EXPECT_TRUE(Unsaved(fake.source)) << "a file that does not load is none";
+  EXPECT_EQ(fake.boxes.shown.size(), 2U);
+  fake.source.link.OptCom = 2;
+  Save(fake.desk);
+  EXPECT_EQ(fake.boxes.shown.size(), 2U);
+  EXPECT_FALSE(Unsaved(fake.source));
 }
 
 TEST(Save, CancelInTheSaveDialogDoesNothing) {

@@ -31,8 +31,15 @@ std::string Words(const Program& program, const RepairMade& made) {
              " A, the highest of the drive model " +
              std::string(ModelName(program.Axis.DriveModel[made.index]));
     case Repair::StepsOnly: return "lengths count in units, no longer in steps";
+    case Repair::NoPort: return "the file was saved without a comm port, and holds Comm 1 now";
   }
   return "";
+}
+
+/// What a change is of: "line 3: ", "axis 1: ", or nothing for the whole file.
+std::string PlaceOf(const RepairMade& made) {
+  if (made.repair == Repair::NoPort) return "";
+  return (IsOfAxis(made.repair) ? "axis " : "line ") + Joined(made.index + 1) + ": ";
 }
 
 /// The new file holds no longer comment, and a reader would cut it. What stands for a hand wheel has been
@@ -76,8 +83,7 @@ class ConvertCommand : public Command {
  private:
   void TellChanges(Console& console, const Program& program, const Repairs& repairs) const {
     for (const RepairMade& made : repairs) {
-      console.Note((IsOfAxis(made.repair) ? "axis " : "line ") + Joined(made.index + 1) + ": " +
-                   Words(program, made));
+      console.Note(PlaceOf(made) + Words(program, made));
     }
     if (IsStandard(old_path_) || KindByName(old_path_) != FileKind::OskelProg) return;
     console.Note("axis 1: the file does not name its drive model; " +
@@ -110,7 +116,7 @@ class ConvertCommand : public Command {
                             const Repairs& repairs) const {
     Json changes = Json::array();
     for (const RepairMade& made : repairs) {
-      const Json number = made.index + 1;
+      const Json number = made.repair == Repair::NoPort ? Json() : Json(made.index + 1);
       changes.push_back({{"line", IsOfAxis(made.repair) ? Json() : number},
                          {"axis", IsOfAxis(made.repair) ? number : Json()},
                          {"change", Words(program, made)}});

@@ -97,6 +97,17 @@ bool StatOf(const std::string& path, int standard, struct stat& file) {
   return (IsStandard(path) ? fstat(standard, &file) : stat(path.c_str(), &file)) == 0;
 }
 
+/// If a port is all that the file lacks, it gets one.
+void GivePort(std::string& text, FileFindings& findings) {
+  auto with_port = WithPort(text);
+  if (!with_port) return;
+  FileFindings whole = Examine(*with_port, FileKind::HubProg);
+  if (!whole.whole) return;
+  whole.repairs.push_back({Repair::NoPort, 0});
+  findings = std::move(whole);
+  text = std::move(*with_port);
+}
+
 }  // namespace
 
 std::string ShownName(const std::string& path, std::string_view standard) {
@@ -114,7 +125,7 @@ std::optional<std::string> ReadFile(Console& console, const std::string& path, s
 bool LoadProgram(Source& source, Console& console, const std::string& path, FileFindings* found) {
   InitSession(source);
   std::string reason;
-  const auto text = ReadFile(console, path, kLargestProgramFile, reason);
+  auto text = ReadFile(console, path, kLargestProgramFile, reason);
   if (!text) {
     console.Message(kCannotOpen);
     if (!reason.empty()) console.Note(path + ": " + reason);
@@ -123,8 +134,11 @@ bool LoadProgram(Source& source, Console& console, const std::string& path, File
   // A stream has no name whose ending could tell.
   const FileKind kind = IsStandard(path) ? FileKind::HubProg : KindByName(path);
   const std::string name = ShownName(path, kStandardInput);
-  const FileFindings findings = Examine(*text, kind);
-  if (found != nullptr) *found = findings;
+  FileFindings findings = Examine(*text, kind);
+  if (found != nullptr) {
+    if (!findings.whole && kind == FileKind::HubProg) GivePort(*text, findings);
+    *found = findings;
+  }
   if (!MayUse(console, name, kind, findings)) return false;
   NoLine line;
   NoProgramView view;

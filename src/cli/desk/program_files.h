@@ -24,7 +24,8 @@ namespace tavlo::cli {
 /// Reads a program file and warns of anything that follows its last record. Returns false after a message if
 /// the file is not a program, is damaged, has the extension of another kind of file, or holds an unknown
 /// version, hub code or drive model.
-/// `found` gets what there is to say of the file, if a caller wants to know.
+/// `found` gets what there is to say of the file, if a caller wants to know; then a file that lacks nothing
+/// but its port is taken, too.
 [[nodiscard]] bool LoadProgram(Source& source, Console& console, const std::string& path,
                                FileFindings* found = nullptr);
 
