@@ -3,10 +3,13 @@
 #include <benchmark/benchmark.h>
 
 #include "codegen/compile.h"
+#include "commands/undo.h"
 #include "forms/feed_length.h"
 #include "forms/feed_set_out.h"
 #include "full_program.h"
 #include "model/program_file.h"
+#include "session/edit_step.h"
+#include "support/fake_desk.h"
 #include "text/short_desc.h"
 
 namespace tavlo::bench {
@@ -53,6 +56,25 @@ void BM_UpdateAnalysis(benchmark::State& state) {
 }
 BENCHMARK(BM_UpdateAnalysis<FeedLength>)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_UpdateAnalysis<FeedSetOut>)->Unit(benchmark::kMicrosecond);
+
+/// Taking back an edit that has changed every line and every setting, with all that the rows then show.
+void BM_Undo(benchmark::State& state) {
+  testing::FakeDesk fakes;
+  fakes.source.program = FullProgram();
+  {
+    const EditStep step(fakes.desk, "clear", EditStep::Hub::Edited);
+    InitProg(fakes.source.program);
+    InitHardware(fakes.source.program.Axis);
+  }
+  for (auto _ : state) {
+    Undo(fakes.desk);
+    state.PauseTiming();
+    Redo(fakes.desk);
+    fakes.view.rows.clear();
+    state.ResumeTiming();
+  }
+}
+BENCHMARK(BM_Undo)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 }  // namespace tavlo::bench
