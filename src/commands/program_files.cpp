@@ -167,11 +167,19 @@ void Clear(Desk& desk) {
 }
 
 bool MayQuit(Desk& desk) {
-  if (!desk.source.Changed) return true;
-  return desk.boxes.MsgBox(
-             {.text = "You have made changes without Saving or Downloading.  Do you really want to quit?",
-              .title = "Quit",
-              .buttons = Buttons::OKCancel}) == Answer::OK;
+  const auto may = [&desk](const char* question, Icon icon) {
+    return desk.boxes.MsgBox(
+               {.text = question, .title = "Quit", .buttons = Buttons::OKCancel, .icon = icon}) == Answer::OK;
+  };
+  if (desk.source.Changed &&
+      !may("You have made changes without Saving or Downloading.  Do you really want to quit?", Icon::None)) {
+    return false;
+  }
+  // A terminal that was closed by its frame leaves its program running.
+  return !desk.source.link.HubRuns || may("A program may still be running on the hub.  Without Tavlo "
+                                          "Composer the machine's own stop is the only "
+                                          "one left.  Do you really want to quit?",
+                                          Icon::Exclamation);
 }
 
 }  // namespace tavlo

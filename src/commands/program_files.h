@@ -31,7 +31,8 @@ Outcome SaveFile(Desk& desk, const std::string& path);
 /// `BtnClear`
 void Clear(Desk& desk);
 
-/// Asks before unsaved changes are lost. Returns true to go on.
+/// Asks before unsaved changes are lost, and before a machine is left that may be moving. Returns true to go
+/// on.
 [[nodiscard]] bool MayQuit(Desk& desk);
 
 }  // namespace tavlo

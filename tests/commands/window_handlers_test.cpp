@@ -230,6 +230,25 @@ TEST(Quit, ChangesAreAskedAbout) {
   EXPECT_TRUE(MayQuit(fake.desk));
 }
 
+TEST(Quit, AMachineThatMayBeMovingIsAskedAboutLast) {
+  FakeDesk fake;
+  fake.source.Changed = true;
+  fake.source.link.HubRuns = true;
+  fake.boxes.setNextAnswer(Answer::OK);
+  fake.boxes.setNextAnswer(Answer::Cancel);
+  EXPECT_FALSE(MayQuit(fake.desk));
+  ASSERT_EQ(fake.boxes.shown.size(), 2U);
+  EXPECT_EQ(
+      fake.boxes.shown[1],
+      (ShownBox{
+          "A program may still be running on the hub.  Without Tavlo Composer the machine's own stop is "
+          "the only one left.  Do you really want to quit?",
+          "Quit", Buttons::OKCancel, Icon::Exclamation}));
+  fake.source.Changed = false;
+  EXPECT_TRUE(MayQuit(fake.desk));
+  EXPECT_EQ(fake.boxes.shown.size(), 3U);
+}
+
 TEST(Boxes, ABoxWhoseTitleIsNotToldBearsTheApplicationsAndOKAlone) {
   FakeDesk fake;
   fake.desk.boxes.MsgBox({.text = "text"});
