@@ -459,7 +459,8 @@ TEST(LongForm, QuitWithChangesAsksAndLosesThePort) {
             (ShownBox{"You have made changes without Saving or Downloading.  Do you really want to quit?",
                       "Quit", Buttons::OKCancel, Icon::None}));
   session.windows.reset();
-  EXPECT_TRUE(session.fakes.settings.values.empty());
+  EXPECT_FALSE(
+      session.fakes.settings.values.contains(FakeSettings::Path("Tavlo Hub Composer", "Startup", "ComPort")));
 }
 
 TEST(LongForm, ClosingTellsTheHubFirstAndKeepsThePort) {

@@ -56,7 +56,7 @@ TEST(WindowAccessibility, NoTopLevelWindowIsAnythingElse) {
 TEST(WindowAccessibility, WhatIsNoWindowKeepsItsRole) {
   RunningSession session;
   EXPECT_EQ(RoleOf(*session.Find<QWidget>("ModelList")), QAccessible::ComboBox);
-  EXPECT_EQ(RoleOf(*session.Find<QWidget>("Load")), QAccessible::Button);
+  EXPECT_EQ(RoleOf(*session.Find<QWidget>("Save")), QAccessible::Button);
   EXPECT_EQ(RoleOf(session.Pane()), QAccessible::List);
 }
 
