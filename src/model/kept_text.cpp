@@ -199,6 +199,7 @@ std::optional<KeptProgram> ReadKeptProgram(std::string_view text) {
 std::string KeptTextOf(const KeptLines& kept) {
   std::string text(kLinesHead);
   AddRow(text, "first", kept.first);
+  AddRow(text, "cut", kept.cut);
   for (const Instruction& record : kept.lines) {
     AddRow(text, kLine, 0);
     AddFields(text, record, Instruction(), kInstructionFields);
@@ -211,7 +212,9 @@ std::optional<KeptLines> ReadKeptLines(std::string_view text) {
   if (!body) return std::nullopt;
   Rows rows(*body);
   KeptLines kept;
-  if (!rows.Take("first", kept.first) || kept.first < 0 || kept.first >= kLines) return std::nullopt;
+  if (!rows.Take("first", kept.first) || kept.first < 0 || kept.first >= kLines ||
+      !rows.Take("cut", kept.cut))
+    return std::nullopt;
   while (!rows.AtEnd()) {
     int unused = 0;
     Instruction record;

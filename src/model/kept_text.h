@@ -39,6 +39,8 @@ struct KeptProgram {
 struct KeptLines {
   /// Where the first of them stood, 0..199.
   int first = 0;
+  /// They were taken out there: the lines below have moved up since.
+  bool cut = false;
   std::vector<Instruction> lines;
 };
 [[nodiscard]] std::string KeptTextOf(const KeptLines& kept);
