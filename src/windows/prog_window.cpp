@@ -58,12 +58,28 @@ void ProgWindow::SetWidths(int text_width, int width) {
 }
 
 void ProgWindow::SetCurrentRow(int line) {
-  line = std::clamp(line, 0, kLines - 1);
-  if (line == current_) return;
-  update(geometry_.Row(current_));
-  update(geometry_.Row(line));
-  current_ = line;
-  TellReaders(line, QAccessible::Focus);
+  Walk(line, false);
+}
+
+void ProgWindow::Walk(int line, bool extend) {
+  RowSelection to = selection_;
+  extend ? to.ExtendTo(line) : to.GoTo(line);
+  Select(to);
+}
+
+void ProgWindow::Select(const RowSelection& selection) {
+  if (selection == selection_) return;
+  const RowSelection before = std::exchange(selection_, selection);
+  for (const LineRange& rows : {before.Rows(), selection_.Rows()}) {
+    update(geometry_.Row(rows.first) | geometry_.Row(rows.Last()));
+  }
+  if (selection_.Current() != before.Current()) TellReaders(selection_.Current(), QAccessible::Focus);
+  if (!before.IsRange() && !selection_.IsRange()) return;
+  for (int line = 0; line < kLines; ++line) {
+    if (selection_.Holds(line) == before.Holds(line)) continue;
+    emit SpeechChanged(line,
+                       selection_.Holds(line) ? QAccessible::SelectionAdd : QAccessible::SelectionRemove);
+  }
 }
 
 void ProgWindow::RowChanged(int line) {
@@ -137,25 +153,41 @@ void ProgWindow::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton || held_) return;
   const QPoint position = event->position().toPoint();
   const int line = geometry_.RowAt(position.y());
-  if (!geometry_.Icon(line).contains(position)) return SetCurrentRow(line);
-  pressed_icon_ = line;
   pressed_at_ = position;
+  if (geometry_.Icon(line).contains(position)) {
+    pressed_icon_ = line;
+    return;
+  }
+  pressed_text_ = true;
+  Walk(line, event->modifiers().testFlag(Qt::ShiftModifier));
 }
 
 void ProgWindow::mouseMoveEvent(QMouseEvent* event) {
-  if (!pressed_icon_) return;
+  if (!pressed_icon_ && !pressed_text_) return;
   // The release went elsewhere.
   if (!event->buttons().testFlag(Qt::LeftButton)) return EndDrag();
   const QPoint position = event->position().toPoint();
-  if (!dragging_ && (position - pressed_at_).manhattanLength() < QApplication::startDragDistance()) return;
+  const bool moved = dragging_ || stretching_;
+  if (!moved && (position - pressed_at_).manhattanLength() < QApplication::startDragDistance()) return;
+  pointer_ = event->globalPosition().toPoint();
+  if (pressed_text_) {
+    stretching_ = true;
+    return Stretch();
+  }
   dragging_ = true;
   setMouseTracking(true);
-  pointer_ = event->globalPosition().toPoint();
   Aim();
 }
 
+void ProgWindow::Stretch() {
+  const QPoint position = mapFromGlobal(pointer_);
+  Walk(geometry_.RowAt(position.y()), true);
+  emit Dragged(position);
+}
+
 void ProgWindow::mouseReleaseEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton || !pressed_icon_) return;
+  if (event->button() != Qt::LeftButton) return;
+  if (!pressed_icon_) return EndDrag();
   const int source_line = *pressed_icon_;
   std::optional<int> target_line;
   if (dragging_) {
@@ -188,12 +220,13 @@ void ProgWindow::Aim() {
 
 void ProgWindow::moveEvent(QMoveEvent* event) {
   if (dragging_) Aim();
+  if (stretching_) Stretch();
   QWidget::moveEvent(event);
 }
 
 void ProgWindow::SetDropTarget(std::optional<int> line) {
   if (drop_target_ == line) return;
-  for (const auto& changed : {drop_target_, line, std::optional(current_)}) {
+  for (const auto& changed : {drop_target_, line, std::optional(CurrentRow())}) {
     if (changed) update(geometry_.Row(*changed));
   }
   drop_target_ = line;
@@ -201,9 +234,11 @@ void ProgWindow::SetDropTarget(std::optional<int> line) {
 
 void ProgWindow::EndDrag() {
   pressed_icon_.reset();
+  pressed_text_ = false;
+  if (std::exchange(stretching_, false)) emit Dragged(std::nullopt);
   if (!std::exchange(dragging_, false)) return;
   SetDropTarget(std::nullopt);
-  update(geometry_.Row(current_));
+  update(geometry_.Row(CurrentRow()));
   setMouseTracking(false);
   unsetCursor();
   emit Dragged(std::nullopt);
@@ -211,39 +246,46 @@ void ProgWindow::EndDrag() {
 
 void ProgWindow::GoTo(int line) {
   SetCurrentRow(line);
-  emit CurrentRowMoved(current_);
+  emit CurrentRowMoved(CurrentRow());
+}
+
+std::optional<int> ProgWindow::RowOfKey(int key) const {
+  const int page =
+      parentWidget() == nullptr ? kLinesOfPage : std::max(1, parentWidget()->height() / geometry_.pitch - 1);
+  switch (key) {
+    case Qt::Key_Up: return CurrentRow() - 1;
+    case Qt::Key_Down: return CurrentRow() + 1;
+    case Qt::Key_PageUp: return CurrentRow() - page;
+    case Qt::Key_PageDown: return CurrentRow() + page;
+    case Qt::Key_Home: return 0;
+    case Qt::Key_End: return kLines - 1;
+    default: return std::nullopt;
+  }
 }
 
 void ProgWindow::keyPressEvent(QKeyEvent* event) {
-  if (pressed_icon_) {
+  if (pressed_icon_ || pressed_text_) {
     if (event->key() == Qt::Key_Escape) EndDrag();
     return;
   }
-  const int page =
-      parentWidget() == nullptr ? kLinesOfPage : std::max(1, parentWidget()->height() / geometry_.pitch - 1);
-  switch (event->key()) {
-    case Qt::Key_Up: return GoTo(current_ - 1);
-    case Qt::Key_Down: return GoTo(current_ + 1);
-    case Qt::Key_PageUp: return GoTo(current_ - page);
-    case Qt::Key_PageDown: return GoTo(current_ + page);
-    case Qt::Key_Home: return GoTo(0);
-    case Qt::Key_End: return GoTo(kLines - 1);
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-      if (!held_) Drop(current_, current_, event->modifiers().testFlag(Qt::ShiftModifier));
-      return;
-    default: break;
+  const bool shift = event->modifiers().testFlag(Qt::ShiftModifier);
+  if (const auto line = RowOfKey(event->key())) {
+    Walk(*line, shift);
+    emit CurrentRowMoved(CurrentRow());
+  } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    if (!held_) Drop(CurrentRow(), CurrentRow(), shift);
+  } else {
+    QWidget::keyPressEvent(event);
   }
-  QWidget::keyPressEvent(event);
 }
 
 void ProgWindow::focusInEvent(QFocusEvent*) {
-  update(geometry_.Row(current_));
-  TellReaders(current_, QAccessible::Focus);
+  update(geometry_.Row(CurrentRow()));
+  TellReaders(CurrentRow(), QAccessible::Focus);
 }
 
 void ProgWindow::focusOutEvent(QFocusEvent*) {
-  update(geometry_.Row(current_));
+  update(geometry_.Row(CurrentRow()));
 }
 
 void ProgWindow::changeEvent(QEvent* event) {

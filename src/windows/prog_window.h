@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "session/desk.h"
+#include "session/row_selection.h"
 #include "windows/arrow_zone.h"
 #include "windows/prog_counter.h"
 #include "windows/row_geometry.h"
@@ -19,8 +20,10 @@
 namespace tavlo {
 
 /// `ProgWindow`: the tall pane of all 200 rows, painted from `Source`. One row is the current one: the arrow
-/// and page keys move it, and Enter does what a click on its icon does. While an icon is dragged, the row on
-/// which it would be dropped is marked; a drag that ends in any other way leaves no trace.
+/// and page keys move it, and Enter does what a click on its icon does. With Shift the keys and a click
+/// beside the icons select the rows up to there; so does the mouse that is drawn over their texts. While an
+/// icon is dragged, the row on which it would be dropped is marked; a drag that ends in any other way leaves
+/// no trace.
 class ProgWindow : public QWidget {
   Q_OBJECT
 
@@ -29,11 +32,13 @@ class ProgWindow : public QWidget {
 
   [[nodiscard]] const RowGeometry& Geometry() const { return geometry_; }
   [[nodiscard]] const Source& Session() const { return source_; }
-  [[nodiscard]] int CurrentRow() const { return current_; }
+  [[nodiscard]] int CurrentRow() const { return selection_.Current(); }
+  [[nodiscard]] const RowSelection& Selection() const { return selection_; }
   /// Returns what a screen reader says of a row, 0..199.
   [[nodiscard]] RowSpeech SpeechOfRow(int line) const;
-  /// A row outside 0..199 is replaced by the nearest one.
+  /// Selects nothing else. A row outside 0..199 is replaced by the nearest one.
   void SetCurrentRow(int line);
+  void Select(const RowSelection& selection);
   /// The same, and asks for the row to be brought into view.
   void GoTo(int line);
   /// While held, lines cannot be changed: clicks, drags and Enter do nothing, but the rows can still be
@@ -56,9 +61,10 @@ class ProgWindow : public QWidget {
   void Dropped(int source_line, int target_line, bool shift);
   /// The current row has moved and should be brought into view.
   void CurrentRowMoved(int line);
-  /// What a screen reader says of a row has changed.
+  /// What a screen reader says of a row, or whether the row is selected, has changed.
   void SpeechChanged(int line, QAccessible::Event what);
-  /// An icon is being dragged and is at this position of the pane; nothing when the drag is over.
+  /// An icon or the end of a selection is being dragged and is at this position of the pane; nothing when the
+  /// drag is over.
   void Dragged(std::optional<QPoint> position);
 
  protected:
@@ -77,11 +83,22 @@ class ProgWindow : public QWidget {
   void Measure();
   void PaintRow(QPainter& painter, int line);
   void PaintLabel(QPainter& painter, int line) const;
+  void PaintSelected(QPainter& painter, int line) const;
   void PaintIcon(QPainter& painter, int line) const;
   void PaintDesc(QPainter& painter, int line);
   void PaintMark(QPainter& painter, int line) const;
-  [[nodiscard]] QColor LabelInk(LabelColour colour) const;
+  /// What the number of the row stands on.
+  [[nodiscard]] QColor LabelGround(int line) const;
+  [[nodiscard]] QColor LabelInk(int line) const;
+  /// Whether the row is one of several that are selected.
+  [[nodiscard]] bool InRange(int line) const { return selection_.IsRange() && selection_.Holds(line); }
   [[nodiscard]] QString ToolTipAt(QPoint position);
+  /// Returns the row to which a key goes from the current one; nothing for any other key.
+  [[nodiscard]] std::optional<int> RowOfKey(int key) const;
+  /// Makes the row the current one; with `extend`, selects the rows up to there.
+  void Walk(int line, bool extend);
+  /// Selects the rows up to the pointer.
+  void Stretch();
   void Drop(int source_line, int target_line, bool shift);
   /// Finds the row on which an icon would be dropped now: the row under the pointer, if it can be seen.
   void Aim();
@@ -99,9 +116,12 @@ class ProgWindow : public QWidget {
   RowTexts texts_;
   std::optional<int> counter_;
   std::array<RowSpeech, kLines> told_;
-  int current_ = 0;
+  RowSelection selection_;
   std::optional<int> pressed_icon_;
   QPoint pressed_at_;
+  /// The mouse was pressed beside the icons, and has been moved since.
+  bool pressed_text_ = false;
+  bool stretching_ = false;
   bool dragging_ = false;
   /// In screen coordinates: the pane may be scrolled under a pointer that rests.
   QPoint pointer_;

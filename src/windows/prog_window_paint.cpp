@@ -31,27 +31,44 @@ void ProgWindow::paintEvent(QPaintEvent* event) {
 }
 
 void ProgWindow::PaintRow(QPainter& painter, int line) {
+  PaintSelected(painter, line);
   PaintLabel(painter, line);
   PaintIcon(painter, line);
   PaintDesc(painter, line);
-  if (line == current_ || line == drop_target_) PaintMark(painter, line);
+  if (line == CurrentRow() || line == drop_target_) PaintMark(painter, line);
 }
 
-QColor ProgWindow::LabelInk(LabelColour colour) const {
+QColor ProgWindow::LabelGround(int line) const {
   const QColor ground = palette().color(QPalette::Window);
-  switch (colour) {
-    case LabelColour::Plain: return palette().color(QPalette::WindowText);
+  return InRange(line) ? StandOut(palette().color(QPalette::Highlight), ground, kSymbolContrast) : ground;
+}
+
+QColor ProgWindow::LabelInk(int line) const {
+  const QColor ground = LabelGround(line);
+  switch (source_.shown.rows[line].label) {
+    case LabelColour::Plain:
+      if (!InRange(line)) return palette().color(QPalette::WindowText);
+      return StandOut(palette().color(QPalette::HighlightedText), ground, kTextContrast);
     case LabelColour::Red: return StandOut(QColor(kRedNumber), ground, kTextContrast);
     case LabelColour::Blue: return StandOut(QColor(kBlueNumber), ground, kTextContrast);
   }
   return {};
 }
 
+// The background of a text shows the state of its row, so what is selected is marked on both sides of it: on
+// the number, and by a bar between the icon and the text.
+void ProgWindow::PaintSelected(QPainter& painter, int line) const {
+  if (!InRange(line)) return;
+  const QRect label = geometry_.Label(line).adjusted(0, 0, RowGeometry::kGap, 0);
+  const QRect bar(geometry_.DescLeft() - RowGeometry::kGap, label.top(), RowGeometry::kGap, label.height());
+  painter.fillRect(label, LabelGround(line));
+  painter.fillRect(bar, LabelGround(line));
+}
+
 void ProgWindow::PaintLabel(QPainter& painter, int line) const {
-  const LabelColour colour = source_.shown.rows[line].label;
-  painter.setPen(LabelInk(colour));
+  painter.setPen(LabelInk(line));
   QFont font = this->font();
-  font.setBold(colour != LabelColour::Plain);
+  font.setBold(source_.shown.rows[line].label != LabelColour::Plain);
   painter.setFont(font);
   painter.drawText(geometry_.Label(line), Qt::AlignRight | Qt::AlignVCenter, QString::number(line + 1));
 }

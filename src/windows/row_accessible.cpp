@@ -38,9 +38,9 @@ class AccessibleRow : public QAccessibleInterface, public QAccessibleActionInter
   }
   QAccessible::State state() const override {
     QAccessible::State state;
-    state.focusable = state.selectable = true;
-    state.selected = line_ == pane_->CurrentRow();
-    state.focused = state.selected && pane_->hasFocus();
+    state.focusable = state.selectable = state.extSelectable = true;
+    state.selected = pane_->Selection().Holds(line_);
+    state.focused = line_ == pane_->CurrentRow() && pane_->hasFocus();
     state.offscreen = !pane_->visibleRegion().intersects(pane_->Geometry().Row(line_));
     return state;
   }
@@ -69,6 +69,11 @@ class AccessiblePane : public QAccessibleWidget {
     for (const QAccessible::Id id : rows_) {
       if (id != 0) QAccessible::deleteAccessibleInterface(id);
     }
+  }
+  QAccessible::State state() const override {
+    QAccessible::State state = QAccessibleWidget::state();
+    state.multiSelectable = state.extSelectable = true;
+    return state;
   }
   int childCount() const override { return kLines; }
   QAccessibleInterface* child(int index) const override {
