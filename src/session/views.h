@@ -38,6 +38,8 @@ class ProgramView {
   virtual void StopChanged() = 0;
   /// There is a new event in `Source::happened`.
   virtual void SomethingHappened() = 0;
+  /// Says for a moment why nothing happened, or what was done in passing. Asks for nothing.
+  virtual void Note(std::string_view text) = 0;
 };
 
 /// The two windows that are shown while a program runs. Both carry the tag "status".

@@ -268,6 +268,9 @@ void LongForm::HubChanged() {
 }
 void LongForm::LimitChanged() {
   limits_->Show(source_.program);
+void LongForm::Note(std::string_view text) {
+  grid_->Note(FromMessage(text));
+}
 }
 void LongForm::CaptionChanged() {
   const QString mark = Unsaved(source_) ? QStringLiteral("*") : QString();

@@ -58,6 +58,7 @@ class LongForm : public QWidget, public ProgramView {
   void StopChanged() override;
   void SomethingHappened() override;
 
+  void Note(std::string_view text) override;
  signals:
   /// `StopButton`
   void StopPressed();

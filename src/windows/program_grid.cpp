@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "windows/program_grid.h"
 
+#include <QAccessible>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -21,6 +22,8 @@ constexpr int kLeastTextWidth = 80;
 /// Between two steps of the rows while an icon is held at an edge.
 constexpr int kDragScrollMs = 50;
 
+/// How long a word in passing stays.
+constexpr int kNoteMs = 6000;
 /// The pane's scroll area. The usual one would show the middle of the pane whenever the Tab key leaves it.
 class RowsArea : public QScrollArea {
  public:
@@ -80,10 +83,27 @@ ProgramGrid::ProgramGrid(const Source& source, QWidget* parent)
 }
 
 void ProgramGrid::Hold(const QString& why) {
-  pane_->Hold(!why.isEmpty());
-  notice_->setText(why);
-  notice_->setVisible(!why.isEmpty());
-  heading_->setVisible(why.isEmpty());
+  held_ = !why.isEmpty();
+  pane_->Hold(held_);
+  ShowNotice(why);
+}
+
+void ProgramGrid::Note(const QString& text) {
+  if (!held_) {
+    ShowNotice(text);
+    note_timer_.start(kNoteMs, this);
+  }
+  notice_->setAccessibleDescription(text);
+  QAccessibleEvent told(notice_, QAccessible::Alert);
+  QAccessible::updateAccessibility(&told);
+}
+
+void ProgramGrid::ShowNotice(const QString& text) {
+  note_timer_.stop();
+  notice_->setText(text);
+  notice_->setAccessibleDescription({});
+  notice_->setVisible(!text.isEmpty());
+  heading_->setVisible(text.isEmpty());
 }
 
 QScrollBar& ProgramGrid::ScrollProg() const {
@@ -132,5 +152,6 @@ void ProgramGrid::timerEvent(QTimerEvent* event) {
   if (event->timerId() != drag_timer_.timerId()) return QWidget::timerEvent(event);
   ScrollProg().setValue(ScrollProg().value() + DragScroll(dragged_to_.y()));
 }
+  if (event->timerId() == note_timer_.timerId()) return ShowNotice({});
 
 }  // namespace tavlo

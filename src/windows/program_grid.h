@@ -33,6 +33,9 @@ class ProgramGrid : public QWidget {
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
   void timerEvent(QTimerEvent* event) override;
+  /// Shows a word in passing in place of the heading, and has it read out. While a reason to hold is shown
+  /// there it is only read out.
+  void Note(const QString& text);
 
  private:
   /// Gives the text column its share of the main window's width. Does nothing while the main window is
@@ -43,6 +46,7 @@ class ProgramGrid : public QWidget {
   /// Returns how far the rows move at a time while an icon is held at this height of the view: 0 away from
   /// the edges.
   [[nodiscard]] int DragScroll(int y) const;
+  void ShowNotice(const QString& text);
   [[nodiscard]] QScrollBar& ScrollProg() const;
 
   QScrollArea* scroll_;
@@ -55,3 +59,5 @@ class ProgramGrid : public QWidget {
 };
 
 }  // namespace tavlo
+  QBasicTimer note_timer_;
+  bool held_ = false;

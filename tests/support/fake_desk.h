@@ -243,10 +243,12 @@ class FakeView : public ProgramView {
   void ProgCounter(std::optional<int> line) override { counters.push_back(line); }
   void StopChanged() override { ++stop; }
   void SomethingHappened() override { ++happened; }
+  void Note(std::string_view text) override { notes.emplace_back(text); }
   std::vector<int> rows;
   std::vector<int> scrolls;
   std::vector<int> gone_to;
   std::vector<std::optional<int>> counters;
+  std::vector<std::string> notes;
   int all_rows = 0;
   int arrows = 0;
   int drives = 0;

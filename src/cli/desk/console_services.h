@@ -76,6 +76,7 @@ class NoProgramView : public ProgramView {
   void ProgCounter(std::optional<int>) override {}
   void StopChanged() override {}
   void SomethingHappened() override {}
+  void Note(std::string_view) override {}
 };
 
 class NoRunView : public RunView {
