@@ -10,6 +10,7 @@
 #include "session/edit_step.h"
 #include "session/grid.h"
 #include "session/happened.h"
+#include "text/line_list.h"
 
 namespace tavlo {
 namespace {
@@ -24,15 +25,6 @@ void GiveUp(Desk& desk, const std::string& name, FileKind kind) {
 
 std::string LoadStep(std::string_view path, FileKind kind) {
   return (kind == FileKind::HubProg ? "load " : "import ") + std::string(BaseName(path));
-}
-
-std::string Listed(const std::vector<int>& lines) {
-  std::string text = lines.size() == 1 ? "Line " : "Lines ";
-  for (std::size_t i = 0; i < lines.size(); ++i) {
-    if (i > 0) text += i + 1 == lines.size() ? " and " : ", ";
-    text += std::to_string(lines[i] + 1);
-  }
-  return text;
 }
 
 /// Better now than at the next load.
@@ -75,6 +67,38 @@ void LoadNamed(Desk& desk, const std::string& path) {
   }
 }
 
+void SaveAndTell(Desk& desk, const std::string& path) {
+  if (const Outcome saved = SaveFile(desk, path); !saved) {
+    desk.boxes.MsgBox({.text = "Error saving file: " + saved.Why(), .title = ""});
+    return;
+  }
+  RememberFile(desk.settings, path);
+  TellSavedWithoutPort(desk);
+  TellNotWhollySaved(desk);
+}
+
+/// What the dialog proposes. A file of the earlier programmer keeps what it holds.
+std::string Proposed(const std::string& file_name) {
+  if (file_name == kUntitled) return {};
+  if (KindByName(file_name) == FileKind::HubProg) return file_name;
+  const std::size_t folder = file_name.size() - BaseName(file_name).size();
+  const std::size_t dot = file_name.find_last_of('.');
+  return (dot == std::string::npos || dot < folder ? file_name : file_name.substr(0, dot)) + ".TVH";
+}
+
+/// Whether the program goes back to a file of this session that can be written without a question: one that
+/// was read or written here, and no program of a hub has taken its place since.
+bool HasFile(const Source& source) {
+  return source.files_seen.contains(source.file_name) && KindByName(source.file_name) == FileKind::HubProg &&
+         !source.history.FromHub();
+}
+
+/// A file that has gone has nothing to be lost.
+bool ChangedElsewhere(Desk& desk, const std::string& path) {
+  const auto now = desk.files.Read(path, kLargestProgramFile);
+  return now && MarkOf(*now) != desk.source.files_seen[path];
+}
+
 /// What ends the busy look of a load, whichever way it went.
 void HideLoading(Desk& desk) {
   desk.loading.Hide();
@@ -84,7 +108,9 @@ void HideLoading(Desk& desk) {
 }  // namespace
 
 Outcome SaveFile(Desk& desk, const std::string& path) {
-  Outcome saved = desk.files.Replace(path, WriteHubProg(desk.program(), desk.source.link.OptCom));
+  const std::string bytes = WriteHubProg(desk.program(), desk.source.link.OptCom);
+  Outcome saved = desk.files.Replace(path, bytes);
+  if (saved) desk.source.files_seen[path] = MarkOf(bytes);
   // Even a failed save counts as a save under the new name; only the message says otherwise.
   desk.source.file_name = path;
   // A file without a port does not load.
@@ -95,15 +121,24 @@ Outcome SaveFile(Desk& desk, const std::string& path) {
 }
 
 void Save(Desk& desk) {
-  const auto path = desk.dialogs.SaveFileName({{{"Tavlo Files", "*.TVH"}}, "tvh"});
+  const auto path = desk.dialogs.SaveFileName({.filters = {{"Tavlo Files", "*.TVH"}},
+                                               .default_extension = "tvh",
+                                               .present = Proposed(desk.source.file_name)});
   if (!path || path->empty()) return;
-  if (const Outcome saved = SaveFile(desk, *path); !saved) {
-    desk.boxes.MsgBox({.text = "Error saving file: " + saved.Why(), .title = ""});
+  SaveAndTell(desk, *path);
+}
+
+void SaveToFile(Desk& desk) {
+  const std::string path = desk.source.file_name;
+  if (!HasFile(desk.source)) return Save(desk);
+  if (ChangedElsewhere(desk, path) &&
+      desk.boxes.MsgBox({.text = path + " was changed by another program.  Do you want to replace it?",
+                         .title = "Save",
+                         .buttons = Buttons::OKCancel,
+                         .icon = Icon::Question}) != Answer::OK) {
     return;
   }
-  RememberFile(desk.settings, *path);
-  TellSavedWithoutPort(desk);
-  TellNotWhollySaved(desk);
+  SaveAndTell(desk, path);
 }
 
 bool LoadFile(Desk& desk, const std::string& path) {
@@ -114,7 +149,9 @@ bool LoadFile(Desk& desk, const std::string& path) {
     desk.loading.Hide();
     return false;
   }
-  return LoadText(desk, path, KindByName(path), *text);
+  const bool good = LoadText(desk, path, KindByName(path), *text);
+  if (good) desk.source.files_seen[path] = MarkOf(*text);
+  return good;
 }
 
 bool LoadText(Desk& desk, const std::string& name, FileKind kind, std::string_view text) {

@@ -13,6 +13,9 @@ namespace tavlo {
 
 /// Asks for a name and writes the file.
 void Save(Desk& desk);
+/// Writes the program to the .TVH file that it was loaded from or saved to; asks for a name if it has none or
+/// came from a hub since. Asks before it replaces what another program has written to that file meanwhile.
+void SaveToFile(Desk& desk);
 /// Asks for a name, reads the file and shows it.
 void Load(Desk& desk);
 /// The same for a file that the operator has named already: among the recent ones, by dropping it on the

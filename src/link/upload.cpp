@@ -156,7 +156,7 @@ UploadResult UploadProg(Desk& desk, float rev) {
   }
   ShowUploaded(desk);
   desk.upbox.Hide();
-  MarkUnchanged(desk, Unchanged::Transferred);
+  MarkUnchanged(desk, Unchanged::Uploaded);
   return UploadResult::Done;
 }
 

@@ -97,6 +97,8 @@ struct FileFilter {
 struct FileDialogSetup {
   std::vector<FileFilter> filters;
   std::string_view default_extension;
+  /// The path that the dialog proposes; empty if none.
+  std::string present = {};
 };
 
 class FileDialogs {

@@ -68,7 +68,7 @@ void History::Record(std::string name, const Edited& before, const Program& afte
   steps_.resize(at_);
   positions_.resize(at_ + 1);
   steps_.push_back(std::move(step));
-  positions_.emplace_back();
+  positions_.push_back({.unchanged = false, .empty = false, .from_hub = Here().from_hub, .saved_as = {}});
   if (steps_.size() > kSteps) {
     steps_.erase(steps_.begin());
     positions_.erase(positions_.begin());
@@ -108,7 +108,8 @@ std::optional<int> History::Redo(Program& program, std::string& file_name) {
 }
 
 void History::MarkUnchanged(Unchanged why, const std::string& file_name) {
-  const bool elsewhere = why == Unchanged::Saved || why == Unchanged::Transferred;
+  const bool elsewhere =
+      why == Unchanged::Saved || why == Unchanged::Transferred || why == Unchanged::Uploaded;
   for (Position& position : positions_) {
     if (elsewhere) position.unchanged = false;
     if (why == Unchanged::Saved && position.saved_as == file_name) position.saved_as.clear();
@@ -116,6 +117,8 @@ void History::MarkUnchanged(Unchanged why, const std::string& file_name) {
   Here().unchanged = true;
   if (why == Unchanged::Saved || why == Unchanged::Loaded) Here().saved_as = file_name;
   if (why == Unchanged::Cleared) Here().empty = true;
+  if (why != Unchanged::Transferred && why != Unchanged::Otherwise)
+    Here().from_hub = why == Unchanged::Uploaded;
 }
 
 void History::MarkChanged() {

@@ -20,7 +20,8 @@ namespace tavlo {
 enum class Unchanged {
   Saved,        ///< a file holds it now
   Loaded,       ///< it came from a file
-  Transferred,  ///< a hub holds it, or it came from one
+  Transferred,  ///< a hub holds it
+  Uploaded,     ///< it came from a hub
   Cleared,      ///< there is nothing in it
   Otherwise,    ///< it counts as such although nothing else holds it
 };
@@ -62,6 +63,8 @@ class History {
   [[nodiscard]] bool CountsAsUnchanged() const { return Here().unchanged; }
   /// Whether a file of this name holds the program, or there is nothing in it that a file could hold.
   [[nodiscard]] bool InFile(const std::string& file_name) const;
+  /// Whether the program goes back to one that came from a hub, and not to a file or an empty one.
+  [[nodiscard]] bool FromHub() const { return Here().from_hub; }
 
  private:
   using Kept = std::shared_ptr<const Instruction>;
@@ -90,6 +93,7 @@ class History {
   struct Position {
     bool unchanged = false;
     bool empty = false;
+    bool from_hub = false;
     /// The file that holds the program as it is here.
     std::string saved_as;
   };
@@ -104,7 +108,7 @@ class History {
 
   std::vector<Step> steps_;
   /// One more than the steps.
-  std::vector<Position> positions_ = {{.unchanged = true, .empty = true, .saved_as = {}}};
+  std::vector<Position> positions_ = {{.unchanged = true, .empty = true, .from_hub = false, .saved_as = {}}};
   std::size_t at_ = 0;
   /// The lines at the present position, as far as edits have touched them.
   std::array<Kept, kLines + 1> kept_;

@@ -19,6 +19,14 @@ void InitSession(Source& source) {
   InitProg(source.program);
 }
 
+TextMark MarkOf(std::string_view text) {
+  constexpr std::uint64_t kStart = 14695981039346656037U;
+  constexpr std::uint64_t kFactor = 1099511628211U;
+  TextMark mark = {.bytes = text.size(), .sum = kStart};
+  for (const char c : text) mark.sum = (mark.sum ^ static_cast<unsigned char>(c)) * kFactor;
+  return mark;
+}
+
 std::int16_t LimitLineOf(const Program& program) {
   return static_cast<std::int16_t>(std::clamp(RoundHalfEven(program.LimitBranch), -32768.0, 32767.0));
 }

@@ -3,12 +3,16 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "model/line_blocks.h"
 #include "model/program.h"
 #include "session/command_recall.h"
 #include "session/history.h"
@@ -19,6 +23,15 @@
 namespace tavlo {
 
 inline constexpr std::string_view kUntitled = "untitled";
+
+/// Tells one text from another: its length and a sum over its bytes.
+struct TextMark {
+  std::size_t bytes = 0;
+  std::uint64_t sum = 0;
+  bool operator==(const TextMark&) const = default;
+};
+
+[[nodiscard]] TextMark MarkOf(std::string_view text);
 
 /// The line to the hub, and what is known about the hub at its other end.
 struct LinkState {
@@ -131,6 +144,10 @@ struct Source {
   bool Changed = false;
   std::string file_name{kUntitled};
   History history;
+  /// The files that were read or written in this session, with what they held then.
+  std::map<std::string, TextMark> files_seen;
+  /// The lines that were cut last, until they are pasted; null if there are none.
+  std::shared_ptr<const CutOut> cut_out;
   LinkState link;
   DisplayState display;
   RunState run;

@@ -3,6 +3,7 @@
 #include "qt/gui/gui_services.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
@@ -118,6 +119,18 @@ Answer GuiMessageBoxes::Show(const Box& box) {
   return Run(window, box);
 }
 
+namespace {
+
+/// Its folder too, as long as it exists.
+void Propose(QFileDialog& dialog, const QString& path) {
+  if (path.isEmpty()) return;
+  const QFileInfo file(path);
+  if (file.absoluteDir().exists()) dialog.setDirectory(file.absolutePath());
+  dialog.selectFile(file.fileName());
+}
+
+}  // namespace
+
 std::optional<std::string> GuiFileDialogs::SaveFileName(const FileDialogSetup& setup) {
   return Ask(Kind::Save, setup);
 }
@@ -140,6 +153,7 @@ std::optional<std::string> GuiFileDialogs::Ask(Kind kind, const FileDialogSetup&
   for (const FileFilter& filter : setup.filters) filters << FilterOf(filter);
   dialog.setNameFilters(filters);
   dialog.setDefaultSuffix(FromText(setup.default_extension));
+  Propose(dialog, FromPath(setup.present));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
   const QString path = dialog.selectedFiles().constFirst();
   folder_ = QFileInfo(path).absolutePath();
