@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "commands/lines.h"
 
+#include <algorithm>
 #include <optional>
 #include <string>
 
@@ -12,10 +13,16 @@
 #include "session/grid.h"
 
 namespace tavlo {
+
+std::string Named(LineRange range) {
+  if (range.count == 1) return "line " + Joined(range.first + 1);
+  return "lines " + Joined(range.first + 1) + " to " + Joined(range.Last() + 1);
+}
+
 namespace {
 
 std::string Named(int line) {
-  return "line " + Joined(line + 1);
+  return tavlo::Named(LineRange{line, 1});
 }
 
 }  // namespace
@@ -47,7 +54,13 @@ bool Asked(Desk& desk, const std::string& title, const std::string& question) {
   return desk.boxes.MsgBox({.text = question, .title = title, .buttons = Buttons::OKCancel}) == Answer::OK;
 }
 
-/// All rows anew, after lines have moved.
+bool AnyInUse(const Program& program, LineRange range) {
+  const auto first = program.Prog.begin() + range.first;
+  return std::any_of(first, first + range.count, [](const Instruction& line) { return line.Type != NO; });
+}
+
+}  // namespace
+
 void ShowMoved(Desk& desk) {
   desk.source.Changed = true;
   desk.source.shown.LimitLine = LimitLineOf(desk.program());
@@ -55,9 +68,7 @@ void ShowMoved(Desk& desk) {
   desk.view.LimitChanged();
 }
 
-/// `BtnInsert`. False if the operator would rather keep the last line.
-bool InsertRow(Desk& desk) {
-  const int line = desk.source.CurLine;
+bool InsertRow(Desk& desk, int line) {
   if (desk.program().Prog[kLines - 1].Type != NO &&
       !Asked(desk, "Insert",
              "Insert a new line at Line " + Joined(line + 1) +
@@ -70,18 +81,16 @@ bool InsertRow(Desk& desk) {
   return true;
 }
 
-/// `BtnDelete`
-bool DeleteRow(Desk& desk) {
-  const int line = desk.source.CurLine;
-  if (desk.program().Prog[line].Type != NO &&
-      !Asked(desk, "Delete", "Delete program line " + Joined(line + 1) + "?")) {
-    return false;
-  }
-  const EditStep step(desk, "delete " + Named(line));
-  DeleteLine(desk.program(), line);
+bool DeleteRows(Desk& desk, LineRange range) {
+  const bool in_use = AnyInUse(desk.program(), range);
+  if (in_use && !Asked(desk, "Delete", "Delete program " + Named(range) + "?")) return false;
+  const EditStep step(desk, "delete " + Named(range));
+  for (int i = 0; i < range.count; ++i) DeleteLine(desk.program(), range.first);
   ShowMoved(desk);
   return true;
 }
+
+namespace {
 
 /// The row's text and icon, and what other rows show of where it leads.
 void ShowEdited(Desk& desk, int line) {
@@ -98,7 +107,7 @@ void PutKind(Desk& desk, int type) {
   Instruction& record = desk.program().Prog[desk.source.CurLine];
   const Instruction before = record;
   record.Type = static_cast<std::int16_t>(type);
-  if (HasNothingToEdit(type) || desk.editors->Edit(desk.program(), desk.source.CurLine)) {
+  if (HasNothingToEdit(type) || desk.editors->Edit(desk.program(), desk.source.CurLine, DialogPage::AsLeft)) {
     desk.source.Changed = true;
   } else {
     record = before;
@@ -109,8 +118,8 @@ void PickProg(Desk& desk) {
   std::optional<int> kind;
   desk.editors->ShowPickProg(desk.source.CurLine, [&](const Picked& picked) {
     switch (picked.what) {
-      case Picked::What::Insert: return InsertRow(desk);
-      case Picked::What::Delete: return DeleteRow(desk);
+      case Picked::What::Insert: return InsertRow(desk, desk.source.CurLine);
+      case Picked::What::Delete: return DeleteRows(desk, {desk.source.CurLine, 1});
       case Picked::What::Kind: kind = picked.type; return true;
     }
     return true;
@@ -133,14 +142,14 @@ void ClickRow(Desk& desk, int line, bool shift) {
 
 }  // namespace
 
-void ShowInstDialog(Desk& desk) {
+void ShowInstDialog(Desk& desk, DialogPage page) {
   const int line = desk.source.CurLine;
   if (desk.source.link.Busy || desk.editors == nullptr) return;
   {
     const EditingNow editing(desk.source);
     const EditStep step(desk, "edit " + Named(line));
     ShowPicked(desk.grid(), line);
-    if (desk.editors->Edit(desk.program(), line)) desk.source.Changed = true;
+    if (desk.editors->Edit(desk.program(), line, page)) desk.source.Changed = true;
   }
   ShowEdited(desk, line);
 }

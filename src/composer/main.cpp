@@ -10,6 +10,7 @@
 
 #include "composer/command_line.h"
 #include "qt/comm_devices.h"
+#include "qt/gui/gui_clipboard.h"
 #include "qt/gui/gui_printer.h"
 #include "qt/gui/gui_services.h"
 #include "qt/qt_help.h"
@@ -47,10 +48,11 @@ int main(int argc, char** argv) {
   tavlo::QtCommDevices comms;
   tavlo::QtHelp help(QCoreApplication::applicationDirPath());
   tavlo::GuiPrinter printer(files);
+  tavlo::GuiClipboard clipboard;
   tavlo::QtStateFolder sessions(tavlo::StateFolderOf("sessions"));
   tavlo::QtStateFolder runs(tavlo::StateFolderOf("runs"));
-  const auto windows = tavlo::StartUp(
-      {port, boxes, clock, loop, beeper, settings, dialogs, files, comms, help, printer, sessions, &runs});
+  const auto windows = tavlo::StartUp({port, boxes, clock, loop, beeper, settings, dialogs, files, comms,
+                                       help, printer, sessions, clipboard, &runs});
   // Not quit(), which would ask every window once more whether it may be closed.
   QObject::connect(&windows->Main(), &tavlo::LongForm::Ended, &application,
                    [] { QCoreApplication::exit(0); });

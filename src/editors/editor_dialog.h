@@ -6,6 +6,7 @@
 
 #include "editors/form_dialog.h"
 #include "forms/registry.h"
+#include "session/views.h"
 
 namespace tavlo {
 
@@ -17,7 +18,7 @@ class EditorDialog : public FormDialog {
   EditorDialog(const FormRow& row, MessageBoxes& boxes, Help& help, QWidget* parent);
 
   /// Lets the operator edit a line of the program. True if it was written. Modal.
-  [[nodiscard]] bool Edit(Program& program, int line);
+  [[nodiscard]] bool Edit(Program& program, int line, DialogPage page = DialogPage::AsLeft);
 };
 
 }  // namespace tavlo

@@ -19,12 +19,12 @@ void LineDialogs::ShowPickProg(int line, const std::function<bool(const Picked&)
   picker_->Run(line, act);
 }
 
-bool LineDialogs::Edit(Program& program, int line) {
+bool LineDialogs::Edit(Program& program, int line, DialogPage page) {
   const FormRow* row = FormOf(program.Prog[line].Type);
   if (row == nullptr) return false;
   std::unique_ptr<EditorDialog>& dialog = dialogs_[row->name];
   if (!dialog) dialog = std::make_unique<EditorDialog>(*row, boxes_, help_, main_window_);
-  return dialog->Edit(program, line);
+  return dialog->Edit(program, line, page);
 }
 
 bool LineDialogs::EditHardware(Program& program, const std::function<DriveScan()>& scan) {

@@ -26,7 +26,7 @@ class LineDialogs : public EditorWindows {
   ~LineDialogs() override;
 
   void ShowPickProg(int line, const std::function<bool(const Picked&)>& act) override;
-  [[nodiscard]] bool Edit(Program& program, int line) override;
+  [[nodiscard]] bool Edit(Program& program, int line, DialogPage page) override;
   [[nodiscard]] bool EditHardware(Program& program, const std::function<DriveScan()>& scan) override;
 
  private:

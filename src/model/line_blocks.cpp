@@ -88,6 +88,7 @@ CutOut CutLines(Program& program, LineRange range) {
                 .after = {}};
   cut.lines.cut = true;
   for (int i = 0; i < range.count; ++i) DeleteLine(program, range.first);
+  ScanLoops(program);
   cut.after = program.Prog;
   return cut;
 }

@@ -41,7 +41,7 @@ struct CutOut {
   std::array<Instruction, kLines + 1> after;
 };
 
-/// Takes the lines out, as DeleteLine() does one by one.
+/// Takes the lines out, as DeleteLine() does one by one, and pairs the loops.
 CutOut CutLines(Program& program, LineRange range);
 
 /// What InsertLines() would do, or has done.

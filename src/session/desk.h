@@ -4,6 +4,7 @@
 
 #include <string_view>
 
+#include "platform/clipboard.h"
 #include "platform/help.h"
 #include "platform/printer.h"
 #include "platform/serial_port.h"
@@ -78,6 +79,8 @@ struct Desk {
   SessionKeeper* keeper = nullptr;
   /// Null if runs leave no log.
   RunLog* log = nullptr;
+  /// Null if lines cannot be handed on.
+  Clipboard* clipboard = nullptr;
 
   void OpenHelp(std::string_view file) const {
     if (help != nullptr) help->OpenHelp(file, boxes);

@@ -106,6 +106,9 @@ struct Picked {
   int type = 0;
 };
 
+/// The page with which a dialog comes up, if it has more than one.
+enum class DialogPage { AsLeft, Analysis };
+
 /// The dialogs that edit a program.
 class EditorWindows {
  public:
@@ -115,7 +118,7 @@ class EditorWindows {
   virtual void ShowPickProg(int line, const std::function<bool(const Picked&)>& act) = 0;
   /// Lets the operator edit a line 0..199 of the program in the dialog of its kind. Returns whether it was
   /// written: not if the dialog was cancelled or the kind has none. Modal.
-  virtual bool Edit(Program& program, int line) = 0;
+  virtual bool Edit(Program& program, int line, DialogPage page) = 0;
   /// Lets the operator edit the settings of the axes, after which the lines have been rescaled. `scan` asks
   /// the hub which drives are plugged in. Returns whether they were written. Modal.
   virtual bool EditHardware(Program& program, const std::function<DriveScan()>& scan) = 0;

@@ -66,6 +66,7 @@ ComposerWindows::ComposerWindows(const Outside& outside)
   logs_.Attach(desk_);
   QObject::connect(&main_, &LongForm::RunLogAsked, &logs_, &RunLogBook::Open);
   QObject::connect(&logs_, &RunLogBook::Closed, &main_, [this] { run_.BoxGone(); });
+  desk_.clipboard = &outside.clipboard;
   desk_.boxes.GoToLine = [this](int line) { main_.GoTo(line); };
   QObject::connect(&main_, &LongForm::StopPressed, &watch_, [this] { run_.Stop(); });
   QObject::connect(&watch_, &RunWatch::StopPressed, &watch_, [this] { run_.Stop(); });

@@ -37,6 +37,7 @@ struct Outside {
   Printer& printer;
   /// Where what no file holds is kept for the case of a crash.
   StateFolder& sessions;
+  Clipboard& clipboard;
   /// Where the logs of runs are kept; null if they are not.
   StateFolder* runs = nullptr;
 };

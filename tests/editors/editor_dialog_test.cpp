@@ -305,5 +305,23 @@ TEST(GoToDialog, ItsNumberIsSpunByButtonsAndArrowKeys) {
   EXPECT_EQ(d.program.Prog[0].LineNum, 40);
 }
 
+TEST(EditorDialog, ComesUpWithItsAnalysisIfAskedAndOthersWithTheirEntries) {
+  for (const int type : {FL, FLSO, WT}) {
+    DialogBench d(type);
+    int page = -1;
+    bool graph = false;
+    const bool written =
+        d.Acting([&] { return d.dialog.Edit(d.program, 0, DialogPage::Analysis); },
+                 [&] {
+                   if (auto* tabs = d.dialog.findChild<QTabWidget*>(QStringLiteral("SSTab1")))
+                     page = tabs->currentIndex();
+                   if (auto* picture = d.dialog.findChild<ProfileGraph*>()) graph = picture->isVisible();
+                 });
+    EXPECT_FALSE(written);
+    EXPECT_EQ(page, type == WT ? -1 : 1);
+    EXPECT_EQ(graph, type != WT);
+  }
+}
+
 }  // namespace
 }  // namespace tavlo::testing

@@ -21,7 +21,8 @@ class FakeEditors : public EditorWindows {
       ++stayed;
     }
   }
-  [[nodiscard]] bool Edit(Program& program, int line) override {
+  [[nodiscard]] bool Edit(Program& program, int line, DialogPage page) override {
+    came_up_with = page;
     log.push_back("edit " + std::to_string(line) + " of kind " + std::to_string(program.Prog[line].Type));
     if (meanwhile) meanwhile();
     if (!confirms) return false;
@@ -47,6 +48,8 @@ class FakeEditors : public EditorWindows {
   std::vector<Picked> presses;
   /// The operator confirms what he edits, and this is written.
   bool confirms = false;
+  /// The page with which the last line's dialog came up.
+  DialogPage came_up_with = DialogPage::AsLeft;
   /// Called while a dialog stands.
   std::function<void()> meanwhile;
   std::vector<std::string> log;

@@ -5,14 +5,17 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QClipboard>
 #include <QElapsedTimer>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <functional>
 
+#include "qt/gui/gui_clipboard.h"
 #include "qt/gui/shown_text.h"
 
 namespace tavlo {
@@ -249,6 +252,38 @@ TEST(GuiFileDialogs, OfferTheFiltersInTheirOrderAndGiveNothingWhenCancelled) {
   EXPECT_EQ(dialogs.OpenFileName({{{"Tavlo Hub Files", "*.TVH"}, {"Oskel Composer Files", "*.OSK"}}, "tvh"}),
             std::nullopt);
   EXPECT_TRUE(looked);
+}
+
+TEST(GuiFileDialogs, ProposeThePresentFileInItsFolderAsLongAsThatExists) {
+  QTemporaryDir folder;
+  for (const QString& name : {folder.filePath(QStringLiteral("cut.TVH")), QStringLiteral("/gone/cut.TVH")}) {
+    GuiFileDialogs dialogs;
+    QStringList proposed;
+    QTimer::singleShot(0, qApp, [&] {
+      auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+      ASSERT_NE(dialog, nullptr);
+      proposed = dialog->selectedFiles();
+      dialog->reject();
+    });
+    const FileDialogSetup setup = {
+        .filters = {{"Tavlo Files", "*.TVH"}}, .default_extension = "tvh", .present = ToPath(name)};
+    EXPECT_EQ(dialogs.SaveFileName(setup), std::nullopt);
+    ASSERT_EQ(proposed.size(), 1);
+    EXPECT_TRUE(proposed[0].endsWith(QStringLiteral("/cut.TVH"))) << proposed[0].toStdString();
+    EXPECT_EQ(proposed[0] == name, !name.startsWith(QStringLiteral("/gone")));
+  }
+}
+
+TEST(GuiClipboard, CarriesTheLinesForThisProgramAndTextForAnyOther) {
+  GuiClipboard clipboard;
+  QGuiApplication::clipboard()->setText(QStringLiteral("Dear Sir"));
+  EXPECT_EQ(clipboard.Kept(), std::nullopt);
+  const std::string kept("any \0 \xFF bytes\n", 15);
+  clipboard.Put(kept, "12  Sch\xC3\xB6n\n");
+  EXPECT_EQ(clipboard.Kept(), kept);
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), QString::fromUtf8("12  Sch\xC3\xB6n\n"));
+  QGuiApplication::clipboard()->clear();
+  EXPECT_EQ(clipboard.Kept(), std::nullopt);
 }
 
 TEST(GuiFileDialogs, APathSetBeforehandIsGivenWithoutADialog) {

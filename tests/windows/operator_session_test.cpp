@@ -17,6 +17,7 @@
 #include "model/wire.h"
 #include "qt/gui/gui_services.h"
 #include "session/grid.h"
+#include "support/fake_clipboard.h"
 #include "support/fake_desk.h"
 #include "support/fake_help.h"
 #include "support/fake_printer.h"
@@ -71,12 +72,13 @@ struct Desktop {
   FakeComms comms;
   FakeHelp help;
   FakePrinter printer;
+  FakeClipboard clipboard;
   FakeStateDisk disk;
   FakeStateFolder sessions{disk};
   GuiMessageBoxes boxes;
   bool ended = false;
   ComposerWindows windows{{fakes.port, boxes, fakes.clock, fakes.loop, fakes.beeper, fakes.settings,
-                           fakes.dialogs, fakes.files, comms, help, printer, sessions}};
+                           fakes.dialogs, fakes.files, comms, help, printer, sessions, clipboard}};
 };
 
 /// What may be seen of the dialogs of a line at a moment.

@@ -46,9 +46,9 @@ TEST(StartUp, TheSplashStandsUntilTheMainWindowIsLoadedAndAMomentLonger) {
     EXPECT_TRUE(session.fakes.port.is_open);
   };
   FakeDesk& fakes = session.fakes;
-  session.windows =
-      StartUp({fakes.port, fakes.boxes, fakes.clock, loop, fakes.beeper, fakes.settings, fakes.dialogs,
-               fakes.files, session.comms, session.help, session.printer, session.sessions});
+  session.windows = StartUp({fakes.port, fakes.boxes, fakes.clock, loop, fakes.beeper, fakes.settings,
+                             fakes.dialogs, fakes.files, session.comms, session.help, session.printer,
+                             session.sessions, session.clipboard});
   EXPECT_TRUE(looked);
   EXPECT_EQ(loop.waits, std::vector<double>{1.5});
   EXPECT_EQ(TopLevel("StartForm"), nullptr);

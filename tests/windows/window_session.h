@@ -13,6 +13,7 @@
 #include <memory>
 #include <string>
 
+#include "support/fake_clipboard.h"
 #include "support/fake_desk.h"
 #include "support/fake_help.h"
 #include "support/fake_printer.h"
@@ -32,8 +33,8 @@ struct WindowSession {
   }
 
   [[nodiscard]] Outside Services() {
-    return {fakes.port,    fakes.boxes, fakes.clock, fakes.loop, fakes.beeper, fakes.settings,
-            fakes.dialogs, fakes.files, comms,       help,       printer,      sessions};
+    return {fakes.port,  fakes.boxes, fakes.clock, fakes.loop, fakes.beeper, fakes.settings, fakes.dialogs,
+            fakes.files, comms,       help,        printer,    sessions,     clipboard};
   }
 
   /// Loads and shows the main window.
@@ -72,6 +73,7 @@ struct WindowSession {
   FakeComms comms;
   FakeHelp help;
   FakePrinter printer;
+  FakeClipboard clipboard;
   FakeStateDisk disk;
   FakeStateFolder sessions{disk};
   std::unique_ptr<ComposerWindows> windows;

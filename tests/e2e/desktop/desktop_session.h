@@ -14,6 +14,7 @@
 #include "qt/gui/gui_services.h"
 #include "qt/qt_serial_port.h"
 #include "qt/qt_services.h"
+#include "support/fake_clipboard.h"
 #include "support/fake_desk.h"
 #include "support/fake_help.h"
 #include "support/fake_printer.h"
@@ -29,7 +30,7 @@ class Session {
   explicit Session(const QString& device)
       : port_([device](int number) { return number == 1 ? device.toStdString() : "/nowhere"; }),
         windows_({port_, boxes, clock_, loop_, beeper_, settings_, dialogs, files_, comms_, help_, printer_,
-                  sessions_}) {
+                  sessions_, clipboard_}) {
     windows_.Main().Begin(windows_.Handlers());
     windows_.Main().show();
     QCoreApplication::processEvents();
@@ -63,6 +64,7 @@ class Session {
   FakePrinter printer_;
   FakeStateDisk disk_;
   FakeStateFolder sessions_{disk_};
+  FakeClipboard clipboard_;
   ComposerWindows windows_;
 };
 
