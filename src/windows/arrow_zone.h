@@ -17,7 +17,7 @@ namespace tavlo {
 [[nodiscard]] const std::array<QColor, kArrowColours>& ArrowColours();
 
 /// `ArrowZone`: draws jumps, branches and loops as lines from the row that jumps to its target, each in its
-/// lane.
+/// lane. Those that leave the current row or come in there lie over the others, which are paler then.
 class ArrowZone : public QWidget {
   Q_OBJECT
 
@@ -26,15 +26,21 @@ class ArrowZone : public QWidget {
 
   /// Returns the distance of an arrow's lane from the left edge.
   [[nodiscard]] static double LaneX(const Arrow& arrow);
+  void SetCurrentRow(int line);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  void Paint(QPainter& painter, const Arrow& arrow) const;
+  [[nodiscard]] bool IsOwn(const Arrow& arrow) const;
+  [[nodiscard]] bool AnyOwn() const;
+  /// Draws an arrow and gives way to none below it.
+  void PaintOwn(QPainter& painter, const Arrow& arrow) const;
+  void Paint(QPainter& painter, const Arrow& arrow, const QColor& colour, int line_width) const;
 
   const Source& source_;
   const RowGeometry& geometry_;
+  int current_ = 0;
 };
 
 }  // namespace tavlo

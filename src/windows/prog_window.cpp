@@ -73,7 +73,8 @@ void ProgWindow::Select(const RowSelection& selection) {
   for (const LineRange& rows : {before.Rows(), selection_.Rows()}) {
     update(geometry_.Row(rows.first) | geometry_.Row(rows.Last()));
   }
-  if (selection_.Current() != before.Current()) TellReaders(selection_.Current(), QAccessible::Focus);
+  arrow_zone_->SetCurrentRow(CurrentRow());
+  if (CurrentRow() != before.Current()) TellReaders(CurrentRow(), QAccessible::Focus);
   if (!before.IsRange() && !selection_.IsRange()) return;
   for (int line = 0; line < kLines; ++line) {
     if (selection_.Holds(line) == before.Holds(line)) continue;

@@ -5,6 +5,8 @@
 #include <QPainter>
 #include <QPixmap>
 #include <QScrollBar>
+#include <algorithm>
+#include <cstdlib>
 #include <vector>
 
 #include "session/grid.h"
@@ -187,6 +189,46 @@ TEST(ProgWindowPaint, ArrowColoursStandOutFromLightAndDarkPanes) {
     EXPECT_GE((luminance(QColor(0xef, 0xef, 0xef)) + 0.05) / (luminance(colour) + 0.05), 3.0);
     EXPECT_GE((luminance(colour) + 0.05) / (luminance(QColor(0x2d, 0x2d, 0x2d)) + 0.05), 3.0);
   }
+}
+
+bool IsFullColour(const QColor& dot) {
+  return std::ranges::find(ArrowColours(), dot) != ArrowColours().end();
+}
+
+TEST(ProgWindowPaint, TheArrowsOfTheCurrentRowLieOverFortyOthersThatArePaler) {
+  const QPalette light = QApplication::palette();
+  QPalette dark = light;
+  dark.setColor(QPalette::Window, QColor(40, 40, 40));
+  for (const QPalette& palette : {light, dark}) {
+    QApplication::setPalette(palette);
+    RunningSession session;
+    for (int line = 0; line < 40; ++line) {
+      session.Lines().Prog[line] = {.Type = GT, .LineNum = static_cast<std::int16_t>(99 - line)};
+    }
+    DrawArrows(session.Handlers().grid());
+    const RowGeometry& geometry = session.Pane().Geometry();
+    // One that goes out, then the same from its other end.
+    for (const int row : {20, 79}) {
+      session.Pane().SetCurrentRow(row);
+      const QImage image = session.Painted();
+      const auto own = std::ranges::find(session.Session().shown.arrows, 20, &Arrow::from);
+      const int x = geometry.ZoneLeft() + static_cast<int>(ArrowZone::LaneX(*own));
+      for (int line = 22; line < 78; ++line) {
+        EXPECT_EQ(image.pixelColor(x, geometry.Middle(line)), ArrowColours()[own->colour]) << line;
+        for (int px = geometry.ZoneLeft(); px < geometry.IconLeft() - 1; ++px) {
+          if (std::abs(px - x) > 1) {
+            EXPECT_FALSE(IsFullColour(image.pixelColor(px, geometry.Middle(line)))) << px;
+          }
+        }
+      }
+    }
+    // A row without any leaves all as they are.
+    session.Pane().SetCurrentRow(150);
+    const QImage image = session.Painted();
+    const int x = geometry.ZoneLeft() + static_cast<int>(ArrowZone::LaneX(session.Session().shown.arrows[0]));
+    EXPECT_TRUE(IsFullColour(image.pixelColor(x, geometry.Middle(50))));
+  }
+  QApplication::setPalette(light);
 }
 
 TEST(ProgWindowPaint, ManyConnectionsStayInTheirZone) {
