@@ -13,6 +13,7 @@
 #include "widgets/ringed_button.h"
 #include "widgets/rule.h"
 #include "widgets/takes_input.h"
+#include "windows/shortcuts.h"
 
 namespace tavlo {
 namespace {
@@ -26,29 +27,42 @@ struct Command {
   std::string_view drawing;
   std::string_view tool_tip;
   Group group;
+  /// What its keys are called; none if it has no key.
+  std::optional<Act> act = {};
 };
 constexpr std::array<Command, 10> kCommands = {{
-    {"Load", "L&oad", "load", "Open a program file", Group::Program},
-    {"Save", "&Save", "save", "Save the program to a file", Group::Program},
-    {"PrintButton", "&Print", "print", "Print a listing of the program", Group::Program},
+    {"Load", "L&oad", "load", "Open a program file", Group::Program, Act::Load},
+    {"Save", "&Save", "save", "Save the program to a file", Group::Program, Act::Save},
+    {"PrintButton", "&Print", "print", "Print a listing of the program", Group::Program, Act::Print},
     {"BtnClear", "&Clear", "clear", "Clear the entire program", Group::Program},
-    {"Download", "&Download", "download", "Send the program to the hub and prove the transfer", Group::Hub},
-    {"Upload", "&Upload", "upload", "Read the program back from the hub", Group::Hub},
-    {"execbutton", "&Execute", "execute", "Run the program that the hub holds and watch it", Group::Hub},
+    {"Download", "&Download", "download", "Send the program to the hub and prove the transfer", Group::Hub,
+     Act::Download},
+    {"Upload", "&Upload", "upload", "Read the program back from the hub", Group::Hub, Act::Upload},
+    {"execbutton", "&Execute", "execute", "Run the program that the hub holds and watch it", Group::Hub,
+     Act::Execute},
     {"ChangeRes", "Hard&ware", "hardware", "Set up drives, currents, units and limit switches",
      Group::Machine},
-    {"Help", "&Help", "help", "Open the manual (F1)", Group::Machine},
+    {"Help", "&Help", "help", "Open the manual", Group::Machine, Act::Help},
     {"Quit", "&Quit", "quit", "Leave Tavlo Composer", Group::Machine},
 }};
 
 constexpr int kImageSize = 20;
 constexpr int kGroupGap = 6;
 
+/// What it does, and by which keys; Save has two.
+QString ToolTip(const Command& command) {
+  const QString text = FromText(command.tool_tip);
+  if (!command.act) return text;
+  const QString keys = KeyOf(*command.act);
+  if (*command.act != Act::Save) return QStringLiteral("%1 (%2)").arg(text, keys);
+  return QStringLiteral("%1 (%2; to its present file: %3)").arg(text, keys, KeyOf(Act::SaveToFile));
+}
+
 QToolButton* MakeButton(const Command& command, QWidget* parent) {
   auto* button = new RingedButton(kImageSize, parent);
   button->setObjectName(FromText(command.name));
   button->setText(FromText(command.caption));
-  button->setToolTip(FromText(command.tool_tip));
+  button->setToolTip(ToolTip(command));
   button->setAccessibleDescription(button->toolTip());
   button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
   button->setAutoRaise(true);

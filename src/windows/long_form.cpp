@@ -23,11 +23,9 @@
 #include "commands/print_listing.h"
 #include "commands/program_files.h"
 #include "commands/recent_files.h"
-#include "commands/undo.h"
 #include "link/com_port.h"
 #include "link/download.h"
 #include "link/drive_scan.h"
-#include "link/drive_terminal.h"
 #include "link/execution.h"
 #include "link/upload.h"
 #include "qt/gui/shown_text.h"
@@ -42,6 +40,7 @@
 #include "widgets/tall_pane.h"
 #include "windows/about.h"
 #include "windows/command_bar.h"
+#include "windows/main_keys.h"
 #include "windows/program_grid.h"
 #include "windows/side_panels.h"
 #include "windows/status_line.h"
@@ -104,7 +103,9 @@ LongForm::LongForm(Source& source, CommDevices& comms)
       drives_(new DrivesPanel(side_)),
       limits_(new LimitsPanel(side_)),
       recent_(new QMenu(this)),
-      status_(new StatusLine(comms, this)) {
+      status_(new StatusLine(comms, this)),
+      keys_(new MainKeys(
+          *this, *grid_, [this] { return hold_ == Hold::None; }, [this] { limits_->Commit(); })) {
   setObjectName(QStringLiteral("LongForm"));
   setAcceptDrops(true);
   LayOut();
@@ -177,10 +178,6 @@ void LongForm::Connect() {
   commands_->SetMenu("Load", recent_);
   // Where a box is up a screen reader presses it all the same: a stop is never out of place.
   connect(stop_, &StopButton::clicked, this, &LongForm::StopPressed);
-  OnKey(Qt::Key_F1, [this] { desk_->OpenHelp("Hub Composer.pdf"); });
-  OnKey(Qt::CTRL | Qt::Key_Z, [this] { Step(Undo); });
-  OnKey(Qt::CTRL | Qt::SHIFT | Qt::Key_Z, [this] { Step(Redo); });
-  OnKey(Qt::CTRL | Qt::Key_T, [this] { OpenTerminal(*desk_); });
   // Also where a run window has the keyboard.
   OnKey(Qt::CTRL | Qt::Key_L, [this] { emit RunLogAsked(); })->setContext(Qt::ApplicationShortcut);
   connect(drives_, &DrivesPanel::Clicked, this, [this] {
@@ -206,11 +203,6 @@ void LongForm::Command(std::string_view button, void (*handler)(Desk&)) {
   });
 }
 
-void LongForm::Step(void (*handler)(Desk&)) {
-  limits_->Commit();
-  handler(*desk_);
-}
-
 QShortcut* LongForm::OnKey(const QKeySequence& key, std::function<void()> run) {
   auto* shortcut = new QShortcut(key, this);
   shortcut->setAutoRepeat(false);
@@ -228,6 +220,7 @@ void LongForm::Begin(Desk& desk) {
   desk_ = &desk;
   status_->Begin(desk);
   TakePlace(desk.settings, *this, *columns_);
+  keys_->Attach(desk);
   InitSession(source_);
   CaptionChanged();
   ProgCounter(std::nullopt);
@@ -268,9 +261,6 @@ void LongForm::HubChanged() {
 }
 void LongForm::LimitChanged() {
   limits_->Show(source_.program);
-void LongForm::Note(std::string_view text) {
-  grid_->Note(FromMessage(text));
-}
 }
 void LongForm::CaptionChanged() {
   const QString mark = Unsaved(source_) ? QStringLiteral("*") : QString();
@@ -294,6 +284,9 @@ void LongForm::StopChanged() {
 }
 void LongForm::SomethingHappened() {
   status_->ShowSoon();
+}
+void LongForm::Note(std::string_view text) {
+  grid_->Note(FromMessage(text));
 }
 
 void LongForm::Quit() {

@@ -19,6 +19,7 @@ class CommandBar;
 class DrivesPanel;
 class HubPanel;
 class LimitsPanel;
+class MainKeys;
 class ProgramGrid;
 class StatusLine;
 class StopButton;
@@ -57,8 +58,8 @@ class LongForm : public QWidget, public ProgramView {
   void ProgCounter(std::optional<int> line) override;
   void StopChanged() override;
   void SomethingHappened() override;
-
   void Note(std::string_view text) override;
+
  signals:
   /// `StopButton`
   void StopPressed();
@@ -76,8 +77,6 @@ class LongForm : public QWidget, public ProgramView {
   void LayOut();
   void Connect();
   void Command(std::string_view button, void (*handler)(Desk&));
-  /// Undo or redo, after what stands in an entry.
-  void Step(void (*handler)(Desk&));
   /// Once a press, however long the key is held.
   QShortcut* OnKey(const QKeySequence& key, std::function<void()> run);
   /// The operator chose this index in one of the lists. If no click could have done so, the lists show the
@@ -101,6 +100,7 @@ class LongForm : public QWidget, public ProgramView {
   LimitsPanel* limits_;
   QMenu* recent_;
   StatusLine* status_;
+  MainKeys* keys_;
   /// Null until it is asked for.
   About* about_ = nullptr;
   Hold hold_ = Hold::None;

@@ -4,6 +4,7 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -22,6 +23,12 @@ constexpr int kLinesOfPage = 10;
 /// A drag does not outlast what takes the mouse away from the pane.
 constexpr std::array kEndsOfDrag = {QEvent::WindowBlocked, QEvent::WindowDeactivate, QEvent::Hide,
                                     QEvent::EnabledChange};
+
+bool AsksForMenu(const QKeyEvent& event) {
+  if (event.isAutoRepeat()) return false;
+  const bool shift = event.modifiers().testFlag(Qt::ShiftModifier);
+  return event.key() == Qt::Key_Menu || (event.key() == Qt::Key_F10 && shift);
+}
 
 }  // namespace
 
@@ -275,9 +282,20 @@ void ProgWindow::keyPressEvent(QKeyEvent* event) {
     emit CurrentRowMoved(CurrentRow());
   } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
     if (!held_) Drop(CurrentRow(), CurrentRow(), shift);
+  } else if (AsksForMenu(*event)) {
+    emit CurrentRowMoved(CurrentRow());
+    emit MenuAsked(mapToGlobal(geometry_.Desc(CurrentRow()).bottomLeft()));
   } else {
     QWidget::keyPressEvent(event);
   }
+}
+
+void ProgWindow::contextMenuEvent(QContextMenuEvent* event) {
+  // The key of the menu is a key of the rows.
+  if (event->reason() == QContextMenuEvent::Keyboard) return;
+  const int line = geometry_.RowAt(event->pos().y());
+  if (!selection_.Holds(line)) SetCurrentRow(line);
+  emit MenuAsked(event->globalPos());
 }
 
 void ProgWindow::focusInEvent(QFocusEvent*) {

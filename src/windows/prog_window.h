@@ -61,6 +61,8 @@ class ProgWindow : public QWidget {
   void Dropped(int source_line, int target_line, bool shift);
   /// The current row has moved and should be brought into view.
   void CurrentRowMoved(int line);
+  /// The operator asked for the menu of the current row, to stand at this position of the screen.
+  void MenuAsked(QPoint position);
   /// What a screen reader says of a row, or whether the row is selected, has changed.
   void SpeechChanged(int line, QAccessible::Event what);
   /// An icon or the end of a selection is being dragged and is at this position of the pane; nothing when the
@@ -74,6 +76,7 @@ class ProgWindow : public QWidget {
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   void moveEvent(QMoveEvent* event) override;

@@ -12,6 +12,7 @@
 #include <algorithm>
 
 #include "widgets/font_size.h"
+#include "windows/find_bar.h"
 
 namespace tavlo {
 namespace {
@@ -21,9 +22,9 @@ constexpr int kNarrowWindow = 640;
 constexpr int kLeastTextWidth = 80;
 /// Between two steps of the rows while an icon is held at an edge.
 constexpr int kDragScrollMs = 50;
-
 /// How long a word in passing stays.
 constexpr int kNoteMs = 6000;
+
 /// The pane's scroll area. The usual one would show the middle of the pane whenever the Tab key leaves it.
 class RowsArea : public QScrollArea {
  public:
@@ -45,6 +46,7 @@ ProgramGrid::ProgramGrid(const Source& source, QWidget* parent)
     : QWidget(parent),
       scroll_(new RowsArea(this)),
       pane_(new ProgWindow(source, scroll_)),
+      search_(new FindBar(*pane_, this)),
       heading_(Heading("LblDesc", QStringLiteral("Instruction"), this)),
       notice_(Heading("LblHeld", {}, this)) {
   scroll_->setWidget(pane_);
@@ -76,6 +78,7 @@ ProgramGrid::ProgramGrid(const Source& source, QWidget* parent)
   column->setSpacing(2);
   column->addLayout(headings);
   column->addWidget(scroll_, 1);
+  column->addWidget(search_);
 
   scroll_->viewport()->installEventFilter(this);
   connect(pane_, &ProgWindow::CurrentRowMoved, this, &ProgramGrid::EnsureRowVisible);
@@ -149,9 +152,9 @@ void ProgramGrid::FollowDrag(std::optional<QPoint> position) {
 }
 
 void ProgramGrid::timerEvent(QTimerEvent* event) {
+  if (event->timerId() == note_timer_.timerId()) return ShowNotice({});
   if (event->timerId() != drag_timer_.timerId()) return QWidget::timerEvent(event);
   ScrollProg().setValue(ScrollProg().value() + DragScroll(dragged_to_.y()));
 }
-  if (event->timerId() == note_timer_.timerId()) return ShowNotice({});
 
 }  // namespace tavlo

@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "windows/window_walk.h"
 
+#include <QDialog>
 #include <QPlainTextEdit>
 #include <QTabWidget>
 #include <set>
@@ -18,6 +19,7 @@
 #include "session/happened.h"
 #include "support/fake_help.h"
 #include "windows/about.h"
+#include "windows/go_to_line.h"
 #include "windows/start_form.h"
 
 namespace tavlo::testing {
@@ -70,6 +72,33 @@ void LookAtMain(const LookAt& look_at) {
   session.Main().resize(session.Main().minimumSizeHint());
   session.Settle();
   look_at(session.Main(), "main, smallest");
+}
+
+/// Several rows selected, the arrows of a row among forty, the search, the menu of a row, the number of a
+/// line.
+void LookAtHands(const LookAt& look_at) {
+  RunSession session;
+  FillRows(session);
+  for (int line = 16; line < 56; ++line) {
+    session.Lines().Prog[line] = {.Type = GT, .LineNum = static_cast<std::int16_t>(line * 17 % 60)};
+  }
+  ShowProgram(session.Handlers());
+  ProgWindow& rows = session.Pane();
+  rows.GoTo(18);
+  session.Settle();
+  look_at(session.Main(), "main, arrows of a row");
+  RowSelection selection;
+  selection.Select({2, 9});
+  rows.Select(selection);
+  QTest::keyClick(&rows, Qt::Key_F, Qt::ControlModifier);
+  session.Settle();
+  look_at(session.Main(), "main, selected rows and search");
+  QTimer::singleShot(0, &session.Main(), [&] {
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    look_at(*dialog, "GoToLine");
+    dialog->reject();
+  });
+  static_cast<void>(AskForLine(&session.Main(), 11));
 }
 
 void LookAtQuad(const LookAt& look_at) {
@@ -384,6 +413,7 @@ void ForEachWindow(const LookAt& look_at) {
   look_at(splash, "StartForm");
   splash.close();
   LookAtMain(look_at);
+  LookAtHands(look_at);
   LookAtQuad(look_at);
   LookAtStatus(look_at);
   LookAtPanes(look_at);
