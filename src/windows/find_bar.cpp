@@ -11,6 +11,7 @@
 #include <algorithm>
 
 #include "qt/gui/shown_text.h"
+#include "widgets/selection.h"
 #include "windows/prog_window.h"
 #include "windows/shortcuts.h"
 
@@ -36,6 +37,7 @@ FindBar::FindBar(ProgWindow& rows, QWidget* parent)
     : QWidget(parent), rows_(rows), words_(new QLineEdit(this)), state_(new QLabel(this)) {
   setObjectName(QStringLiteral("FindBar"));
   words_->setObjectName(QStringLiteral("FindWords"));
+  MakeSelectionStandOut(*words_);
   words_->setAccessibleName(QStringLiteral("Find in texts, comments and prompts"));
   state_->setObjectName(QStringLiteral("FindState"));
   state_->setTextFormat(Qt::PlainText);
@@ -61,6 +63,7 @@ FindBar::FindBar(ProgWindow& rows, QWidget* parent)
   connect(next, &QPushButton::clicked, this, [this] { Step(SearchWay::Down); });
   connect(previous, &QPushButton::clicked, this, [this] { Step(SearchWay::Up); });
   connect(close, &QPushButton::clicked, this, &FindBar::Close);
+  state_->hide();
   hide();
 }
 
@@ -109,6 +112,8 @@ void FindBar::Look(int from, SearchWay way, std::optional<int> beyond) {
 
 void FindBar::Say(const QString& text) {
   state_->setText(text);
+  // What is empty is nothing to be read out.
+  state_->setVisible(!text.isEmpty());
   // The focus stays where it is, so what became of the search is read out behind it.
   words_->setAccessibleDescription(text);
   QAccessibleEvent told(words_, QAccessible::DescriptionChanged);

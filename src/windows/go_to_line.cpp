@@ -3,32 +3,66 @@
 #include "windows/go_to_line.h"
 
 #include <QDialog>
-#include <QDialogButtonBox>
-#include <QFormLayout>
-#include <QSpinBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <algorithm>
 
 #include "model/instruction.h"
+#include "widgets/entry_box.h"
+#include "widgets/selection.h"
 
 namespace tavlo {
+namespace {
+
+constexpr int kDigits = 4;
+
+/// As the operator counts, held to the lines that there are.
+int LineIn(const EntryBox& number, int present) {
+  bool is_number = false;
+  const int line = number.text().trimmed().toInt(&is_number);
+  return is_number ? std::clamp(line, 1, kLines) - 1 : present;
+}
+
+QPushButton* MakeButton(const char* name, QDialog& dialog) {
+  auto* button = new QPushButton(QLatin1String(name), &dialog);
+  button->setObjectName(QLatin1String(name));
+  return button;
+}
+
+}  // namespace
 
 std::optional<int> AskForLine(QWidget* parent, int present) {
   QDialog dialog(parent);
   dialog.setObjectName(QStringLiteral("GoToLine"));
   dialog.setWindowTitle(QStringLiteral("Go to line"));
-  auto* number = new QSpinBox(&dialog);
+  auto* number = new EntryBox(kDigits, &dialog);
   number->setObjectName(QStringLiteral("LineNumber"));
   number->setAccessibleName(QStringLiteral("Line number"));
-  number->setRange(1, kLines);
-  number->setValue(present + 1);
+  number->setText(QString::number(present + 1));
   number->selectAll();
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
-  auto* form = new QFormLayout(&dialog);
-  form->addRow(QStringLiteral("&Line number"), number);
-  form->addRow(buttons);
-  QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
-  QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+  MakeSelectionStandOut(*number);
+  auto* label = new QLabel(QStringLiteral("&Line number"), &dialog);
+  label->setBuddy(number);
+  QPushButton* ok = MakeButton("OK", dialog);
+  QPushButton* cancel = MakeButton("Cancel", dialog);
+  ok->setDefault(true);
+  auto* entry = new QHBoxLayout;
+  entry->addWidget(label);
+  entry->addWidget(number);
+  entry->addStretch(1);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch(1);
+  buttons->addWidget(ok);
+  buttons->addWidget(cancel);
+  auto* column = new QVBoxLayout(&dialog);
+  column->addLayout(entry);
+  column->addLayout(buttons);
+  QObject::connect(ok, &QPushButton::clicked, &dialog, &QDialog::accept);
+  QObject::connect(cancel, &QPushButton::clicked, &dialog, &QDialog::reject);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
-  return number->value() - 1;
+  return LineIn(*number, present);
 }
 
 }  // namespace tavlo

@@ -5,7 +5,6 @@
 #include <QAbstractButton>
 #include <QDialog>
 #include <QLineEdit>
-#include <QSpinBox>
 #include <functional>
 #include <set>
 
@@ -207,19 +206,25 @@ TEST(MainKeys, SaveWritesToThePresentFileAndTheButtonProposesIt) {
 }
 
 TEST(MainKeys, GoToLineTakesANumberAndGoesThereOnEnter) {
-  KeySession session;
-  for (const bool goes : {true, false}) {
+  struct Case {
+    const char* typed;
+    Qt::Key key;
+    int row;
+  };
+  for (const Case& c : {Case{"150", Qt::Key_Return, 149}, Case{"150", Qt::Key_Escape, 7},
+                        Case{"900", Qt::Key_Return, 199}, Case{"-3", Qt::Key_Return, 0},
+                        Case{"12a", Qt::Key_Return, 7}, Case{"99999999999999", Qt::Key_Return, 7}}) {
+    KeySession session;
     session.Pane().GoTo(7);
     const auto is_up = [] { return QApplication::activeModalWidget() != nullptr; };
     const Whenever asked(is_up, [&] {
-      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-      auto* number = dialog->findChild<QSpinBox*>(QStringLiteral("LineNumber"));
-      EXPECT_EQ(number->value(), session.Pane().CurrentRow() + 1);
-      QTest::keyClicks(number, QStringLiteral("150"));
-      QTest::keyClick(number, goes ? Qt::Key_Return : Qt::Key_Escape);
+      auto* number = QApplication::activeModalWidget()->findChild<QLineEdit*>(QStringLiteral("LineNumber"));
+      EXPECT_EQ(number->text(), QStringLiteral("8"));
+      QTest::keyClicks(number, QLatin1String(c.typed));
+      QTest::keyClick(number, c.key);
     });
     session.Press(Qt::Key_G, Qt::ControlModifier);
-    EXPECT_EQ(session.Pane().CurrentRow(), goes ? 149 : 7);
+    EXPECT_EQ(session.Pane().CurrentRow(), c.row) << c.typed;
   }
 }
 

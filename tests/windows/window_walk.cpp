@@ -3,6 +3,7 @@
 #include "windows/window_walk.h"
 
 #include <QDialog>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTabWidget>
 #include <set>
@@ -90,9 +91,12 @@ void LookAtHands(const LookAt& look_at) {
   RowSelection selection;
   selection.Select({2, 9});
   rows.Select(selection);
-  QTest::keyClick(&rows, Qt::Key_F, Qt::ControlModifier);
   session.Settle();
-  look_at(session.Main(), "main, selected rows and search");
+  look_at(session.Main(), "main, selected rows");
+  QTest::keyClick(&rows, Qt::Key_F, Qt::ControlModifier);
+  QTest::keyClicks(&session.Find<QLineEdit>(nullptr, "FindWords"), QStringLiteral("go to line 3"));
+  session.Settle();
+  look_at(session.Main(), "main, search");
   QTimer::singleShot(0, &session.Main(), [&] {
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     look_at(*dialog, "GoToLine");
