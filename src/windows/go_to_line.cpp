@@ -5,13 +5,13 @@
 #include <QDialog>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "model/instruction.h"
 #include "widgets/entry_box.h"
-#include "widgets/selection.h"
 
 namespace tavlo {
 namespace {
@@ -34,7 +34,9 @@ QPushButton* MakeButton(const char* name, QDialog& dialog) {
 }  // namespace
 
 std::optional<int> AskForLine(QWidget* parent, int present) {
-  QDialog dialog(parent);
+  // The window that owns it may go while it is up.
+  const QPointer<QDialog> asked(new QDialog(parent));
+  QDialog& dialog = *asked;
   dialog.setObjectName(QStringLiteral("GoToLine"));
   dialog.setWindowTitle(QStringLiteral("Go to line"));
   auto* number = new EntryBox(kDigits, &dialog);
@@ -42,7 +44,6 @@ std::optional<int> AskForLine(QWidget* parent, int present) {
   number->setAccessibleName(QStringLiteral("Line number"));
   number->setText(QString::number(present + 1));
   number->selectAll();
-  MakeSelectionStandOut(*number);
   auto* label = new QLabel(QStringLiteral("&Line number"), &dialog);
   label->setBuddy(number);
   QPushButton* ok = MakeButton("OK", dialog);
@@ -61,8 +62,10 @@ std::optional<int> AskForLine(QWidget* parent, int present) {
   column->addLayout(buttons);
   QObject::connect(ok, &QPushButton::clicked, &dialog, &QDialog::accept);
   QObject::connect(cancel, &QPushButton::clicked, &dialog, &QDialog::reject);
-  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
-  return LineIn(*number, present);
+  const bool accepted = dialog.exec() == QDialog::Accepted;
+  if (asked == nullptr) return std::nullopt;
+  asked->deleteLater();
+  return accepted ? std::optional(LineIn(*number, present)) : std::nullopt;
 }
 
 }  // namespace tavlo

@@ -99,6 +99,8 @@ void LookAtHands(const LookAt& look_at) {
   look_at(session.Main(), "main, search");
   QTimer::singleShot(0, &session.Main(), [&] {
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    dialog->activateWindow();
+    session.Settle();
     look_at(*dialog, "GoToLine");
     dialog->reject();
   });
