@@ -105,19 +105,23 @@ void MainKeys::RunOnRows(Act act) {
 }
 
 void MainKeys::ShowMenu(QPoint position) {
-  if (desk_ == nullptr || !TakesInput(window_)) return;
+  if (desk_ == nullptr || !TakesInput(window_) || (menu_ != nullptr && menu_->isVisible())) return;
   ProgWindow& pane = grid_.Pane();
-  auto* menu = new QMenu(&pane);
-  menu->setObjectName(QStringLiteral("RowMenu"));
-  menu->setAccessibleName(QStringLiteral("Line %1").arg(pane.CurrentRow() + 1));
-  menu->setAttribute(Qt::WA_DeleteOnClose);
-  FillRowMenu(*menu, {.source = desk_->source,
-                      .line = pane.CurrentRow(),
-                      .rows = pane.Selection().Rows(),
-                      .held = !may_act_() || ProgramHeld(*desk_),
-                      .run = [this](Act act) { Run(act); },
-                      .go_to = [&pane](int line) { pane.GoTo(line); }});
-  menu->popup(position);
+  if (menu_ == nullptr) {
+    menu_ = new QMenu(&pane);
+    menu_->setObjectName(QStringLiteral("RowMenu"));
+  }
+  // It stays, as an entry may bring up a dialog before the menu has done with the key that chose it.
+  menu_->clear();
+  qDeleteAll(menu_->findChildren<QMenu*>(Qt::FindDirectChildrenOnly));
+  menu_->setAccessibleName(QStringLiteral("Line %1").arg(pane.CurrentRow() + 1));
+  FillRowMenu(*menu_, {.source = desk_->source,
+                       .line = pane.CurrentRow(),
+                       .rows = pane.Selection().Rows(),
+                       .held = !may_act_() || ProgramHeld(*desk_),
+                       .run = [this](Act act) { Run(act); },
+                       .go_to = [&pane](int line) { pane.GoTo(line); }});
+  menu_->popup(position);
 }
 
 }  // namespace tavlo

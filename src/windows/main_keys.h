@@ -9,6 +9,7 @@
 #include "session/desk.h"
 #include "windows/shortcuts.h"
 
+class QMenu;
 class QWidget;
 
 namespace tavlo {
@@ -40,6 +41,8 @@ class MainKeys : public QObject {
   std::function<bool()> may_act_;
   std::function<void()> commit_;
   Desk* desk_ = nullptr;
+  /// Null until it is asked for.
+  QMenu* menu_ = nullptr;
 };
 
 }  // namespace tavlo
