@@ -3,7 +3,10 @@
 #include "widgets/ringed_button.h"
 
 #include <QEvent>
+#include <QMenu>
+#include <QMouseEvent>
 #include <QPainter>
+#include <QStyleOptionToolButton>
 
 #include "widgets/contrast.h"
 #include "widgets/font_size.h"
@@ -35,6 +38,17 @@ void RingedButton::paintEvent(QPaintEvent* event) {
   painter.setPen(QPen(StandOut(palette().color(QPalette::Highlight), ground, kTextContrast), kRingWidth));
   const double inset = kRingWidth / 2.0;
   painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), kRingWidth, kRingWidth);
+}
+
+void RingedButton::mousePressEvent(QMouseEvent* event) {
+  QStyleOptionToolButton option;
+  initStyleOption(&option);
+  const QRect arrow =
+      style()->subControlRect(QStyle::CC_ToolButton, &option, QStyle::SC_ToolButtonMenu, this);
+  const bool on_arrow = popupMode() == MenuButtonPopup && arrow.contains(event->position().toPoint());
+  if (menu() == nullptr || !on_arrow || event->button() != Qt::LeftButton)
+    return QToolButton::mousePressEvent(event);
+  menu()->popup(mapToGlobal(rect().bottomLeft()));
 }
 
 void RingedButton::changeEvent(QEvent* event) {

@@ -17,6 +17,9 @@ class RingedButton : public QToolButton {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  /// Its arrow, if it has one, brings up the menu without an event loop of its own, which would go on under
+  /// whatever an entry opens.
+  void mousePressEvent(QMouseEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:
