@@ -19,6 +19,7 @@
 
 #include "platform/services.h"
 #include "qt/comm_devices.h"
+#include "qt/gui/gui_clipboard.h"
 #include "qt/gui/gui_printer.h"
 #include "qt/gui/gui_services.h"
 #include "qt/qt_help.h"
@@ -104,8 +105,9 @@ int main(int argc, char** argv) {
   tavlo::GuiPrinter printer(files);
   tavlo::QtStateFolder sessions(tavlo::StateFolderOf("sessions"));
   tavlo::QtStateFolder runs(tavlo::StateFolderOf("runs"));
-  tavlo::ComposerWindows windows(
-      {port, boxes, clock, loop, beeper, settings, dialogs, files, comms, help, printer, sessions, &runs});
+  tavlo::GuiClipboard clipboard;
+  tavlo::ComposerWindows windows({port, boxes, clock, loop, beeper, settings, dialogs, files, comms, help,
+                                  printer, sessions, clipboard, &runs});
   windows.Main().Begin(windows.Handlers());
   windows.Main().show();
   PaintCounter counter;

@@ -111,7 +111,8 @@ int main(int argc, char** argv) {
     const tavlo::FormRow* form = tavlo::FormOf(type);
     if (form == nullptr || openings.contains(form->name)) continue;
     program.Prog[0].Type = static_cast<std::int16_t>(type);
-    openings[form->name] = Measure(closer, [&] { static_cast<void>(dialogs.Edit(program, 0)); });
+    openings[form->name] =
+        Measure(closer, [&] { static_cast<void>(dialogs.Edit(program, 0, tavlo::DialogPage::AsLeft)); });
   }
   double first = 0;
   double later = 0;
