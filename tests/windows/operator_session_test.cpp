@@ -13,9 +13,11 @@
 #include "editors/editor_dialog.h"
 #include "editors/hardware_dialog.h"
 #include "editors/pick_prog.h"
+#include "model/kept_text.h"
 #include "model/program_file.h"
 #include "model/wire.h"
 #include "qt/gui/gui_services.h"
+#include "session/edit_step.h"
 #include "session/grid.h"
 #include "support/fake_clipboard.h"
 #include "support/fake_desk.h"
@@ -219,6 +221,23 @@ class OperatorSession : public QObject {
     return lines;
   }
 
+  /// A kill at this moment loses nothing, unless a dialog or a question is up or has yet to return.
+  void ExpectKept() {
+    if (depth_ > 0) return;
+    const Source& source = desktop_.windows.Handlers().source;
+    std::optional<KeptProgram> kept;
+    for (const auto& [name, bytes] : desktop_.disk.files) kept = ReadKeptProgram(bytes);
+    EXPECT_EQ(kept.has_value(), Unsaved(source)) << Story();
+    if (!kept) return;
+    Program wanted = source.program;
+    ScanLoops(wanted);
+    ScanLoops(kept->program);
+    EXPECT_TRUE(kept->program.Prog == wanted.Prog) << "other lines are kept" << Story();
+    EXPECT_TRUE(kept->program.Axis == wanted.Axis) << "other settings are kept" << Story();
+    EXPECT_EQ(kept->program.LimitBranch, wanted.LimitBranch) << Story();
+    EXPECT_EQ(kept->file_name, source.file_name) << Story();
+  }
+
   void ExpectOrder() {
     for (int line = 0; line < kLines; ++line) {
       if (Lines().Prog[line] == before_.Prog[line]) continue;
@@ -227,6 +246,7 @@ class OperatorSession : public QObject {
     }
     const LineDialogsSeen seen;
     EXPECT_LE(seen.editors.size() + static_cast<std::size_t>(seen.others), 1U) << Story();
+    ExpectKept();
     FollowEditing(seen);
     if (done_ % 50 == 0) {
       EXPECT_EQ(NotKept(Lines()), "") << Story();

@@ -33,6 +33,15 @@ constexpr Qt::Key kKeys[] = {
     Qt::Key_F1,     Qt::Key_F4,    Qt::Key_Insert, Qt::Key_A,        Qt::Key_Z,       Qt::Key_O,
     Qt::Key_0,      Qt::Key_9,     Qt::Key_Minus,  Qt::Key_Period,   Qt::Key_Comma,   Qt::Key_Menu};
 
+/// What the main window does with lines.
+constexpr QKeyCombination kCommands[] = {
+    Qt::CTRL | Qt::Key_Z, Qt::CTRL | Qt::Key_Z, Qt::CTRL | Qt::SHIFT | Qt::Key_Z,
+    Qt::CTRL | Qt::Key_Y, Qt::CTRL | Qt::Key_X, Qt::CTRL | Qt::Key_C,
+    Qt::CTRL | Qt::Key_V, Qt::CTRL | Qt::Key_V, Qt::Key_Delete,
+    Qt::Key_Insert,       Qt::CTRL | Qt::Key_G, Qt::CTRL | Qt::Key_F,
+    Qt::Key_F3,           Qt::CTRL | Qt::Key_S, Qt::CTRL | Qt::SHIFT | Qt::Key_S,
+    Qt::CTRL | Qt::Key_O};
+
 const char* const kTexts[] = {"",           "0",
                               "1",          "-0",
                               "7",          "12.5",
@@ -73,11 +82,34 @@ QWindow* HandleOf(QWidget& widget) {
   return widget.window()->windowHandle();
 }
 
-/// A window that the press closes may be gone before the key is let go.
+struct ModifierKey {
+  Qt::KeyboardModifier modifier;
+  Qt::Key key;
+};
+constexpr std::array<ModifierKey, 3> kModifierKeys = {{{Qt::ShiftModifier, Qt::Key_Shift},
+                                                       {Qt::ControlModifier, Qt::Key_Control},
+                                                       {Qt::AltModifier, Qt::Key_Alt}}};
+
+/// Presses the modifiers and the key and lets them go. The event loop has a turn after each of them, in which
+/// the window may go.
 void ClickKey(QWidget& window, Qt::Key key, Qt::KeyboardModifiers with = Qt::NoModifier) {
   const QPointer<QWindow> handle = HandleOf(window);
-  QTest::keyPress(handle, key, with);
-  if (handle != nullptr) QTest::keyRelease(handle, key, with);
+  const auto send = [&handle](bool press, Qt::Key which, Qt::KeyboardModifiers held, const QString& text) {
+    if (handle != nullptr) QTest::simulateEvent(handle, press, which, held, text, false);
+  };
+  const char ascii = QTest::keyToAscii(key);
+  const QString text = ascii == 0 ? QString() : QString(QLatin1Char(ascii));
+  Qt::KeyboardModifiers held;
+  for (const ModifierKey& row : kModifierKeys) {
+    if (!with.testFlag(row.modifier)) continue;
+    send(true, row.key, held, {});
+    held |= row.modifier;
+  }
+  send(true, key, with, text);
+  send(false, key, with, text);
+  for (const ModifierKey& row : kModifierKeys) {
+    if (with.testFlag(row.modifier)) send(false, row.key, with, {});
+  }
 }
 
 void TypeLetter(QWidget& window, QChar letter) {
@@ -112,6 +144,7 @@ struct RandomOperator::Way {
 
 void RandomOperator::Act(QWidget& main_window) {
   constexpr auto kWays = std::to_array<Way>({{18, &RandomOperator::Key},
+                                             {14, &RandomOperator::Command},
                                              {20, &RandomOperator::TypeText},
                                              {5, &RandomOperator::Paste},
                                              {12, &RandomOperator::Click},
@@ -171,6 +204,16 @@ void RandomOperator::Key(QWidget& window) {
   const Qt::KeyboardModifiers with = Modifiers();
   Say("key " + QKeySequence(key | with).toString().toStdString());
   ClickKey(window, key, with);
+}
+
+void RandomOperator::Command(QWidget& window) {
+  auto* pane = window.findChild<ProgWindow*>();
+  if (pane == nullptr) return Key(window);
+  const QKeyCombination keys = OneOf(kCommands);
+  Say("command " + QKeySequence(keys).toString().toStdString());
+  if (!OneIn(5)) pane->setFocus();
+  if (OneIn(3)) ClickKey(window, OneIn(2) ? Qt::Key_Down : Qt::Key_PageUp, Qt::ShiftModifier);
+  ClickKey(window, keys.key(), keys.keyboardModifiers());
 }
 
 void RandomOperator::TypeText(QWidget& window) {

@@ -41,6 +41,7 @@ class RandomOperator {
   struct Way;
 
   void Key(QWidget& window);
+  void Command(QWidget& window);
   void TypeText(QWidget& window);
   void Paste(QWidget& window);
   void Click(QWidget& window);
