@@ -60,7 +60,7 @@ def looked_at_and_stopped(screen, hub, program):
     until("the end of the log", lambda: [row[4] for row in rows(path) if row[1] == "end"] == ["stopped"])
     events = [row[1] for row in rows(path)]
     assert events[0] == "begin" and rows(path)[0][4].endswith(EXAMPLE)
-    assert events.count("line started") >= 3
+    assert events.count("line started") + events.count("line goes on") >= 3
 
 
 def killed_in_a_run(screen, program):
@@ -81,6 +81,13 @@ def main():
         looked_at_and_stopped(screen, hub, program)
         killed_in_a_run(screen, program)
         again = Composer(composer, screen)
+        told = screen.wait_window("^Restore$")
+        screen.shot("killed-in-a-run")
+        stops = hub.bytes("rx").count(b"S")
+        screen.key(told, "Escape")
+        until("the stop of what the killed one left running", lambda: hub.bytes("rx").count(b"S") > stops)
+        screen.key(told, "Escape")
+        until("the word of it to go", lambda: not screen.window("^Restore$"))
         again.press("ctrl+l")
         screen.key(screen.wait_window("^Run log$"), "Escape")
         until("the log's window to go", lambda: not screen.window("^Run log$"))
