@@ -17,7 +17,7 @@ constexpr int kSpread = 4;
 /// Lanes closer than this are drawn as thin lines.
 constexpr int kWideLane = 4;
 /// What is left of the colour of an arrow beside those of the current row, in hundredths.
-constexpr int kPale = 45;
+constexpr int kPale = 65;
 
 int LineWidth(const Arrow& arrow) {
   return (RowGeometry::kZoneWidth - kFirstLane) / arrow.lanes >= kWideLane ? 2 : 1;

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QVBoxLayout>
 #include <algorithm>
 
 #include "qt/gui/shown_text.h"
@@ -17,6 +18,8 @@
 
 namespace tavlo {
 namespace {
+
+constexpr int kGap = 6;
 
 QPushButton* MakeButton(const char* name, const QString& caption, const QString& tool_tip, QWidget* parent) {
   auto* button = new QPushButton(caption, parent);
@@ -50,14 +53,23 @@ FindBar::FindBar(ProgWindow& rows, QWidget* parent)
                  QStringLiteral("Go to the line before (%1)").arg(KeyOf(Act::FindPrevious)), this);
   auto* close =
       MakeButton("CloseFind", QStringLiteral("C&lose"), QStringLiteral("Close the search (Esc)"), this);
-  auto* row = new QHBoxLayout(this);
-  row->setContentsMargins(0, 0, 0, 0);
-  row->addWidget(label);
-  row->addWidget(words_, 1);
-  row->addWidget(next);
-  row->addWidget(previous);
-  row->addWidget(state_, 1);
-  row->addWidget(close);
+  auto* entry = new QHBoxLayout;
+  entry->setSpacing(kGap);
+  entry->addWidget(label);
+  entry->addWidget(words_, 1);
+  auto* buttons = new QHBoxLayout;
+  buttons->setSpacing(kGap);
+  buttons->addWidget(next);
+  buttons->addWidget(previous);
+  buttons->addWidget(state_, 1);
+  buttons->addStretch();
+  buttons->addWidget(close);
+  // In one row a large font would leave the words no room.
+  auto* rows_of_bar = new QVBoxLayout(this);
+  rows_of_bar->setContentsMargins(0, 0, 0, 0);
+  rows_of_bar->setSpacing(kGap / 2);
+  rows_of_bar->addLayout(entry);
+  rows_of_bar->addLayout(buttons);
   connect(words_, &QLineEdit::textEdited, this, [this] { Look(began_at_, SearchWay::Down, std::nullopt); });
   connect(words_, &QLineEdit::returnPressed, this, [this] { Step(SearchWay::Down); });
   connect(next, &QPushButton::clicked, this, [this] { Step(SearchWay::Down); });
