@@ -32,7 +32,7 @@ constexpr int kBatch = 100;
 constexpr int kRunLetters = 40;
 /// The widest text that a column shows at the opening.
 constexpr std::array kWidest = {"00000.000", "program counter", "Line 00", "Axis 00",
-                                "Feeder:CW 120.0 mm, 16"};
+                                "Feeder:CW 120.0 mm, 160.0 mps, Out"};
 
 QString BaseName(const std::string& path) {
   const std::size_t slash = path.find_last_of('/');

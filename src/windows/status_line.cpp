@@ -78,8 +78,13 @@ int StatusLabel::Beside() const {
   return 2 * kEdge + (warning_ ? fontMetrics().height() + kGap : 0);
 }
 
+void StatusLabel::GiveWay(bool gives_way) {
+  if (std::exchange(gives_way_, gives_way) != gives_way) updateGeometry();
+}
+
 // One more than it measures: what fits exactly would be elided for a fraction of a dot.
 QSize StatusLabel::sizeHint() const {
+  if (gives_way_) return minimumSizeHint();
   return {fontMetrics().horizontalAdvance(text()) + 1 + Beside(), Height()};
 }
 
@@ -116,9 +121,9 @@ StatusLine::StatusLine(CommDevices& comms, QWidget* parent)
   row->setSpacing(kGap);
   row->addWidget(hub_);
   row->addWidget(new Rule(QFrame::VLine, this));
-  row->addWidget(port_);
+  row->addWidget(port_, 1);
   row->addWidget(new Rule(QFrame::VLine, this));
-  row->addWidget(event_, 1);
+  row->addWidget(event_, 2);
 }
 
 void StatusLine::ShowSoon() {
@@ -137,7 +142,10 @@ void StatusLine::Show() {
   if (std::exchange(compare_due_, false)) holds_ = HubHolds(source.program, source.link.held);
   std::string device = desk_->Comm1.Device();
   if (device.empty() && source.link.ComNum != 0) device = comms_.Look(source.link.ComNum).device;
-  hub_->Show(HubField(source, holds_));
+  const StatusField held = HubField(source, holds_);
+  hub_->Show(held);
+  // A warning matters more than where the port is.
+  for (StatusLabel* other : {port_, event_}) other->GiveWay(held.warning);
   port_->Show(PortField(source, desk_->Comm1.PortOpen(), device));
   event_->Show(EventField(source));
 }

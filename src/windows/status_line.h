@@ -21,6 +21,8 @@ class StatusLabel : public QLabel {
   /// the window is.
   StatusLabel(const char* name, const QString& about, int least_characters, QWidget* parent);
   void Show(const StatusField& field);
+  /// Asks for no more than its beginning, so that the others can be read whole.
+  void GiveWay(bool gives_way);
 
   /// Asks for the whole text, and makes do with its beginning.
   [[nodiscard]] QSize sizeHint() const override;
@@ -42,6 +44,7 @@ class StatusLabel : public QLabel {
   QString about_;
   int least_characters_;
   bool warning_ = false;
+  bool gives_way_ = false;
 };
 
 /// `StatusLine`, at the foot of the main window: what the hub holds, the port, and what happened last. It

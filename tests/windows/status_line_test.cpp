@@ -82,6 +82,21 @@ TEST(StatusLine, WarnsWhileAnotherProgramRunsThanTheOneShown) {
   EXPECT_EQ(session.Text("EventField"), "Stopped by the operator (00:16)");
 }
 
+TEST(StatusLine, AWarningIsReadWholeBesideALongDevice) {
+  StatusSession session;
+  session.comms.devices[1] = {"/run/user/1000/a/folder/of/a/very/long/name/tavlo-composer/comm1", true, ""};
+  session.Main().resize(760, 600);
+  session.Prove("cut.TVH");
+  session.Session().run.holds = Holds::Another;
+  session.WhileRunning(RunWindow::ExecStatus, [&] {
+    EXPECT_EQ(session.Text("HubField"), "Warning: the hub runs another program than the one shown");
+    session.Settle();
+    EXPECT_GE(session.Field("HubField").width(), session.Field("HubField").sizeHint().width());
+    EXPECT_GE(session.Field("PortField").width(), session.Field("PortField").minimumSizeHint().width());
+    session.Click("ExecStatus", "btnStop");
+  });
+}
+
 TEST(StatusLine, SaysMoreInItsToolTips) {
   StatusSession session;
   session.Prove("/home/ann/<b>cut.TVH");
