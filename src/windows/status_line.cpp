@@ -121,9 +121,9 @@ StatusLine::StatusLine(CommDevices& comms, QWidget* parent)
   row->setSpacing(kGap);
   row->addWidget(hub_);
   row->addWidget(new Rule(QFrame::VLine, this));
-  row->addWidget(port_, 1);
+  row->addWidget(port_);
   row->addWidget(new Rule(QFrame::VLine, this));
-  row->addWidget(event_, 2);
+  row->addWidget(event_, 1);
 }
 
 void StatusLine::ShowSoon() {
@@ -146,6 +146,7 @@ void StatusLine::Show() {
   hub_->Show(held);
   // A warning matters more than where the port is.
   for (StatusLabel* other : {port_, event_}) other->GiveWay(held.warning);
+  static_cast<QHBoxLayout*>(layout())->setStretchFactor(port_, held.warning ? 1 : 0);
   port_->Show(PortField(source, desk_->Comm1.PortOpen(), device));
   event_->Show(EventField(source));
 }
