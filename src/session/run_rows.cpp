@@ -110,13 +110,11 @@ std::optional<std::vector<std::string>> TakeLine(std::string_view& csv) {
       fields.back() += c;
     } else if (c == '"') {
       quoted = !quoted;
-    } else if (quoted) {
-      fields.back() += c;
-    } else if (c == ',') {
+    } else if (!quoted && c == ',') {
       if (fields.size() < kRunColumns.size()) fields.emplace_back();
-    } else if (c == '\n') {
+    } else if (!quoted && c == '\n') {
       return fields;
-    } else if (c != '\r') {
+    } else if (quoted || c != '\r') {
       fields.back() += c;
     }
   }
