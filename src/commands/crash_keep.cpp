@@ -112,8 +112,10 @@ void OfferLeft(Desk& desk, CrashKeep& keep) {
                          .title = "Restore",
                          .icon = Icon::Exclamation});
     }
-    keep.Remove(*left);
-    if (Unsaved(desk.source)) return;
+    // What was restored stays where it is until it is kept for this session.
+    const bool restored = Unsaved(desk.source);
+    if (!restored || !keep.Failing()) keep.Remove(*left);
+    if (restored) return;
   }
 }
 

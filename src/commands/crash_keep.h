@@ -36,6 +36,8 @@ class CrashKeep : public SessionKeeper {
   /// there is none. Those of sessions that are still up are not found.
   [[nodiscard]] std::optional<Left> FindLeft();
   void Remove(const Left& left);
+  /// What should be kept now is not.
+  [[nodiscard]] bool Failing() const { return failing_; }
 
   /// Called when something cannot be kept, once until it can be again.
   std::function<void(const std::string& why)> OnFailure;

@@ -8,6 +8,7 @@
 #include "link/com_port.h"
 #include "link/execution.h"
 #include "link/receive.h"
+#include "session/happened.h"
 #include "widgets/icon_images.h"
 #include "widgets/window_accessible.h"
 #include "windows/start_form.h"
@@ -62,6 +63,9 @@ ComposerWindows::ComposerWindows(const Outside& outside)
   desk_.help = &outside.help;
   desk_.printer = &outside.printer;
   desk_.keeper = &keep_;
+  keep_.OnFailure = [this](const std::string& why) {
+    Happened(desk_, "Changes are not kept for a crash: " + why);
+  };
   desk_.log = &logs_.Log();
   logs_.Attach(desk_);
   QObject::connect(&main_, &LongForm::RunLogAsked, &logs_, &RunLogBook::Open);

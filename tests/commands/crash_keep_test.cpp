@@ -105,6 +105,18 @@ TEST(CrashKeep, WhatWasRestoredIsKeptAgainBeforeTheOldOneGoes) {
   EXPECT_EQ(d.Line(4).Dist, FakeEditors::kWrittenDist);
 }
 
+TEST(CrashKeep, WhatWasRestoredStaysIfItCannotBeKeptAgain) {
+  FakeStateDisk disk;
+  LeaveKilled(disk);
+  disk.broken = "No space left on device";
+  { KeepingDesk(disk, "two").Start(); }
+  disk.broken.clear();
+  KeepingDesk d(disk, "three");
+  d.Start();
+  EXPECT_EQ(d.boxes.shown.size(), 1U);
+  EXPECT_EQ(d.Line(4).Dist, FakeEditors::kWrittenDist);
+}
+
 TEST(CrashKeep, ACleanEndLeavesNothing) {
   FakeStateDisk disk;
   {

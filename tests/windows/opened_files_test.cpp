@@ -101,6 +101,15 @@ TEST(MainWindow, TheTitleIsMarkedWhileNoFileHoldsTheProgram) {
   EXPECT_EQ(title(), QStringLiteral("Tavlo Composer  V1.29.1 - /home/op/a & b.TVH"));
 }
 
+TEST(MainWindow, SaysThatChangesCannotBeKeptForACrash) {
+  FilesSession session;
+  session.disk.broken = "No space left on device";
+  session.Find<QComboBox>("LimitList")->setCurrentIndex(2);
+  EXPECT_EQ(session.Session().happened.front().text,
+            "Changes are not kept for a crash: No space left on device");
+  EXPECT_TRUE(session.fakes.boxes.shown.empty());
+}
+
 TEST(MainWindow, PlaceSizeAndColumnsOutlastTheSession) {
   FakeSettings kept;
   QRect place;
