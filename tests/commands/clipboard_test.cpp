@@ -12,6 +12,7 @@
 #include "session/grid.h"
 #include "support/fake_clipboard.h"
 #include "support/fake_desk.h"
+#include "support/rows_true.h"
 
 namespace tavlo::testing {
 namespace {
@@ -26,16 +27,6 @@ struct BlockDesk : FakeDesk {
     Line(10) = {.Type = GT, .LineNum = 15};
     ShowProgram(desk);
     source.Changed = false;
-  }
-  void ExpectRowsTrue() {
-    const RowsState shown = source.shown;
-    ShowProgram(desk);
-    for (int line = 0; line < kLines; ++line) {
-      EXPECT_EQ(shown.rows[line].desc, source.shown.rows[line].desc) << line;
-      EXPECT_TRUE(shown.rows[line].icon == source.shown.rows[line].icon) << line;
-    }
-    EXPECT_EQ(shown.arrows, source.shown.arrows);
-    EXPECT_EQ(shown.LimitLine, LimitLineOf(source.program));
   }
 
   FakeClipboard clipboard;
@@ -89,11 +80,11 @@ TEST(Clipboard, EveryEditOfLinesIsOneStepThatIsTakenBackWhole) {
     EXPECT_FALSE(before.Prog == d.source.program.Prog);
     EXPECT_TRUE(d.source.Changed);
     EXPECT_EQ(d.source.history.UndoName(), c.name);
-    d.ExpectRowsTrue();
+    ExpectRowsTrue(d.desk);
     Undo(d.desk);
     EXPECT_TRUE(before.Prog == d.source.program.Prog);
     EXPECT_EQ(d.source.history.UndoName(), "");
-    d.ExpectRowsTrue();
+    ExpectRowsTrue(d.desk);
   }
 }
 

@@ -6,6 +6,7 @@
 #include "session/grid.h"
 #include "support/fake_desk.h"
 #include "support/fake_editors.h"
+#include "support/rows_true.h"
 
 namespace tavlo::testing {
 namespace {
@@ -23,19 +24,6 @@ struct PickDesk : FakeDesk {
     DropIcon(desk, line, line, false);
   }
   [[nodiscard]] const Row& RowOf(int line) { return source.shown.rows[line]; }
-  /// Each row shows its line as it is, at rest.
-  void ExpectRowsTrue() {
-    const auto rows = source.shown.rows;
-    const auto arrows = source.shown.arrows;
-    ShowProgram(desk);
-    for (int line = 0; line < kLines; ++line) {
-      EXPECT_EQ(rows[line].desc, RowOf(line).desc) << line;
-      EXPECT_EQ(rows[line].state, RowOf(line).state) << line;
-      EXPECT_TRUE(rows[line].icon == RowOf(line).icon) << line;
-      EXPECT_EQ(rows[line].frame, RowOf(line).frame) << line;
-    }
-    EXPECT_EQ(arrows, source.shown.arrows);
-  }
 
   FakeEditors editors;
 };
@@ -53,7 +41,7 @@ TEST(PickProg, AKindIsStoredAndEdited) {
   EXPECT_EQ(d.Line(5).Type, WT);
   EXPECT_EQ(d.Line(5).Dist, FakeEditors::kWrittenDist);
   EXPECT_TRUE(d.source.Changed);
-  d.ExpectRowsTrue();
+  ExpectRowsTrue(d.desk);
 }
 
 TEST(PickProg, CancelInTheDialogTakesTheKindBack) {
@@ -63,7 +51,7 @@ TEST(PickProg, CancelInTheDialogTakesTheKindBack) {
   d.Pick(5, {Kind(WT)});
   EXPECT_EQ(d.Line(5), before);
   EXPECT_FALSE(d.source.Changed);
-  d.ExpectRowsTrue();
+  ExpectRowsTrue(d.desk);
 }
 
 TEST(PickProg, KindsWithNothingToEditAreWrittenAtOnce) {
@@ -74,7 +62,7 @@ TEST(PickProg, KindsWithNothingToEditAreWrittenAtOnce) {
     EXPECT_EQ(d.Line(5).Type, type);
     EXPECT_EQ(d.Line(5).Dist, 6) << "only the kind";
     EXPECT_TRUE(d.source.Changed);
-    d.ExpectRowsTrue();
+    ExpectRowsTrue(d.desk);
   }
 }
 
@@ -84,7 +72,7 @@ TEST(PickProg, CancelRestoresTheRow) {
   d.Pick(5, {});
   EXPECT_EQ(d.editors.log.size(), 1U);
   EXPECT_FALSE(d.source.Changed);
-  d.ExpectRowsTrue();
+  ExpectRowsTrue(d.desk);
 }
 
 TEST(PickProg, InsertsAnEmptyLineWithoutAQuestionWhileLine200IsEmpty) {
@@ -94,7 +82,7 @@ TEST(PickProg, InsertsAnEmptyLineWithoutAQuestionWhileLine200IsEmpty) {
   EXPECT_EQ(d.Line(5).Type, NO);
   EXPECT_EQ(d.Line(6).Dist, 6);
   EXPECT_TRUE(d.source.Changed);
-  d.ExpectRowsTrue();
+  ExpectRowsTrue(d.desk);
 }
 
 TEST(PickProg, AsksBeforeLine200IsLost) {
@@ -135,7 +123,7 @@ TEST(PickProg, AsksBeforeALineInUseIsDeleted) {
               (ShownBox{"Delete program line 6?", "Delete", Buttons::OKCancel, Icon::None}));
     EXPECT_EQ(d.Line(5).Dist, answer == Answer::OK ? 7 : 6);
     EXPECT_EQ(d.editors.stayed, answer == Answer::OK ? 0 : 1);
-    d.ExpectRowsTrue();
+    ExpectRowsTrue(d.desk);
   }
 }
 
@@ -165,7 +153,7 @@ TEST(PickProg, TheBranchOfALimitAndItsRowMoveWithTheLines) {
   EXPECT_EQ(d.source.shown.LimitLine, 11);
   EXPECT_EQ(d.RowOf(10).state, RowState::LimitTarget);
   EXPECT_EQ(d.RowOf(9).state, RowState::Normal);
-  d.ExpectRowsTrue();
+  ExpectRowsTrue(d.desk);
 }
 
 TEST(ShowInstDialog, ShiftGoesStraightToTheDialogOfTheLine) {
@@ -173,7 +161,7 @@ TEST(ShowInstDialog, ShiftGoesStraightToTheDialogOfTheLine) {
   DropIcon(d.desk, 5, 5, true);
   EXPECT_EQ(d.editors.log, (std::vector<std::string>{"edit 5 of kind 0"}));
   EXPECT_TRUE(d.source.Changed);
-  d.ExpectRowsTrue();
+  ExpectRowsTrue(d.desk);
 }
 
 TEST(ShowInstDialog, CancelLeavesTheProgramUnchanged) {
@@ -181,7 +169,7 @@ TEST(ShowInstDialog, CancelLeavesTheProgramUnchanged) {
   d.editors.confirms = false;
   DropIcon(d.desk, 5, 5, true);
   EXPECT_FALSE(d.source.Changed);
-  d.ExpectRowsTrue();
+  ExpectRowsTrue(d.desk);
 }
 
 TEST(ShowInstDialog, NothingHappensWhileTheHubIsBusy) {

@@ -16,6 +16,7 @@
 #include "session/grid.h"
 #include "support/fake_desk.h"
 #include "support/fake_editors.h"
+#include "support/rows_true.h"
 
 namespace tavlo::testing {
 namespace {
@@ -45,20 +46,6 @@ struct EditDesk : FakeDesk {
   void Pick(int line, const Picked& pressed) {
     editors.presses = {pressed};
     DropIcon(desk, line, line, false);
-  }
-  /// What the rows show is what they would show if the program were shown anew.
-  void ExpectRowsTrue() {
-    const RowsState shown = source.shown;
-    ShowProgram(desk);
-    for (int line = 0; line < kLines; ++line) {
-      EXPECT_EQ(shown.rows[line].desc, source.shown.rows[line].desc) << line;
-      EXPECT_EQ(shown.rows[line].state, source.shown.rows[line].state) << line;
-      EXPECT_TRUE(shown.rows[line].icon == source.shown.rows[line].icon) << line;
-      EXPECT_EQ(shown.rows[line].frame, source.shown.rows[line].frame) << line;
-      EXPECT_EQ(shown.rows[line].label, source.shown.rows[line].label) << line;
-    }
-    EXPECT_EQ(shown.arrows, source.shown.arrows);
-    EXPECT_EQ(shown.LimitLine, LimitLineOf(source.program));
   }
 
   FakeEditors editors;
@@ -122,7 +109,7 @@ TEST(Undo, TakesEveryKindOfEditBackAndRedoDoesItAgain) {
     EXPECT_TRUE(Same(d.source.program, before));
     EXPECT_FALSE(d.source.Changed) << "it is as it was loaded";
     EXPECT_EQ(d.source.file_name, kFile);
-    d.ExpectRowsTrue();
+    ExpectRowsTrue(d.desk);
     EXPECT_EQ(d.view.gone_to, row.line ? std::vector<int>{*row.line} : std::vector<int>());
     EXPECT_EQ(d.source.history.RedoName(), row.name);
 
@@ -130,7 +117,7 @@ TEST(Undo, TakesEveryKindOfEditBackAndRedoDoesItAgain) {
     EXPECT_TRUE(Same(d.source.program, after));
     EXPECT_EQ(d.source.Changed, !row.unchanged);
     EXPECT_EQ(d.source.file_name, file);
-    d.ExpectRowsTrue();
+    ExpectRowsTrue(d.desk);
     EXPECT_EQ(d.source.history.RedoName(), "");
   }
 }
@@ -321,10 +308,10 @@ TEST(Undo, OfRandomEditsGoesBackToTheStartAndForwardToTheEnd) {
     const Program end = d.source.program;
     int steps = 0;
     for (; !d.source.history.UndoName().empty(); ++steps) Undo(d.desk);
-    d.ExpectRowsTrue();
+    ExpectRowsTrue(d.desk);
     for (int i = 0; i < steps; ++i) Redo(d.desk);
     EXPECT_TRUE(Same(d.source.program, end));
-    d.ExpectRowsTrue();
+    ExpectRowsTrue(d.desk);
   }
 }
 
