@@ -4,9 +4,9 @@
 
 #include <QFont>
 #include <QPalette>
-#include <functional>
 #include <string>
 
+#include "windows/editor_walk.h"
 #include "windows/run_session.h"
 
 namespace tavlo::testing {
@@ -34,7 +34,7 @@ class WearingLook {
 };
 
 /// Brings up every window of the program in each of its states, one after the other, and hands it over while
-/// it stands. `state` tells them apart.
-void ForEachWindow(const std::function<void(QWidget& window, const std::string& state)>& look_at);
+/// it stands.
+void ForEachWindow(const LookAt& look_at);
 
 }  // namespace tavlo::testing
