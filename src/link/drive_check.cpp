@@ -5,6 +5,7 @@
 #include "link/held_program.h"
 #include "link/polled.h"
 #include "model/program_queries.h"
+#include "platform/encoding.h"
 #include "platform/number_format.h"
 #include "session/grid.h"
 
@@ -14,10 +15,6 @@ namespace {
 constexpr const char* kErrorTitle = "Communication Error";
 constexpr const char* kOneCharacter =
     "The Tavlo Hub is responding to the CheckDrive command with only one character.";
-
-int Code(char c) {
-  return static_cast<unsigned char>(c);
-}
 
 /// Reads until there are `count` bytes. Returns false if the time ran out first.
 bool ReadUpTo(const Link& link, std::string& reply, std::size_t count) {
@@ -130,12 +127,12 @@ std::string CheckDrive(Desk& desk) {
   }
   NoteIdentity(link, std::string_view(reply).substr(0, 2));
   desk.program().HubVersion = RevisionOf(static_cast<unsigned char>(reply[0]));
-  ShowHub(desk, Code(reply[1]));
+  ShowHub(desk, CodeOf(reply[1]));
   return reply;
 }
 
 bool IsHub(MessageBoxes& boxes, std::string_view identity) {
-  if (HubOfCode(Code(identity[1]))) return true;
+  if (HubOfCode(CodeOf(identity[1]))) return true;
   TellUnknownDevice(boxes);
   return false;
 }
@@ -194,8 +191,8 @@ std::optional<DriveList> ReadDriveList(const Link& link, int axes) {
   const std::string reply = link.Comm1.Input();
   DriveList drives;
   for (int axis = 0; axis < axes; ++axis) {
-    drives.expected[axis] = Code(reply[2 * axis]);
-    drives.actual[axis] = DriveIdToModel(Code(reply[2 * axis + 1]));
+    drives.expected[axis] = CodeOf(reply[2 * axis]);
+    drives.actual[axis] = DriveIdToModel(CodeOf(reply[2 * axis + 1]));
   }
   return drives;
 }

@@ -3,6 +3,7 @@
 #include "link/drive_terminal.h"
 
 #include "link/held_program.h"
+#include "platform/encoding.h"
 #include "platform/number_format.h"
 
 namespace tavlo {
@@ -23,12 +24,8 @@ constexpr std::size_t kCommandTextKept = 100;
 constexpr std::size_t kLongestHistory = 4000;
 constexpr std::size_t kHistoryKept = 2000;
 
-int Code(char c) {
-  return static_cast<unsigned char>(c);
-}
-
 std::string CodeText(char c) {
-  return Format(Code(c), "000");
+  return Format(CodeOf(c), "000");
 }
 
 void Log(Desk& desk, std::string_view text) {
@@ -55,7 +52,7 @@ void DoPowerUp(Desk& desk, std::string_view message) {
   DriveTerminal& terminal = desk.source.VOXterm;
   Log(desk, "{" + CodeText(message[0]) + "-" + CodeText(message[1]) + "-" + CodeText(message[2]) + "}" +
                 std::string(kLineEnd));
-  if (Code(message[0]) == kGreetingHeader && Code(message[2]) < kFirstOtherModel) desk.Comm1.Output("00");
+  if (CodeOf(message[0]) == kGreetingHeader && CodeOf(message[2]) < kFirstOtherModel) desk.Comm1.Output("00");
   // It may have been a drive's bytes. So the hub may still be running for all that is known.
   ForgetHub(desk.link());
   desk.beeper.Beep();
@@ -108,7 +105,7 @@ void ProcessChar(Desk& desk, char c) {
     if (terminal.PowerBuf.size() == kGreetingBytes) DoPowerUp(desk, terminal.PowerBuf);
     return;
   }
-  if (Code(c) == kGreetingHeader) {
+  if (CodeOf(c) == kGreetingHeader) {
     terminal.InPower = true;
     terminal.PowerBuf = c;
     return;

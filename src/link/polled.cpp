@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/serial_port.h"
+
 namespace tavlo {
 namespace {
 
@@ -14,8 +16,6 @@ constexpr double kQuiet = 0.025;
 constexpr double kQuietAgain = 0.050;
 /// A hub that does not stop sending is asked all the same.
 constexpr double kLongestSettling = 0.5;
-/// A shorter wait could be lost in the rounding of the clock, so that the loop would never end.
-constexpr double kShortestWait = 0.001;
 
 void AwaitSilence(const Link& link) {
   const double start = link.clock.Timer();
@@ -27,7 +27,7 @@ void AwaitSilence(const Link& link) {
     const double left = std::min(last + quiet, start + kLongestSettling) - now;
     // At midnight the clock restarts; the rest of so short a wait does not matter.
     if (left <= 0 || now < start) return;
-    link.Comm1.WaitForInput(std::max(left, kShortestWait));
+    link.Comm1.WaitForInput(std::max(left, SerialPort::kShortestWait));
     if (const int count = link.Comm1.InBufferCount(); count > seen) {
       seen = count;
       last = link.clock.Timer();

@@ -5,6 +5,7 @@
 #include "link/drive_terminal.h"
 #include "link/hub_messages.h"
 #include "link/run_record.h"
+#include "platform/encoding.h"
 
 namespace tavlo {
 namespace {
@@ -27,10 +28,6 @@ class ScopedFlag {
   bool& flag_;
 };
 
-int Code(char c) {
-  return static_cast<unsigned char>(c);
-}
-
 /// Each turn of the event loop may bring more bytes while earlier ones are being handled; the call that came
 /// first handles those too.
 void ToTerminal(Desk& desk) {
@@ -48,7 +45,7 @@ void ToTerminal(Desk& desk) {
 
 void TakeCharacter(Desk& desk, char c) {
   Source& source = desk.source;
-  const bool header = Code(c) >= 128;
+  const bool header = CodeOf(c) >= 128;
   if (header) {
     source.link.InMsg = true;
     source.link.MsgBuf = c;
@@ -96,7 +93,7 @@ void EscapeCharacter(DisplayState& display, char c) {
       display.EscPending = false;
     }
   } else if (!display.RowGot) {
-    display.RowValue = static_cast<std::int16_t>(Code(c) - 32);
+    display.RowValue = static_cast<std::int16_t>(CodeOf(c) - 32);
     display.RowGot = true;
   } else {
     // The column: rows are always written from their start, so only a row that exists counts.

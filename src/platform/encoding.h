@@ -7,6 +7,11 @@
 
 namespace tavlo {
 
+/// Returns 0..255, whatever the sign of a char.
+[[nodiscard]] constexpr int CodeOf(char c) {
+  return static_cast<unsigned char>(c);
+}
+
 /// Returns a program's text in UTF-8. Such texts are single bytes, each the code point 0..255.
 [[nodiscard]] std::string Utf8FromLatin1(std::string_view text);
 

@@ -60,6 +60,8 @@ class SerialPort {
   /// Blocks in the operating system until bytes arrive that InBufferCount() has not counted yet, the port
   /// vanishes or `seconds` have passed, whichever comes first. Delivers no event and never spins.
   virtual void WaitForInput(double seconds) = 0;
+  /// A loop that waits for less may never end: clocks and waits are not exact to the last bit.
+  static constexpr double kShortestWait = 0.001;
 
   /// The kind of the event that is being delivered; kCommEventReceive for bytes.
   [[nodiscard]] virtual int CommEvent() const = 0;

@@ -12,6 +12,9 @@ namespace tavlo {
 /// twelve hours.
 class Stopwatch {
  public:
+  /// Whoever waits for as long reads it in time.
+  static constexpr double kLongestWait = 3600;
+
   explicit Stopwatch(Clock& clock) : clock_(clock), last_(clock.Timer()) {}
 
   void Restart() {

@@ -15,10 +15,8 @@
 namespace tavlo::cli {
 namespace {
 
-constexpr std::string_view kStandardOutput = "standard output";
-
 /// Returns what was changed, as it now is.
-std::string Words(const Program& program, const RepairMade& made) {
+std::string WordsOf(const Program& program, const RepairMade& made) {
   switch (made.repair) {
     case Repair::HandWheel: return "the hand wheel instruction became a comment";
     case Repair::ShortPulse:
@@ -83,7 +81,7 @@ class ConvertCommand : public Command {
  private:
   void TellChanges(Console& console, const Program& program, const Repairs& repairs) const {
     for (const RepairMade& made : repairs) {
-      console.Note(PlaceOf(made) + Words(program, made));
+      console.Note(PlaceOf(made) + WordsOf(program, made));
     }
     if (IsStandard(old_path_) || KindByName(old_path_) != FileKind::OskelProg) return;
     console.Note("axis 1: the file does not name its drive model; " +
@@ -119,7 +117,7 @@ class ConvertCommand : public Command {
       const Json number = made.repair == Repair::NoPort ? Json() : Json(made.index + 1);
       changes.push_back({{"line", IsOfAxis(made.repair) ? Json() : number},
                          {"axis", IsOfAxis(made.repair) ? number : Json()},
-                         {"change", Words(program, made)}});
+                         {"change", WordsOf(program, made)}});
     }
     return {{"version", Utf8FromLatin1(version)},
             {"lineCount", LinesInUse(program)},

@@ -27,9 +27,8 @@ std::optional<std::string> ReadImageFile(Console& console, const std::string& pa
   if (image->size() == kImageBytes) return image;
   const std::string size =
       (image->size() < kReadLimit ? "" : "at least ") + Joined(static_cast<int>(image->size()));
-  console.Note(ShownName(path, "standard input") + ": has " + size +
-               (image->size() == 1 ? " byte" : " bytes") + "; an image of the hub's memory has " +
-               Joined(kImageBytes));
+  console.Note(ShownName(path, kStandardInput) + ": has " + size + (image->size() == 1 ? " byte" : " bytes") +
+               "; an image of the hub's memory has " + Joined(kImageBytes));
   return std::nullopt;
 }
 
@@ -61,7 +60,7 @@ class DecodeCommand : public Command {
       console.Message(error.what());
       return ExitCode::File;
     }
-    if (TellUnknownModels(console, ShownName(image_path_, "standard input"), source.program)) {
+    if (TellUnknownModels(console, ShownName(image_path_, kStandardInput), source.program)) {
       return ExitCode::File;
     }
     if (!SaveProgram(source, console, path_)) return ExitCode::File;

@@ -16,8 +16,6 @@
 namespace tavlo::cli {
 namespace {
 
-constexpr std::string_view kStandardOutput = "standard output";
-
 ExitCode ExitOf(UploadResult result) {
   switch (result) {
     case UploadResult::Done: return ExitCode::Done;

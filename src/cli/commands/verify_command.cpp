@@ -16,10 +16,6 @@
 namespace tavlo::cli {
 namespace {
 
-std::string Counted(std::size_t count, std::string_view what) {
-  return Joined(static_cast<int>(count)) + " " + std::string(what) + (count == 1 ? "" : "s");
-}
-
 std::string ShownOr(std::string_view text, std::string_view if_empty) {
   return text.empty() ? std::string(if_empty) : ShownText(text);
 }
@@ -85,8 +81,7 @@ class VerifyCommand : public Command {
       console.Result("The hub holds this program");
       return;
     }
-    console.Result("The hub holds another program: " + Counted(found.lines.size(), "line") + " and " +
-                   Counted(found.settings.size(), "setting") + " differ");
+    console.Result(found.InWords());
     for (const LineDifference& line : found.lines) {
       const bool only_bytes = line.file == line.hub;
       console.Result("Line " + Joined(line.line) +

@@ -40,6 +40,8 @@ class Console {
   [[nodiscard]] bool OutputWaits() const {
     return environment_.outlet != nullptr && environment_.outlet->Waits();
   }
+  /// Seconds between two looks at such a reader.
+  static constexpr double kReaderLook = 0.05;
   /// Sends as much of the kept output as the reader takes at once.
   void SendOn() {
     if (OutputWaits()) environment_.outlet->SendOn();

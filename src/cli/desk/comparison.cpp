@@ -114,7 +114,16 @@ class Comparer {
   bool prompts_told_ = false;
 };
 
+std::string Counted(std::size_t count, std::string_view what) {
+  return Joined(static_cast<int>(count)) + " " + std::string(what) + (count == 1 ? "" : "s");
+}
+
 }  // namespace
+
+std::string Comparison::InWords() const {
+  return "The hub holds another program: " + Counted(lines.size(), "line") + " and " +
+         Counted(settings.size(), "setting") + " differ";
+}
 
 Comparison CompareWithHub(const Program& program, const CompiledProgram& compiled, std::string_view image) {
   return Comparer(program, compiled, image).Run();

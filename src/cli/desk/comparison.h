@@ -28,6 +28,8 @@ struct Comparison {
   std::vector<LineDifference> lines;
   std::vector<SettingDifference> settings;
   [[nodiscard]] bool Same() const { return lines.empty() && settings.empty(); }
+  /// Returns how much differs, as a sentence without its stop.
+  [[nodiscard]] std::string InWords() const;
 };
 
 /// Compares a compiled program with the 8192 bytes of a hub. The bytes decide. What follows the end of a line

@@ -18,8 +18,6 @@
 namespace tavlo::cli {
 namespace {
 
-constexpr std::string_view kStandardInput = "standard input";
-
 /// Returns why a file could not be read; empty if it can be read by now.
 std::string ReasonOf(const std::string& path) {
   const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
@@ -99,7 +97,7 @@ bool StatOf(const std::string& path, int standard, struct stat& file) {
 
 /// If a port is all that the file lacks, it gets one.
 void GivePort(std::string& text, FileFindings& findings) {
-  auto with_port = WithPort(text);
+  auto with_port = tavlo::WithPort(text);
   if (!with_port) return;
   FileFindings whole = Examine(*with_port, FileKind::HubProg);
   if (!whole.whole) return;
@@ -179,7 +177,7 @@ bool IsSameFile(Console& console, const std::string& input, const std::string& o
   const bool both = StatOf(input, STDIN_FILENO, in) && StatOf(output, STDOUT_FILENO, out);
   // A terminal may well be both.
   if (!both || !S_ISREG(in.st_mode) || in.st_dev != out.st_dev || in.st_ino != out.st_ino) return false;
-  console.Note("cannot write " + ShownName(output, "standard output") + ": it is the file that is read");
+  console.Note("cannot write " + ShownName(output, kStandardOutput) + ": it is the file that is read");
   return true;
 }
 

@@ -13,6 +13,9 @@ namespace tavlo::cli {
 
 // How the commands read and write files.
 
+/// What messages call the files that are named "-".
+inline constexpr std::string_view kStandardInput = "standard input";
+inline constexpr std::string_view kStandardOutput = "standard output";
 /// Returns the name as messages show it.
 [[nodiscard]] std::string ShownName(const std::string& path, std::string_view standard);
 

@@ -8,6 +8,7 @@
 
 #include "link/polled.h"
 #include "model/program.h"
+#include "platform/serial_port.h"
 #include "platform/stopwatch.h"
 
 namespace tavlo::cli {
@@ -15,7 +16,6 @@ namespace {
 
 /// A hub that talks does so again within this time, also through an adapter that holds bytes back.
 constexpr double kListens = 0.025;
-constexpr double kShortestWait = 0.001;
 /// Longer than the gaps in what a hub sends on by itself.
 constexpr double kSilent = 0.15;
 /// A hub's memory takes 4.3 s at the line's speed.
@@ -40,7 +40,7 @@ bool AwaitSilence(Desk& desk, double silent, double limit) {
   static_cast<void>(desk.Comm1.Input());
   while (since_byte.Seconds() < silent) {
     if (total.Seconds() > limit || !desk.Comm1.PortOpen()) return false;
-    desk.Comm1.WaitForInput(std::max(silent - since_byte.Seconds(), kShortestWait));
+    desk.Comm1.WaitForInput(std::max(silent - since_byte.Seconds(), SerialPort::kShortestWait));
     if (!desk.Comm1.Input().empty()) since_byte.Restart();
   }
   return true;
@@ -51,8 +51,8 @@ bool SomethingComes(Desk& desk) {
   while (desk.Comm1.PortOpen() && desk.Comm1.Input().empty()) {
     const double left = kListens - listens.Seconds();
     // Clocks and waits are not exact to the last bit.
-    if (left < kShortestWait / 2) return false;
-    desk.Comm1.WaitForInput(std::max(left, kShortestWait));
+    if (left < SerialPort::kShortestWait / 2) return false;
+    desk.Comm1.WaitForInput(std::max(left, SerialPort::kShortestWait));
   }
   return true;
 }

@@ -6,14 +6,13 @@
 #include <utility>
 
 #include "platform/encoding.h"
+#include "platform/serial_port.h"
 
 namespace tavlo::cli {
 namespace {
 
 /// A hub that has taken an answer says so well within this time, or asks again.
 constexpr double kQuiet = 0.2;
-/// Clocks and waits are not exact to the last bit.
-constexpr double kShortestWait = 0.001;
 /// How often a process in the background looks whether it is back.
 constexpr double kBackgroundWait = 1;
 constexpr std::size_t kLongestLine = 200;
@@ -99,7 +98,7 @@ bool RunInput::IsDue(const Orders& orders) {
     case RunAct::SingleStep: return desk_->source.run.panel.SingleStep != Picture::StepYellow;
     case RunAct::Key:
       if (window_ != RunWindow::fakeMMI) return true;
-      return asks_ && quiet_.Seconds() >= kQuiet - kShortestWait / 2;
+      return asks_ && quiet_.Seconds() >= kQuiet - SerialPort::kShortestWait / 2;
     case RunAct::Pause:
     case RunAct::Play:
     case RunAct::Reset:
@@ -117,7 +116,7 @@ std::optional<double> RunInput::DueIn() {
   if (IsTerminal()) return keys_.InForeground() ? std::nullopt : std::optional(kBackgroundWait);
   const bool waits_for_quiet = !waiting_.empty() && waiting_.front().front().act == RunAct::Key && asks_;
   if (!waits_for_quiet) return std::nullopt;
-  return std::max(kQuiet - quiet_.Seconds(), kShortestWait);
+  return std::max(kQuiet - quiet_.Seconds(), SerialPort::kShortestWait);
 }
 
 void RunInput::LineStarted(int line, bool is_prompt) {

@@ -12,14 +12,6 @@
 #include "platform/number_format.h"
 
 namespace tavlo::cli {
-namespace {
-
-std::string Counted(std::size_t count, std::string_view what) {
-  return Joined(static_cast<int>(count)) + " " + std::string(what) + (count == 1 ? "" : "s");
-}
-
-}  // namespace
-
 HubHolds ProgramCheck::Run(bool verify) {
   Desk& desk = own_.desk;
   const auto identity = OnSettledLine(console_, desk, own_.boxes, [&] {
@@ -58,8 +50,7 @@ HubHolds ProgramCheck::CompareMemory() {
   if (hub.result != UploadResult::Done) return HubHolds::NotAnswered;
   const Comparison found = CompareWithHub(copy, compiled, hub.image);
   if (found.Same()) return HubHolds::ThisProgram;
-  return AskAboutAnother("The hub holds another program: " + Counted(found.lines.size(), "line") + " and " +
-                         Counted(found.settings.size(), "setting") + " differ.");
+  return AskAboutAnother(found.InWords() + ".");
 }
 
 HubHolds ProgramCheck::AskAboutAnother(std::string_view what) {

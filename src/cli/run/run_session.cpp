@@ -10,6 +10,8 @@
 #include "link/execution.h"
 #include "link/receive.h"
 #include "link/run_record.h"
+#include "platform/serial_port.h"
+#include "platform/stopwatch.h"
 #include "session/run_log.h"
 
 namespace tavlo::cli {
@@ -20,14 +22,10 @@ constexpr double kDisplayRest = 0.05;
 /// The lights of an axis come in up to three messages; what has changed is printed so much later. They may
 /// never rest while the program is paused.
 constexpr double kStatusDelay = 0.05;
-/// How often a reader who has stopped taking the results is looked at.
-constexpr double kReaderLook = 0.05;
-/// Clocks and waits are not exact to the last bit.
-constexpr double kShortestWait = 0.001;
 
 /// Returns 0 for a wait that is over but for a rounding.
 double WaitOf(double seconds) {
-  return seconds < kShortestWait / 2 ? 0 : std::max(seconds, kShortestWait);
+  return seconds < SerialPort::kShortestWait / 2 ? 0 : std::max(seconds, SerialPort::kShortestWait);
 }
 /// What halts a program, by what its box reports.
 struct HaltCause {
@@ -57,9 +55,6 @@ class StopOnFailure {
   Desk& desk_;
   bool armed_ = true;
 };
-
-/// Well below the time after which a stopwatch loses count.
-constexpr double kLongestWait = 3600;
 
 }  // namespace
 
@@ -180,17 +175,18 @@ bool RunSession::TimeIsOver() {
 }
 
 double RunSession::TimeToDisplay() {
-  return display_changed_ ? WaitOf(kDisplayRest - since_text_.Seconds()) : kLongestWait;
+  return display_changed_ ? WaitOf(kDisplayRest - since_text_.Seconds()) : Stopwatch::kLongestWait;
 }
 
 double RunSession::TimeToStatus() {
-  return status_changed_ ? WaitOf(kStatusDelay - since_status_.Seconds()) : kLongestWait;
+  return status_changed_ ? WaitOf(kStatusDelay - since_status_.Seconds()) : Stopwatch::kLongestWait;
 }
 
 void RunSession::WaitForHub() {
-  double seconds = std::min({TimeToDisplay(), TimeToStatus(), input_.DueIn().value_or(kLongestWait)});
+  double seconds =
+      std::min({TimeToDisplay(), TimeToStatus(), input_.DueIn().value_or(Stopwatch::kLongestWait)});
   if (options_.seconds) seconds = std::min(seconds, std::max(*options_.seconds - watch_.Seconds(), 0.0));
-  if (console_.OutputWaits()) seconds = std::min(seconds, kReaderLook);
+  if (console_.OutputWaits()) seconds = std::min(seconds, Console::kReaderLook);
   line_.Wait(seconds, input_.Awaited());
 }
 

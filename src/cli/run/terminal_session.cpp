@@ -12,14 +12,11 @@
 #include "link/drive_terminal.h"
 #include "link/receive.h"
 #include "platform/number_format.h"
+#include "platform/stopwatch.h"
 
 namespace tavlo::cli {
 namespace {
 
-/// Well below the time after which a stopwatch loses count.
-constexpr double kLongestWait = 3600;
-/// How often a reader who has stopped taking the answers is looked at.
-constexpr double kReaderLook = 0.05;
 /// What a crash still sends, so that the hub listens again.
 constexpr std::string_view kBackToHub = "0HM\r";
 /// What the window's entry box holds.
@@ -144,7 +141,7 @@ void TerminalSession::Send(const std::string& command) {
 
 void TerminalSession::WaitForSomething() {
   console_.SendOn();
-  const double longest = console_.OutputWaits() ? kReaderLook : kLongestWait;
+  const double longest = console_.OutputWaits() ? Console::kReaderLook : Stopwatch::kLongestWait;
   if (answered_) {
     line_.Wait(longest, &feed_);
   } else {

@@ -13,7 +13,7 @@ namespace tavlo::cli {
 namespace {
 
 constexpr double kLongest = 1e9;
-constexpr std::string_view kEntryKeys = "0123456789.+-";
+constexpr std::string_view kEntryLetters = "0123456789.+-";
 /// A word of a message, which may come from any file.
 constexpr std::size_t kShownWord = 40;
 
@@ -118,7 +118,7 @@ class RowReader {
   Act Typed(Act act) {
     const std::string word(Word());
     std::optional<std::string> keys;
-    if (!word.empty() && word.find_first_not_of(kEntryKeys) == std::string::npos) keys.emplace();
+    if (!word.empty() && word.find_first_not_of(kEntryLetters) == std::string::npos) keys.emplace();
     for (const char c : keys ? word : std::string()) *keys += KeyOf(std::string(1, c)).value_or(c);
     act.doing = Doing::Keys;
     act.keys = Taken(keys, "a number as it is typed on the keypad") + KeyByte(MmiKey::enter);

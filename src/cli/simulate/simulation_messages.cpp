@@ -26,7 +26,7 @@ constexpr std::array kHalts = {
 };
 
 /// What happens in a moment is kept until the moment is over, but no more of it than this.
-constexpr std::size_t kMostKept = 10000;
+constexpr std::size_t kMostHeldBack = 10000;
 
 }  // namespace
 
@@ -59,7 +59,7 @@ void Simulation::TakeMessage(int header, int b2, int b3, int b4) {
 }
 
 void Simulation::LineStarted(int line) {
-  if (moment_.size() > kMostKept) TellAll();
+  if (moment_.size() > kMostHeldBack) TellAll();
   ++owed_;
   ++lines_in_moment_;
   started_ = last_line_ = line;

@@ -30,9 +30,9 @@ constexpr double kFigureWidth = 8;
 constexpr std::size_t kLongestName = 40;
 constexpr double kCurvePen = 1.5;
 
-constexpr std::string_view kGridInk = "#bbb";
+constexpr std::string_view kTrackGridInk = "#bbb";
 constexpr std::string_view kZeroInk = "#666";
-constexpr const char* kCurveInk = "#000";
+constexpr const char* kTrackInk = "#000";
 
 /// More points than these in a column of the picture cannot be told apart.
 struct Column {
@@ -122,7 +122,7 @@ class Track {
       const double x = time.X(i * time.divisions.step);
       grid.push_back({{x, Y(up_)}, {x, Y(-down_)}, 1});
     }
-    return SvgLines(grid, kGridInk) + SvgLines({{{kLeft, Y(0)}, {right, Y(0)}, 1}}, kZeroInk);
+    return SvgLines(grid, kTrackGridInk) + SvgLines({{{kLeft, Y(0)}, {right, Y(0)}, 1}}, kZeroInk);
   }
 
   /// As many labels as have room, counted from the zero.
@@ -145,7 +145,7 @@ class Track {
       points += (points.empty() ? "" : " ") + SvgNumber(time.X(point.time)) + "," +
                 SvgNumber(Y(point.steps_s / divisions_.step));
     }
-    return "<polyline points=\"" + points + "\" fill=\"none\" stroke=\"" + kCurveInk + "\" stroke-width=\"" +
+    return "<polyline points=\"" + points + "\" fill=\"none\" stroke=\"" + kTrackInk + "\" stroke-width=\"" +
            SvgNumber(kCurvePen) + "\" stroke-linejoin=\"round\"/>\n";
   }
 
