@@ -8,7 +8,6 @@
 namespace tavlo::hubsim {
 namespace {
 
-constexpr double kHundredth = 0.01;
 constexpr double kOutputWidthUnit = 0.002;
 
 /// A position from a variable has its own sign, and so has a distance; a distance below 0 goes the other way.

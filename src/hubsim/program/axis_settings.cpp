@@ -26,13 +26,6 @@ constexpr double kUsualStepsPerRev = 20000;
 constexpr std::array<double, 16> kResolutions{20000, 200,   400,   1000,  2000,  5000,  10000, 12800,
                                               18000, 21600, 25000, 25400, 25600, 36000, 50000, 50800};
 
-double Read2(AxisBlock block, std::size_t at) {
-  return block[at] * 256.0 + block[at + 1];
-}
-double Read3(AxisBlock block, std::size_t at) {
-  return Read2(block, at) * 256.0 + block[at + 2];
-}
-
 bool Explains(double steps_per_rev, double steps_per_unit, double factor) {
   return std::nearbyint(steps_per_unit * kSpeedUnitsPerRev / steps_per_rev) == factor;
 }
@@ -66,7 +59,7 @@ double StepsPerRev(AxisBlock block) {
   return factor > 0 && per_unit > 0 ? per_unit * kSpeedUnitsPerRev / factor : kUsualStepsPerRev;
 }
 
-LimitAction ActionOf(std::uint8_t byte) {
+LimitAction LimitActionOf(std::uint8_t byte) {
   if (byte == 1) return LimitAction::Branch;
   if (byte == 2) return LimitAction::Continue;
   return LimitAction::Halt;
@@ -88,7 +81,7 @@ AxisSettings ReadAxisSettings(AxisBlock block) {
 HubSettings ReadHubSettings(const Memory& memory) {
   HubSettings settings;
   settings.uses_terminal = memory.Axis(0)[kSettingsAt] != 0;
-  settings.limit_action = ActionOf(memory.Axis(3)[kSettingsAt]);
+  settings.limit_action = LimitActionOf(memory.Axis(3)[kSettingsAt]);
   settings.limit_line = memory.Axis(4)[kSettingsAt];
   return settings;
 }

@@ -25,6 +25,14 @@ using Slot = std::span<const std::uint8_t, kSlotSize>;
 using AxisBlock = std::span<const std::uint8_t, kAxisBlockSize>;
 using MemoryView = std::span<const std::uint8_t, kMemorySize>;
 
+/// Numbers in it begin with their highest byte.
+[[nodiscard]] inline int Read2(std::span<const std::uint8_t> bytes, std::size_t at) {
+  return bytes[at] * 256 + bytes[at + 1];
+}
+[[nodiscard]] inline int Read3(std::span<const std::uint8_t> bytes, std::size_t at) {
+  return Read2(bytes, at) * 256 + bytes[at + 2];
+}
+
 /// The program memory of the hub: 200 line slots, the axis blocks and the string pool. It survives a power
 /// cut.
 class Memory {

@@ -27,12 +27,6 @@ constexpr std::uint8_t kFirstDriveInput = 128;
 constexpr std::uint8_t kEncoderIndex = 255;
 constexpr int kDriveInputs = 8;
 
-int Read2(Slot slot, std::size_t at) {
-  return slot[at] * 256 + slot[at + 1];
-}
-int Read3(Slot slot, std::size_t at) {
-  return Read2(slot, at) * 256 + slot[at + 2];
-}
 int Direction(std::uint8_t flags) {
   return (flags & kBackwardsFlag) != 0 ? -1 : 1;
 }
@@ -57,7 +51,7 @@ Operand Speed(Slot slot, std::size_t at, bool variable) {
 Condition ConditionOf(std::uint8_t byte) {
   return static_cast<Condition>(byte & 3);
 }
-OutputAction ActionOf(std::uint8_t byte) {
+OutputAction OutputActionOf(std::uint8_t byte) {
   return static_cast<OutputAction>(byte & 3);
 }
 
@@ -152,7 +146,7 @@ MoveStatement FeedSafety(Slot slot) {
 MoveStatement FeedOutput(Slot slot) {
   MoveStatement move = Feed(slot, 17);
   const std::uint8_t flags = slot[1];
-  MoveStatement::Output output{Output(slot[14]), ActionOf(slot[15]), slot[16], std::nullopt};
+  MoveStatement::Output output{Output(slot[14]), OutputActionOf(slot[15]), slot[16], std::nullopt};
   if ((flags & kOutputOnTheWayFlag) != 0) {
     output.at = Distance(slot, 11, (flags & kSecondDistanceVariableFlag) != 0);
   }
@@ -301,7 +295,7 @@ Statement Read(Slot slot, std::uint8_t firmware) {
     case LineCode::Repeat: return Repeat(slot);
     case LineCode::EndRepeat: return EndRepeatStatement{slot[2], slot[1], WaitsForMoves(slot)};
     case LineCode::SetOutput:
-      return SetOutputStatement{slot[5], Output(slot[1]), ActionOf(slot[2]), Read2(slot, 3)};
+      return SetOutputStatement{slot[5], Output(slot[1]), OutputActionOf(slot[2]), Read2(slot, 3)};
     case LineCode::IfInput:
       return IfInputStatement{BranchInput(slot[4], slot[1]), ConditionOf(slot[2]), slot[3],
                               WaitsForMoves(slot)};

@@ -25,6 +25,9 @@ struct Operand {
 /// When the program goes on after a move.
 enum class MoveWait : std::uint8_t { AllMoves, ThisMove, None };
 
+/// Seconds of a unit in which times come.
+inline constexpr double kHundredth = 0.01;
+
 /// All feeds and the search for home. Speeds are 1/40 rev/s, accelerations rev/s/s, distances steps, times
 /// hundredths of a second, as the wire has them.
 struct MoveStatement {

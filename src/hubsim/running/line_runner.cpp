@@ -17,7 +17,6 @@
 namespace tavlo::hubsim {
 namespace {
 
-constexpr double kHundredth = 0.01;
 /// Pulse ticks are 1/12.8 ms, and the hub needs 44 of them on top of what it is told.
 constexpr double kTicksPerSecond = 12800;
 constexpr int kTicksOnTop = 44;

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::ptrdiff_t kMostWholeDigits = 9;
 constexpr std::ptrdiff_t kMostDecimals = 4;
-constexpr char kBackspace = '\b';
+constexpr char kRubOut = '\b';
 
 bool IsDigit(char key) {
   return key >= '0' && key <= '9';
@@ -36,7 +36,7 @@ bool ValueEntry::Key(char key) {
   if (IsDigit(key)) return Digit(key);
   if (key == '.') return Point();
   if (key == '+' || key == '-') return Sign(key);
-  if (key != kBackspace || text_.empty()) return false;
+  if (key != kRubOut || text_.empty()) return false;
   text_.pop_back();
   return true;
 }
