@@ -22,7 +22,7 @@
 namespace tavlo {
 namespace {
 
-enum Column {
+enum FormColumn {
   LabelColumn,
   EntryColumn,
   UnitColumn,
@@ -53,6 +53,13 @@ QString Spoken(QString caption) {
 }
 
 }  // namespace
+
+void KeepPlace(QWidget* widget, bool keep) {
+  QSizePolicy policy = widget->sizePolicy();
+  if (policy.retainSizeWhenHidden() == keep) return;
+  policy.setRetainSizeWhenHidden(keep);
+  widget->setSizePolicy(policy);
+}
 
 FormGrid::FormGrid(QWidget* inside) : inside_(inside), grid_(new QGridLayout(inside)) {
   grid_->setColumnStretch(Columns, 1);

@@ -12,13 +12,14 @@
 #include <array>
 
 #include "editors/form_grid.h"
+#include "forms/control_form.h"
 #include "model/axis_config.h"
 #include "widgets/entry_box.h"
 
 namespace tavlo {
 namespace {
 
-enum Column {
+enum HardwareColumn {
   AxisColumn,
   ModelColumn,
   FoundColumn,
@@ -26,7 +27,7 @@ enum Column {
   StepsColumn,
   CurrentColumn,
   LimitsColumn,
-  UnitColumn,
+  UserUnitColumn,
   PitchColumn
 };
 
@@ -38,7 +39,7 @@ constexpr std::array kHeadings = {
     Heading{ModelColumn, "Drive model"},  Heading{FoundColumn, "Found"},
     Heading{NameColumn, "Axis name"},     Heading{StepsColumn, "Steps/rev"},
     Heading{CurrentColumn, "Current, A"}, Heading{LimitsColumn, "Limit switches"},
-    Heading{UnitColumn, "User unit"},     Heading{PitchColumn, "Steps/unit"},
+    Heading{UserUnitColumn, "User unit"}, Heading{PitchColumn, "Steps/unit"},
 };
 
 struct Cell {
@@ -64,13 +65,9 @@ constexpr std::array kCells = {
     Cell{"TxtCurrent", Cell::Box, CurrentColumn, "current in amperes", 6},
     Cell{"lblCurrent", Cell::Press, CurrentColumn, "currents"},
     Cell{"Limits", Cell::List, LimitsColumn, "limit switches"},
-    Cell{"TxtUUname", Cell::Box, UnitColumn, "user unit", 7, "Enter up to 4 characters"},
+    Cell{"TxtUUname", Cell::Box, UserUnitColumn, "user unit", 7, "Enter up to 4 characters"},
     Cell{"TxtUUpitch", Cell::Box, PitchColumn, "steps per unit", 9, "1 to 16000000"},
 };
-
-QString Element(const char* name, int axis) {
-  return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(axis);
-}
 
 QWidget* Make(const Cell& cell, QWidget* body) {
   switch (cell.what) {
@@ -98,7 +95,7 @@ QGridLayout* AddRows(QWidget* body) {
   for (int axis = 0; axis < kAxes; ++axis) {
     for (const Cell& cell : kCells) {
       QWidget* widget = Make(cell, body);
-      widget->setObjectName(Element(cell.name, axis));
+      widget->setObjectName(QString::fromStdString(Element(cell.name, axis)));
       widget->setToolTip(QLatin1String(cell.tool_tip));
       if (*cell.spoken != 0) {
         widget->setAccessibleName(
@@ -182,22 +179,17 @@ QGroupBox* MakeCurrents(const char* name, std::initializer_list<Amperes> rows, c
   return panel;
 }
 
-void KeepPlace(QWidget& widget, bool keep) {
-  QSizePolicy policy = widget.sizePolicy();
-  if (policy.retainSizeWhenHidden() == keep) return;
-  policy.setRetainSizeWhenHidden(keep);
-  widget.setSizePolicy(policy);
-}
-
 /// What an axis hides keeps its place, so that nothing jumps; an axis that the hub does not have takes none,
 /// nor does what no scan has found.
 void Align(const QWidget& body) {
-  const auto find = [&](const QString& name) { return body.findChild<QWidget*>(name); };
-  const bool scanned = !find(QStringLiteral("ScanPanel"))->isHidden();
+  const auto find = [&](const std::string& name) {
+    return body.findChild<QWidget*>(QString::fromStdString(name));
+  };
+  const bool scanned = !find("ScanPanel")->isHidden();
   for (int axis = 0; axis < kAxes; ++axis) {
     const bool exists = !find(Element("LblAxis", axis))->isHidden();
     for (const Cell& cell : kCells) {
-      KeepPlace(*find(Element(cell.name, axis)), exists && (cell.column != FoundColumn || scanned));
+      KeepPlace(find(Element(cell.name, axis)), exists && (cell.column != FoundColumn || scanned));
     }
   }
 }

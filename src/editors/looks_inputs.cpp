@@ -29,13 +29,6 @@ constexpr int kLinesOfSentence = 3;
 constexpr int kBetween = 4;
 constexpr int kGap = 12;
 
-/// What is hidden keeps its place, so that nothing jumps when the axis changes.
-void KeepPlace(QWidget* widget) {
-  QSizePolicy policy = widget->sizePolicy();
-  policy.setRetainSizeWhenHidden(true);
-  widget->setSizePolicy(policy);
-}
-
 using Names = std::span<const char* const>;
 
 /// The options of the inputs: the main ones, and those of the further block beneath. Returns the frame that

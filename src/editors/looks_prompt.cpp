@@ -20,23 +20,10 @@ namespace {
 
 constexpr int kColumns = kPromptColumns;
 
-template <class Widget>
-Widget* Named(Widget* widget, const QString& name) {
-  widget->setObjectName(name);
-  return widget;
-}
-
-/// What is hidden keeps its place, so that the dialog keeps its size.
-void KeepPlace(QWidget* widget) {
-  QSizePolicy policy = widget->sizePolicy();
-  policy.setRetainSizeWhenHidden(true);
-  widget->setSizePolicy(policy);
-}
-
 /// A remark in the room that its group has beside something. It asks for none itself, so that the dialog
 /// keeps its size.
 QLabel* Remark(const char* name, Qt::Alignment where, QWidget* inside) {
-  auto* label = Named(new QLabel(inside), QLatin1String(name));
+  auto* label = Named(new QLabel(inside), name);
   label->setWordWrap(true);
   label->setAlignment(Qt::AlignLeft | where);
   label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
@@ -46,7 +33,7 @@ QLabel* Remark(const char* name, Qt::Alignment where, QWidget* inside) {
 
 QGroupBox* MakeText(QWidget* body) {
   auto* frame = new QGroupBox(QStringLiteral("&Text"), body);
-  auto* text = Named(new PromptBox(kColumns, frame), QStringLiteral("MMItext"));
+  auto* text = Named(new PromptBox(kColumns, frame), "MMItext");
   text->setAccessibleName(QStringLiteral("Text"));
   auto* row = new QHBoxLayout(frame);
   row->addWidget(text, 0, Qt::AlignLeft | Qt::AlignTop);
@@ -58,7 +45,7 @@ QGroupBox* MakeText(QWidget* body) {
 
 QGroupBox* MakeDisplay(QWidget* body) {
   auto* frame = new QGroupBox(QStringLiteral("On the display"), body);
-  auto* picture = Named(new DisplayPicture(kColumns, kPromptLines, frame), QStringLiteral("MMIdisplay"));
+  auto* picture = Named(new DisplayPicture(kColumns, kPromptLines, frame), "MMIdisplay");
   picture->setAccessibleName(QStringLiteral("On the display"));
   auto* row = new QHBoxLayout(frame);
   row->addWidget(picture, 0, Qt::AlignLeft | Qt::AlignTop);
@@ -67,7 +54,7 @@ QGroupBox* MakeDisplay(QWidget* body) {
 }
 
 QHBoxLayout* MakeGauge(QWidget* body) {
-  auto* gauge = Named(new LevelGauge(body), QStringLiteral("PoolGauge"));
+  auto* gauge = Named(new LevelGauge(body), "PoolGauge");
   const QString caption = QStringLiteral("Texts of all prompts in the hub");
   gauge->setAccessibleName(caption);
   auto* row = new QHBoxLayout;
@@ -164,7 +151,7 @@ std::function<void()> LookOfMMIprompt(QWidget* body) {
   grid->addWidget(functions, 2, 0, Qt::AlignTop);
   std::vector<std::function<void()>> aligns;
   for (const Block& block : kBlocks) {
-    auto* frame = Named(new QGroupBox(QLatin1String(block.heading), body), QLatin1String(block.name));
+    auto* frame = Named(new QGroupBox(QLatin1String(block.heading), body), block.name);
     KeepPlace(frame);
     aligns.push_back(block.fill(frame));
     // One in the place of the other: never two of them are seen.
