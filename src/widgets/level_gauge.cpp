@@ -11,7 +11,7 @@ namespace tavlo {
 namespace {
 
 constexpr int kBarWidth = 150;
-constexpr int kGap = 8;
+constexpr int kGaugeGap = 8;
 constexpr int kFrame = 2;
 constexpr QColor kGreen(0, 140, 60);
 constexpr QColor kYellow(210, 160, 0);
@@ -55,19 +55,20 @@ int LevelGauge::TextWidth() const {
 }
 
 QSize LevelGauge::sizeHint() const {
-  return {ByFont(fontMetrics(), kBarWidth) + kGap + TextWidth(), fontMetrics().height() + 2 * kFrame};
+  return {ByFont(fontMetrics(), kBarWidth) + kGaugeGap + TextWidth(), fontMetrics().height() + 2 * kFrame};
 }
 
 void LevelGauge::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  const QRect bar = rect().adjusted(0, 0, -TextWidth() - kGap, -1);
+  const QRect bar = rect().adjusted(0, 0, -TextWidth() - kGaugeGap, -1);
   painter.setPen(palette().color(QPalette::WindowText));
   painter.setBrush(palette().color(QPalette::Base));
   painter.drawRect(bar.adjusted(0, 0, -1, 0));
   QRect full = bar.adjusted(kFrame, kFrame, -kFrame, 1 - kFrame);
   full.setWidth(full.width() * value() / maximum());
   painter.fillRect(full, Colour());
-  painter.drawText(rect().adjusted(bar.width() + kGap, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, text());
+  painter.drawText(rect().adjusted(bar.width() + kGaugeGap, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter,
+                   text());
 }
 
 }  // namespace tavlo

@@ -16,7 +16,7 @@ constexpr QSize kSize(420, 280);
 /// Where the text is large and the screen is not, the rows beside it need the rest.
 constexpr double kShareOfScreen = 0.4;
 /// Between a label and the grid.
-constexpr int kGap = 3;
+constexpr int kGraphGap = 3;
 
 QLabel* MakeLabel(const QString& name, QWidget* parent) {
   auto* label = new QLabel(parent);
@@ -66,9 +66,9 @@ void ProfileGraph::Show(const Series& curve, const std::optional<Series>& trace,
 }
 
 void ProfileGraph::LayOut() {
-  graph_ =
-      GraphDraw(curve_, trace_,
-                {static_cast<double>(width()), static_cast<double>(height()), static_cast<double>(kGap)});
+  graph_ = GraphDraw(
+      curve_, trace_,
+      {static_cast<double>(width()), static_cast<double>(height()), static_cast<double>(kGraphGap)});
   PlaceTicks();
   update();
 }

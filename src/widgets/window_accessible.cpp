@@ -19,7 +19,7 @@ std::optional<QAccessible::Role> RoleOf(const QWidget& widget) {
   return std::nullopt;
 }
 
-QAccessibleInterface* MakeInterface(const QString&, QObject* object) {
+QAccessibleInterface* MakeWindowInterface(const QString&, QObject* object) {
   auto* widget = qobject_cast<QWidget*>(object);
   if (widget == nullptr) return nullptr;
   const auto role = RoleOf(*widget);
@@ -29,7 +29,7 @@ QAccessibleInterface* MakeInterface(const QString&, QObject* object) {
 }  // namespace
 
 void InstallWindowAccessibility() {
-  static const bool installed = (QAccessible::installFactory(MakeInterface), true);
+  static const bool installed = (QAccessible::installFactory(MakeWindowInterface), true);
   static_cast<void>(installed);
 }
 

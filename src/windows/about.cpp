@@ -21,11 +21,11 @@
 namespace tavlo {
 namespace {
 
-constexpr int kLogoSize = 48;
-constexpr int kPadding = 16;
+constexpr int kAboutLogo = 48;
+constexpr int kAboutPadding = 16;
 constexpr int kTextWidth = 430;
 constexpr int kLicenceRows = 9;
-constexpr double kTitleScale = 1.6;
+constexpr double kAboutTitle = 1.6;
 
 QLabel* MakeText(const QString& text, const char* name, QWidget* parent) {
   auto* label = new QLabel(text, parent);
@@ -60,7 +60,7 @@ QPlainTextEdit* MakeLicence(QWidget* parent) {
 QVBoxLayout* MakeNames(QWidget* parent) {
   auto* title = new QLabel(FromText(kApplicationTitle), parent);
   QFont large = parent->font();
-  large.setPixelSize(static_cast<int>(QFontInfo(large).pixelSize() * kTitleScale));
+  large.setPixelSize(static_cast<int>(QFontInfo(large).pixelSize() * kAboutTitle));
   title->setFont(large);
   auto* version = new QLabel(QStringLiteral("Version %1").arg(FromText(VersionTextOf(kVersion))), parent);
   version->setObjectName(QStringLiteral("ver"));
@@ -76,8 +76,8 @@ About::About(QWidget* parent) : QDialog(parent) {
   setObjectName(QStringLiteral("About"));
   setWindowTitle(QStringLiteral("About"));
   auto* head = new QHBoxLayout;
-  head->setSpacing(kPadding);
-  head->addWidget(new Logo(kLogoSize, this));
+  head->setSpacing(kAboutPadding);
+  head->addWidget(new Logo(kAboutLogo, this));
   head->addLayout(MakeNames(this));
   head->addStretch(1);
   auto* close = new QPushButton(QStringLiteral("&Close"), this);
@@ -89,8 +89,8 @@ About::About(QWidget* parent) : QDialog(parent) {
   buttons->addWidget(close);
 
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
-  column->setSpacing(kPadding / 2);
+  column->setContentsMargins(kAboutPadding, kAboutPadding, kAboutPadding, kAboutPadding);
+  column->setSpacing(kAboutPadding / 2);
   column->addLayout(head);
   column->addWidget(
       MakeText(QStringLiteral("This program is free software under the MIT licence:"), "own", this));

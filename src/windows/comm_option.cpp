@@ -17,7 +17,7 @@ namespace tavlo {
 namespace {
 
 /// A little more than a text must have: its letters are thin.
-constexpr double kGrayContrast = kTextContrast + 0.5;
+constexpr double kNoDeviceContrast = kTextContrast + 0.5;
 
 /// Qt's own interface of a radio button moves the mark and clicks nothing.
 class AccessibleCommOption : public QAccessibleWidget {
@@ -56,7 +56,7 @@ class AccessibleCommOption : public QAccessibleWidget {
   CommOption* option_;
 };
 
-QAccessibleInterface* MakeInterface(const QString&, QObject* object) {
+QAccessibleInterface* MakeOptionInterface(const QString&, QObject* object) {
   auto* option = qobject_cast<CommOption*>(object);
   return option == nullptr ? nullptr : new AccessibleCommOption(option);
 }
@@ -64,7 +64,7 @@ QAccessibleInterface* MakeInterface(const QString&, QObject* object) {
 }  // namespace
 
 CommOption::CommOption(int index, QWidget* parent) : QRadioButton(parent), number_(index + 1) {
-  static const bool installed = (QAccessible::installFactory(MakeInterface), true);
+  static const bool installed = (QAccessible::installFactory(MakeOptionInterface), true);
   static_cast<void>(installed);
   setObjectName(QStringLiteral("OptCom%1").arg(index));
   // Room for the longer text from the start: what stands beside it must not move when a device goes.
@@ -89,7 +89,7 @@ void CommOption::Tint() {
   QPalette colours;
   if (!there_) {
     const QColor gray = StandOut(around.color(QPalette::Disabled, QPalette::WindowText),
-                                 around.color(QPalette::Active, QPalette::Window), kGrayContrast);
+                                 around.color(QPalette::Active, QPalette::Window), kNoDeviceContrast);
     colours.setColor(QPalette::Active, QPalette::WindowText, gray);
     colours.setColor(QPalette::Inactive, QPalette::WindowText, gray);
   }

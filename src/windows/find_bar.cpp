@@ -19,7 +19,7 @@
 namespace tavlo {
 namespace {
 
-constexpr int kGap = 6;
+constexpr int kFindGap = 6;
 
 QPushButton* MakeButton(const char* name, const QString& caption, const QString& tool_tip, QWidget* parent) {
   auto* button = new QPushButton(caption, parent);
@@ -54,11 +54,11 @@ FindBar::FindBar(ProgWindow& rows, QWidget* parent)
   auto* close =
       MakeButton("CloseFind", QStringLiteral("C&lose"), QStringLiteral("Close the search (Esc)"), this);
   auto* entry = new QHBoxLayout;
-  entry->setSpacing(kGap);
+  entry->setSpacing(kFindGap);
   entry->addWidget(label);
   entry->addWidget(words_, 1);
   auto* buttons = new QHBoxLayout;
-  buttons->setSpacing(kGap);
+  buttons->setSpacing(kFindGap);
   buttons->addWidget(next);
   buttons->addWidget(previous);
   buttons->addWidget(state_, 1);
@@ -67,7 +67,7 @@ FindBar::FindBar(ProgWindow& rows, QWidget* parent)
   // In one row a large font would leave the words no room.
   auto* rows_of_bar = new QVBoxLayout(this);
   rows_of_bar->setContentsMargins(0, 0, 0, 0);
-  rows_of_bar->setSpacing(kGap / 2);
+  rows_of_bar->setSpacing(kFindGap / 2);
   rows_of_bar->addLayout(entry);
   rows_of_bar->addLayout(buttons);
   connect(words_, &QLineEdit::textEdited, this, [this] { Look(began_at_, SearchWay::Down, std::nullopt); });

@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kLightSize = 18;
 constexpr int kCaptionWidth = 24;
-constexpr int kColumnGap = 8;
+constexpr int kLampGap = 8;
 constexpr int kTitleGap = 6;
 /// A little more than a state must have: the panel is tinted by some styles.
 constexpr double kLightContrast = kTextContrast + 0.5;
@@ -97,7 +97,7 @@ void LedLight::paintEvent(QPaintEvent*) {
 LedPanel::LedPanel(QWidget* parent) : QGroupBox(QStringLiteral("Input/Output Status"), parent) {
   setObjectName(QStringLiteral("LedPanel"));
   auto* grid = new QGridLayout(this);
-  grid->setHorizontalSpacing(kColumnGap);
+  grid->setHorizontalSpacing(kLampGap);
   grid->setVerticalSpacing(1);
   auto* axis_title = new QLabel(QStringLiteral("Axis"), this);
   axis_title->setObjectName(QStringLiteral("lblDriveIn"));

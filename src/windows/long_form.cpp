@@ -8,10 +8,8 @@
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QMimeData>
-#include <QScreen>
 #include <QShortcut>
 #include <QSplitter>
-#include <QStyle>
 #include <QTimer>
 #include <QToolButton>
 #include <QUrl>
@@ -50,24 +48,14 @@
 namespace tavlo {
 namespace {
 
-constexpr QSize kOpeningSize(1000, 720);
+constexpr QSize kMainSize(1000, 720);
 constexpr int kLeastWidth = 640;
 constexpr int kMargin = 8;
-/// What a window manager draws beside a window, at most.
-constexpr int kFrame = 8;
-constexpr int kLogoSize = 20;
-
-/// In proportion to the font, and no larger than the screen with a frame around the window.
-QSize OpeningSize(const QWidget& window) {
-  const QFontMetrics font = window.fontMetrics();
-  const QSize wanted(ByFont(font, kOpeningSize.width()), ByFont(font, kOpeningSize.height()));
-  const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
-  return wanted.boundedTo(window.screen()->availableSize() - QSize(2 * kFrame, title + 2 * kFrame));
-}
+constexpr int kLogoButton = 20;
 
 /// What opens the window that tells about the program.
 QToolButton* MakeLogo(QWidget* parent) {
-  auto* logo = new RingedButton(kLogoSize, parent);
+  auto* logo = new RingedButton(kLogoButton, parent);
   logo->setObjectName(QStringLiteral("corplogo"));
   logo->setText(QStringLiteral("A&bout"));
   logo->setToolTip(QStringLiteral("Tell about this program and its licences"));
@@ -157,7 +145,7 @@ void LongForm::LayOut() {
   column->addWidget(status_);
   // With a large font the layout knows best. Else a notice over the grid may take a little of its room.
   if (ByFont(fontMetrics(), kLeastWidth) == kLeastWidth) setMinimumWidth(kLeastWidth);
-  resize(OpeningSize(*this));
+  resize(OpeningSize(*this, kMainSize));
   grid_->Pane().setFocus();
 }
 

@@ -13,12 +13,11 @@
 namespace tavlo {
 namespace {
 
-constexpr int kTextMargin = 4;
 constexpr int kFocusWidth = 2;
 
 constexpr QRgb kRedNumber = qRgb(192, 0, 0);
 constexpr QRgb kBlueNumber = qRgb(0, 0, 210);
-constexpr QRgb kQuiet = qRgb(128, 128, 128);
+constexpr QRgb kQuietGray = qRgb(128, 128, 128);
 
 }  // namespace
 
@@ -79,8 +78,8 @@ void ProgWindow::PaintIcon(QPainter& painter, int line) const {
   painter.drawImage(icon.topLeft(), IconImage(row.icon, geometry_.icon, devicePixelRatioF()));
   // The frame lies on the image's own ground, whatever the palette is.
   const QColor ground = IconTile(row.icon.set);
-  const QColor ink =
-      row.frame == kPlainFrame ? StandOut(QColor(kQuiet), ground, kSymbolContrast) : IconInk(row.icon.set);
+  const QColor ink = row.frame == kPlainFrame ? StandOut(QColor(kQuietGray), ground, kSymbolContrast)
+                                              : IconInk(row.icon.set);
   for (int inset = 0; inset < row.frame; ++inset) {
     painter.setPen(ink);
     painter.setBrush(Qt::NoBrush);
@@ -96,7 +95,8 @@ void ProgWindow::PaintDesc(QPainter& painter, int line) {
   if (text.isEmpty()) return;
   painter.setFont(font());
   painter.setPen(Qt::black);
-  const QRect place(desc.left() + kTextMargin, desc.top(), geometry_.text_width - kTextMargin, desc.height());
+  const QRect place(desc.left() + RowGeometry::kTextMargin, desc.top(),
+                    geometry_.text_width - RowGeometry::kTextMargin, desc.height());
   painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text);
 }
 
@@ -104,7 +104,7 @@ void ProgWindow::PaintMark(QPainter& painter, int line) const {
   // While an icon is dragged the mark that stands out is that of the row it would be dropped on.
   const bool focused = dragging_ ? line == drop_target_ : hasFocus();
   const Colour back = BackgroundOf(source_.shown.rows[line].state);
-  const QColor ink = focused ? palette().color(QPalette::Highlight) : QColor(kQuiet);
+  const QColor ink = focused ? palette().color(QPalette::Highlight) : QColor(kQuietGray);
   painter.setPen(QPen(StandOut(ink, QColor(back.red, back.green, back.blue), kSymbolContrast), 1));
   painter.setBrush(Qt::NoBrush);
   const QRect desc = geometry_.Desc(line);
@@ -118,7 +118,7 @@ QString ProgWindow::ToolTipAt(QPoint position) {
   if (geometry_.Icon(line).contains(position)) return QStringLiteral("Change program line %1").arg(line + 1);
   if (!geometry_.Desc(line).contains(position)) return {};
   const QString whole = FromText(ShownCaption(source_.shown.rows[line].desc));
-  const bool fits = fontMetrics().horizontalAdvance(whole) <= geometry_.text_width - kTextMargin;
+  const bool fits = fontMetrics().horizontalAdvance(whole) <= geometry_.text_width - RowGeometry::kTextMargin;
   return fits ? QString() : whole.toHtmlEscaped();
 }
 

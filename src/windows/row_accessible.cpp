@@ -101,7 +101,7 @@ class AccessiblePane : public QAccessibleWidget {
   mutable std::array<QAccessible::Id, kLines> rows_{};
 };
 
-QAccessibleInterface* MakeInterface(const QString&, QObject* object) {
+QAccessibleInterface* MakeRowInterface(const QString&, QObject* object) {
   auto* pane = qobject_cast<ProgWindow*>(object);
   return pane == nullptr ? nullptr : new AccessiblePane(pane);
 }
@@ -109,7 +109,7 @@ QAccessibleInterface* MakeInterface(const QString&, QObject* object) {
 }  // namespace
 
 void InstallRowAccessibility() {
-  static const bool installed = (QAccessible::installFactory(MakeInterface), true);
+  static const bool installed = (QAccessible::installFactory(MakeRowInterface), true);
   static_cast<void>(installed);
 }
 

@@ -16,6 +16,8 @@ struct RowGeometry {
   static constexpr int kMarkerWidth = 12;
   static constexpr int kGap = 4;
   static constexpr int kZoneWidth = 56;
+  /// Left of a text.
+  static constexpr int kTextMargin = 4;
 
   int pitch = kIconSize + 2;
   /// Side of the icon.

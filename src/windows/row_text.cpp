@@ -7,11 +7,10 @@
 
 #include "qt/gui/shown_text.h"
 #include "text/short_desc.h"
+#include "windows/row_geometry.h"
 
 namespace tavlo {
 namespace {
-
-constexpr int kTextMargin = 4;
 
 /// A file may bring a text of any length, and measuring is slow: no more of it than certainly fills the
 /// label.
@@ -31,7 +30,7 @@ const QString& RowTexts::Shown(const Source& source, int line, int label_width, 
   Entry& entry = rows_[line];
   if (entry.label_width == label_width && entry.is_prompt == is_prompt && entry.desc == desc)
     return entry.text;
-  const int room = label_width - kTextMargin;
+  const int room = label_width - RowGeometry::kTextMargin;
   std::string text = ShownCaption(Beginning(desc, label_width, font));
   if (is_prompt) {
     text = FitText(std::move(text), room,

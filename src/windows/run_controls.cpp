@@ -18,7 +18,7 @@ namespace {
 constexpr QRgb kLitGreen = qRgb(0, 150, 56);
 constexpr QRgb kLitYellow = qRgb(230, 160, 0);
 /// Between the two texts.
-constexpr int kGap = 12;
+constexpr int kBlockGap = 12;
 
 struct PictureLook {
   Glyph glyph;
@@ -83,7 +83,7 @@ RunControls::RunControls(QWidget* parent)
   column->setContentsMargins(0, 0, 0, 0);
   column->addLayout(row);
   auto* words = new QHBoxLayout;
-  words->setSpacing(kGap);
+  words->setSpacing(kBlockGap);
   words->addWidget(update_, 1);
   words->addWidget(state_);
   column->addLayout(words);

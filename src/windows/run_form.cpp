@@ -22,7 +22,7 @@
 namespace tavlo {
 namespace {
 
-constexpr int kPadding = 12;
+constexpr int kRunPadding = 12;
 /// A window manager may shift a window by so much on its own; a move of the operator is larger.
 constexpr int kOwnShift = 40;
 
@@ -66,7 +66,7 @@ RunForm::RunForm(Desk& desk, RunWindow window, QWidget* main_window, std::functi
       controls_(new RunControls(this)) {
   setObjectName(QLatin1String(NameOf(window).name));
   setWindowTitle(QLatin1String(NameOf(window).caption));
-  body_->setSpacing(kPadding);
+  body_->setSpacing(kRunPadding);
   lights_->setWidget(leds_);
   lights_->setWidgetResizable(true);
   lights_->setFrameShape(QFrame::NoFrame);
@@ -76,8 +76,8 @@ RunForm::RunForm(Desk& desk, RunWindow window, QWidget* main_window, std::functi
   lights_->verticalScrollBar()->setAccessibleName(QStringLiteral("Scroll lights"));
   body_->addWidget(lights_);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
-  column->setSpacing(kPadding);
+  column->setContentsMargins(kRunPadding, kRunPadding, kRunPadding, kRunPadding);
+  column->setSpacing(kRunPadding);
   column->addLayout(body_);
   column->addWidget(controls_);
   column->setSizeConstraint(QLayout::SetFixedSize);
@@ -141,7 +141,7 @@ void RunForm::ActivateAgain() {
 /// On a low screen the lights are scrolled, so that the controls stay in sight.
 void RunForm::FitLights() {
   const QSize wanted = leds_->sizeHint();
-  const int others = controls_->sizeHint().height() + 3 * kPadding;
+  const int others = controls_->sizeHint().height() + 3 * kRunPadding;
   const int high = Room().height() - Frame().height() - others;
   const bool scrolled = wanted.height() > high;
   const int bar = scrolled ? lights_->verticalScrollBar()->sizeHint().width() : 0;

@@ -13,7 +13,7 @@ namespace {
 
 /// A little more than a state and a symbol must have: styles shade a button, and an outline is thin.
 constexpr double kLitContrast = kTextContrast + 1;
-constexpr double kGrayContrast = kSymbolContrast + 1.5;
+constexpr double kUnlitContrast = kSymbolContrast + 1.5;
 
 /// What is lit is filled, what is not is an outline, so that they are told apart without their colours too.
 void DrawGlyph(QPainter& painter, const QRectF& place, Glyph glyph, const QColor& ink, bool filled) {
@@ -56,7 +56,7 @@ QIcon GlyphIcon(Glyph glyph, const QColor& ink, bool filled) {
 QIcon GlyphIcon(Glyph glyph, QRgb colour, const QPalette& palette) {
   const bool lit = colour != kGray;
   const QColor ground = palette.color(QPalette::Button);
-  return GlyphIcon(glyph, StandOut(QColor(colour), ground, lit ? kLitContrast : kGrayContrast), lit);
+  return GlyphIcon(glyph, StandOut(QColor(colour), ground, lit ? kLitContrast : kUnlitContrast), lit);
 }
 
 }  // namespace tavlo

@@ -8,7 +8,6 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QSignalBlocker>
@@ -19,25 +18,21 @@
 
 #include "qt/gui/shown_text.h"
 #include "session/run_log.h"
-#include "widgets/font_size.h"
+#include "session/source.h"
 #include "windows/run_log_model.h"
+#include "windows/window_place.h"
 
 namespace tavlo {
 namespace {
 
-constexpr QSize kOpeningSize(900, 520);
-constexpr int kPadding = 12;
+constexpr QSize kLogSize(900, 520);
+constexpr int kLogPadding = 12;
 /// Milliseconds between two looks at the log of the run that is up: the eye follows no faster.
 constexpr int kBatch = 100;
 constexpr int kRunLetters = 40;
 /// The widest text that a column shows at the opening.
 constexpr std::array kWidest = {"00000.000", "program counter", "Line 00", "Axis 00",
                                 "Feeder:CW 120.0 mm, 160.0 mps, Out"};
-
-QString BaseName(const std::string& path) {
-  const std::size_t slash = path.find_last_of('/');
-  return QString::fromStdString(slash == std::string::npos ? path : path.substr(slash + 1));
-}
 
 }  // namespace
 
@@ -80,7 +75,7 @@ void RunLogWindow::SetUpTable() {
   header.setStretchLastSection(true);
   for (std::size_t i = 0; i < kWidest.size(); ++i) {
     table_->setColumnWidth(static_cast<int>(i),
-                           fontMetrics().horizontalAdvance(QLatin1String(kWidest[i])) + kPadding);
+                           fontMetrics().horizontalAdvance(QLatin1String(kWidest[i])) + kLogPadding);
   }
 }
 
@@ -108,14 +103,12 @@ void RunLogWindow::LayOut() {
   buttons->addWidget(save_);
   buttons->addWidget(quit);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
+  column->setContentsMargins(kLogPadding, kLogPadding, kLogPadding, kLogPadding);
   column->addLayout(choice);
   column->addWidget(table_, 1);
   column->addWidget(notice_);
   column->addLayout(buttons);
-  const QSize wanted(ByFont(fontMetrics(), kOpeningSize.width()),
-                     ByFont(fontMetrics(), kOpeningSize.height()));
-  resize(wanted.boundedTo(screen()->availableSize()));
+  resize(OpeningSize(*this, kLogSize));
 }
 
 void RunLogWindow::Open() {
@@ -165,8 +158,8 @@ void RunLogWindow::ListRuns() {
 }
 
 void RunLogWindow::AddRun(const RunRow& begin, const std::string& name) {
-  QString text = QString::fromStdString(begin[RunColumn::Value]) + QStringLiteral("  ") +
-                 BaseName(begin[RunColumn::What]);
+  QString text =
+      QString::fromStdString(begin[RunColumn::Value] + "  " + std::string(BaseName(begin[RunColumn::What])));
   if (name.empty() && log_.Open()) text += QStringLiteral(" (running)");
   runs_->addItem(text, QString::fromStdString(name));
 }

@@ -18,10 +18,10 @@ namespace {
 
 constexpr int kSquareSize = 18;
 constexpr int kRows = 7;
-constexpr int kPadding = 14;
+constexpr int kFaultPadding = 14;
 constexpr int kMessageWidth = 420;
 constexpr QRgb kAlarm = qRgb(255, 0, 0);
-constexpr QRgb kQuiet = qRgb(192, 192, 192);
+constexpr QRgb kNoAlarm = qRgb(192, 192, 192);
 constexpr QRgb kQuietEdge = qRgb(90, 90, 90);
 constexpr int kAlarmFrame = 2;
 
@@ -47,7 +47,7 @@ class ServoFaultForm::RedSquare : public QLabel {
     QPainter painter(this);
     const int frame = alarm_ ? kAlarmFrame : 1;
     painter.fillRect(rect(), alarm_ ? palette().color(QPalette::WindowText) : QColor(kQuietEdge));
-    painter.fillRect(rect().adjusted(frame, frame, -frame, -frame), QColor(alarm_ ? kAlarm : kQuiet));
+    painter.fillRect(rect().adjusted(frame, frame, -frame, -frame), QColor(alarm_ ? kAlarm : kNoAlarm));
     if (!alarm_) return;
     PaintMark(painter);
   }
@@ -104,8 +104,8 @@ ServoFaultForm::ServoFaultForm(QWidget* parent) : QDialog(parent), message_(new 
   legend->addWidget(close);
 
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
-  column->setSpacing(kPadding);
+  column->setContentsMargins(kFaultPadding, kFaultPadding, kFaultPadding, kFaultPadding);
+  column->setSpacing(kFaultPadding);
   column->addWidget(message_);
   column->addLayout(grid);
   column->addWidget(new QLabel(QStringLiteral("You must cycle power to reset this error."), this));

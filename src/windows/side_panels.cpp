@@ -28,7 +28,7 @@ constexpr std::array<std::string_view, 3> kLimitActions = {"halt program", "bran
 /// Sets the least width of the summary: all of this can be read without a cut.
 const QString kWideDrive = QStringLiteral("Gantry XPelmar-H-ae10.0A");
 const QString kWideCurrent = QStringLiteral("10.0A");
-constexpr int kColumnGap = 10;
+constexpr int kDriveGap = 10;
 
 QLabel* Caption(const QString& text, QWidget* buddy, QWidget* parent) {
   auto* label = new QLabel(text, parent);
@@ -154,7 +154,7 @@ void DriveLabel::SetNameColumn(int width) {
 }
 
 QSize DriveLabel::sizeHint() const {
-  return {fontMetrics().horizontalAdvance(kWideDrive) + 2 * kColumnGap, fontMetrics().height() + 2};
+  return {fontMetrics().horizontalAdvance(kWideDrive) + 2 * kDriveGap, fontMetrics().height() + 2};
 }
 
 QSize DriveLabel::minimumSizeHint() const {
@@ -167,7 +167,7 @@ void DriveLabel::paintEvent(QPaintEvent*) {
   const int current = fontMetrics().horizontalAdvance(kWideCurrent);
   const int name = std::min(name_column_, width() / 2);
   const QRect name_place(0, 0, name, height());
-  const QRect model_place(name + kColumnGap, 0, width() - name - current - 2 * kColumnGap, height());
+  const QRect model_place(name + kDriveGap, 0, width() - name - current - 2 * kDriveGap, height());
   const QRect current_place(width() - current, 0, current, height());
   const auto draw = [&](const QRect& place, Qt::Alignment side, const QString& text) {
     painter.drawText(place, static_cast<int>(side | Qt::AlignVCenter) | Qt::TextSingleLine,

@@ -17,7 +17,7 @@ constexpr int kFullGauge = 200;
 /// Steps of the bar for one of the gauge, so that it moves smoothly.
 constexpr int kFine = 10;
 constexpr int kGaugeWidth = 320;
-constexpr int kPadding = 16;
+constexpr int kSmallPadding = 16;
 
 void MakePane(QFrame& pane, const QString& name, const QString& spoken) {
   pane.setObjectName(name);
@@ -55,7 +55,7 @@ GaugeForm::GaugeForm(const QString& name, const QString& title, const QString& d
   gauge_->setMinimumWidth(ByFont(fontMetrics(), kGaugeWidth));
   gauge_->setAccessibleName(title);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
+  column->setContentsMargins(kSmallPadding, kSmallPadding, kSmallPadding, kSmallPadding);
   column->addWidget(heading);
   column->addWidget(gauge_);
   column->addWidget(phase_);
@@ -91,7 +91,7 @@ LoadingPane::LoadingPane(QWidget* parent) : QFrame(parent) {
   const QString text = QStringLiteral("Loading file from disk...");
   MakePane(*this, QStringLiteral("Loading"), text);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
+  column->setContentsMargins(kSmallPadding, kSmallPadding, kSmallPadding, kSmallPadding);
   column->addWidget(new QLabel(text, this));
 }
 

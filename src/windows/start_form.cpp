@@ -18,9 +18,9 @@
 namespace tavlo {
 namespace {
 
-constexpr int kLogoSize = 64;
-constexpr int kPadding = 28;
-constexpr double kTitleScale = 2.0;
+constexpr int kSplashLogo = 64;
+constexpr int kSplashPadding = 28;
+constexpr double kSplashTitle = 2.0;
 
 }  // namespace
 
@@ -28,10 +28,10 @@ StartForm::StartForm() : QFrame(nullptr, Qt::SplashScreen | Qt::FramelessWindowH
   setObjectName(QStringLiteral("StartForm"));
   setWindowTitle(FromText(kApplicationTitle));
   setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
-  auto* logo = new Logo(kLogoSize, this);
+  auto* logo = new Logo(kSplashLogo, this);
   auto* title = new QLabel(FromText(kApplicationTitle), this);
   QFont large = font();
-  large.setPixelSize(static_cast<int>(QFontInfo(large).pixelSize() * kTitleScale));
+  large.setPixelSize(static_cast<int>(QFontInfo(large).pixelSize() * kSplashTitle));
   title->setFont(large);
   auto* version = new QLabel(QStringLiteral("Version %1").arg(FromText(VersionTextOf(kVersion))), this);
   version->setObjectName(QStringLiteral("ver"));
@@ -43,8 +43,8 @@ StartForm::StartForm() : QFrame(nullptr, Qt::SplashScreen | Qt::FramelessWindowH
   texts->addWidget(version);
   texts->addStretch(1);
   auto* row = new QHBoxLayout(this);
-  row->setContentsMargins(kPadding, kPadding, kPadding + kPadding, kPadding);
-  row->setSpacing(kPadding);
+  row->setContentsMargins(kSplashPadding, kSplashPadding, kSplashPadding + kSplashPadding, kSplashPadding);
+  row->setSpacing(kSplashPadding);
   row->addWidget(logo);
   row->addLayout(texts);
 }

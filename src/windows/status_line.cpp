@@ -23,7 +23,7 @@ constexpr int kLeastOfHub = 16;
 constexpr int kLeastOfPort = 10;
 constexpr int kLeastOfEvent = 18;
 constexpr int kEdge = 4;
-constexpr int kGap = 4;
+constexpr int kFieldGap = 4;
 /// The ground and the ink of a warning are its own, whatever the palette is.
 constexpr QRgb kWarningGround = qRgb(255, 221, 87);
 constexpr QRgb kWarningInk = qRgb(0, 0, 0);
@@ -75,7 +75,7 @@ int StatusLabel::Height() const {
 }
 
 int StatusLabel::Beside() const {
-  return 2 * kEdge + (warning_ ? fontMetrics().height() + kGap : 0);
+  return 2 * kEdge + (warning_ ? fontMetrics().height() + kFieldGap : 0);
 }
 
 void StatusLabel::GiveWay(bool gives_way) {
@@ -118,7 +118,7 @@ StatusLine::StatusLine(CommDevices& comms, QWidget* parent)
   setObjectName(QStringLiteral("StatusLine"));
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
-  row->setSpacing(kGap);
+  row->setSpacing(kFieldGap);
   row->addWidget(hub_);
   row->addWidget(new Rule(QFrame::VLine, this));
   row->addWidget(port_);

@@ -12,7 +12,6 @@
 #include <QKeyEvent>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QScreen>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QTextBlock>
@@ -21,13 +20,13 @@
 
 #include "link/drive_terminal.h"
 #include "qt/gui/shown_text.h"
-#include "widgets/font_size.h"
+#include "windows/window_place.h"
 
 namespace tavlo {
 namespace {
 
-constexpr QSize kOpeningSize(620, 480);
-constexpr int kPadding = 12;
+constexpr QSize kTerminalSize(620, 480);
+constexpr int kTerminalPadding = 12;
 constexpr int kCommandRows = 3;
 /// Milliseconds: a long line is laid out anew at each change, which bytes at full speed would not leave time
 /// for.
@@ -86,7 +85,7 @@ void VoxTerm::LayOut() {
   auto* command_frame = new QGroupBox(QStringLiteral("Command"), this);
   auto* command_column = new QVBoxLayout(command_frame);
   command_column->addWidget(command_);
-  command_->setFixedHeight(command_->fontMetrics().lineSpacing() * kCommandRows + 2 * kPadding);
+  command_->setFixedHeight(command_->fontMetrics().lineSpacing() * kCommandRows + 2 * kTerminalPadding);
   auto* history_frame = new QGroupBox(QStringLiteral("Previous Commands && Responses"), this);
   auto* history_column = new QVBoxLayout(history_frame);
   history_column->addWidget(history_);
@@ -106,14 +105,12 @@ void VoxTerm::LayOut() {
   buttons->addWidget(help);
   buttons->addWidget(quit);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
+  column->setContentsMargins(kTerminalPadding, kTerminalPadding, kTerminalPadding, kTerminalPadding);
   column->addWidget(command_frame);
   column->addWidget(history_frame, 1);
   column->addLayout(buttons);
   setTabOrder(command_, history_);
-  const QSize wanted(ByFont(fontMetrics(), kOpeningSize.width()),
-                     ByFont(fontMetrics(), kOpeningSize.height()));
-  resize(wanted.boundedTo(screen()->availableSize()));
+  resize(OpeningSize(*this, kTerminalSize));
 }
 
 void VoxTerm::Run() {

@@ -8,9 +8,12 @@
 #include <QSplitter>
 #include <QString>
 #include <QStringList>
+#include <QStyle>
 #include <QWidget>
 #include <optional>
 #include <vector>
+
+#include "widgets/font_size.h"
 
 namespace tavlo {
 namespace {
@@ -20,6 +23,8 @@ constexpr std::string_view kSection = "Window";
 constexpr std::string_view kPlace = "Place";
 /// The widths of the columns.
 constexpr std::string_view kColumns = "Columns";
+/// What a window manager draws beside a window, at most.
+constexpr int kFrame = 8;
 /// So much of a title bar must be on a screen for the window to be moved by it.
 constexpr QSize kReach(100, 20);
 
@@ -52,6 +57,13 @@ bool InReach(QPoint top_left, int width) {
 }
 
 }  // namespace
+
+QSize OpeningSize(const QWidget& window, const QSize& usual) {
+  const QFontMetrics font = window.fontMetrics();
+  const QSize wanted(ByFont(font, usual.width()), ByFont(font, usual.height()));
+  const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
+  return wanted.boundedTo(window.screen()->availableSize() - QSize(2 * kFrame, title + 2 * kFrame));
+}
 
 void RememberPlace(SettingsStore& settings, const QWidget& window, const QSplitter& columns) {
   const bool maximised = window.isMaximized();

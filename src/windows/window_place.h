@@ -4,10 +4,15 @@
 
 #include "platform/services.h"
 
+class QSize;
 class QSplitter;
 class QWidget;
 
 namespace tavlo {
+
+/// Returns the size at which a window opens: the one that suits the usual font in proportion to its own, and
+/// no larger than the screen with a frame around the window.
+[[nodiscard]] QSize OpeningSize(const QWidget& window, const QSize& usual);
 
 /// Keeps where a window stands, how large it is and how it is divided into columns until the next session.
 void RememberPlace(SettingsStore& settings, const QWidget& window, const QSplitter& columns);
