@@ -37,20 +37,20 @@ double StepsPerUnit(AxisUnits axis) {
   return steps == 0 ? 1 : steps;
 }
 
-Range OfDistance(AxisUnits axis, bool upper) {
+Range RangeOfDistance(AxisUnits axis, bool upper) {
   const double steps = StepsPerUnit(axis);
   return {upper ? Round4(1 / steps) : 0, Round4(kMaxSteps / steps)};
 }
 
-Range OfSpeed(AxisUnits axis) {
+Range RangeOfSpeed(AxisUnits axis) {
   const double units = GetStepsPerRev(axis.program, axis.axis) / StepsPerUnit(axis);
   return {Round4(MinSpeed(axis.program, axis.axis) * units),
           Round4(MaxSpeed(axis.program, axis.axis) * units)};
 }
 
 Range RangeOf(AxisUnits axis, int sub_type, bool upper) {
-  if (sub_type == GetDistance) return OfDistance(axis, upper);
-  if (sub_type == GetSpeed) return OfSpeed(axis);
+  if (sub_type == GetDistance) return RangeOfDistance(axis, upper);
+  if (sub_type == GetSpeed) return RangeOfSpeed(axis);
   return {1, kHighestCount};
 }
 

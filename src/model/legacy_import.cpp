@@ -15,8 +15,8 @@ constexpr std::int16_t kOldDriveCode = 5;
 
 /// What a file of one revision holds. A single is compared with doubles: 1.2 counts as 1.2 or later,
 /// while 1.28, 1.4 and 1.41 count as below those boundaries.
-struct Layout {
-  explicit Layout(double r)
+struct ImportLayout {
+  explicit ImportLayout(double r)
       : hundred_lines(r >= 1.2),
         units(r >= 1.28),
         second_operands(r >= 1.4),
@@ -64,7 +64,7 @@ void ReadLine29(ItemReader& items, Instruction& line) {
   }
 }
 
-void ReadPrompt100(ItemReader& items, const Layout& layout, Instruction& line) {
+void ReadPrompt100(ItemReader& items, const ImportLayout& layout, Instruction& line) {
   ReadPromptHead(items, line);
   if (layout.menus) {
     for (int key = 1; key <= 8; ++key) items.Read(line.MenuLine[key]);
@@ -89,7 +89,7 @@ void ReadMotorFields(ItemReader& items, Instruction& line) {
 }
 
 /// `load100`: the record of one line.
-void ReadLine100(ItemReader& items, const Layout& layout, Instruction& line) {
+void ReadLine100(ItemReader& items, const ImportLayout& layout, Instruction& line) {
   if (line.Type == CM) {
     items.Read(line.Text);
     return;
@@ -110,7 +110,7 @@ void ReadLine100(ItemReader& items, const Layout& layout, Instruction& line) {
   if (line.Type == CC) ReadMotorFields(items, line);
 }
 
-void ReadLines(ItemReader& items, const Layout& layout, int count, Program& program, Repairs* repairs) {
+void ReadLines(ItemReader& items, const ImportLayout& layout, int count, Program& program, Repairs* repairs) {
   for (int i = 0; i < count; ++i) {
     Instruction& line = program.Prog[i];
     std::int16_t own_number = 0;  // dropped: the order in the file is what counts
@@ -125,7 +125,7 @@ void ReadLines(ItemReader& items, const Layout& layout, int count, Program& prog
   for (int i = count; i < kLines; ++i) program.Prog[i].Type = NO;
 }
 
-void ReadSettings(ItemReader& items, const Layout& layout, Settings& settings, Program& program,
+void ReadSettings(ItemReader& items, const ImportLayout& layout, Settings& settings, Program& program,
                   Repairs* repairs) {
   AxisConfig& axes = program.Axis;
   items.ReadAll(axes.DriveCurrent[0], settings.idle_byte, axes.StepResCode[0], settings.jog_speed,
@@ -176,7 +176,7 @@ void SplitResolution(AxisConfig& axes) {
 }  // namespace
 
 bool HasDriveCode(float r) {
-  return Layout(r).hundred_lines;
+  return ImportLayout(r).hundred_lines;
 }
 
 int UnreadOldItems(float r) {
@@ -185,7 +185,7 @@ int UnreadOldItems(float r) {
 }
 
 bool LoadOskelProg(ItemReader& items, float r, Program& program, Repairs* repairs) {
-  const Layout layout(r);
+  const ImportLayout layout(r);
   Settings settings;
   if (layout.hundred_lines) items.Read(settings.drive_code);
   const int count = layout.hundred_lines ? kLines100 : kOldLines;

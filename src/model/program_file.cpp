@@ -10,8 +10,8 @@ namespace {
 /// What a file of one revision holds. The revision is a single that is compared with doubles, so a
 /// revision that lies on a boundary falls to the side of its rounding: 1.12, 1.19, 1.23 and 1.21.6
 /// round up, 1.14 and 1.17 round down.
-struct Layout {
-  explicit Layout(double r)
+struct FileLayout {
+  explicit FileLayout(double r)
       : eight_menu_items(r == 0 || r == 1),
         old_home_inputs(r < 1.23),
         jog_drives(r >= 1.12),
@@ -74,7 +74,7 @@ struct Remainder {
 };
 
 template <class Records, class Line>
-void LineRecords(Records records, const Layout& layout, Line& line) {
+void LineRecords(Records records, const FileLayout& layout, Line& line) {
   records.Record(line.Dist, line.Dist2, line.SafetyDist);
   records.Record(line.Speed, line.Speed2, line.RetSpeed);
   records.Record(line.Dir, line.Accel, line.Decel);
@@ -99,7 +99,7 @@ void LineRecords(Records records, const Layout& layout, Line& line) {
 }
 
 template <class Records, class Axes>
-void AxisRecords(Records records, const Layout& layout, Axes& axes, int axis) {
+void AxisRecords(Records records, const FileLayout& layout, Axes& axes, int axis) {
   records.Record(axes.DriveModel[axis], axes.DriveCurrent[axis], axes.IdleCode[axis], axes.StepResCode[axis],
                  axes.StepsPerUnit[axis], axes.UnitName[axis], axes.UseUnits[axis], axes.StepsPerRev[axis],
                  axes.LimitKind[axis]);
@@ -107,7 +107,7 @@ void AxisRecords(Records records, const Layout& layout, Axes& axes, int axis) {
 }
 
 template <class Records, class AnyProgram>
-void ProgramRecords(Records records, const Layout& layout, AnyProgram& program, Remainder& remainder) {
+void ProgramRecords(Records records, const FileLayout& layout, AnyProgram& program, Remainder& remainder) {
   for (std::int16_t line = 0; line < kLines; ++line) {
     std::int16_t own_number = line;  // for who reads the file: its order is what counts
     records.Record(own_number, program.Prog[line].Type);
@@ -121,7 +121,7 @@ void ProgramRecords(Records records, const Layout& layout, AnyProgram& program, 
 }
 
 /// What an older file means, and what no file may bring.
-void SettleLine(const Layout& layout, Program& program, int line, Repairs* repairs) {
+void SettleLine(const FileLayout& layout, Program& program, int line, Repairs* repairs) {
   Instruction& record = program.Prog[line];
   // The drives' own inputs were once numbered along with the others.
   const bool old_home = record.Type == SH && record.IONum == 6;
@@ -169,7 +169,7 @@ std::string WriteHubProg(const Program& program, std::optional<int> port) {
   out.PrintLine(Printed(kHubModels[program.HubIndex == HubQuad ? HubQuad : HubOcto].code));
   Remainder remainder{program.LimitList, program.LimitBranch - 1, port.has_value(),
                       static_cast<std::int16_t>(port.value_or(0))};
-  ProgramRecords(Writing(out), Layout(ParseRevision(VersionTextOf(kVersion))), program, remainder);
+  ProgramRecords(Writing(out), FileLayout(ParseRevision(VersionTextOf(kVersion))), program, remainder);
   return out.Text();
 }
 
@@ -188,7 +188,7 @@ int UnreadItems(float r) {
 }
 
 bool LoadHubProg(ItemReader& items, float r, Program& program, Repairs* repairs) {
-  const Layout layout(r);
+  const FileLayout layout(r);
   std::int16_t hub_code = 0;
   items.Read(hub_code);
   program.HubIndex = HubOfCode(hub_code).value_or(HubOcto);

@@ -16,7 +16,7 @@ struct KindRow {
   bool text_is_value = false;
 };
 
-constexpr std::array kKinds = {
+constexpr std::array kRunKinds = {
     KindRow{RunEventKind::LineStarted, "line started"},
     KindRow{RunEventKind::LineGoesOn, "line goes on"},
     KindRow{RunEventKind::LineFinished, "line finished"},
@@ -42,12 +42,12 @@ constexpr std::array kKinds = {
     KindRow{RunEventKind::End, "end"},
 };
 constexpr bool InOrder() {
-  for (std::size_t i = 0; i < kKinds.size(); ++i) {
-    if (static_cast<std::size_t>(kKinds[i].kind) != i) return false;
+  for (std::size_t i = 0; i < kRunKinds.size(); ++i) {
+    if (static_cast<std::size_t>(kRunKinds[i].kind) != i) return false;
   }
   return true;
 }
-static_assert(InOrder() && kKinds.size() == static_cast<std::size_t>(RunEventKind::End) + 1);
+static_assert(InOrder() && kRunKinds.size() == static_cast<std::size_t>(RunEventKind::End) + 1);
 
 constexpr std::string_view kLineEnd = "\r\n";
 /// Spreadsheets take what begins so for a formula. The apostrophe stands for itself.
@@ -125,7 +125,7 @@ std::optional<std::vector<std::string>> TakeLine(std::string_view& csv) {
 
 RunRow RowOf(const RunLog& log, std::uint64_t number) {
   const RunEvent& event = log.At(number);
-  const KindRow& kind = kKinds[static_cast<std::size_t>(event.kind)];
+  const KindRow& kind = kRunKinds[static_cast<std::size_t>(event.kind)];
   RunRow row;
   row[RunColumn::Time] = Seconds(event.ms);
   row[RunColumn::Event] = kind.name;

@@ -12,7 +12,7 @@ namespace tavlo {
 namespace {
 
 /// Columns by which rows without a number stand right of those with one.
-constexpr int kContinuation = 4;
+constexpr int kContinuationIndent = 4;
 constexpr int kParagraph = 2;
 
 PaperBlock HeadingBlock(const std::vector<std::string>& heading) {
@@ -24,7 +24,7 @@ PaperBlock HeadingBlock(const std::vector<std::string>& heading) {
   return block;
 }
 
-PaperRow Heading(std::string_view text) {
+PaperRow HeadingRow(std::string_view text) {
   return {.text = ShownText(text), .style = PaperStyle::Heading};
 }
 
@@ -38,14 +38,14 @@ PaperBlock LineBlock(const ListedLine& line) {
   for (const LongRow& row : line.rows) {
     block.push_back({.text = ShownText(row.text),
                      .number = row.number ? Joined(*row.number) : "",
-                     .indent = row.indent + (row.number ? 0 : kContinuation)});
+                     .indent = row.indent + (row.number ? 0 : kContinuationIndent)});
   }
   return block;
 }
 
 /// A heading never stands alone at the end of a page: it keeps to the first of its paragraphs.
 void AddSection(PaperDocument& document, std::string_view heading, const std::vector<std::string>& rows) {
-  PaperBlock block = {Heading(heading)};
+  PaperBlock block = {HeadingRow(heading)};
   for (const std::string& row : rows) {
     block.push_back({.text = ShownText(WithoutBlanks(row)), .indent = kParagraph});
     document.blocks.push_back(std::exchange(block, {}));

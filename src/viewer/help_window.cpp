@@ -27,7 +27,7 @@ namespace {
 constexpr QSize kOpeningSize(980, 860);
 constexpr int kMargin = 8;
 constexpr int kFrame = 40;
-const QString kHelp = QStringLiteral("Help");
+const QString kWindowTitle = QStringLiteral("Help");
 
 QLabel* MakeMessage(QWidget* parent) {
   auto* message = new QLabel(parent);
@@ -51,7 +51,7 @@ HelpWindow::HelpWindow()
       page_bar_(new PageBar(*pages_, this)),
       search_bar_(new SearchBar(search_, this)) {
   setObjectName(QStringLiteral("HelpWindow"));
-  setWindowTitle(kHelp);
+  setWindowTitle(kWindowTitle);
   LayOut();
   Connect();
   AddKeys();
@@ -126,7 +126,7 @@ void HelpWindow::AddKeys() {
 void HelpWindow::Open(const QString& path) {
   const QString absolute = QFileInfo(path).absoluteFilePath();
   const QString why = OpenDocument(document_, absolute);
-  setWindowTitle(QStringLiteral("%1 - %2").arg(TitleOf(document_, absolute), kHelp));
+  setWindowTitle(QStringLiteral("%1 - %2").arg(TitleOf(document_, absolute), kWindowTitle));
   message_->setText(why);
   panes_->setCurrentWidget(why.isEmpty() ? static_cast<QWidget*>(pages_) : message_);
   pages_->verticalScrollBar()->setValue(0);

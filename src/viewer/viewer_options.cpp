@@ -9,7 +9,7 @@
 namespace tavlo::viewer {
 namespace {
 
-constexpr std::string_view kHelp =
+constexpr std::string_view kUsage =
     "Usage: OskelHelp [DOCUMENT.pdf]\n"
     "Show the help of Tavlo Composer, in the window that is open already if there is one.\n"
     "\n"
@@ -20,7 +20,7 @@ constexpr std::string_view kHelp =
 
 std::optional<PrintedAnswer> AnswerOptions(std::span<const char* const> arguments) {
   for (const std::string_view argument : arguments) {
-    if (argument == "-h" || argument == "--help") return PrintedAnswer{std::string(kHelp)};
+    if (argument == "-h" || argument == "--help") return PrintedAnswer{std::string(kUsage)};
     if (argument == "--version") return PrintedAnswer{"OskelHelp " + VersionTextOf(kVersion) + "\n"};
   }
   return std::nullopt;

@@ -11,7 +11,6 @@
 namespace tavlo {
 namespace {
 
-constexpr qreal kPoint = kPartsOfPoint;
 /// Columns by which a row that is too long goes on further right; more than the rows of a line are indented.
 constexpr int kHanging = 7;
 /// Columns between a number and the texts beside it.

@@ -12,9 +12,9 @@
 
 namespace tavlo {
 
-/// Lengths on paper are in these parts of a point, so that a document falls on its pages in the same way
-/// whatever prints it.
-inline constexpr int kPartsOfPoint = 20;
+/// Lengths on paper are counted in twentieths of a point, so that a document falls on its pages in the same
+/// way whatever prints it.
+inline constexpr qreal kPoint = 20;
 
 /// Letters at their place on a page, by their upper left corner.
 struct PaperText {

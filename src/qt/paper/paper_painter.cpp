@@ -14,7 +14,6 @@
 namespace tavlo {
 namespace {
 
-constexpr qreal kPoint = kPartsOfPoint;
 /// Millimetres; the left one has room for the holes of a file.
 constexpr QMarginsF kMargins(22, 13, 14, 13);
 /// What stands at the head of a page: the file's name, the number and a rule below them.

@@ -14,9 +14,9 @@ namespace tavlo {
 namespace {
 
 /// A4 less its margins, and a narrow slip.
-const QSizeF kSheet(500.0 * kPartsOfPoint, 720.0 * kPartsOfPoint);
-const QSizeF kSlip(150.0 * kPartsOfPoint, 720.0 * kPartsOfPoint);
-const QSizeF kLabel(60.0 * kPartsOfPoint, 40.0 * kPartsOfPoint);
+const QSizeF kSheet(500.0 * kPoint, 720.0 * kPoint);
+const QSizeF kSlip(150.0 * kPoint, 720.0 * kPoint);
+const QSizeF kLabel(60.0 * kPoint, 40.0 * kPoint);
 
 /// Of what can be seen: blanks at the end of a row may hang over.
 qreal WidthOf(const PaperText& text) {
