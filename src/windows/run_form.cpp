@@ -18,6 +18,7 @@
 #include "link/execution.h"
 #include "windows/led_panel.h"
 #include "windows/run_controls.h"
+#include "windows/window_place.h"
 
 namespace tavlo {
 namespace {
@@ -124,7 +125,7 @@ void RunForm::Place() {
 
 /// The frame comes with the first showing and will be like the main window's.
 QSize RunForm::Frame() const {
-  return parentWidget()->frameGeometry().size() - parentWidget()->size();
+  return FrameOf(*parentWidget());
 }
 
 QRect RunForm::Room() const {

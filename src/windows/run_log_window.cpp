@@ -19,6 +19,7 @@
 #include "qt/gui/shown_text.h"
 #include "session/run_log.h"
 #include "session/source.h"
+#include "windows/run_form.h"
 #include "windows/run_log_model.h"
 #include "windows/window_place.h"
 
@@ -116,6 +117,7 @@ void RunLogWindow::Open() {
     ListRuns();
     ShowChosen();
     table_->scrollToBottom();
+    SpareRunWindow();
     show();
     table_->setFocus();
     // Also where no run grows: whether one may be saved hangs on what else the hub is asked for.
@@ -123,6 +125,19 @@ void RunLogWindow::Open() {
   }
   raise();
   activateWindow();
+}
+
+/// Whoever looks up what has happened goes on seeing what happens, and the Stop of the run.
+void RunLogWindow::SpareRunWindow() {
+  const QSize frame = FrameOf(*parentWidget());
+  for (const RunForm* form : parentWidget()->findChildren<RunForm*>()) {
+    if (!form->isVisible()) continue;
+    const QRect place = RoomBeside(form->frameGeometry(), screen()->availableGeometry(), size() + frame,
+                                   minimumSizeHint() + frame);
+    if (place.isEmpty()) continue;
+    resize(place.size() - frame);
+    move(place.topLeft());
+  }
 }
 
 void RunLogWindow::RunsChanged() {

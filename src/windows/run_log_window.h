@@ -44,6 +44,7 @@ class RunLogWindow : public QWidget {
  private:
   void LayOut();
   void SetUpTable();
+  void SpareRunWindow();
   void ListRuns();
   void AddRun(const RunRow& begin, const std::string& name);
   void ShowChosen();

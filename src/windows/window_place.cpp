@@ -10,6 +10,7 @@
 #include <QStringList>
 #include <QStyle>
 #include <QWidget>
+#include <algorithm>
 #include <optional>
 #include <vector>
 
@@ -63,6 +64,29 @@ QSize OpeningSize(const QWidget& window, const QSize& usual) {
   const QSize wanted(ByFont(font, usual.width()), ByFont(font, usual.height()));
   const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
   return wanted.boundedTo(window.screen()->availableSize() - QSize(2 * kFrame, title + 2 * kFrame));
+}
+
+QSize FrameOf(const QWidget& window) {
+  return window.frameGeometry().size() - window.size();
+}
+
+QRect RoomBeside(const QRect& spared, const QRect& room, const QSize& size, const QSize& least) {
+  const QRect parts[] = {{QPoint(spared.right() + 1, room.top()), room.bottomRight()},
+                         {room.topLeft(), QPoint(spared.left() - 1, room.bottom())},
+                         {QPoint(room.left(), spared.bottom() + 1), room.bottomRight()},
+                         {room.topLeft(), QPoint(room.right(), spared.top() - 1)}};
+  QRect best;
+  for (const QRect& part : parts) {
+    const QSize fits = size.boundedTo(part.size());
+    if (fits.boundedTo(least) != least || fits.width() * fits.height() <= best.width() * best.height())
+      continue;
+    // As near to what is spared as the part lets it be.
+    const QPoint last = part.bottomRight() + QPoint(1, 1) - QPoint(fits.width(), fits.height());
+    best = QRect(QPoint(std::clamp(spared.left(), part.left(), last.x()),
+                        std::clamp(spared.top(), part.top(), last.y())),
+                 fits);
+  }
+  return best;
 }
 
 void RememberPlace(SettingsStore& settings, const QWidget& window, const QSplitter& columns) {

@@ -2,9 +2,11 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #pragma once
 
+#include <QRect>
+#include <QSize>
+
 #include "platform/services.h"
 
-class QSize;
 class QSplitter;
 class QWidget;
 
@@ -13,6 +15,13 @@ namespace tavlo {
 /// Returns the size at which a window opens: the one that suits the usual font in proportion to its own, and
 /// no larger than the screen with a frame around the window.
 [[nodiscard]] QSize OpeningSize(const QWidget& window, const QSize& usual);
+
+/// Returns what the window manager draws around a window that is up, left and right and above and below it.
+[[nodiscard]] QSize FrameOf(const QWidget& window);
+
+/// Returns where a window of `size` leaves `spared` in sight: in the largest part of the room beside it, made
+/// smaller if need be, but not below `least`. Empty if there is no such part. All of them with their frames.
+[[nodiscard]] QRect RoomBeside(const QRect& spared, const QRect& room, const QSize& size, const QSize& least);
 
 /// Keeps where a window stands, how large it is and how it is divided into columns until the next session.
 void RememberPlace(SettingsStore& settings, const QWidget& window, const QSplitter& columns);

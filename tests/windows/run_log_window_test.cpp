@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTableView>
 
@@ -15,6 +16,7 @@
 #include "session/run_rows.h"
 #include "support/fake_state_folder.h"
 #include "windows/run_session.h"
+#include "windows/window_place.h"
 
 namespace tavlo::testing {
 namespace {
@@ -157,6 +159,36 @@ TEST(RunLogWindow, GivesTheKeyboardBackToTheRunWhenItIsClosed) {
     EXPECT_TRUE(session.Form("fakeMMI").isActiveWindow());
     session.Click("fakeMMI", "btnStop");
   });
+}
+
+TEST(RunLogWindow, LeavesTheWindowOfTheRunInSight) {
+  LogSession session;
+  session.WhileRunning(RunWindow::ExecStatus, [&] {
+    const QWidget& run = session.Form("ExecStatus");
+    session.Open();
+    EXPECT_FALSE(session.Window().frameGeometry().intersects(run.frameGeometry()));
+    EXPECT_TRUE(session.Main().screen()->availableGeometry().contains(session.Window().frameGeometry()));
+    session.Click("ExecStatus", "btnStop");
+  });
+}
+
+TEST(RoomBeside, IsTheLargestPartThatLeavesAWindowInSight) {
+  const struct {
+    const char* what;
+    QRect spared;
+    QRect room;
+    QRect place;
+  } cases[] = {
+      {"there is room on its right", {100, 100, 300, 400}, {0, 0, 1920, 1080}, {400, 100, 900, 520}},
+      {"there is room on its left", {1500, 100, 300, 400}, {0, 0, 1920, 1080}, {600, 100, 900, 520}},
+      {"it stands low", {1500, 900, 300, 150}, {0, 0, 1920, 1080}, {600, 560, 900, 520}},
+      {"a narrow part is filled", {900, 0, 300, 400}, {0, 0, 1280, 720}, {0, 0, 900, 520}},
+      {"the window is made smaller", {500, 0, 300, 400}, {0, 0, 1000, 720}, {100, 400, 900, 320}},
+      {"nowhere is room", {100, 100, 700, 500}, {0, 0, 800, 600}, {}},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(RoomBeside(c.spared, c.room, {900, 520}, {300, 200}), c.place) << c.what;
+  }
 }
 
 TEST(RunLogWindow, KeysTypedInItGoNowhere) {
