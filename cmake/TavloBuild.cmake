@@ -54,7 +54,7 @@ function(tavlo_headers name)
   endif()
   set(empty ${CMAKE_BINARY_DIR}/headers_${name}.cpp)
   file(CONFIGURE OUTPUT ${empty} CONTENT "")
-  add_library(tavlo_headers_${name} OBJECT ${empty})
+  add_library(tavlo_headers_${name} OBJECT EXCLUDE_FROM_ALL ${empty})
   target_link_libraries(tavlo_headers_${name} PRIVATE ${ARG_LINKS})
   target_precompile_headers(tavlo_headers_${name} PRIVATE ${ARG_HEADERS})
   if(ARG_TESTS)
@@ -70,6 +70,18 @@ function(tavlo_reads target name)
   endif()
 endfunction()
 
+# tavlo_joins(<target> <name>)
+# The target's files are compiled several at a time, if that is asked for, and else begin with the headers of that name.
+function(tavlo_joins target name)
+  if(TAVLO_JOIN_FILES)
+    # A module that needs one file of a layer then gets its neighbours too.
+    set_target_properties(${target} PROPERTIES
+      UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 16 POSITION_INDEPENDENT_CODE ON)
+  else()
+    tavlo_reads(${target} ${name})
+  endif()
+endfunction()
+
 # tavlo_layer(<name> LINKS <layers...> SOURCES <files...> [HEADERS <name>])
 # One folder of src/ as a static library tavlo_<name>. LINKS is its permission: what it may include.
 function(tavlo_layer name)
@@ -80,7 +92,7 @@ function(tavlo_layer name)
   if(NOT ARG_HEADERS)
     set(ARG_HEADERS standard)
   endif()
-  tavlo_reads(tavlo_${name} ${ARG_HEADERS})
+  tavlo_joins(tavlo_${name} ${ARG_HEADERS})
 endfunction()
 
 # Below the folder that the programs are in: what they load when they need it.
