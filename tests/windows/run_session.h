@@ -5,7 +5,9 @@
 #include <QTimer>
 #include <QToolButton>
 #include <functional>
+#include <utility>
 
+#include "support/whenever.h"
 #include "windows/window_session.h"
 
 namespace tavlo::testing {
@@ -16,6 +18,14 @@ struct RunSession : RunningSession {
   void WhileRunning(RunWindow window, const std::function<void()>& meanwhile) {
     QTimer::singleShot(0, &Main(), meanwhile);
     Handlers().run.ShowModal(window);
+  }
+  /// Does this once the terminal to a drive stands and has the keyboard, as long as the result lives.
+  [[nodiscard]] Whenever WhenInTerminal(std::function<void()> act) {
+    const auto stands = [this] {
+      const auto* terminal = Main().findChild<QWidget*>(QStringLiteral("VOXterm"));
+      return terminal != nullptr && terminal->isActiveWindow();
+    };
+    return {stands, std::move(act)};
   }
   [[nodiscard]] QWidget& Form(const char* name) { return Find<QWidget>(nullptr, name); }
   /// A control of the form of this name, which both have under the same name.

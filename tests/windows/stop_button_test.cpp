@@ -198,11 +198,7 @@ TEST(StopKey, InTheTerminalTakesTheLineBackFirstAndLeavesTheTerminalAsItWas) {
   StopSession session;
   session.LeaveARun();
   bool opened = false;
-  const auto is_open = [&] {
-    const auto* terminal = session.Main().findChild<QWidget*>(QStringLiteral("VOXterm"));
-    return terminal != nullptr && terminal->isVisible();
-  };
-  const Whenever when_open(is_open, [&] {
+  const Whenever when_open = session.WhenInTerminal([&] {
     opened = true;
     auto& command = session.Find<QPlainTextEdit>("VOXterm", "CommandText");
     QTest::keyClicks(&command, "1RV");

@@ -15,11 +15,7 @@ struct TerminalSession : RunSession {
   TerminalSession() { Session().link.DriveVersion = "1.38"; }
   /// Opens the terminal by its key and does this while it stands.
   void InTerminal(const std::function<void()>& meanwhile) {
-    const auto open = [this] {
-      const auto* terminal = Main().findChild<QWidget*>(QStringLiteral("VOXterm"));
-      return terminal != nullptr && terminal->isVisible();
-    };
-    const Whenever when_open(open, meanwhile);
+    const Whenever when_open = WhenInTerminal(meanwhile);
     QTest::keyClick(&Main(), Qt::Key_T, Qt::ControlModifier);
   }
   [[nodiscard]] QPlainTextEdit& Command() { return Find<QPlainTextEdit>("VOXterm", "CommandText"); }
