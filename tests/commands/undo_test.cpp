@@ -112,6 +112,7 @@ TEST(Undo, TakesEveryKindOfEditBackAndRedoDoesItAgain) {
     ExpectRowsTrue(d.desk);
     EXPECT_EQ(d.view.gone_to, row.line ? std::vector<int>{*row.line} : std::vector<int>());
     EXPECT_EQ(d.source.history.RedoName(), row.name);
+    EXPECT_EQ(d.view.notes.back(), std::string("Undone: ") + row.name + ".");
 
     Redo(d.desk);
     EXPECT_TRUE(Same(d.source.program, after));
@@ -119,6 +120,7 @@ TEST(Undo, TakesEveryKindOfEditBackAndRedoDoesItAgain) {
     EXPECT_EQ(d.source.file_name, file);
     ExpectRowsTrue(d.desk);
     EXPECT_EQ(d.source.history.RedoName(), "");
+    EXPECT_EQ(d.view.notes.back(), std::string("Redone: ") + row.name + ".");
   }
 }
 
