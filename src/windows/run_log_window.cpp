@@ -134,7 +134,6 @@ void RunLogWindow::SpareRunWindow() {
     if (!form->isVisible()) continue;
     const QRect place = RoomBeside(form->frameGeometry(), screen()->availableGeometry(), size() + frame,
                                    minimumSizeHint() + frame);
-    if (place.isEmpty()) continue;
     resize(place.size() - frame);
     move(place.topLeft());
   }

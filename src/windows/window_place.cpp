@@ -11,6 +11,7 @@
 #include <QStyle>
 #include <QWidget>
 #include <algorithm>
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -57,6 +58,15 @@ bool InReach(QPoint top_left, int width) {
   return false;
 }
 
+/// The last one where both cannot be.
+int Between(int wanted, int first, int last) {
+  return std::min(std::max(wanted, first), last);
+}
+
+int Area(const QSize& size) {
+  return size.width() * size.height();
+}
+
 }  // namespace
 
 QSize OpeningSize(const QWidget& window, const QSize& usual) {
@@ -76,15 +86,19 @@ QRect RoomBeside(const QRect& spared, const QRect& room, const QSize& size, cons
                          {QPoint(room.left(), spared.bottom() + 1), room.bottomRight()},
                          {room.topLeft(), QPoint(room.right(), spared.top() - 1)}};
   QRect best;
+  int least_covered = std::numeric_limits<int>::max();
   for (const QRect& part : parts) {
-    const QSize fits = size.boundedTo(part.size());
-    if (fits.boundedTo(least) != least || fits.width() * fits.height() <= best.width() * best.height())
-      continue;
-    // As near to what is spared as the part lets it be.
+    const QSize fits = size.boundedTo(part.size()).expandedTo(least);
+    // As near to what is spared as the part lets it be, and at the edge of the room if the part is too small.
     const QPoint last = part.bottomRight() + QPoint(1, 1) - QPoint(fits.width(), fits.height());
-    best = QRect(QPoint(std::clamp(spared.left(), part.left(), last.x()),
-                        std::clamp(spared.top(), part.top(), last.y())),
-                 fits);
+    const QPoint end = room.bottomRight() + QPoint(1, 1) - QPoint(fits.width(), fits.height());
+    const QRect place(QPoint(Between(Between(spared.left(), part.left(), last.x()), room.left(), end.x()),
+                             Between(Between(spared.top(), part.top(), last.y()), room.top(), end.y())),
+                      fits);
+    const int covered = Area(place.intersected(spared).size());
+    if (covered > least_covered || (covered == least_covered && Area(fits) <= Area(best.size()))) continue;
+    least_covered = covered;
+    best = place;
   }
   return best;
 }

@@ -19,8 +19,8 @@ namespace tavlo {
 /// Returns what the window manager draws around a window that is up, left and right and above and below it.
 [[nodiscard]] QSize FrameOf(const QWidget& window);
 
-/// Returns where a window of `size` leaves `spared` in sight: in the largest part of the room beside it, made
-/// smaller if need be, but not below `least`. Empty if there is no such part. All of them with their frames.
+/// Returns where a window of `size` covers as little as can be of `spared`: in the largest part of the room
+/// beside it, made smaller if need be, but not below `least`. All of them with their frames.
 [[nodiscard]] QRect RoomBeside(const QRect& spared, const QRect& room, const QSize& size, const QSize& least);
 
 /// Keeps where a window stands, how large it is and how it is divided into columns until the next session.

@@ -172,7 +172,7 @@ TEST(RunLogWindow, LeavesTheWindowOfTheRunInSight) {
   });
 }
 
-TEST(RoomBeside, IsTheLargestPartThatLeavesAWindowInSight) {
+TEST(RoomBeside, IsWhereAWindowCoversLeastOfAnother) {
   const struct {
     const char* what;
     QRect spared;
@@ -184,7 +184,8 @@ TEST(RoomBeside, IsTheLargestPartThatLeavesAWindowInSight) {
       {"it stands low", {1500, 900, 300, 150}, {0, 0, 1920, 1080}, {600, 560, 900, 520}},
       {"a narrow part is filled", {900, 0, 300, 400}, {0, 0, 1280, 720}, {0, 0, 900, 520}},
       {"the window is made smaller", {500, 0, 300, 400}, {0, 0, 1000, 720}, {100, 400, 900, 320}},
-      {"nowhere is room", {100, 100, 700, 500}, {0, 0, 800, 600}, {}},
+      {"it cannot but cover some", {100, 100, 700, 500}, {0, 0, 800, 600}, {0, 0, 800, 200}},
+      {"a part is too narrow for it", {0, 0, 800, 700}, {0, 0, 1000, 720}, {700, 0, 300, 520}},
   };
   for (const auto& c : cases) {
     EXPECT_EQ(RoomBeside(c.spared, c.room, {900, 520}, {300, 200}), c.place) << c.what;
