@@ -9,10 +9,14 @@
 
 #include "codegen/compile.h"
 #include "hubsim/hub.h"
+#include "model/every_field.h"
 #include "model/hand_file.h"
+#include "model/kept_text.h"
+#include "model/line_blocks.h"
 #include "model/program_file.h"
 #include "oskel_writer.h"
 #include "programs.h"
+#include "session/run_rows.h"
 
 namespace tavlo {
 namespace {
@@ -113,7 +117,32 @@ void MakeFiles(const std::string& target, std::size_t versions) {
   }
 }
 
+/// A kept text without the sum that the target puts in its place.
+std::string WithoutSum(const std::string& text) {
+  return text.substr(0, text.rfind('\n', text.size() - 2) + 1);
+}
+
+/// For a paste at line 3.
+void MakeKept() {
+  constexpr char kAt = 2;
+  constexpr int kLinesKept = 12;
+  for (const auto& example : examples::ExamplePrograms()) {
+    const std::string name = std::filesystem::path(example.file_name).stem().string();
+    const KeptLines lines = LinesOf(example.program, {.first = 1, .count = 6});
+    Write("kept", name + "-lines", kAt + WithoutSum(KeptTextOf(lines)));
+  }
+  const Program all = testing::ProgramOfDifferentValues(1);
+  Program some;
+  some.Axis = all.Axis;
+  std::copy_n(all.Prog.begin(), kLinesKept, some.Prog.begin());
+  Write("kept", "program", kAt + WithoutSum(KeptTextOf({.program = some, .file_name = "some"})));
+  RunRow row;
+  for (std::string& cell : row.cells) cell = "=\"a\r\n,b\"";
+  Write("kept", "run", kAt + CsvHeader() + CsvOf(row) + CsvOf(RunRow()) + "1.000,begin,\"torn");
+}
+
 void MakeAll() {
+  MakeKept();
   MakeFiles("hubprog", testing::kHubRevisions.size());
   MakeFiles("oskel", examples::kOskelRevisions.size());
   Write("oskel", "old-feeder", examples::OldExampleFile());

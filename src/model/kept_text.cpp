@@ -128,11 +128,6 @@ std::string SumOf(std::string_view text) {
   return TextOf(sum);
 }
 
-std::string Ended(std::string text) {
-  text += std::string(kEnd) + SumOf(text) + "\n";
-  return text;
-}
-
 /// Returns what stands between head and end; nothing if either is not as it was written.
 std::optional<std::string_view> Whole(std::string_view text, std::string_view head) {
   const std::size_t end = text.rfind(kEnd);
@@ -157,6 +152,11 @@ bool TakeLine(Rows& rows, Instruction& record) {
 
 }  // namespace
 
+std::string WithSum(std::string text) {
+  text += std::string(kEnd) + SumOf(text) + "\n";
+  return text;
+}
+
 std::string KeptTextOf(const KeptProgram& kept) {
   std::string text(kProgramHead);
   AddRow(text, "file", kept.file_name);
@@ -170,7 +170,7 @@ std::string KeptTextOf(const KeptProgram& kept) {
     AddRow(text, kLine, line);
     AddFields(text, kept.program.Prog[line], Instruction(), kInstructionFields);
   }
-  return Ended(std::move(text));
+  return WithSum(std::move(text));
 }
 
 std::optional<KeptProgram> ReadKeptProgram(std::string_view text) {
@@ -204,7 +204,7 @@ std::string KeptTextOf(const KeptLines& kept) {
     AddRow(text, kLine, 0);
     AddFields(text, record, Instruction(), kInstructionFields);
   }
-  return Ended(std::move(text));
+  return WithSum(std::move(text));
 }
 
 std::optional<KeptLines> ReadKeptLines(std::string_view text) {

@@ -21,6 +21,9 @@ namespace tavlo {
 /// Bytes. No kept text is longer.
 inline constexpr std::size_t kLargestKeptText = 1u << 20;
 
+/// Ends a text with its sum.
+[[nodiscard]] std::string WithSum(std::string text);
+
 /// A session's program, and what is known about it.
 struct KeptProgram {
   Program program;

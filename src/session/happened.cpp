@@ -9,7 +9,7 @@
 namespace tavlo {
 namespace {
 
-constexpr int kDay = 86400;
+constexpr int kSecondsOfDay = 86400;
 constexpr int kHour = 3600;
 constexpr int kMinute = 60;
 
@@ -27,7 +27,7 @@ void Happened(Desk& desk, std::string text) {
 }
 
 std::string TimeText(double seconds) {
-  const int whole = static_cast<int>(seconds) % kDay;
+  const int whole = static_cast<int>(seconds) % kSecondsOfDay;
   return TwoDigits(whole / kHour) + ":" + TwoDigits(whole % kHour / kMinute);
 }
 
@@ -40,7 +40,7 @@ std::string BytesText(int bytes) {
 }
 
 std::string PaceText(int bytes, double from, double to) {
-  const double took = to < from ? to + kDay - from : to - from;
+  const double took = to < from ? to + kSecondsOfDay - from : to - from;
   return BytesText(bytes) + " in " + Format(took, "0.0") + " s";
 }
 
