@@ -20,6 +20,7 @@
 #include <map>
 #include <type_traits>
 
+#include "editors/form_grid.h"
 #include "editors/looks.h"
 #include "qt/gui/shown_text.h"
 #include "widgets/contrast.h"
@@ -184,10 +185,7 @@ void FormDialog::AddButtons(QVBoxLayout& column) {
   auto* row = new QHBoxLayout;
   row->addStretch(1);
   const auto add = [&](const QString& caption, const char* name) {
-    auto* button = new QPushButton(caption, this);
-    button->setObjectName(QLatin1String(name));
-    // Enter belongs to the entries: a dialog is closed by a press of its button alone.
-    button->setAutoDefault(false);
+    QPushButton* button = MakeButton(caption, name, this);
     row->addWidget(button);
     return button;
   };

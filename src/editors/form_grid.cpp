@@ -54,6 +54,12 @@ QString Spoken(QString caption) {
 
 }  // namespace
 
+QPushButton* MakeButton(const QString& caption, const char* name, QWidget* inside) {
+  auto* button = Named(new QPushButton(caption, inside), name);
+  button->setAutoDefault(false);
+  return button;
+}
+
 void KeepPlace(QWidget* widget, bool keep) {
   QSizePolicy policy = widget->sizePolicy();
   if (policy.retainSizeWhenHidden() == keep) return;

@@ -9,6 +9,7 @@
 #include <initializer_list>
 
 class QLabel;
+class QPushButton;
 class QRadioButton;
 class QWidget;
 
@@ -19,6 +20,10 @@ Widget* Named(Widget* widget, const char* name) {
   widget->setObjectName(QLatin1String(name));
   return widget;
 }
+
+/// A button that Enter does not press from elsewhere: it belongs to the entries, and a dialog is closed by a
+/// press of its button alone.
+[[nodiscard]] QPushButton* MakeButton(const QString& caption, const char* name, QWidget* inside);
 
 /// What is hidden keeps its place, so that nothing jumps and the dialog keeps its size.
 void KeepPlace(QWidget* widget, bool keep = true);

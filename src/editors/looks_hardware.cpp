@@ -107,12 +107,6 @@ QGridLayout* AddRows(QWidget* body) {
   return grid;
 }
 
-QPushButton* MakeButton(const QString& caption, const char* name, QWidget* inside) {
-  auto* button = Named(new QPushButton(caption, inside), name);
-  button->setAutoDefault(false);
-  return button;
-}
-
 QGroupBox* MakeOptions(const QString& heading, std::initializer_list<FormGrid::Option> options,
                        QWidget* body) {
   auto* frame = new QGroupBox(heading, body);

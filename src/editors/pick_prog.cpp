@@ -12,6 +12,7 @@
 #include <array>
 #include <map>
 
+#include "editors/form_grid.h"
 #include "model/instruction.h"
 #include "session/rows.h"
 #include "widgets/icon_images.h"
@@ -134,9 +135,7 @@ void PickProg::AddKinds(QHBoxLayout& columns) {
 QHBoxLayout* PickProg::MakeButtons() {
   auto* row = new QHBoxLayout;
   const auto add = [&](const QString& caption, const char* name) {
-    auto* button = new QPushButton(caption, this);
-    button->setObjectName(QLatin1String(name));
-    button->setAutoDefault(false);
+    QPushButton* button = MakeButton(caption, name, this);
     row->addWidget(button);
     return button;
   };
