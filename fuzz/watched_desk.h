@@ -38,12 +38,7 @@ struct WatchedDesk : testing::FakeDesk {
     for (const int axis : run.statuses) Require(axis >= 0 && axis < kAxes, "painted axes exist");
     Require(source.display.CurRow >= 0 && source.display.CurRow < 4, "the cursor stands on the display");
     Require(source.link.MsgBuf.size() < 4, "no whole message is left lying");
-    view.rows.clear();
-    view.scrolls.clear();
-    view.counters.clear();
-    run.statuses.clear();
-    run.faults.clear();
-    boxes.shown.clear();
+    ForgetShown();
   }
 
   Input& input;

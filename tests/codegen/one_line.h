@@ -6,15 +6,9 @@
 
 #include "codegen/compile.h"
 #include "support/bytes.h"
+#include "support/new_program.h"
 
 namespace tavlo::testing {
-
-inline Program NewProgram() {
-  Program program;
-  InitHardware(program.Axis);
-  InitProg(program);
-  return program;
-}
 
 /// One line of this type with the defaults of a fresh one, on line 0 of a program of its own.
 struct OneLine {

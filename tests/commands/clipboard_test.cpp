@@ -38,7 +38,7 @@ struct EditCase {
   std::function<void(BlockDesk&)> edit;
 };
 
-const std::vector<EditCase>& Edits() {
+const std::vector<EditCase>& BlockEdits() {
   static const std::vector<EditCase> edits = {
       {"cut line 12",
        [](BlockDesk& d) {
@@ -72,7 +72,7 @@ const std::vector<EditCase>& Edits() {
 }
 
 TEST(Clipboard, EveryEditOfLinesIsOneStepThatIsTakenBackWhole) {
-  for (const EditCase& c : Edits()) {
+  for (const EditCase& c : BlockEdits()) {
     SCOPED_TRACE(c.name);
     BlockDesk d;
     const Program before = d.source.program;

@@ -17,7 +17,7 @@
 namespace tavlo::testing {
 namespace {
 
-constexpr const char* kFile = "/home/op/cut.TVH";
+constexpr const char* kKeptFile = "/home/op/cut.TVH";
 /// 2026-11-21 at 17:44 UTC
 constexpr std::int64_t kThen = 1795283040;
 constexpr const char* kQuestion =
@@ -33,7 +33,7 @@ struct KeepingDesk : FakeDesk {
     desk.keeper = &keep;
     desk.editors = &editors;
     editors.confirms = true;
-    files.files[kFile] = "";
+    files.files[kKeptFile] = "";
   }
   /// An edit of a line: its distance becomes 4711.
   void Edit(int line) {
@@ -52,7 +52,7 @@ struct KeepingDesk : FakeDesk {
 void LeaveKilled(FakeStateDisk& disk, bool running = false, std::int64_t time = kThen) {
   KeepingDesk d(disk, "killed" + std::to_string(time));
   d.now = time;
-  ASSERT_TRUE(SaveFile(d.desk, kFile));
+  ASSERT_TRUE(SaveFile(d.desk, kKeptFile));
   d.source.link.HubRuns = running;
   d.Edit(4);
 }
@@ -67,7 +67,7 @@ TEST(CrashKeep, WhatWasEditedIsOfferedAtTheNextStartWithItsFileAndTimeAndComesBa
   EXPECT_EQ(d.boxes.shown[0].title, "Restore");
   EXPECT_EQ(d.boxes.shown[0].buttons, Buttons::RestoreDiscard);
   EXPECT_EQ(d.Line(4).Dist, FakeEditors::kWrittenDist);
-  EXPECT_EQ(d.source.file_name, kFile);
+  EXPECT_EQ(d.source.file_name, kKeptFile);
   EXPECT_TRUE(d.source.Changed);
   EXPECT_NE(d.source.shown.rows[4].desc, "");
   EXPECT_EQ(d.source.history.UndoName(), "restore cut.TVH");
@@ -135,9 +135,9 @@ TEST(CrashKeep, WithoutAnythingThatAFileDoesNotHoldNothingIsKept) {
   EXPECT_TRUE(disk.files.empty());
   d.Edit(4);
   EXPECT_EQ(disk.files.size(), 1U);
-  ASSERT_TRUE(SaveFile(d.desk, kFile));
+  ASSERT_TRUE(SaveFile(d.desk, kKeptFile));
   EXPECT_TRUE(disk.files.empty());
-  LoadFile(d.desk, kFile);
+  LoadFile(d.desk, kKeptFile);
   EXPECT_TRUE(disk.files.empty());
   SelectLimitAction(d.desk, ContinueProgram);
   EXPECT_EQ(disk.files.size(), 1U);

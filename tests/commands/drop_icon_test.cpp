@@ -16,10 +16,6 @@ using testing::FakeDesk;
 using testing::FakeEditors;
 using testing::ShownBox;
 
-std::string_view IconOf(const FakeDesk& fake, int line) {
-  return IconName(fake.source.shown.rows[static_cast<std::size_t>(line)].icon);
-}
-
 TEST(Click, PicksTheLineAndShowsThePickerAndThenTheNormalIcon) {
   FakeDesk fake;
   FakeEditors editors;

@@ -29,8 +29,8 @@ TEST(RecentFiles, NoMoreThanEightAreKept) {
   EXPECT_EQ(RecentFiles(settings), (Files{"12", "11", "10", "9", "8", "7", "6", "5"}));
 }
 
-struct FileDesk : FakeDesk {
-  FileDesk() {
+struct RecentDesk : FakeDesk {
+  RecentDesk() {
     files.files["/home/op/cut.TVH"] = WriteHubProg(source.program, 0);
     files.files["/home/op/bad.TVH"] = "no program";
   }
@@ -38,7 +38,7 @@ struct FileDesk : FakeDesk {
 };
 
 TEST(RecentFiles, AreThoseThatWereLoadedAndSaved) {
-  FileDesk d;
+  RecentDesk d;
   d.dialogs.next_file_name = "/home/op/cut.TVH";
   Load(d.desk);
   d.dialogs.next_file_name = "/home/op/new.TVH";
@@ -53,7 +53,7 @@ TEST(RecentFiles, AreThoseThatWereLoadedAndSaved) {
 }
 
 TEST(RecentFiles, AFileThatCannotBeReadIsToldAndForgotten) {
-  FileDesk d;
+  RecentDesk d;
   for (const char* file : {"/home/op/bad.TVH", "/home/op/gone.TVH", "/home/op/cut.TVH"}) {
     RememberFile(d.settings, file);
   }
@@ -64,7 +64,7 @@ TEST(RecentFiles, AFileThatCannotBeReadIsToldAndForgotten) {
 }
 
 TEST(OpenFile, LoadsAsLoadDoesQuestionIncluded) {
-  FileDesk d;
+  RecentDesk d;
   OpenFile(d.desk, "/home/op/cut.TVH");
   EXPECT_EQ(d.source.file_name, "/home/op/cut.TVH");
   EXPECT_TRUE(d.boxes.shown.empty());
@@ -81,7 +81,7 @@ TEST(OpenFile, LoadsAsLoadDoesQuestionIncluded) {
 }
 
 TEST(OpenFile, DoesNothingUnderATransferARunAndADialog) {
-  FileDesk d;
+  RecentDesk d;
   d.source.link.Busy = true;
   OpenFile(d.desk, "/home/op/cut.TVH");
   d.source.link.Busy = false;

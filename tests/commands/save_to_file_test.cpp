@@ -13,12 +13,12 @@
 namespace tavlo::testing {
 namespace {
 
-constexpr const char* kFile = "/home/op/cut.TVH";
+constexpr const char* kPresent = "/home/op/cut.TVH";
 constexpr const char* kOther = "/home/op/other.TVH";
 
-struct FileDesk : FakeDesk {
-  FileDesk() {
-    files.files[kFile] = WriteHubProg(source.program, 0);
+struct SaveDesk : FakeDesk {
+  SaveDesk() {
+    files.files[kPresent] = WriteHubProg(source.program, 0);
     files.files["/home/op/old.OSK"] = "not read here";
     dialogs.next_file_name = kOther;
   }
@@ -38,38 +38,38 @@ struct FileDesk : FakeDesk {
 
 struct Case {
   const char* what;
-  std::function<void(FileDesk&)> before;
+  std::function<void(SaveDesk&)> before;
   /// What the dialog proposes; nothing if none comes up.
   std::optional<std::string> proposed;
 };
 
 TEST(SaveToFile, WritesWithoutADialogOnlyWhereTheFileIsTheProgramsOwn) {
-  const auto load = [](FileDesk& d) { LoadFile(d.desk, kFile); };
+  const auto load = [](SaveDesk& d) { LoadFile(d.desk, kPresent); };
   const std::vector<Case> cases = {
-      {"untitled", [](FileDesk&) {}, ""},
+      {"untitled", [](SaveDesk&) {}, ""},
       {"loaded", load, std::nullopt},
       {"loaded and edited",
-       [&](FileDesk& d) {
+       [&](SaveDesk& d) {
          load(d);
          d.EditLine(4);
        },
        std::nullopt},
       {"saved",
-       [](FileDesk& d) {
-         d.dialogs.next_file_name = kFile;
+       [](SaveDesk& d) {
+         d.dialogs.next_file_name = kPresent;
          Save(d.desk);
          d.dialogs.next_file_name = kOther;
          d.dialogs.shown.clear();
        },
        std::nullopt},
       {"cleared",
-       [&](FileDesk& d) {
+       [&](SaveDesk& d) {
          load(d);
          Clear(d.desk);
        },
        ""},
       {"cleared, and that taken back",
-       [&](FileDesk& d) {
+       [&](SaveDesk& d) {
          load(d);
          d.EditLine(4);
          Clear(d.desk);
@@ -77,20 +77,20 @@ TEST(SaveToFile, WritesWithoutADialogOnlyWhereTheFileIsTheProgramsOwn) {
        },
        std::nullopt},
       {"uploaded since",
-       [&](FileDesk& d) {
+       [&](SaveDesk& d) {
          load(d);
          d.Upload();
        },
-       kFile},
+       kPresent},
       {"uploaded and edited since",
-       [&](FileDesk& d) {
+       [&](SaveDesk& d) {
          load(d);
          d.Upload();
          d.EditLine(4);
        },
-       kFile},
+       kPresent},
       {"uploaded since, and that taken back",
-       [&](FileDesk& d) {
+       [&](SaveDesk& d) {
          load(d);
          d.EditLine(4);
          d.Upload();
@@ -98,10 +98,10 @@ TEST(SaveToFile, WritesWithoutADialogOnlyWhereTheFileIsTheProgramsOwn) {
        },
        std::nullopt},
       {"uploaded and saved since",
-       [&](FileDesk& d) {
+       [&](SaveDesk& d) {
          load(d);
          d.Upload();
-         d.dialogs.next_file_name = kFile;
+         d.dialogs.next_file_name = kPresent;
          Save(d.desk);
          d.dialogs.next_file_name = kOther;
          d.dialogs.shown.clear();
@@ -109,27 +109,27 @@ TEST(SaveToFile, WritesWithoutADialogOnlyWhereTheFileIsTheProgramsOwn) {
        },
        std::nullopt},
       {"sent to a hub",
-       [&](FileDesk& d) {
+       [&](SaveDesk& d) {
          load(d);
          MarkUnchanged(d.desk, Unchanged::Transferred);
        },
        std::nullopt},
-      {"a file of the earlier programmer", [](FileDesk& d) { d.source.file_name = "/home/op.d/old.OSK"; },
+      {"a file of the earlier programmer", [](SaveDesk& d) { d.source.file_name = "/home/op.d/old.OSK"; },
        "/home/op.d/old.TVH"},
-      {"a name without an ending", [](FileDesk& d) { d.source.file_name = "/home/op.d/old"; },
+      {"a name without an ending", [](SaveDesk& d) { d.source.file_name = "/home/op.d/old"; },
        "/home/op.d/old.TVH"},
-      {"never read nor written here", [](FileDesk& d) { d.source.file_name = kFile; }, kFile},
+      {"never read nor written here", [](SaveDesk& d) { d.source.file_name = kPresent; }, kPresent},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.what);
-    FileDesk d;
+    SaveDesk d;
     c.before(d);
     SaveToFile(d.desk);
     ASSERT_EQ(d.dialogs.shown.size(), c.proposed ? 1U : 0U);
     if (c.proposed) {
       EXPECT_EQ(d.dialogs.shown[0].present, *c.proposed);
     }
-    EXPECT_EQ(d.source.file_name, c.proposed ? kOther : kFile);
+    EXPECT_EQ(d.source.file_name, c.proposed ? kOther : kPresent);
     EXPECT_EQ(d.files.files[d.source.file_name], WriteHubProg(d.source.program, 0));
     EXPECT_FALSE(d.source.Changed);
     EXPECT_TRUE(d.boxes.shown.empty() || d.boxes.shown[0].title == "Erase Program");
@@ -138,18 +138,18 @@ TEST(SaveToFile, WritesWithoutADialogOnlyWhereTheFileIsTheProgramsOwn) {
 
 TEST(SaveToFile, AsksBeforeItReplacesWhatAnotherProgramHasWritten) {
   for (const Answer answer : {Answer::Cancel, Answer::OK}) {
-    FileDesk d;
-    LoadFile(d.desk, kFile);
+    SaveDesk d;
+    LoadFile(d.desk, kPresent);
     d.EditLine(4);
-    d.files.files[kFile] += "1";
-    const std::string theirs = d.files.files[kFile];
+    d.files.files[kPresent] += "1";
+    const std::string theirs = d.files.files[kPresent];
     d.boxes.setNextAnswer(answer);
     SaveToFile(d.desk);
     ASSERT_EQ(d.boxes.shown.size(), 1U);
     EXPECT_EQ(d.boxes.shown[0],
               (ShownBox{"/home/op/cut.TVH was changed by another program.  Do you want to replace it?",
                         "Save", Buttons::OKCancel, Icon::Question}));
-    EXPECT_EQ(d.files.files[kFile] == theirs, answer == Answer::Cancel);
+    EXPECT_EQ(d.files.files[kPresent] == theirs, answer == Answer::Cancel);
     EXPECT_EQ(d.source.Changed, answer == Answer::Cancel);
     // What was written here is known from then on.
     SaveToFile(d.desk);
@@ -158,17 +158,17 @@ TEST(SaveToFile, AsksBeforeItReplacesWhatAnotherProgramHasWritten) {
 }
 
 TEST(SaveToFile, AFileThatHasGoneIsWrittenAnewWithoutAQuestion) {
-  FileDesk d;
-  LoadFile(d.desk, kFile);
+  SaveDesk d;
+  LoadFile(d.desk, kPresent);
   d.files.files.clear();
   SaveToFile(d.desk);
   EXPECT_TRUE(d.boxes.shown.empty());
-  EXPECT_TRUE(d.files.files.contains(kFile));
+  EXPECT_TRUE(d.files.files.contains(kPresent));
 }
 
 TEST(SaveToFile, AFullDiskIsToldInTheWordsOfSaveAndTheFileStaysKnown) {
-  FileDesk d;
-  LoadFile(d.desk, kFile);
+  SaveDesk d;
+  LoadFile(d.desk, kPresent);
   d.EditLine(4);
   d.files.room = 10;
   SaveToFile(d.desk);
@@ -177,7 +177,7 @@ TEST(SaveToFile, AFullDiskIsToldInTheWordsOfSaveAndTheFileStaysKnown) {
   d.files.room = 1U << 20;
   SaveToFile(d.desk);
   EXPECT_EQ(d.boxes.shown.size(), 1U);
-  EXPECT_EQ(d.files.files[kFile], WriteHubProg(d.source.program, 0));
+  EXPECT_EQ(d.files.files[kPresent], WriteHubProg(d.source.program, 0));
 }
 
 }  // namespace

@@ -21,7 +21,7 @@
 namespace tavlo::testing {
 namespace {
 
-constexpr const char* kFile = "/home/op/cut.TVH";
+constexpr const char* kLoaded = "/home/op/cut.TVH";
 
 bool Same(const Program& a, const Program& b) {
   return a.Prog == b.Prog && a.Axis == b.Axis && a.HubIndex == b.HubIndex && a.LimitList == b.LimitList &&
@@ -40,8 +40,8 @@ struct EditDesk : FakeDesk {
     Line(9).Type = SO;
     Line(10).Type = GT;
     Line(10).LineNum = 15;
-    files.files[kFile] = WriteHubProg(source.program, 0);
-    LoadFile(desk, kFile);
+    files.files[kLoaded] = WriteHubProg(source.program, 0);
+    LoadFile(desk, kLoaded);
   }
   void Pick(int line, const Picked& pressed) {
     editors.presses = {pressed};
@@ -61,7 +61,7 @@ struct EditRow {
   bool unchanged = false;
 };
 
-const std::vector<EditRow>& Edits() {
+const std::vector<EditRow>& EveryEdit() {
   static const std::vector<EditRow> edits = {
       {"edit line 5", [](EditDesk& d) { DropIcon(d.desk, 4, 4, true); }, 4},
       {"edit line 31", [](EditDesk& d) { d.Pick(30, {.what = Picked::What::Kind, .type = WT}); }, 30},
@@ -93,7 +93,7 @@ const std::vector<EditRow>& Edits() {
 }
 
 TEST(Undo, TakesEveryKindOfEditBackAndRedoDoesItAgain) {
-  for (const EditRow& row : Edits()) {
+  for (const EditRow& row : EveryEdit()) {
     SCOPED_TRACE(row.name);
     EditDesk d;
     const Program before = d.source.program;
@@ -108,7 +108,7 @@ TEST(Undo, TakesEveryKindOfEditBackAndRedoDoesItAgain) {
     Undo(d.desk);
     EXPECT_TRUE(Same(d.source.program, before));
     EXPECT_FALSE(d.source.Changed) << "it is as it was loaded";
-    EXPECT_EQ(d.source.file_name, kFile);
+    EXPECT_EQ(d.source.file_name, kLoaded);
     ExpectRowsTrue(d.desk);
     EXPECT_EQ(d.view.gone_to, row.line ? std::vector<int>{*row.line} : std::vector<int>());
     EXPECT_EQ(d.source.history.RedoName(), row.name);
@@ -242,7 +242,7 @@ TEST(Undo, WhatTheFirmwareIsComesBackWithAClearedProgram) {
 TEST(Undo, TheStateThatWasSavedIsUnchangedWhicheverWayItIsReached) {
   EditDesk d;
   DropIcon(d.desk, 4, 4, true);
-  d.dialogs.next_file_name = kFile;
+  d.dialogs.next_file_name = kLoaded;
   Save(d.desk);
   EXPECT_FALSE(d.source.Changed);
   Undo(d.desk);
@@ -263,12 +263,12 @@ TEST(Undo, ASaveUnderAnotherNameHoldsForTheStepsOnBothSidesOfIt) {
   Save(d.desk);
   Undo(d.desk);
   EXPECT_EQ(d.source.file_name, "new.TVH");
-  LoadFile(d.desk, kFile);
+  LoadFile(d.desk, kLoaded);
   Undo(d.desk);
   EXPECT_EQ(d.source.file_name, "new.TVH");
   EXPECT_TRUE(SaveFile(d.desk, "newer.TVH"));
   Redo(d.desk);
-  EXPECT_EQ(d.source.file_name, kFile);
+  EXPECT_EQ(d.source.file_name, kLoaded);
   Undo(d.desk);
   EXPECT_EQ(d.source.file_name, "newer.TVH");
 }
@@ -299,7 +299,7 @@ TEST(Undo, OfRandomEditsGoesBackToTheStartAndForwardToTheEnd) {
     const Program start = d.source.program;
     std::vector<Program> programs = {start};
     for (int i = 0; i < 150; ++i) {
-      Edits()[random() % Edits().size()].edit(d);
+      EveryEdit()[random() % EveryEdit().size()].edit(d);
       const auto any = [&random] { return static_cast<int>(random() % kLines); };
       d.editors.presses = {{.what = random() % 2 == 0 ? Picked::What::Insert : Picked::What::Delete}};
       const int line = any();

@@ -17,10 +17,6 @@ namespace {
 using testing::FakeDesk;
 using testing::ShownBox;
 
-std::string_view IconOf(const FakeDesk& fake, int line) {
-  return IconName(fake.source.shown.rows[static_cast<std::size_t>(line)].icon);
-}
-
 TEST(Session, StartsWithItsListsAndBoxesSet) {
   Source source;
   source.Changed = true;

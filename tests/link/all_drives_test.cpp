@@ -8,7 +8,7 @@
 namespace tavlo::testing {
 namespace {
 
-struct HubDesk : FakeDesk {
+struct DrivesDesk : FakeDesk {
   ScriptedHub hub{port};
 
   /// What the hub says of an axis: the model expected there and the identity found.
@@ -51,7 +51,7 @@ ShownBox FirmwareBox(const std::string& axis, const std::string& needed, const s
 }
 
 TEST(AllDrivesOK, AsksForDrivesAndThenForTheirRevisions) {
-  HubDesk d;
+  DrivesDesk d;
   EXPECT_TRUE(AllDrivesOK(d.desk.program(), d.desk.link()));
   EXPECT_EQ(d.port.sent, (std::vector<std::string>{"D", "R"}));
   EXPECT_TRUE(d.boxes.shown.empty());
@@ -60,7 +60,7 @@ TEST(AllDrivesOK, AsksForDrivesAndThenForTheirRevisions) {
 }
 
 TEST(AllDrivesOK, OnAHubQuadTheRepliesAreEightAndTwelveBytes) {
-  HubDesk d;
+  DrivesDesk d;
   d.source.program.HubIndex = HubQuad;
   d.hub.drives = Bytes({1, 5, 4, 3, 3, 2, 2, 7});
   d.hub.drive_revisions = "189189189153";
@@ -71,7 +71,7 @@ TEST(AllDrivesOK, OnAHubQuadTheRepliesAreEightAndTwelveBytes) {
 
 TEST(AllDrivesOK, NoAnswerOrAShortOneIsToldAndStaysInTheBuffer) {
   for (const std::size_t bytes : {0u, 8u, 15u}) {
-    HubDesk d;
+    DrivesDesk d;
     d.hub.instead["D"] = std::string(bytes, 'x');
     EXPECT_FALSE(AllDrivesOK(d.desk.program(), d.desk.link()));
     const std::vector<ShownBox> expected = {
@@ -87,31 +87,31 @@ TEST(AllDrivesOK, NoAnswerOrAShortOneIsToldAndStaysInTheBuffer) {
 TEST(AllDrivesOK, TheThresholdIsOneByEveryWayOut) {
   struct Case {
     const char* name;
-    std::function<void(HubDesk&)> set_up;
+    std::function<void(DrivesDesk&)> set_up;
     bool ok;
   };
   const std::vector<Case> cases = {
-      {"good", [](HubDesk&) {}, true},
-      {"no D", [](HubDesk& d) { d.hub.instead["D"] = ""; }, false},
-      {"no R", [](HubDesk& d) { d.hub.instead["R"] = ""; }, true},
+      {"good", [](DrivesDesk&) {}, true},
+      {"no D", [](DrivesDesk& d) { d.hub.instead["D"] = ""; }, false},
+      {"no R", [](DrivesDesk& d) { d.hub.instead["R"] = ""; }, true},
       {"old firmware",
-       [](HubDesk& d) {
+       [](DrivesDesk& d) {
          d.ChangeSpeedOn(0);
          d.Revision(0, "100");
        },
        false},
-      {"missing", [](HubDesk& d) { d.Found(2, 3, 0); }, false},
+      {"missing", [](DrivesDesk& d) { d.Found(2, 3, 0); }, false},
       {"wrong, No",
-       [](HubDesk& d) {
+       [](DrivesDesk& d) {
          d.Found(2, 3, 5);
          d.boxes.setNextAnswer(Answer::No);
        },
        false},
-      {"wrong, Yes", [](HubDesk& d) { d.Found(2, 3, 5); }, true},
+      {"wrong, Yes", [](DrivesDesk& d) { d.Found(2, 3, 5); }, true},
   };
   for (const Case& c : cases) {
     for (const int before : {0, 1, 3}) {
-      HubDesk d;
+      DrivesDesk d;
       d.port.threshold = before;
       c.set_up(d);
       std::vector<int> during;
@@ -124,7 +124,7 @@ TEST(AllDrivesOK, TheThresholdIsOneByEveryWayOut) {
 }
 
 TEST(AllDrivesOK, ASilentRevisionQueryIsToldAndTheDrivesAreStillCompared) {
-  HubDesk d;
+  DrivesDesk d;
   d.hub.instead["R"] = "";
   d.Found(3, 2, 0);
   EXPECT_FALSE(AllDrivesOK(d.desk.program(), d.desk.link()));
@@ -135,7 +135,7 @@ TEST(AllDrivesOK, ASilentRevisionQueryIsToldAndTheDrivesAreStillCompared) {
 }
 
 TEST(AllDrivesOK, AMissingDriveOnPortOneHasAWordOfItsOwn) {
-  HubDesk d;
+  DrivesDesk d;
   d.Found(0, 1, 0);
   EXPECT_FALSE(AllDrivesOK(d.desk.program(), d.desk.link()));
   EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{kMissingOnPortOne});
@@ -143,7 +143,7 @@ TEST(AllDrivesOK, AMissingDriveOnPortOneHasAWordOfItsOwn) {
 
 TEST(AllDrivesOK, AMissingDriveOnAnotherPortIsNamedByItsPort) {
   for (int axis = 1; axis < 8; ++axis) {
-    HubDesk d;
+    DrivesDesk d;
     d.Found(axis, 1, 0);
     EXPECT_FALSE(AllDrivesOK(d.desk.program(), d.desk.link()));
     EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{MissingBox(axis + 1)});
@@ -151,7 +151,7 @@ TEST(AllDrivesOK, AMissingDriveOnAnotherPortIsNamedByItsPort) {
 }
 
 TEST(AllDrivesOK, OnlyTheFirstMissingDriveIsTold) {
-  HubDesk d;
+  DrivesDesk d;
   d.Found(5, 7, 0);
   d.Found(2, 3, 0);
   EXPECT_FALSE(AllDrivesOK(d.desk.program(), d.desk.link()));
@@ -160,7 +160,7 @@ TEST(AllDrivesOK, OnlyTheFirstMissingDriveIsTold) {
 
 TEST(AllDrivesOK, AnythingMayBeWhereNoDriveIsExpected) {
   for (const int identity : {0, 5, 9, 200}) {
-    HubDesk d;
+    DrivesDesk d;
     d.Found(1, 0, identity);
     EXPECT_TRUE(AllDrivesOK(d.desk.program(), d.desk.link())) << identity;
     EXPECT_TRUE(d.boxes.shown.empty()) << identity;
@@ -169,7 +169,7 @@ TEST(AllDrivesOK, AnythingMayBeWhereNoDriveIsExpected) {
 
 TEST(AllDrivesOK, AWrongDriveIsNamedAndTheOperatorDecides) {
   for (const Answer answer : {Answer::Yes, Answer::No}) {
-    HubDesk d;
+    DrivesDesk d;
     d.Found(2, 3, 5);
     d.boxes.setNextAnswer(answer);
     EXPECT_EQ(AllDrivesOK(d.desk.program(), d.desk.link()), answer == Answer::Yes);
@@ -178,7 +178,7 @@ TEST(AllDrivesOK, AWrongDriveIsNamedAndTheOperatorDecides) {
 }
 
 TEST(AllDrivesOK, AYesGoesOnToTheNextWrongDrive) {
-  HubDesk d;
+  DrivesDesk d;
   d.Found(1, 4, 5);
   d.Found(3, 2, 5);
   d.Found(5, 7, 5);
@@ -190,14 +190,14 @@ TEST(AllDrivesOK, AYesGoesOnToTheNextWrongDrive) {
 }
 
 TEST(AllDrivesOK, AnUnknownIdentityIsAnUnknownType) {
-  HubDesk d;
+  DrivesDesk d;
   d.Found(1, 4, 200);
   EXPECT_TRUE(AllDrivesOK(d.desk.program(), d.desk.link()));
   EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{WrongBox(2, "unknown type", "Oskel-C")});
 }
 
 TEST(AllDrivesOK, AnExpectedModelThatNobodyKnowsIsNamedSoToo) {
-  HubDesk d;
+  DrivesDesk d;
   d.Found(1, 255, 5);
   EXPECT_TRUE(AllDrivesOK(d.desk.program(), d.desk.link()));
   EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{WrongBox(2, "Oskel-A", "unknown type")});
@@ -205,7 +205,7 @@ TEST(AllDrivesOK, AnExpectedModelThatNobodyKnowsIsNamedSoToo) {
 
 TEST(AllDrivesOK, AMirelDrivePassesWithAnyExpectedModel) {
   for (const int identity : {49, 50, 149, 150}) {
-    HubDesk d;
+    DrivesDesk d;
     d.Found(1, 4, identity);
     EXPECT_TRUE(AllDrivesOK(d.desk.program(), d.desk.link())) << identity;
     EXPECT_TRUE(d.boxes.shown.empty()) << identity;
@@ -213,7 +213,7 @@ TEST(AllDrivesOK, AMirelDrivePassesWithAnyExpectedModel) {
 }
 
 TEST(AllDrivesOK, AnExpectedMirelDoesNotExcuseAnotherDrive) {
-  HubDesk d;
+  DrivesDesk d;
   d.Found(1, 44, 5);
   EXPECT_TRUE(AllDrivesOK(d.desk.program(), d.desk.link()));
   EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{WrongBox(2, "Oskel-A", "Mirel-p1")});
@@ -231,7 +231,7 @@ TEST(AllDrivesOK, EveryKnownIdentityMatchesItsModel) {
        {38, 17}, {39, 15}, {40, 14}, {41, 26}, {42, 28}, {43, 30}, {49, 46}, {50, 44},  {63, 20},
        {66, 22}, {68, 24}, {69, 25}, {71, 21}, {72, 23}, {73, 27}, {74, 29}, {149, 47}, {150, 45}}};
   for (const Pair& pair : kPairs) {
-    HubDesk d;
+    DrivesDesk d;
     d.Found(1, pair.code, pair.identity);
     EXPECT_TRUE(AllDrivesOK(d.desk.program(), d.desk.link())) << pair.identity;
     EXPECT_TRUE(d.boxes.shown.empty()) << pair.identity;
@@ -239,7 +239,7 @@ TEST(AllDrivesOK, EveryKnownIdentityMatchesItsModel) {
 }
 
 TEST(AllDrivesOK, AnOldDriveIsRefusedForAChangeOfSpeed) {
-  HubDesk d;
+  DrivesDesk d;
   d.ChangeSpeedOn(1);
   d.Revision(1, "188");
   EXPECT_FALSE(AllDrivesOK(d.desk.program(), d.desk.link()));
@@ -247,14 +247,14 @@ TEST(AllDrivesOK, AnOldDriveIsRefusedForAChangeOfSpeed) {
 }
 
 TEST(AllDrivesOK, ADriveAtExactlyTheNeededRevisionIsTaken) {
-  HubDesk d;
+  DrivesDesk d;
   d.ChangeSpeedOn(1);
   d.Revision(1, "189");
   EXPECT_TRUE(AllDrivesOK(d.desk.program(), d.desk.link()));
 }
 
 TEST(AllDrivesOK, AProgramWithoutAChangeOfSpeedRunsOnAnOldDrive) {
-  HubDesk d;
+  DrivesDesk d;
   d.hub.drive_revisions = std::string(24, '0');
   EXPECT_TRUE(AllDrivesOK(d.desk.program(), d.desk.link()));
   EXPECT_TRUE(d.boxes.shown.empty());
@@ -262,7 +262,7 @@ TEST(AllDrivesOK, AProgramWithoutAChangeOfSpeedRunsOnAnOldDrive) {
 
 TEST(AllDrivesOK, OtherStartStopLinesAskNothingOfTheDrive) {
   for (const SSSub sub : {StopAll, StopAxis, StartAxis}) {
-    HubDesk d;
+    DrivesDesk d;
     d.ChangeSpeedOn(1);
     d.Line(0).SubType = sub;
     d.Revision(1, "100");
@@ -273,7 +273,7 @@ TEST(AllDrivesOK, OtherStartStopLinesAskNothingOfTheDrive) {
 TEST(AllDrivesOK, ADigitalDriveNeedsRevisionOneOnly) {
   for (const std::int16_t model : {10, 26, 36, 44}) {
     for (const char* revision : {"100", "099"}) {
-      HubDesk d;
+      DrivesDesk d;
       d.source.program.Axis.DriveModel[1] = model;
       d.ChangeSpeedOn(1);
       d.Revision(1, revision);
@@ -287,7 +287,7 @@ TEST(AllDrivesOK, ADigitalDriveNeedsRevisionOneOnly) {
 }
 
 TEST(AllDrivesOK, TheDrivesVersionReadsAsANumberAndTheAxisByItsName) {
-  HubDesk d;
+  DrivesDesk d;
   d.ChangeSpeedOn(2, 199);
   d.source.program.Axis.AxisName[2] = "Cutter";
   d.Revision(2, "150");
@@ -296,7 +296,7 @@ TEST(AllDrivesOK, TheDrivesVersionReadsAsANumberAndTheAxisByItsName) {
 }
 
 TEST(AllDrivesOK, FirmwareComesBeforeMissingDrivesAndThoseBeforeWrongOnes) {
-  HubDesk d;
+  DrivesDesk d;
   d.ChangeSpeedOn(6);
   d.Revision(6, "100");
   d.Found(3, 2, 0);
@@ -316,7 +316,7 @@ TEST(AllDrivesOK, FirmwareComesBeforeMissingDrivesAndThoseBeforeWrongOnes) {
 }
 
 TEST(AllDrivesOK, AChangeOfSpeedOnAnAxisThatTheHubDoesNotHaveIsNotLookedAt) {
-  HubDesk d;
+  DrivesDesk d;
   d.source.program.HubIndex = HubQuad;
   d.hub.drives = Bytes({1, 5, 4, 3, 3, 2, 2, 7});
   d.hub.drive_revisions = "189189189189";

@@ -59,12 +59,7 @@ struct WatchedDesk : FakeDesk {
   }
 
   void Forget() {
-    view.rows.clear();
-    view.scrolls.clear();
-    view.counters.clear();
-    run.statuses.clear();
-    run.faults.clear();
-    boxes.shown.clear();
+    ForgetShown();
     port.sent.clear();
   }
 

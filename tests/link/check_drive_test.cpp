@@ -19,7 +19,7 @@ const ShownBox kNoHubShortBox = {
 constexpr std::string_view kOneCharacter =
     "The Tavlo Hub is responding to the CheckDrive command with only one character.";
 
-struct HubDesk : FakeDesk {
+struct CheckDesk : FakeDesk {
   ScriptedHub hub{port};
 };
 
@@ -49,7 +49,7 @@ TEST(CheckDrive, TheReplyOfAKnownHubIsShown) {
     HubModel index;
   };
   for (const Case& c : {Case{8, HubOcto}, Case{24, HubQuad}}) {
-    HubDesk d;
+    CheckDesk d;
     d.source.program.HubIndex = c.index == HubOcto ? HubQuad : HubOcto;
     d.hub.model = c.model;
     EXPECT_EQ(CheckDrive(d.desk), Bytes({38, c.model}));
@@ -65,7 +65,7 @@ TEST(CheckDrive, TheReplyOfAKnownHubIsShown) {
 
 TEST(CheckDrive, AnUnknownModelChangesNeitherVersionTextNorModelAndIsStillAnAnswer) {
   for (const int model : {16, 0, 1, 9, 25, 255}) {
-    HubDesk d;
+    CheckDesk d;
     d.source.program.HubIndex = HubQuad;
     d.hub.model = model;
     EXPECT_EQ(CheckDrive(d.desk), Bytes({38, model}));
@@ -77,7 +77,7 @@ TEST(CheckDrive, AnUnknownModelChangesNeitherVersionTextNorModelAndIsStillAnAnsw
 }
 
 TEST(CheckDrive, AReplyInTwoPiecesIsPutTogether) {
-  HubDesk d;
+  CheckDesk d;
   d.hub.instead["C"] = Bytes({52});
   d.port.on_output = [&](const std::string&) {
     d.port.Reply(Bytes({52}), 0.3);
@@ -89,7 +89,7 @@ TEST(CheckDrive, AReplyInTwoPiecesIsPutTogether) {
 }
 
 TEST(CheckDrive, SilenceIsToldAfterASecond) {
-  HubDesk d;
+  CheckDesk d;
   d.hub.instead["C"] = "";
   const double start = d.clock.now;
   EXPECT_EQ(CheckDrive(d.desk), "");
@@ -104,23 +104,23 @@ TEST(CheckDrive, SilenceIsToldAfterASecond) {
 }
 
 TEST(CheckDrive, OneByteWithinTheSecondIsTheSameAsNone) {
-  HubDesk d;
+  CheckDesk d;
   d.hub.instead["C"] = Bytes({38});
   EXPECT_EQ(CheckDrive(d.desk), "");
   EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{kNoHubBox});
 }
 
 TEST(CheckDrive, AnAnswerJustInTimeCountsAndALaterOneDoesNot) {
-  HubDesk d;
+  CheckDesk d;
   d.hub.delays["C"] = 0.95;
   EXPECT_EQ(CheckDrive(d.desk).size(), 2u);
-  HubDesk late;
+  CheckDesk late;
   late.hub.delays["C"] = 1.05;
   EXPECT_EQ(CheckDrive(late.desk), "");
 }
 
 TEST(CheckDrive, WhatWaitedBeforeIsNotTakenForTheReply) {
-  HubDesk d;
+  CheckDesk d;
   d.port.Reply(Bytes({99, 24, 1, 2}));
   EXPECT_EQ(CheckDrive(d.desk), Bytes({38, 8}));
 }
@@ -128,7 +128,7 @@ TEST(CheckDrive, WhatWaitedBeforeIsNotTakenForTheReply) {
 TEST(CheckDrive, EventsAreOffDuringTheExchangeAndAsBeforeAfterwards) {
   for (const int before : {0, 1, 3}) {
     for (const bool silent : {false, true}) {
-      HubDesk d;
+      CheckDesk d;
       d.port.threshold = before;
       if (silent) d.hub.instead["C"] = "";
       int during = -1;
@@ -141,14 +141,14 @@ TEST(CheckDrive, EventsAreOffDuringTheExchangeAndAsBeforeAfterwards) {
 }
 
 TEST(CheckDrive, AWaitAcrossMidnightLastsUntilTheReplyComes) {
-  HubDesk d;
+  CheckDesk d;
   d.clock.now = 86399.8;
   d.hub.delays["C"] = 30;
   EXPECT_EQ(CheckDrive(d.desk), Bytes({38, 8}));
 }
 
 TEST(CheckDrive, WithNoPortOpenTheHubIsNotCommunicating) {
-  HubDesk d;
+  CheckDesk d;
   d.port.is_open = false;
   d.source.link.ComNum = 0;
   EXPECT_EQ(CheckDrive(d.desk), "");
@@ -156,7 +156,7 @@ TEST(CheckDrive, WithNoPortOpenTheHubIsNotCommunicating) {
 }
 
 TEST(SilentCheckDrive, GivesTheReplyAndShowsNothing) {
-  HubDesk d;
+  CheckDesk d;
   d.hub.model = 24;
   EXPECT_EQ(SilentCheckDrive(d.desk.link()), Bytes({38, 24}));
   EXPECT_EQ(d.source.program.HubVersion, 0.0F);
@@ -167,7 +167,7 @@ TEST(SilentCheckDrive, GivesTheReplyAndShowsNothing) {
 }
 
 TEST(SilentCheckDrive, SilenceIsToldInFewerWords) {
-  HubDesk d;
+  CheckDesk d;
   d.hub.instead["C"] = "";
   EXPECT_EQ(SilentCheckDrive(d.desk.link()), "");
   EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{kNoHubShortBox});
@@ -175,7 +175,7 @@ TEST(SilentCheckDrive, SilenceIsToldInFewerWords) {
 }
 
 TEST(SilentCheckDrive, ASecondByteMayComeASecondAfterTheFirst) {
-  HubDesk d;
+  CheckDesk d;
   d.port.on_output = [&](const std::string&) {
     d.port.Reply(Bytes({38}), 0.9);
     d.port.Reply(Bytes({24}), 1.8);
@@ -185,7 +185,7 @@ TEST(SilentCheckDrive, ASecondByteMayComeASecondAfterTheFirst) {
 }
 
 TEST(SilentCheckDrive, OneByteAloneIsTold) {
-  HubDesk d;
+  CheckDesk d;
   d.hub.instead["C"] = Bytes({38});
   const double start = d.clock.now;
   EXPECT_EQ(SilentCheckDrive(d.desk.link()), "");
@@ -200,7 +200,7 @@ TEST(SilentCheckDrive, OneByteAloneIsTold) {
 TEST(SilentCheckDrive, EventsAreOffDuringTheExchangeAndAsBeforeAfterwards) {
   for (const int before : {0, 1, 3}) {
     for (const char* reply : {"", "&", "&\b"}) {
-      HubDesk d;
+      CheckDesk d;
       d.port.threshold = before;
       d.hub.instead["C"] = reply;
       int during = -1;
@@ -213,7 +213,7 @@ TEST(SilentCheckDrive, EventsAreOffDuringTheExchangeAndAsBeforeAfterwards) {
 }
 
 TEST(ScanDrivesRV, ReadsThreeDigitsForEachAxis) {
-  HubDesk d;
+  CheckDesk d;
   d.hub.drive_revisions = "100153189199205000999110";
   std::array<float, kAxisSlots> revisions{};
   revisions[8] = 7;
@@ -224,7 +224,7 @@ TEST(ScanDrivesRV, ReadsThreeDigitsForEachAxis) {
 }
 
 TEST(ScanDrivesRV, OnAHubQuadTheReplyIsTwelveBytes) {
-  HubDesk d;
+  CheckDesk d;
   d.source.program.HubIndex = HubQuad;
   d.hub.drive_revisions = "100153189199";
   std::array<float, kAxisSlots> revisions{};
@@ -237,7 +237,7 @@ TEST(ScanDrivesRV, OnAHubQuadTheReplyIsTwelveBytes) {
 
 TEST(ScanDrivesRV, AnAnswerOfFewerBytesIsTheSameAsNone) {
   for (const std::size_t bytes : {0u, 1u, 12u, 23u}) {
-    HubDesk d;
+    CheckDesk d;
     d.hub.instead["R"] = std::string(bytes, '1');
     std::array<float, kAxisSlots> revisions{};
     revisions.fill(4);
@@ -255,7 +255,7 @@ TEST(ScanDrivesRV, AnAnswerOfFewerBytesIsTheSameAsNone) {
 TEST(ScanDrivesRV, TheThresholdIsOneAfterwardsWhateverItWas) {
   for (const int before : {0, 1, 3}) {
     for (const char* reply : {"", "189189189189189189189189"}) {
-      HubDesk d;
+      CheckDesk d;
       d.port.threshold = before;
       d.hub.instead["R"] = reply;
       int during = -1;
@@ -269,7 +269,7 @@ TEST(ScanDrivesRV, TheThresholdIsOneAfterwardsWhateverItWas) {
 }
 
 TEST(ScanDrivesRV, BytesThatAreNoDigitsAreReadAsFarAsTheyAreANumber) {
-  HubDesk d;
+  CheckDesk d;
   std::string noise;
   for (int i = 0; i < 24; ++i) noise += static_cast<char>(255 - i * 10);
   d.hub.drive_revisions = noise;

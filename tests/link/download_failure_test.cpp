@@ -27,8 +27,8 @@ std::string NoLine(int line) {
          ". Is it connected and turned on?";
 }
 
-struct HubDesk : FakeDesk {
-  HubDesk() {
+struct FailureDesk : FakeDesk {
+  FailureDesk() {
     // Three blocks of pool.
     Line(0).Type = MMI;
     Line(0).SubType = DisplayOnly;
@@ -79,7 +79,7 @@ std::vector<Failure> Failures() {
 TEST(DownloadFailure, EachIsToldInItsWordsAndLeavesTheLinkUsable) {
   for (const Failure& failure : Failures()) {
     SCOPED_TRACE(failure.place + " answered by \"" + failure.reply + "\"");
-    HubDesk d;
+    FailureDesk d;
     d.source.link.Busy = true;
     d.hub.instead[failure.place] = failure.reply;
     EXPECT_EQ(SendProgram(d.desk, 1.38F), failure.result);
@@ -94,7 +94,7 @@ TEST(DownloadFailure, EachIsToldInItsWordsAndLeavesTheLinkUsable) {
 
 TEST(DownloadFailure, NothingIsSentAfterTheHubFellSilent) {
   for (const Failure& failure : Failures()) {
-    HubDesk d;
+    FailureDesk d;
     std::size_t sent = 0;
     d.hub.on_place = [&](const std::string& place) {
       if (place == failure.place) sent = d.port.sent.size();
@@ -108,7 +108,7 @@ TEST(DownloadFailure, NothingIsSentAfterTheHubFellSilent) {
 TEST(DownloadFailure, SilenceIsGivenASecond) {
   for (const Failure& failure : Failures()) {
     if (!failure.reply.empty()) continue;
-    HubDesk d;
+    FailureDesk d;
     d.hub.instead[failure.place] = "";
     const double start = d.clock.now;
     EXPECT_EQ(SendProgram(d.desk, 1.38F), failure.result);
@@ -120,7 +120,7 @@ TEST(DownloadFailure, SilenceIsGivenASecond) {
 TEST(DownloadFailure, AnAnswerThatComesTooLateIsNone) {
   for (const Failure& failure : Failures()) {
     if (!failure.reply.empty()) continue;
-    HubDesk d;
+    FailureDesk d;
     d.hub.delays[failure.place] = 1.05;
     EXPECT_EQ(SendProgram(d.desk, 1.38F), failure.result) << failure.place;
   }
@@ -128,7 +128,7 @@ TEST(DownloadFailure, AnAnswerThatComesTooLateIsNone) {
 
 TEST(DownloadFailure, WhatIsNoSumStaysInTheBuffer) {
   for (const char* reply : {"1", "123"}) {
-    HubDesk d;
+    FailureDesk d;
     d.hub.instead["K"] = reply;
     EXPECT_EQ(SendProgram(d.desk, 1.38F), DownloadResult::NoSum);
     EXPECT_EQ(d.port.Input(), reply);
@@ -138,7 +138,7 @@ TEST(DownloadFailure, WhatIsNoSumStaysInTheBuffer) {
 TEST(DownloadFailure, EventsAreBackWhateverTheThresholdWas) {
   for (const int before : {0, 1, 3}) {
     for (const char* place : {"F", "line 3", "system 2", "pool 1", "K"}) {
-      HubDesk d;
+      FailureDesk d;
       d.port.threshold = before;
       d.hub.instead[place] = "";
       EXPECT_NE(SendProgram(d.desk, 1.38F), DownloadResult::Done);
@@ -155,7 +155,7 @@ TEST(DownloadFailure, ThePortThatVanishesEndsTheTransferAtOnce) {
   for (const Case& c : {Case{"F", DownloadResult::NoAnswer}, Case{"line 50", DownloadResult::StoppedInLines},
                         Case{"system 3", DownloadResult::StoppedInSystem},
                         Case{"pool 2", DownloadResult::StoppedInPool}, Case{"K", DownloadResult::NoSum}}) {
-    HubDesk d;
+    FailureDesk d;
     d.hub.on_place = [&](const std::string& place) {
       if (place == c.place) d.port.is_open = false;
     };
@@ -169,7 +169,7 @@ TEST(DownloadFailure, ThePortThatVanishesEndsTheTransferAtOnce) {
 }
 
 TEST(DownloadFailure, WithNoPortOpenTheHubIsNotResponding) {
-  HubDesk d;
+  FailureDesk d;
   d.port.is_open = false;
   d.source.link.ComNum = 0;
   EXPECT_EQ(SendProgram(d.desk, 1.38F), DownloadResult::NoAnswer);
@@ -179,7 +179,7 @@ TEST(DownloadFailure, WithNoPortOpenTheHubIsNotResponding) {
 
 TEST(DownloadFailure, TheProgramIsAsItWas) {
   for (const char* place : {"F", "line 3", "system 2", "pool 1", "K"}) {
-    HubDesk d;
+    FailureDesk d;
     d.Line(3).Type = GT;
     const auto before = d.source.program.Prog;
     d.hub.instead[place] = "";
@@ -224,7 +224,7 @@ TEST(DownloadFailure, ALineWithoutBytesIsToldBeforeTheHubIsTouched) {
   for (const BadLine& bad : BadLines()) {
     for (const int line : {0, 56, 199}) {
       SCOPED_TRACE(bad.name);
-      HubDesk d;
+      FailureDesk d;
       bad.spoil(d.Line(line));
       EXPECT_EQ(SendProgram(d.desk, 1.38F), DownloadResult::CannotCompile);
       EXPECT_TRUE(d.port.sent.empty());
@@ -244,7 +244,7 @@ TEST(DownloadFailure, ALineWithoutBytesIsToldBeforeTheHubIsTouched) {
 }
 
 TEST(DownloadFailure, ASettingWithoutBytesBelongsToNoLine) {
-  HubDesk d;
+  FailureDesk d;
   d.source.program.Axis.AxisName[2] = "much too long a name";
   EXPECT_EQ(SendProgram(d.desk, 1.38F), DownloadResult::CannotCompile);
   EXPECT_EQ(d.boxes.shown.size(), 1u);
@@ -252,7 +252,7 @@ TEST(DownloadFailure, ASettingWithoutBytesBelongsToNoLine) {
 }
 
 TEST(DownloadFailure, TheFirstLineWithoutBytesIsTheOneThatIsTold) {
-  HubDesk d;
+  FailureDesk d;
   for (const int line : {30, 20, 40}) {
     d.Line(line).Type = WT;
     d.Line(line).Time = -1;
@@ -264,7 +264,7 @@ TEST(DownloadFailure, TheFirstLineWithoutBytesIsTheOneThatIsTold) {
 
 TEST(Download, ALineWithoutBytesLetsOnlyStopAndTheQuestionWhoGoOut) {
   for (const bool changed : {false, true}) {
-    HubDesk d;
+    FailureDesk d;
     d.source.Changed = changed;
     d.Line(5).Type = FL;
     d.Line(5).Dist = -1;
@@ -311,7 +311,7 @@ TEST(Download, ThatIsRefusedLeavesEveryFieldAsItWas) {
              DownloadResult::CannotCompile},
         Case{"a name of the settings", [](Program& program) { program.Axis.AxisName[7] = "much too long"; },
              DownloadResult::CannotCompile}}) {
-    HubDesk d;
+    FailureDesk d;
     d.hub.model = 24;
     WriteWhatIsPutRight(d.source.program);
     c.spoil(d.source.program);
@@ -324,7 +324,7 @@ TEST(Download, ThatIsRefusedLeavesEveryFieldAsItWas) {
 }
 
 TEST(Download, ThatIsSentTakesOverWhatWasPutRight) {
-  HubDesk d;
+  FailureDesk d;
   d.hub.model = 24;
   WriteWhatIsPutRight(d.source.program);
   EXPECT_EQ(Download(d.desk), DownloadResult::Done);
@@ -336,7 +336,7 @@ TEST(Download, ThatIsSentTakesOverWhatWasPutRight) {
 }
 
 TEST(Download, StopsTheHubAsksWhoItIsAndTransfers) {
-  HubDesk d;
+  FailureDesk d;
   d.source.Changed = true;
   EXPECT_EQ(Download(d.desk), DownloadResult::Done);
   ASSERT_GE(d.hub.commands.size(), 4u);
@@ -348,7 +348,7 @@ TEST(Download, StopsTheHubAsksWhoItIsAndTransfers) {
 }
 
 TEST(Download, IsBusyFromTheStopToTheSum) {
-  HubDesk d;
+  FailureDesk d;
   bool always = true;
   d.hub.on_place = [&](const std::string&) { always = always && d.source.link.Busy; };
   EXPECT_EQ(Download(d.desk), DownloadResult::Done);
@@ -356,7 +356,7 @@ TEST(Download, IsBusyFromTheStopToTheSum) {
 }
 
 TEST(Download, ASecondClickDoesNothing) {
-  HubDesk d;
+  FailureDesk d;
   d.source.link.Busy = true;
   d.source.Changed = true;
   EXPECT_EQ(Download(d.desk), std::nullopt);
@@ -374,7 +374,7 @@ TEST(Download, AProgramThatTheChecksStopIsNotSentAndOnlyOneWhoseRepeatsDoNotPair
   // The last is two lines the wrong way about: its loops must have been numbered for that to be seen.
   for (const Case& c :
        {Case{{CL}, true}, Case{{RT}, true}, Case{{RP}, false}, Case{{ER}, false}, Case{{ER, RP}, false}}) {
-    HubDesk d;
+    FailureDesk d;
     d.source.Changed = true;
     for (std::size_t i = 0; i < c.types.size(); ++i) d.Line(static_cast<int>(i) + 5).Type = c.types[i];
     EXPECT_EQ(Download(d.desk), DownloadResult::Refused);
@@ -387,7 +387,7 @@ TEST(Download, AProgramThatTheChecksStopIsNotSentAndOnlyOneWhoseRepeatsDoNotPair
 
 TEST(Download, IsBusyWhileACheckAsksAndCancelLeavesTheChanges) {
   for (const Answer answer : {Answer::Cancel, Answer::OK}) {
-    HubDesk d;
+    FailureDesk d;
     d.source.Changed = true;
     d.Line(3).Type = FL;
     d.Line(3).DistIsMMI = true;
@@ -408,7 +408,7 @@ TEST(Download, IsBusyWhileACheckAsksAndCancelLeavesTheChanges) {
 }
 
 TEST(Download, AHubThatDoesNotSayWhoItIsEndsItWithTheChangesTakenAsSaved) {
-  HubDesk d;
+  FailureDesk d;
   d.source.Changed = true;
   d.hub.instead["C"] = "";
   EXPECT_EQ(Download(d.desk), std::nullopt);
@@ -420,7 +420,7 @@ TEST(Download, AHubThatDoesNotSayWhoItIsEndsItWithTheChangesTakenAsSaved) {
 
 TEST(Download, ClearsBusyAndChangedWhateverTheTransferReached) {
   for (const Failure& failure : Failures()) {
-    HubDesk d;
+    FailureDesk d;
     d.source.Changed = true;
     d.hub.instead[failure.place] = failure.reply;
     EXPECT_EQ(Download(d.desk), failure.result) << failure.place;
@@ -431,7 +431,7 @@ TEST(Download, ClearsBusyAndChangedWhateverTheTransferReached) {
 
 TEST(Download, TheHubsOwnVersionDecidesWhetherTheDrivesAreSetUp) {
   for (const int revision : {18, 19}) {
-    HubDesk d;
+    FailureDesk d;
     d.hub.revision = revision;
     EXPECT_EQ(Download(d.desk), DownloadResult::Done);
     EXPECT_EQ(d.hub.commands.back(), revision == 19 ? "0HM\r" : "K");
@@ -440,7 +440,7 @@ TEST(Download, TheHubsOwnVersionDecidesWhetherTheDrivesAreSetUp) {
 
 TEST(Download, TheHubsVersionDecidesHowALineIsCompiled) {
   for (const int revision : {8, 9}) {
-    HubDesk d;
+    FailureDesk d;
     d.hub.revision = revision;
     d.Line(1).Type = WII;
     EXPECT_EQ(Download(d.desk), DownloadResult::Done);
@@ -449,10 +449,10 @@ TEST(Download, TheHubsVersionDecidesHowALineIsCompiled) {
 }
 
 TEST(Download, TellsTheHubThatTheProgramNeedsTheTerminal) {
-  HubDesk with;
+  FailureDesk with;
   EXPECT_EQ(Download(with.desk), DownloadResult::Done);
   EXPECT_EQ(with.hub.system[31], 1);
-  HubDesk without;
+  FailureDesk without;
   without.Line(0).Type = NO;
   without.source.program.MMIused = true;
   EXPECT_EQ(Download(without.desk), DownloadResult::Done);

@@ -10,7 +10,7 @@
 namespace tavlo::testing {
 namespace {
 
-struct HubDesk : FakeDesk {
+struct WireDesk : FakeDesk {
   ScriptedHub hub{port};
 
   /// A prompt whose text takes this many bytes of the pool, the end mark included.
@@ -22,7 +22,7 @@ struct HubDesk : FakeDesk {
 };
 
 TEST(DownloadProg, AnEmptyProgramSendsTwoHundredLinesOfOneByteTheSystemAndOneByteOfPool) {
-  HubDesk d;
+  WireDesk d;
   EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done);
   EXPECT_EQ(d.hub.lines, std::vector<std::string>(200, "\x0b"));
   EXPECT_EQ(d.hub.system.size(), 256u);
@@ -33,7 +33,7 @@ TEST(DownloadProg, AnEmptyProgramSendsTwoHundredLinesOfOneByteTheSystemAndOneByt
 }
 
 TEST(DownloadProg, EachLineGoesOutWholeAndInOrder) {
-  HubDesk d;
+  WireDesk d;
   d.Line(0).Type = FL;
   d.Line(1).Type = GT;
   d.Line(1).LineNum = 199;
@@ -47,7 +47,7 @@ TEST(DownloadProg, EachLineGoesOutWholeAndInOrder) {
 }
 
 TEST(DownloadProg, TheSystemGoesOutByteByByte) {
-  HubDesk d;
+  WireDesk d;
   EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done);
   EXPECT_EQ(d.hub.system_outputs, std::vector<std::size_t>(256, 1));
   Program program = d.source.program;
@@ -55,7 +55,7 @@ TEST(DownloadProg, TheSystemGoesOutByteByByte) {
 }
 
 TEST(DownloadProg, WhatIsSentIsWhatCompilingGives) {
-  HubDesk d;
+  WireDesk d;
   d.Line(0).Type = FL;
   d.PoolEntry(1, 20);
   d.PoolEntry(2, 50);
@@ -77,7 +77,7 @@ TEST(DownloadProg, ThePoolIsCutIntoBlocksOfThirtyTwo) {
   const std::vector<Case> cases = {{1, {2}},       {30, {31}},     {31, {32}},       {32, {32, 1}},
                                    {62, {32, 31}}, {63, {32, 32}}, {64, {32, 32, 1}}};
   for (const Case& c : cases) {
-    HubDesk d;
+    WireDesk d;
     d.PoolEntry(0, c.texts);
     EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done);
     std::vector<std::size_t> blocks;
@@ -88,7 +88,7 @@ TEST(DownloadProg, ThePoolIsCutIntoBlocksOfThirtyTwo) {
 }
 
 TEST(DownloadProg, ThePoolOfOneDownloadIsNotCarriedIntoTheNext) {
-  HubDesk d;
+  WireDesk d;
   d.PoolEntry(0, 40);
   EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done);
   const std::string first = d.hub.lines[0];
@@ -98,7 +98,7 @@ TEST(DownloadProg, ThePoolOfOneDownloadIsNotCarriedIntoTheNext) {
 }
 
 TEST(DownloadProg, ADownloadAfterABrokenOneStartsAfresh) {
-  HubDesk d;
+  WireDesk d;
   d.PoolEntry(0, 100);
   d.hub.instead["pool 2"] = "";
   EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::StoppedInPool);
@@ -108,7 +108,7 @@ TEST(DownloadProg, ADownloadAfterABrokenOneStartsAfresh) {
 }
 
 TEST(DownloadProg, TheSumIsComparedInSixteenBits) {
-  HubDesk d;
+  WireDesk d;
   for (int line = 0; line < 200; ++line) {
     d.Line(line).Type = CM;
     d.Line(line).Text = std::string(27, 'z');
@@ -119,7 +119,7 @@ TEST(DownloadProg, TheSumIsComparedInSixteenBits) {
 
 TEST(DownloadProg, ASumThatIsOffByAnythingIsWrong) {
   for (const int off : {1, 256, 65535, 0x8000}) {
-    HubDesk d;
+    WireDesk d;
     d.PoolEntry(5, 40);
     Program program = d.source.program;
     const int wrong = (CompileProgram(program).checksum + off) & 0xffff;
@@ -129,7 +129,7 @@ TEST(DownloadProg, ASumThatIsOffByAnythingIsWrong) {
 }
 
 TEST(DownloadProg, TheSumComesHighByteFirst) {
-  HubDesk d;
+  WireDesk d;
   Program program = d.source.program;
   const int sum = CompileProgram(program).checksum & 0xffff;
   ASSERT_NE(sum >> 8, sum & 255);
@@ -138,7 +138,7 @@ TEST(DownloadProg, TheSumComesHighByteFirst) {
 }
 
 TEST(DownloadProg, LoopsAreNumberedFirst) {
-  HubDesk d;
+  WireDesk d;
   d.Line(0).Type = RP;
   d.Line(1).Type = RP;
   d.Line(2).Type = ER;
@@ -150,7 +150,7 @@ TEST(DownloadProg, LoopsAreNumberedFirst) {
 }
 
 TEST(DownloadProg, TheGaugeGoesFromTenToTwoHundredOverTheLinesAndThenTwiceFromZero) {
-  HubDesk d;
+  WireDesk d;
   d.PoolEntry(0, 70);
   EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done);
   std::vector<double> expected = {10};
@@ -168,7 +168,7 @@ TEST(DownloadProg, TheGaugeGoesFromTenToTwoHundredOverTheLinesAndThenTwiceFromZe
 }
 
 TEST(DownloadProg, TheProgressFormStandsDuringTheTransferOnly) {
-  HubDesk d;
+  WireDesk d;
   std::vector<std::string> hidden;
   d.hub.on_place = [&](const std::string& place) {
     if (!d.downbox.visible) hidden.push_back(place);
@@ -179,7 +179,7 @@ TEST(DownloadProg, TheProgressFormStandsDuringTheTransferOnly) {
 }
 
 TEST(DownloadProg, TheProgressIsToldInBytesOfTheWhole) {
-  HubDesk d;
+  WireDesk d;
   EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done);
   EXPECT_FALSE(d.downbox.phases.empty());
   EXPECT_EQ(d.downbox.bytes_done, d.downbox.bytes_total);
@@ -187,7 +187,7 @@ TEST(DownloadProg, TheProgressIsToldInBytesOfTheWhole) {
 }
 
 TEST(DownloadProg, YieldsOnceForEachLineEachByteAndEachBlock) {
-  HubDesk d;
+  WireDesk d;
   d.PoolEntry(0, 70);
   EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done);
   EXPECT_EQ(d.loop.yields, 200 + 256 + 3);
@@ -195,7 +195,7 @@ TEST(DownloadProg, YieldsOnceForEachLineEachByteAndEachBlock) {
 
 TEST(DownloadProg, EventsStayOffUntilTheEndAndAreOnAfterwards) {
   for (const int before : {0, 1, 3}) {
-    HubDesk d;
+    WireDesk d;
     d.port.threshold = before;
     int on = 0;
     d.port.OnComm = [&] { ADD_FAILURE() << "an event during the transfer"; };
@@ -208,13 +208,13 @@ TEST(DownloadProg, EventsStayOffUntilTheEndAndAreOnAfterwards) {
 }
 
 TEST(DownloadProg, WhatWaitedBeforeIsThrownAway) {
-  HubDesk d;
+  WireDesk d;
   d.port.Reply("YYY\xfe");
   EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done);
 }
 
 TEST(DownloadProg, EachAnswerMayTakeAlmostASecond) {
-  HubDesk d;
+  WireDesk d;
   for (const char* place : {"F", "line 1", "line 200", "system 1", "system 8", "pool 1", "K"}) {
     d.hub.delays[place] = 0.95;
   }
@@ -222,7 +222,7 @@ TEST(DownloadProg, EachAnswerMayTakeAlmostASecond) {
 }
 
 TEST(DownloadProg, AnAnswerOfTwoBytesMayComeInTwoPieces) {
-  HubDesk d;
+  WireDesk d;
   Program program = d.source.program;
   const int sum = CompileProgram(program).checksum & 0xffff;
   d.hub.instead["K"] = "";
@@ -235,7 +235,7 @@ TEST(DownloadProg, AnAnswerOfTwoBytesMayComeInTwoPieces) {
 }
 
 TEST(DownloadProg, ANoiseThatIsReadByItselfDoesNoHarm) {
-  HubDesk d;
+  WireDesk d;
   d.hub.on_place = [&](const std::string& place) {
     if (place == "line 7") d.port.Reply("noise", 0.2);
   };
@@ -245,7 +245,7 @@ TEST(DownloadProg, ANoiseThatIsReadByItselfDoesNoHarm) {
 
 TEST(DownloadProg, AWaitAcrossMidnightLastsUntilTheYComes) {
   for (const char* place : {"F", "line 1", "line 120", "system 4", "pool 1", "K"}) {
-    HubDesk d;
+    WireDesk d;
     d.clock.now = 86399.5;
     d.hub.delays[place] = 3600;
     EXPECT_EQ(SendProgram(d.desk, 1.18F), DownloadResult::Done) << place;
@@ -258,7 +258,7 @@ TEST(DownloadProg, FromFirmware119OnTheDrivesAreSetUp) {
     bool set_up;
   };
   for (const Case& c : {Case{1.0F, false}, {1.18F, false}, {1.19F, true}, {1.38F, true}, {3.55F, true}}) {
-    HubDesk d;
+    WireDesk d;
     d.source.program.Axis.DriveModel[0] = 10;
     EXPECT_EQ(SendProgram(d.desk, c.rev), DownloadResult::Done);
     EXPECT_EQ(d.hub.commands.size(), c.set_up ? 2u + 10 : 2u) << c.rev;
@@ -272,7 +272,7 @@ TEST(DownloadProg, FromFirmware119OnTheDrivesAreSetUp) {
 }
 
 TEST(DownloadProg, TheDrivesAreNotSetUpAfterAWrongSum) {
-  HubDesk d;
+  WireDesk d;
   d.hub.instead["K"] = Bytes({1, 2});
   EXPECT_EQ(SendProgram(d.desk, 1.38F), DownloadResult::WrongSum);
   EXPECT_EQ(d.hub.commands.back(), "K");

@@ -11,8 +11,8 @@
 namespace tavlo::testing {
 namespace {
 
-struct HubDesk : FakeDesk {
-  HubDesk() {
+struct ExecutionDesk : FakeDesk {
+  ExecutionDesk() {
     port.OnComm = [this] { NewOnComm(desk); };
   }
   ScriptedHub hub{port};
@@ -28,7 +28,7 @@ const ShownBox kNoAnswerBox = {
     std::string(kApplicationTitle), Buttons::OK, Icon::Question};
 
 TEST(Execute, ACleanProgramGoesStraightToTheStopWithoutAQuestion) {
-  HubDesk d;
+  ExecutionDesk d;
   EXPECT_EQ(Execute(d.desk), ExecuteResult::Ran);
   EXPECT_TRUE(d.boxes.shown.empty());
   EXPECT_EQ(d.port.sent, (std::vector<std::string>{"S", "C", "D", "R", "E"}));
@@ -41,7 +41,7 @@ TEST(Execute, TheHubChoosesTheWindow) {
   };
   for (const Case& c : {Case{"X", RunWindow::ExecStatus}, Case{"M", RunWindow::fakeMMI}}) {
     for (const bool used : {false, true}) {
-      HubDesk d;
+      ExecutionDesk d;
       d.hub.window = c.reply;
       d.source.program.MMIused = used;
       EXPECT_EQ(Execute(d.desk), ExecuteResult::Ran);
@@ -51,7 +51,7 @@ TEST(Execute, TheHubChoosesTheWindow) {
 }
 
 TEST(Execute, AChangedProgramIsAskedAbout) {
-  HubDesk d;
+  ExecutionDesk d;
   d.source.Changed = true;
   d.boxes.setNextAnswer(Answer::Yes);
   EXPECT_EQ(Execute(d.desk), ExecuteResult::Ran);
@@ -60,7 +60,7 @@ TEST(Execute, AChangedProgramIsAskedAbout) {
 }
 
 TEST(Execute, ANoSendsNothing) {
-  HubDesk d;
+  ExecutionDesk d;
   d.source.Changed = true;
   d.boxes.setNextAnswer(Answer::No);
   EXPECT_EQ(Execute(d.desk), ExecuteResult::Declined);
@@ -69,7 +69,7 @@ TEST(Execute, ANoSendsNothing) {
 }
 
 TEST(Execute, KeepsOutWhileTheHubIsBusy) {
-  HubDesk d;
+  ExecutionDesk d;
   d.source.link.Busy = true;
   d.source.Changed = true;
   EXPECT_EQ(Execute(d.desk), ExecuteResult::Busy);
@@ -79,7 +79,7 @@ TEST(Execute, KeepsOutWhileTheHubIsBusy) {
 }
 
 TEST(Execute, KeepsOthersOutWhileItTalksToTheHub) {
-  HubDesk d;
+  ExecutionDesk d;
   bool always = true;
   d.hub.on_place = [&](const std::string&) { always = always && d.source.link.Busy; };
   EXPECT_EQ(Execute(d.desk), ExecuteResult::Ran);
@@ -87,7 +87,7 @@ TEST(Execute, KeepsOthersOutWhileItTalksToTheHub) {
 }
 
 TEST(Execute, AFailedQuestionWhoEndsIt) {
-  HubDesk d;
+  ExecutionDesk d;
   d.hub.instead["C"] = "";
   EXPECT_EQ(Execute(d.desk), ExecuteResult::HubSilent);
   EXPECT_EQ(d.port.AllSent(), "SC");
@@ -97,7 +97,7 @@ TEST(Execute, AFailedQuestionWhoEndsIt) {
 }
 
 TEST(Execute, AFailedDriveCheckEndsIt) {
-  HubDesk d;
+  ExecutionDesk d;
   d.hub.instead["D"] = "";
   EXPECT_EQ(Execute(d.desk), ExecuteResult::DrivesNotOK);
   EXPECT_EQ(d.port.AllSent(), "SCD");
@@ -108,7 +108,7 @@ TEST(Execute, AFailedDriveCheckEndsIt) {
 
 TEST(Execute, AnAnswerThatDoesNotComeInASecondYieldsTheMessageAndNoWindow) {
   for (const char* reply : {"", "x", "m", "XM", "XX", "X\xfe", "\n"}) {
-    HubDesk d;
+    ExecutionDesk d;
     d.hub.instead["E"] = reply;
     EXPECT_EQ(Execute(d.desk), ExecuteResult::NoAnswer) << reply;
     EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{kNoAnswerBox}) << reply;
@@ -119,16 +119,16 @@ TEST(Execute, AnAnswerThatDoesNotComeInASecondYieldsTheMessageAndNoWindow) {
 }
 
 TEST(Execute, AnAnswerJustInTimeCountsAndALaterOneDoesNot) {
-  HubDesk d;
+  ExecutionDesk d;
   d.hub.delays["E"] = 0.95;
   EXPECT_EQ(Execute(d.desk), ExecuteResult::Ran);
-  HubDesk late;
+  ExecutionDesk late;
   late.hub.delays["E"] = 1.05;
   EXPECT_EQ(Execute(late.desk), ExecuteResult::NoAnswer);
 }
 
 TEST(Execute, ALaterReadReplacesWhatWasReadBefore) {
-  HubDesk d;
+  ExecutionDesk d;
   d.hub.on_place = [&](const std::string& place) {
     if (place == "E") d.port.Reply("noise", 0.1);
   };
@@ -138,7 +138,7 @@ TEST(Execute, ALaterReadReplacesWhatWasReadBefore) {
 
 TEST(Execute, EventsAreOffWhileAnswersAreAwaitedAndOnForTheRun) {
   for (const int before : {0, 1, 3}) {
-    HubDesk d;
+    ExecutionDesk d;
     d.port.threshold = before;
     int on = 0;
     d.hub.on_place = [&](const std::string&) { on += d.port.RThreshold(); };
@@ -151,21 +151,21 @@ TEST(Execute, EventsAreOffWhileAnswersAreAwaitedAndOnForTheRun) {
 }
 
 TEST(Execute, TheHubsVersionIsTaken) {
-  HubDesk d;
+  ExecutionDesk d;
   d.hub.revision = 52;
   EXPECT_EQ(Execute(d.desk), ExecuteResult::Ran);
   EXPECT_EQ(d.source.program.HubVersion, 1.52F);
 }
 
 TEST(Execute, TheWindowStartsTheProgramAndNothingElseDoes) {
-  HubDesk d;
+  ExecutionDesk d;
   d.run.on_show = [&](RunWindow window) { StartRun(d.desk, window); };
   EXPECT_EQ(Execute(d.desk), ExecuteResult::Ran);
   EXPECT_EQ(d.port.AllSent(), "SCDREX");
 }
 
 TEST(Execute, ABoxDuringTheRunDoesNotStartTheProgramAgain) {
-  HubDesk d;
+  ExecutionDesk d;
   d.hub.window = "M";
   d.run.on_show = [&](RunWindow window) {
     StartRun(d.desk, window);
@@ -178,7 +178,7 @@ TEST(Execute, ABoxDuringTheRunDoesNotStartTheProgramAgain) {
 }
 
 TEST(Execute, CanBeDoneAgainAfterARun) {
-  HubDesk d;
+  ExecutionDesk d;
   EXPECT_EQ(Execute(d.desk), ExecuteResult::Ran);
   EXPECT_FALSE(d.source.link.Busy);
   EXPECT_EQ(Execute(d.desk), ExecuteResult::Ran);

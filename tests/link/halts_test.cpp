@@ -3,16 +3,13 @@
 #include <gtest/gtest.h>
 
 #include "link/execution.h"
+#include "link/handled_message.h"
 #include "link/hub_messages.h"
 #include "link/scripted_hub.h"
 #include "session/grid.h"
 
 namespace tavlo::testing {
 namespace {
-
-void Handle(FakeDesk& d, int header, int b2, int b3 = 0, int b4 = 0) {
-  HandleMsg(d.desk, Bytes({header, b2, b3, b4}));
-}
 
 constexpr int kLimit = 252;
 constexpr int kStop = 251;
@@ -47,8 +44,8 @@ ShownBox UnderflowBox(int line) {
 }
 
 /// A program that is running: one line in execution, a run window up.
-struct RunningDesk : FakeDesk {
-  explicit RunningDesk(RunWindow window = RunWindow::ExecStatus) {
+struct HaltedDesk : FakeDesk {
+  explicit HaltedDesk(RunWindow window = RunWindow::ExecStatus) {
     source.program.Axis.AxisName[2] = "Cutter";
     run.active = window;
     source.display.MMIActive = window == RunWindow::fakeMMI;
@@ -72,7 +69,7 @@ std::vector<Halt> Halts() {
 
 TEST(Halt, EachAsksItsQuestion) {
   for (const Halt& halt : Halts()) {
-    RunningDesk d;
+    HaltedDesk d;
     d.boxes.setNextAnswer(Answer::No);
     Handle(d, halt.header, halt.b2, 9, 9);
     EXPECT_EQ(d.boxes.shown, std::vector<ShownBox>{halt.box});
@@ -90,7 +87,7 @@ TEST(Halt, EachTellsAProgramWhatItIs) {
                      {238, Tells::StackUnderflow},
                      {kDisabled, Tells::DriveDisabled}};
   for (const auto& c : cases) {
-    RunningDesk d;
+    HaltedDesk d;
     d.boxes.setNextAnswer(Answer::No);
     Handle(d, c.header, 3);
     EXPECT_EQ(d.boxes.told, std::vector<Tells>{c.tells}) << c.header;
@@ -100,7 +97,7 @@ TEST(Halt, EachTellsAProgramWhatItIs) {
 TEST(Halt, TheRunWindowIsHiddenBeforeTheQuestion) {
   for (const Halt& halt : Halts()) {
     for (const RunWindow window : {RunWindow::ExecStatus, RunWindow::fakeMMI}) {
-      RunningDesk d(window);
+      HaltedDesk d(window);
       d.boxes.setNextAnswer(Answer::No);
       RunWindow during = window;
       d.boxes.on_box = [&](const ShownBox&) { during = d.run.active; };
@@ -113,7 +110,7 @@ TEST(Halt, TheRunWindowIsHiddenBeforeTheQuestion) {
 
 TEST(Halt, AYesResetsTheDrive) {
   for (const Halt& halt : Halts()) {
-    RunningDesk d;
+    HaltedDesk d;
     d.boxes.setNextAnswer(Answer::Yes);
     d.port.on_output = [&](const std::string&) { d.port.Reply("Y"); };
     Handle(d, halt.header, halt.b2);
@@ -124,7 +121,7 @@ TEST(Halt, AYesResetsTheDrive) {
 
 TEST(Halt, AResetThatFailsIsTold) {
   for (const Halt& halt : Halts()) {
-    RunningDesk d;
+    HaltedDesk d;
     d.boxes.setNextAnswer(Answer::Yes);
     Handle(d, halt.header, halt.b2);
     ASSERT_EQ(d.boxes.shown.size(), 2u) << halt.header;
@@ -134,7 +131,7 @@ TEST(Halt, AResetThatFailsIsTold) {
 
 TEST(Halt, EndsTheTerminalsText) {
   for (const Halt& halt : Halts()) {
-    RunningDesk d(RunWindow::fakeMMI);
+    HaltedDesk d(RunWindow::fakeMMI);
     d.boxes.setNextAnswer(Answer::No);
     Handle(d, halt.header, halt.b2);
     EXPECT_FALSE(d.source.display.MMIActive) << halt.header;
@@ -143,7 +140,7 @@ TEST(Halt, EndsTheTerminalsText) {
 
 TEST(Halt, EachIsAlsoToldWithNoRunWindowUp) {
   for (const Halt& halt : Halts()) {
-    RunningDesk d(RunWindow::None);
+    HaltedDesk d(RunWindow::None);
     d.boxes.setNextAnswer(Answer::No);
     Handle(d, halt.header, halt.b2);
     EXPECT_EQ(d.boxes.shown.size(), 1u) << halt.header;
@@ -153,7 +150,7 @@ TEST(Halt, EachIsAlsoToldWithNoRunWindowUp) {
 
 TEST(Halt, IsRememberedUntilTheNextRun) {
   for (const Halt& halt : Halts()) {
-    RunningDesk d;
+    HaltedDesk d;
     d.boxes.setNextAnswer(Answer::No);
     Handle(d, halt.header, halt.b2);
     EXPECT_TRUE(d.source.run.Halted) << halt.header;
@@ -165,7 +162,7 @@ TEST(Halt, IsRememberedUntilTheNextRun) {
 
 TEST(LimitHit, ClearsThePaintingBeforeTheQuestionAndAgainAfterItWhateverTheAnswer) {
   for (const Answer answer : {Answer::Yes, Answer::No}) {
-    RunningDesk d;
+    HaltedDesk d;
     d.boxes.setNextAnswer(answer);
     bool painted_during = true;
     d.boxes.on_box = [&](const ShownBox& box) {
@@ -180,7 +177,7 @@ TEST(LimitHit, ClearsThePaintingBeforeTheQuestionAndAgainAfterItWhateverTheAnswe
 }
 
 TEST(StopButton, LeavesTheHighlightAsItWas) {
-  RunningDesk d;
+  HaltedDesk d;
   d.boxes.setNextAnswer(Answer::No);
   Handle(d, kStop, 0);
   EXPECT_TRUE(d.Painted());
@@ -188,7 +185,7 @@ TEST(StopButton, LeavesTheHighlightAsItWas) {
 
 TEST(StackHalt, LeavesTheHighlightAsItWas) {
   for (const int header : {kOverflow, kUnderflow}) {
-    RunningDesk d;
+    HaltedDesk d;
     d.boxes.setNextAnswer(Answer::No);
     Handle(d, header, 5);
     EXPECT_TRUE(d.Painted()) << header;
@@ -197,7 +194,7 @@ TEST(StackHalt, LeavesTheHighlightAsItWas) {
 
 TEST(Halt, ALimitAndTheStopButtonTurnEventsOn) {
   for (const int header : {kLimit, kStop}) {
-    RunningDesk d;
+    HaltedDesk d;
     d.boxes.setNextAnswer(Answer::No);
     int during = -1;
     d.boxes.on_box = [&](const ShownBox&) { during = d.port.RThreshold(); };
@@ -209,7 +206,7 @@ TEST(Halt, ALimitAndTheStopButtonTurnEventsOn) {
 
 TEST(LimitHit, OnAnAxisThatThereIsNotIsIgnored) {
   for (const int axis : {8, 9, 100, 127}) {
-    RunningDesk d;
+    HaltedDesk d;
     Handle(d, kLimit, axis);
     EXPECT_TRUE(d.boxes.shown.empty()) << axis;
     EXPECT_EQ(d.run.hides, 0) << axis;
@@ -227,7 +224,7 @@ const std::string kNotOnText =
     "for use with the Hub.  You must cycle power to reset this error.";
 
 TEST(DriveDisabled, TellsFirstAndHidesTheWindowAfterwards) {
-  RunningDesk d;
+  HaltedDesk d;
   RunWindow during = RunWindow::None;
   bool painted_during = false;
   d.boxes.on_box = [&](const ShownBox&) {
@@ -265,7 +262,7 @@ Labels DreskLabels() {
 
 TEST(DriveFault, TheFamilyOfTheDriveChoosesTheWords) {
   for (std::int16_t model = 0; model <= 51; ++model) {
-    RunningDesk d;
+    HaltedDesk d;
     d.source.program.Axis.DriveModel.fill(0);
     d.source.program.Axis.DriveModel[3] = model;
     Handle(d, kFault, 3, 1, 2);
@@ -290,7 +287,7 @@ TEST(DriveFault, TheCodeIsInTwoPartsOfSevenBits) {
     int code;
   };
   for (const Case& c : {Case{0, 0, 0}, Case{0, 127, 127}, Case{1, 0, 128}, Case{127, 127, 16383}}) {
-    RunningDesk d;
+    HaltedDesk d;
     Handle(d, kFault, 0, c.b3, c.b4);
     ASSERT_EQ(d.run.faults.size(), 1u);
     EXPECT_EQ(d.run.faults[0].code, c.code);
@@ -299,7 +296,7 @@ TEST(DriveFault, TheCodeIsInTwoPartsOfSevenBits) {
 
 TEST(DriveFault, HidesTheRunWindowAndClearsThePaintingWithoutABox) {
   for (const RunWindow window : {RunWindow::ExecStatus, RunWindow::fakeMMI}) {
-    RunningDesk d(window);
+    HaltedDesk d(window);
     Handle(d, kFault, 0, 0, 1);
     EXPECT_EQ(d.run.hides, 1);
     EXPECT_FALSE(d.Painted());
@@ -311,14 +308,14 @@ TEST(DriveFault, HidesTheRunWindowAndClearsThePaintingWithoutABox) {
 
 TEST(DriveFault, EndsTheTerminalsText) {
   for (const int header : {kFault, kDisabled}) {
-    RunningDesk d(RunWindow::fakeMMI);
+    HaltedDesk d(RunWindow::fakeMMI);
     Handle(d, header, 0, 0, 1);
     EXPECT_FALSE(d.source.display.MMIActive) << header;
   }
 }
 
 TEST(DriveFault, ASecondOneRefreshesThePanel) {
-  RunningDesk d;
+  HaltedDesk d;
   Handle(d, kFault, 0, 0, 1);
   Handle(d, kFault, 1, 0, 2);
   ASSERT_EQ(d.run.faults.size(), 2u);
@@ -330,7 +327,7 @@ TEST(DriveFault, ASecondOneRefreshesThePanel) {
 TEST(DriveFault, OnAnAxisThatThereIsNotIsIgnored) {
   for (const int header : {kFault, kDisabled}) {
     for (const int axis : {8, 9, 127}) {
-      RunningDesk d;
+      HaltedDesk d;
       Handle(d, header, axis, 0, 1);
       EXPECT_TRUE(d.boxes.shown.empty()) << axis;
       EXPECT_TRUE(d.run.faults.empty()) << axis;

@@ -7,15 +7,12 @@
 #include <random>
 #include <set>
 
+#include "link/handled_message.h"
 #include "link/scripted_hub.h"
 #include "session/grid.h"
 
 namespace tavlo::testing {
 namespace {
-
-void Handle(FakeDesk& d, int header, int b2, int b3 = 0, int b4 = 0) {
-  HandleMsg(d.desk, Bytes({header, b2, b3, b4}));
-}
 
 ShownBox Plain(const std::string& text, const std::string& title) {
   return {text, title, Buttons::OK, Icon::None};

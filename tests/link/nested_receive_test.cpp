@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include <gtest/gtest.h>
 
+#include "link/handled_message.h"
 #include "link/receive.h"
 #include "link/scripted_hub.h"
 
@@ -11,9 +12,6 @@ namespace {
 // A box that a message brings up runs the event loop, and so the hub's newer bytes are handled while the
 // first message is still being handled.
 
-std::string LineStarted(int line) {
-  return Bytes({254, line / 16, line % 16, 0});
-}
 /// Shows a box and touches nothing else.
 const std::string kOldFirmware = Bytes({250, 0, 38, 0});
 

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 
+#include "link/handled_message.h"
 #include "link/scripted_hub.h"
 
 namespace tavlo::testing {
@@ -19,10 +20,6 @@ struct ListeningDesk : FakeDesk {
   /// Lines that the view was asked to bring into sight, which is once for each line event.
   [[nodiscard]] const std::vector<int>& Started() const { return view.scrolls; }
 };
-
-std::string LineStarted(int line) {
-  return Bytes({254, line / 16, line % 16}) + '\0';
-}
 
 TEST(NewOnComm, AWholeMessageIsDeliveredOnce) {
   ListeningDesk d;

@@ -26,8 +26,8 @@ std::string LineEventOf(int header, int line) {
 }
 
 /// A program runs, the window that shows it is up; what was sent to get there is forgotten.
-struct RunningDesk : FakeDesk {
-  explicit RunningDesk(RunWindow window) {
+struct ControlledDesk : FakeDesk {
+  explicit ControlledDesk(RunWindow window) {
     port.OnComm = [this] { NewOnComm(desk); };
     run.active = window;
     StartRun(desk, window);
@@ -82,7 +82,7 @@ TEST(StartRun, PutsTheLightsToRest) {
 
 TEST(Pause, SendsOnePWaitsAndClearsThePainting) {
   for (const RunWindow window : kWindows) {
-    RunningDesk d(window);
+    ControlledDesk d(window);
     ShowLine(d.desk.grid(), 5);
     ClickPause(d.desk);
     EXPECT_EQ(d.port.sent, Strings{"P"});
@@ -106,9 +106,9 @@ class WatchedLoop : public FakeLoop {
   std::function<void()> on_wait;
 };
 
-/// As RunningDesk, with something to do in the waits.
-struct WaitingDesk : RunningDesk {
-  explicit WaitingDesk(RunWindow window) : RunningDesk(window) {}
+/// As ControlledDesk, with something to do in the waits.
+struct WaitingDesk : ControlledDesk {
+  explicit WaitingDesk(RunWindow window) : ControlledDesk(window) {}
   WatchedLoop watched{clock};
   Desk watched_desk{source, port,    boxes, clock,    watched, beeper, view,
                     run,    downbox, upbox, settings, dialogs, files,  loading};
@@ -136,7 +136,7 @@ TEST(Pause, TheStatusWindowTurnsRedBehindTheWaitAndTheTerminalBeforeIt) {
 
 TEST(Pause, PressedTwiceSendsOnePAndRewritesTheLabel) {
   for (const RunWindow window : kWindows) {
-    RunningDesk d(window);
+    ControlledDesk d(window);
     ClickPause(d.desk);
     d.source.run.panel.lblUpdate = "";
     d.run.control_changes = 0;
@@ -186,7 +186,7 @@ TEST(Pause, OfARunThatAHaltEndsDuringItsWaitPaintsNothingMore) {
 
 TEST(Play, ResumesAPausedProgram) {
   for (const RunWindow window : kWindows) {
-    RunningDesk d(window);
+    ControlledDesk d(window);
     ClickPause(d.desk);
     d.Forget();
     ClickPlay(d.desk);
@@ -201,7 +201,7 @@ TEST(Play, ResumesAPausedProgram) {
 
 TEST(Play, WhileRunningSendsNothingAndRewritesTheLabel) {
   for (const RunWindow window : kWindows) {
-    RunningDesk d(window);
+    ControlledDesk d(window);
     d.source.run.panel.lblUpdate = "";
     d.source.run.panel.SingleStep = Picture::StepYellow;
     ClickPlay(d.desk);
@@ -214,7 +214,7 @@ TEST(Play, WhileRunningSendsNothingAndRewritesTheLabel) {
 
 TEST(Play, DuringASingleStepResumes) {
   for (const RunWindow window : kWindows) {
-    RunningDesk d(window);
+    ControlledDesk d(window);
     ClickPause(d.desk);
     ClickSingleStep(d.desk);
     d.Forget();
@@ -226,7 +226,7 @@ TEST(Play, DuringASingleStepResumes) {
 
 TEST(SingleStep, OfAPausedProgramSendsTAndWaitsForNothing) {
   for (const RunWindow window : kWindows) {
-    RunningDesk d(window);
+    ControlledDesk d(window);
     ClickPause(d.desk);
     d.Forget();
     ClickSingleStep(d.desk);
@@ -239,7 +239,7 @@ TEST(SingleStep, OfAPausedProgramSendsTAndWaitsForNothing) {
 
 TEST(SingleStep, OfARunningProgramDoesNothing) {
   for (const RunWindow window : kWindows) {
-    RunningDesk d(window);
+    ControlledDesk d(window);
     ClickSingleStep(d.desk);
     EXPECT_TRUE(d.port.sent.empty());
     ExpectPictures(d.Panel(), Picture::PlayGreen, Picture::PauseGray, Picture::StepGray);
@@ -248,7 +248,7 @@ TEST(SingleStep, OfARunningProgramDoesNothing) {
 
 TEST(SingleStep, ASecondOneWaitsForTheEndOfTheFirst) {
   for (const RunWindow window : kWindows) {
-    RunningDesk d(window);
+    ControlledDesk d(window);
     ClickPause(d.desk);
     d.Forget();
     ClickSingleStep(d.desk);
@@ -276,7 +276,7 @@ TEST(SingleStep, BegunInTheWaitOfThePauseKeepsItsPictures) {
 
 TEST(SingleStep, FivePauseAndResumeInOrder) {
   for (const RunWindow window : kWindows) {
-    RunningDesk d(window);
+    ControlledDesk d(window);
     ClickPause(d.desk);
     for (int step = 0; step < 5; ++step) {
       ClickSingleStep(d.desk);
@@ -291,7 +291,7 @@ TEST(SingleStep, FivePauseAndResumeInOrder) {
 TEST(Reset, SendsAZeroAndShowsTheFirstLine) {
   for (const RunWindow window : kWindows) {
     for (const bool paused : {false, true}) {
-      RunningDesk d(window);
+      ControlledDesk d(window);
       if (paused) ClickPause(d.desk);
       const Picture play = d.Panel().Play;
       d.Forget();
@@ -318,7 +318,7 @@ const std::vector<KeyRow> kKeys = {
 TEST(Keypad, EachKeyGoesOutAtOnceAsItsOwnByteAndWithoutEcho) {
   ASSERT_EQ(kKeys.size(), 19u);
   for (const KeyRow& row : kKeys) {
-    RunningDesk d(RunWindow::fakeMMI);
+    ControlledDesk d(RunWindow::fakeMMI);
     PressKey(d.desk, row.key);
     EXPECT_EQ(d.port.sent, Strings{std::string(1, row.sent)});
     EXPECT_TRUE(d.loop.waits.empty());
@@ -329,7 +329,7 @@ TEST(Keypad, EachKeyGoesOutAtOnceAsItsOwnByteAndWithoutEcho) {
 
 TEST(Keypad, IsDeadWhileNoTerminalRunsAProgram) {
   for (const KeyRow& row : kKeys) {
-    RunningDesk status(RunWindow::ExecStatus);
+    ControlledDesk status(RunWindow::ExecStatus);
     PressKey(status.desk, row.key);
     EXPECT_TRUE(status.port.sent.empty());
     FakeDesk idle;
@@ -339,7 +339,7 @@ TEST(Keypad, IsDeadWhileNoTerminalRunsAProgram) {
 }
 
 TEST(Keypad, WorksWhilePaused) {
-  RunningDesk d(RunWindow::fakeMMI);
+  ControlledDesk d(RunWindow::fakeMMI);
   ClickPause(d.desk);
   d.Forget();
   PressKey(d.desk, MmiKey::Digit7);
@@ -347,7 +347,7 @@ TEST(Keypad, WorksWhilePaused) {
 }
 
 /// Everything the operator can do in a run window but Stop, and the line events that would be answered.
-void TryEverything(RunningDesk& d) {
+void TryEverything(ControlledDesk& d) {
   for (const KeyRow& row : kKeys) PressKey(d.desk, row.key);
   ClickPlay(d.desk);
   ClickPause(d.desk);
@@ -361,7 +361,7 @@ void TryEverything(RunningDesk& d) {
 TEST(Stop, NotOneMoreByteGoesOutAfterIt) {
   for (const RunWindow window : kWindows) {
     for (const bool paused : {false, true}) {
-      RunningDesk d(window);
+      ControlledDesk d(window);
       if (paused) ClickPause(d.desk);
       d.Forget();
       StopRun(d.desk, window);
@@ -375,7 +375,7 @@ TEST(Stop, NotOneMoreByteGoesOutAfterIt) {
 TEST(Stop, NothingThatIsStillSaidOfTheRunIsPainted) {
   for (const RunWindow window : kWindows) {
     for (const int header : {254, 236, 237, 235}) {
-      RunningDesk d(window);
+      ControlledDesk d(window);
       ShowLine(d.desk.grid(), 40);
       d.Forget();
       // The window is still there while the hub takes the command in.
@@ -394,7 +394,7 @@ TEST(Stop, NothingThatIsStillSaidOfTheRunIsPainted) {
 }
 
 TEST(Stop, AHubThatIsSwitchedOnAfterItIsHeardAgain) {
-  RunningDesk d(RunWindow::ExecStatus);
+  ControlledDesk d(RunWindow::ExecStatus);
   StopRun(d.desk, RunWindow::ExecStatus);
   d.port.Receive(Bytes({255, 38, 8, 0}));
   d.Forget();
@@ -423,7 +423,7 @@ TEST(Stop, DuringTheWaitOfAPauseEndsIt) {
 }
 
 TEST(Stop, ClosingTheStatusWindowByItsFrameSilencesTheLineToo) {
-  RunningDesk d(RunWindow::ExecStatus);
+  ControlledDesk d(RunWindow::ExecStatus);
   CloseRun(d.desk, RunWindow::ExecStatus);
   d.run.Hide();
   TryEverything(d);
@@ -432,7 +432,7 @@ TEST(Stop, ClosingTheStatusWindowByItsFrameSilencesTheLineToo) {
 
 TEST(Stop, TheNextRunIsOneLikeTheFirst) {
   for (const RunWindow window : kWindows) {
-    RunningDesk d(window);
+    ControlledDesk d(window);
     ClickPause(d.desk);
     ClickSingleStep(d.desk);
     if (window == RunWindow::fakeMMI) d.port.Receive("old text\x1bY");
@@ -466,7 +466,7 @@ TEST(Keypad, AHaltAFaultOrAGreetingSilencesIt) {
   for (const std::string& end :
        {Bytes({252, 0, 0, 0}), Bytes({251, 0, 0, 0}), Bytes({239, 0, 0, 0}), Bytes({238, 0, 0, 0}),
         Bytes({212, 0, 0, 0}), Bytes({211, 0, 0, 0}), Bytes({255, 38, 8, 0})}) {
-    RunningDesk d(RunWindow::fakeMMI);
+    ControlledDesk d(RunWindow::fakeMMI);
     d.boxes.on_box = [&](const ShownBox& box) {
       if (box.buttons == Buttons::YesNo) d.boxes.setNextAnswer(Answer::No);
     };

@@ -25,7 +25,7 @@ std::string StoppedAfter(int count) {
 }
 
 /// What the hub of these tests holds: a loop around a move with a test that goes on, a prompt, and settings.
-Program Held() {
+Program ProgramInHub() {
   Program program;
   InitHardware(program.Axis);
   InitProg(program);
@@ -49,7 +49,7 @@ Program Held() {
 }
 
 std::string Image() {
-  Program program = Held();
+  Program program = ProgramInHub();
   return ImageOf(CompileProgram(program));
 }
 

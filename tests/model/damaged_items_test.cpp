@@ -32,7 +32,7 @@ Whole HubFile(const HubRevision& revision) {
           std::string(revision.version) + "\r\n" + file.Body()};
 }
 
-Whole OldFile(const examples::OskelRevision& revision) {
+Whole WholeOldFile(const examples::OskelRevision& revision) {
   return {FileKind::OskelProg, std::string(revision.version),
           WriteOskelProg(revision, ProgramOfDifferentValues(1), {.jog_accel = 345})};
 }
@@ -49,7 +49,7 @@ std::vector<Whole> EachLayout() {
   for (const examples::OskelRevision& revision : examples::kOskelRevisions) {
     if (std::set<std::string_view>{"1.1", "1.2", "1.281", "1.401", "1.411", "1.5"}.contains(
             revision.version)) {
-      wholes.push_back(OldFile(revision));
+      wholes.push_back(WholeOldFile(revision));
     }
   }
   return wholes;
@@ -232,7 +232,7 @@ TEST(DamagedItems, ANameOfMoreThanAnybodyEntersIsABadItem) {
 
 TEST(DamagedItems, TenMegabytesOnOneLineEndInTime) {
   constexpr std::size_t kMany = 10u << 20;
-  for (const Whole& whole : {HubFile(kHubRevisions.back()), OldFile(examples::kOskelRevisions.back())}) {
+  for (const Whole& whole : {HubFile(kHubRevisions.back()), WholeOldFile(examples::kOskelRevisions.back())}) {
     std::string one_line = whole.text;
     for (std::size_t at = one_line.find("\r\n"); at != std::string::npos; at = one_line.find("\r\n", at)) {
       one_line.replace(at, 2, ",");

@@ -9,6 +9,7 @@
 
 #include "model/file_items.h"
 #include "model/program.h"
+#include "model/program_file.h"
 
 namespace tavlo::testing {
 
@@ -186,6 +187,13 @@ std::string Items(const Values&... values) {
   file.limit = Items(program.LimitList, program.LimitBranch - 1);
   file.same = Items(axes.SameUnits, axes.SameLimits);
   return file;
+}
+
+/// Loads what stands behind the version.
+inline bool LoadBody(const HandFile& file, Program& program, float revision = 1.2901F) {
+  const std::string body = file.Body();
+  ItemReader items(body);
+  return LoadHubProg(items, revision, program);
 }
 
 }  // namespace tavlo::testing

@@ -10,7 +10,7 @@ namespace tavlo {
 namespace {
 
 /// Every line is a move of its own length.
-Program Numbered() {
+Program FullProgram() {
   Program program;
   InitProg(program);
   for (int line = 0; line < kLines; ++line) program.Prog[line] = {.Type = FL, .Dist = line};
@@ -22,7 +22,7 @@ Instruction Naming(std::int16_t type, int line, std::int16_t sub_type = 0) {
 }
 
 TEST(InsertLine, PushesTheLinesBelowDownAndLosesTheLast) {
-  Program program = Numbered();
+  Program program = FullProgram();
   InsertLine(program, 50);
   for (int line = 0; line < kLines; ++line) {
     EXPECT_EQ(program.Prog[line].Dist, line <= 50 ? line : line - 1) << line;
@@ -32,7 +32,7 @@ TEST(InsertLine, PushesTheLinesBelowDownAndLosesTheLast) {
 }
 
 TEST(InsertLine, AtLine200OnlyEmptiesIt) {
-  Program program = Numbered();
+  Program program = FullProgram();
   InsertLine(program, 199);
   for (int line = 0; line < kLines; ++line) EXPECT_EQ(program.Prog[line].Dist, line);
   EXPECT_EQ(program.Prog[199].Type, NO);
@@ -40,7 +40,7 @@ TEST(InsertLine, AtLine200OnlyEmptiesIt) {
 }
 
 TEST(DeleteLine, MovesTheLinesBelowUpAndEmptiesTheLast) {
-  Program program = Numbered();
+  Program program = FullProgram();
   DeleteLine(program, 50);
   for (int line = 0; line < kLines - 1; ++line)
     EXPECT_EQ(program.Prog[line].Dist, line < 50 ? line : line + 1);
@@ -49,7 +49,7 @@ TEST(DeleteLine, MovesTheLinesBelowUpAndEmptiesTheLast) {
 }
 
 TEST(DeleteLine, OfLine200ClearsIt) {
-  Program program = Numbered();
+  Program program = FullProgram();
   DeleteLine(program, 199);
   EXPECT_EQ(program.Prog[199].Type, NO);
   EXPECT_EQ(program.Prog[199].Dist, 199);
@@ -64,7 +64,7 @@ TEST(LinesThatNameALine, FollowItWhenLinesAreInserted) {
   } rows[] = {{4, 4, 5},       {4, 5, 4}, {4, 0, 5},       {199, 10, 200},
               {199, 199, 200}, {0, 0, 1}, {1000, 3, 1001}, {-1, 0, -1}};
   for (const auto& row : rows) {
-    Program program = Numbered();
+    Program program = FullProgram();
     // Above every place at which a line is inserted here it does not move itself.
     program.Prog[0] = Naming(GT, row.target);
     InsertLine(program, row.inserted);
@@ -80,7 +80,7 @@ TEST(LinesThatNameALine, FollowItWhenLinesAreDeleted) {
     int after;
   } rows[] = {{5, 4, 4}, {4, 4, 4}, {4, 5, 4}, {199, 10, 198}, {1000, 3, 999}};
   for (const auto& row : rows) {
-    Program program = Numbered();
+    Program program = FullProgram();
     program.Prog[0] = Naming(GT, row.target);
     DeleteLine(program, row.deleted);
     EXPECT_EQ(program.Prog[0].LineNum, row.after) << row.target << " without " << row.deleted;
@@ -103,7 +103,7 @@ TEST(LinesThatNameALine, AreTheJumpsCallsBranchesResetsAndTheYesNoPrompt) {
               {"the way out of a sensor that is not found", Naming(FSS, 90), false},
               {"End Repeat, which is paired anew", Naming(ER, 90), false}};
   for (const auto& row : rows) {
-    Program program = Numbered();
+    Program program = FullProgram();
     program.Prog[0] = row.line;
     InsertLine(program, 10);
     EXPECT_EQ(program.Prog[0].LineNum, row.follows ? 91 : 90) << row.what;
@@ -113,7 +113,7 @@ TEST(LinesThatNameALine, AreTheJumpsCallsBranchesResetsAndTheYesNoPrompt) {
 }
 
 TEST(LinesThatNameALine, TheTargetsOfAMenuStay) {
-  Program program = Numbered();
+  Program program = FullProgram();
   program.Prog[0] = Naming(MMI, 0, Menu);
   program.Prog[0].MenuLine[1] = 90;
   program.Prog[0].MenuKey[1] = true;
@@ -122,7 +122,7 @@ TEST(LinesThatNameALine, TheTargetsOfAMenuStay) {
 }
 
 TEST(LinesThatNameALine, ANumberBeyondAllLinesDoesNotOverflow) {
-  Program program = Numbered();
+  Program program = FullProgram();
   program.Prog[0] = Naming(GT, 32767);
   program.Prog[1] = Naming(GT, -32768);
   InsertLine(program, 5);
@@ -142,11 +142,11 @@ TEST(LimitBranch, MovesWithTheRows) {
       {200, 10, 200, 199}, {1, 0, 2, 1},     {2, 0, 3, 1},
   };
   for (const auto& row : rows) {
-    Program program = Numbered();
+    Program program = FullProgram();
     program.LimitBranch = row.branch;
     InsertLine(program, row.line);
     EXPECT_EQ(program.LimitBranch, row.inserted) << row.branch << " with " << row.line;
-    program = Numbered();
+    program = FullProgram();
     program.LimitBranch = row.branch;
     DeleteLine(program, row.line);
     EXPECT_EQ(program.LimitBranch, row.deleted) << row.branch << " without " << row.line;

@@ -23,7 +23,7 @@ std::vector<std::string> ValuesOf(const Instruction& line) {
   return values;
 }
 
-void ExpectSame(const Program& program, const Program& expected) {
+void ExpectSameProgram(const Program& program, const Program& expected) {
   for (int line = 0; line < kLines; ++line) {
     if (program.Prog[line] == expected.Prog[line]) continue;
     EXPECT_EQ(ValuesOf(program.Prog[line]), ValuesOf(expected.Prog[line]))
@@ -104,7 +104,7 @@ TEST(OlderFiles, OfEachVersionOfTheComposerBringTheFieldsThatTheyHaveAndNoOther)
         // Shorter pulses are lengthened as they are read.
         if (line.Type == SO || line.Type == FLSO) line.Time = std::max(line.Time, 5);
       }
-      ExpectSame(program, expected);
+      ExpectSameProgram(program, expected);
     }
   }
 }
@@ -256,7 +256,7 @@ TEST(OlderFiles, OfEachVersionOfTheEarlierProgrammerBringTheFieldsThatTheyHaveAn
       EXPECT_EQ(version, revision.version);
       EXPECT_TRUE(LoadOskelProg(items, ParseRevision(version), program));
       EXPECT_TRUE(items.AtEnd());
-      ExpectSame(program, AfterOldFile(revision, file, settings, before));
+      ExpectSameProgram(program, AfterOldFile(revision, file, settings, before));
     }
   }
 }

@@ -6,6 +6,7 @@
 
 #include "model/hand_file.h"
 #include "model/program_file.h"
+#include "support/new_program.h"
 
 namespace tavlo {
 namespace {
@@ -13,19 +14,8 @@ namespace {
 using testing::HandFile;
 using testing::HubRevision;
 using testing::kHubRevisions;
-
-Program NewProgram() {
-  Program program;
-  InitHardware(program.Axis);
-  InitProg(program);
-  return program;
-}
-
-bool LoadBody(const HandFile& file, Program& program, float revision) {
-  const std::string body = file.Body();
-  ItemReader items(body);
-  return LoadHubProg(items, revision, program);
-}
+using testing::LoadBody;
+using testing::NewProgram;
 
 TEST(VersionText, RevisionStandsBehindUnlessItIsZero) {
   EXPECT_EQ(VersionTextOf(kVersion), "1.29.1");

@@ -9,18 +9,14 @@
 #include <vector>
 
 #include "model/hand_file.h"
+#include "support/new_program.h"
 
 namespace tavlo {
 namespace {
 
 using testing::HandFile;
-
-Program NewProgram() {
-  Program program;
-  InitHardware(program.Axis);
-  InitProg(program);
-  return program;
-}
+using testing::LoadBody;
+using testing::NewProgram;
 
 std::vector<std::string> LinesOf(const std::string& text) {
   std::vector<std::string> lines;
@@ -38,12 +34,6 @@ bool LoadText(const std::string& text, Program& program) {
   std::string version;
   items.Read(version);
   return LoadHubProg(items, ParseRevision(version), program);
-}
-
-bool LoadBody(const HandFile& file, Program& program, float revision = 1.2901F) {
-  const std::string body = file.Body();
-  ItemReader items(body);
-  return LoadHubProg(items, revision, program);
 }
 
 TEST(ProgramFile, TheFirstEighteenLinesOfANewUntouchedProgram) {

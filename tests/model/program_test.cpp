@@ -6,16 +6,12 @@
 
 #include "model/line_operations.h"
 #include "model/program_queries.h"
+#include "support/new_program.h"
 
 namespace tavlo {
 namespace {
 
-Program NewProgram() {
-  Program program;
-  InitHardware(program.Axis);
-  InitProg(program);
-  return program;
-}
+using testing::NewProgram;
 
 TEST(InitProg, GivesEveryLineItsDefaults) {
   Program program;

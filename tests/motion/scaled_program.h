@@ -3,15 +3,9 @@
 #pragma once
 
 #include "motion/units.h"
+#include "support/new_program.h"
 
 namespace tavlo::testing {
-
-inline Program NewProgram() {
-  Program program;
-  InitHardware(program.Axis);
-  InitProg(program);
-  return program;
-}
 
 /// A program whose axis 0 has these steps per revolution and per user unit.
 inline Program WithScale(std::int32_t steps_per_rev, std::int32_t steps_per_unit, bool use_units = true) {

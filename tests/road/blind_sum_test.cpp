@@ -14,7 +14,7 @@
 namespace tavlo::testing {
 namespace {
 
-constexpr float kFirmware = 1.38F;
+constexpr float kUsualFirmware = 1.38F;
 /// Where the distance of the first line stands: behind "F" in a download, behind the slot's first byte in a
 /// memory.
 constexpr std::size_t kFirstLine = 1;
@@ -26,7 +26,7 @@ struct BlindDesk : FaultyDesk {
     Line(0).Dist = 70000;
     Line(1).Type = CM;
     Line(1).Text = "a text";
-    source.program.HubVersion = kFirmware;
+    source.program.HubVersion = kUsualFirmware;
     Program copy = source.program;
     image = ImageOf(CompileProgram(copy));
   }
@@ -50,7 +50,7 @@ TEST(BlindSum, TwoChangesOfALineThatCancelPassADownload) {
     d.line.garble = [&](Way way, std::size_t first, std::string& bytes) {
       if (way == Way::ToHub && first == kFirstLine) change(bytes, bytes.find('\x11'));
     };
-    EXPECT_EQ(SendProgram(d.road, kFirmware), DownloadResult::Done);
+    EXPECT_EQ(SendProgram(d.road, kUsualFirmware), DownloadResult::Done);
     EXPECT_TRUE(d.boxes.shown.empty());
     EXPECT_FALSE(d.ImageInHub() == d.image);
   }
@@ -59,11 +59,11 @@ TEST(BlindSum, TwoChangesOfALineThatCancelPassADownload) {
 TEST(BlindSum, TwoChangesOfALineThatCancelPassAnUpload) {
   for (const Change change : kChanges) {
     BlindDesk d;
-    ASSERT_EQ(SendProgram(d.road, kFirmware), DownloadResult::Done);
+    ASSERT_EQ(SendProgram(d.road, kUsualFirmware), DownloadResult::Done);
     d.line.garble = [&](Way way, std::size_t, std::string& bytes) {
       if (way == Way::FromHub && bytes.size() == kUploadBytes) change(bytes, bytes.find('\x11'));
     };
-    EXPECT_EQ(UploadProg(d.road, kFirmware), UploadResult::Done);
+    EXPECT_EQ(UploadProg(d.road, kUsualFirmware), UploadResult::Done);
     EXPECT_TRUE(d.boxes.shown.empty());
     EXPECT_NE(d.source.program.Prog[0].Dist, 70000);
   }
@@ -74,13 +74,13 @@ TEST(BlindSum, OneChangeAloneIsSeen) {
   d.line.garble = [&](Way way, std::size_t first, std::string& bytes) {
     if (way == Way::ToHub && first == kFirstLine) ++bytes[bytes.find('\x11')];
   };
-  EXPECT_EQ(SendProgram(d.road, kFirmware), DownloadResult::WrongSum);
+  EXPECT_EQ(SendProgram(d.road, kUsualFirmware), DownloadResult::WrongSum);
   d.line.garble = nullptr;
-  ASSERT_EQ(SendProgram(d.road, kFirmware), DownloadResult::Done);
+  ASSERT_EQ(SendProgram(d.road, kUsualFirmware), DownloadResult::Done);
   d.line.garble = [&](Way way, std::size_t, std::string& bytes) {
     if (way == Way::FromHub && bytes.size() == kUploadBytes) ++bytes[bytes.find('\x11')];
   };
-  EXPECT_EQ(UploadProg(d.road, kFirmware), UploadResult::WrongSum);
+  EXPECT_EQ(UploadProg(d.road, kUsualFirmware), UploadResult::WrongSum);
 }
 
 TEST(BlindSum, AZeroTooManyInATextPassesADownload) {
@@ -89,7 +89,7 @@ TEST(BlindSum, AZeroTooManyInATextPassesADownload) {
     if (way != Way::ToHub) return;
     if (const std::size_t at = bytes.find("text"); at != std::string::npos) bytes.insert(at, 1, '\0');
   };
-  EXPECT_EQ(SendProgram(d.road, kFirmware), DownloadResult::Done);
+  EXPECT_EQ(SendProgram(d.road, kUsualFirmware), DownloadResult::Done);
   EXPECT_TRUE(d.boxes.shown.empty());
   EXPECT_FALSE(d.ImageInHub() == d.image);
 }

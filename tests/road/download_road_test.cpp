@@ -32,12 +32,6 @@ void ExpectHubHolds(const SimDesk& desk, Program program) {
   EXPECT_TRUE(hub.substr(kLines * kSlotBytes) == image.substr(kLines * kSlotBytes));
 }
 
-hubsim::HubOptions OptionsFor(const Program& program) {
-  hubsim::HubOptions options;
-  if (program.HubIndex == HubQuad) options.model = hubsim::HubModel::Quad;
-  return options;
-}
-
 TEST(DownloadRoad, EveryExampleStandsInTheHubByteForByteAndIsProvenByItsSum) {
   for (const auto& example : examples::ExamplePrograms()) {
     SCOPED_TRACE(example.file_name);
@@ -80,14 +74,14 @@ TEST(DownloadRoad, APoolLargerThanTheHubsIsSummedAndAcknowledgedAndTheRestNotKep
   EXPECT_TRUE(desk.boxes.shown.empty());
 }
 
-struct FailureCase {
+struct DownloadFailure {
   const char* mode;
   std::optional<DownloadResult> result;
   const char* text;
   Icon icon;
 };
 
-const FailureCase kFailureCases[] = {
+const DownloadFailure kDownloadFailures[] = {
     {"silent-c", std::nullopt,
      "The Tavlo Hub is not communicating.  Is it connected to the right port and turned on?  Do you have the "
      "right "
@@ -136,7 +130,7 @@ const FailureCase kFailureCases[] = {
 };
 
 TEST(DownloadRoad, EachFailureOfTheHubIsToldInItsWordsAndTheNextDownloadSucceeds) {
-  for (const FailureCase& failure : kFailureCases) {
+  for (const DownloadFailure& failure : kDownloadFailures) {
     SCOPED_TRACE(failure.mode);
     hubsim::HubOptions options;
     const auto plan = hubsim::ParseFailure(failure.mode);

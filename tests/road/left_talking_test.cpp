@@ -26,13 +26,13 @@ struct PacedDesk : SimDesk {
 };
 
 /// What a hub that somebody left is in the middle of.
-struct Talk {
+struct LeftTalk {
   std::string_view name;
   std::string_view start;    ///< what was sent to it; "M" starts the program for the operator terminal
   std::string_view failure;  ///< its failure mode, as on the command line
 };
 
-constexpr std::array<Talk, 8> kTalks{{
+constexpr std::array<LeftTalk, 8> kLeftTalks{{
     {"paused, with status ten times a second", "XP", "none"},
     {"paused on the operator terminal", "MP", "none"},
     {"running with line events", "X", "hasty:5"},
@@ -46,7 +46,7 @@ constexpr std::array<Talk, 8> kTalks{{
 /// Downloads a program that shows a long prompt over and over, starts it as told, and leaves the hub alone
 /// for `seconds`: nothing it says is acknowledged. Gives what has arrived by then, of which the line keeps
 /// nothing.
-std::string LeaveTalking(PacedDesk& desk, const Talk& talk, double seconds) {
+std::string LeaveTalking(PacedDesk& desk, const LeftTalk& talk, double seconds) {
   const std::string text(80, 't');
   desk.source.program.Axis.DriveModel.fill(11);
   for (const int line : {0, 1}) {
@@ -79,9 +79,9 @@ std::string Overhear(PacedDesk& desk, double seconds) {
 TEST(HubLeftTalking, AHubThatWasLeftTalkingGoesOn) {
   for (const std::size_t talk : {0U, 1U, 2U, 3U}) {
     for (const double latency : {0.0, 0.001, 0.004, 0.016}) {
-      SCOPED_TRACE(kTalks[talk].name);
+      SCOPED_TRACE(kLeftTalks[talk].name);
       PacedDesk desk(latency);
-      EXPECT_FALSE(LeaveTalking(desk, kTalks[talk], 1).empty());
+      EXPECT_FALSE(LeaveTalking(desk, kLeftTalks[talk], 1).empty());
       EXPECT_GT(Overhear(desk, 0.3).size(), 100U) << "it speaks for a good part of the time";
     }
   }
@@ -89,7 +89,7 @@ TEST(HubLeftTalking, AHubThatWasLeftTalkingGoesOn) {
 
 TEST(HubLeftTalking, APausedOneTellsOfAllDrivesTenTimesASecond) {
   PacedDesk desk;
-  LeaveTalking(desk, kTalks[0], 1);
+  LeaveTalking(desk, kLeftTalks[0], 1);
   constexpr std::size_t kDrives = 8;
   constexpr std::size_t kStatusBytes = 12;
   EXPECT_NEAR(static_cast<double>(Overhear(desk, 10).size()), 100 * kDrives * kStatusBytes,
@@ -98,23 +98,23 @@ TEST(HubLeftTalking, APausedOneTellsOfAllDrivesTenTimesASecond) {
 
 TEST(HubLeftTalking, APromptIsOnItsWayMostOfTheTime) {
   PacedDesk desk;
-  LeaveTalking(desk, kTalks[3], 1);
+  LeaveTalking(desk, kLeftTalks[3], 1);
   const std::string said = Overhear(desk, 1);
   EXPECT_GT(std::ranges::count(said, 't'), 1000);
 }
 
 TEST(HubLeftTalking, AHubFallsSilentInTheMiddleOfAMessage) {
   for (const auto& [talk, bytes] : {std::pair{4U, 5U}, std::pair{5U, 14U}, std::pair{6U, 27U}}) {
-    SCOPED_TRACE(kTalks[talk].name);
+    SCOPED_TRACE(kLeftTalks[talk].name);
     PacedDesk desk;
-    EXPECT_EQ(LeaveTalking(desk, kTalks[talk], 1).size(), bytes);
+    EXPECT_EQ(LeaveTalking(desk, kLeftTalks[talk], 1).size(), bytes);
     EXPECT_EQ(Overhear(desk, 1), "");
   }
 }
 
 TEST(HubLeftTalking, AStalledHubSaysTheRestLater) {
   PacedDesk desk;
-  EXPECT_EQ(LeaveTalking(desk, kTalks[7], 0.01).size(), 6U);
+  EXPECT_EQ(LeaveTalking(desk, kLeftTalks[7], 0.01).size(), 6U);
   EXPECT_EQ(Overhear(desk, 0.01), "");
   const std::string rest = Overhear(desk, 0.02);
   ASSERT_GT(rest.size(), 2U);
@@ -124,7 +124,7 @@ TEST(HubLeftTalking, AStalledHubSaysTheRestLater) {
 }
 
 TEST(HubLeftTalking, EveryTalkEndsWithTheStop) {
-  for (const Talk& talk : kTalks) {
+  for (const LeftTalk& talk : kLeftTalks) {
     SCOPED_TRACE(talk.name);
     PacedDesk desk(0.016);
     LeaveTalking(desk, talk, 1);
@@ -140,7 +140,7 @@ TEST(HubLeftTalking, EveryTalkEndsWithTheStop) {
 
 /// Leaves the hub in the talk again and again, stops it at ever another moment and asks it who it is. Gives
 /// how often it was misheard.
-int Misheard(const Talk& talk, double latency, int runs, void (*stop)(const Link&)) {
+int Misheard(const LeftTalk& talk, double latency, int runs, void (*stop)(const Link&)) {
   const bool stalls = talk.failure.starts_with("stall");
   PacedDesk desk(latency);
   int misheard = 0;
@@ -164,7 +164,7 @@ TEST(HubLeftTalking, IsNeverMisheardOnceItHasSaidItsLast) {
   constexpr int kRuns = 75;
   int asked = 0;
   int misheard = 0;
-  for (const Talk& talk : kTalks) {
+  for (const LeftTalk& talk : kLeftTalks) {
     for (const double latency : kLatencies) {
       const int wrong = Misheard(talk, latency, kRuns, StopHub);
       EXPECT_EQ(wrong, 0) << talk.name << ", " << latency << " s";
@@ -179,8 +179,8 @@ TEST(HubLeftTalking, IsNeverMisheardOnceItHasSaidItsLast) {
 TEST(HubLeftTalking, IsMisheardByWhoDoesNotWaitForItsLast) {
   for (const std::size_t talk : {0U, 1U, 2U, 3U, 7U}) {
     int misheard = 0;
-    for (const double latency : kLatencies) misheard += Misheard(kTalks[talk], latency, 20, SayStop);
-    EXPECT_GT(misheard, 10) << kTalks[talk].name << ": otherwise the test above would prove nothing";
+    for (const double latency : kLatencies) misheard += Misheard(kLeftTalks[talk], latency, 20, SayStop);
+    EXPECT_GT(misheard, 10) << kLeftTalks[talk].name << ": otherwise the test above would prove nothing";
   }
 }
 

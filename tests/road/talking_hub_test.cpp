@@ -45,7 +45,7 @@ struct TalkDesk : SimDesk {
 };
 
 /// One operation, the whole of it right.
-using Operation = std::function<void(TalkDesk&)>;
+using HubOperation = std::function<void(TalkDesk&)>;
 
 void ExpectRightHub(const TalkDesk& d) {
   EXPECT_EQ(d.source.program.HubVersion, 1.4F);
@@ -55,7 +55,7 @@ void ExpectRightHub(const TalkDesk& d) {
 }
 
 /// Runs it at moments of every kind of talk, with each latency.
-void RunWhileItTalks(const char* name, const Operation& operation) {
+void RunWhileItTalks(const char* name, const HubOperation& operation) {
   std::mt19937 random(kSeed);
   std::uniform_real_distribution<double> moment(0, 0.2);
   int runs = 0;

@@ -11,24 +11,12 @@
 #include "link/upload.h"
 #include "model/program_queries.h"
 #include "programs.h"
+#include "support/new_program.h"
 #include "support/send_program.h"
 #include "support/sim_desk.h"
 
 namespace tavlo::testing {
 namespace {
-
-hubsim::HubOptions OptionsFor(const Program& program) {
-  hubsim::HubOptions options;
-  if (program.HubIndex == HubQuad) options.model = hubsim::HubModel::Quad;
-  return options;
-}
-
-Program Fresh() {
-  Program program;
-  InitHardware(program.Axis);
-  InitProg(program);
-  return program;
-}
 
 /// A desk whose hub holds this program, and whose own program is a fresh one.
 struct UploadRoad : SimDesk {
@@ -83,7 +71,7 @@ TEST(UploadRoad, EveryExampleComesBackFromTheHubThatItWasSentTo) {
     UploadRoad d(example.program);
     EXPECT_EQ(d.Take(), UploadResult::Done);
     ASSERT_TRUE(d.boxes.shown.empty()) << d.boxes.shown.front().text;
-    Program expected = Fresh();
+    Program expected = NewProgram();
     expected.HubVersion = d.sent.HubVersion;
     DecodeImage(expected, ImageOf(CompileProgram(d.sent)));
     ExpectSame(d.source.program, expected);
@@ -97,7 +85,7 @@ TEST(UploadRoad, EveryExampleComesBackFromTheHubThatItWasSentTo) {
   }
 }
 
-struct FailureCase {
+struct UploadFailure {
   const char* mode;
   UploadResult result;
   const char* text;
@@ -107,7 +95,7 @@ constexpr const char* kNotCorrect =
     "Your program did not upload correctly.  Make sure the cable connections are secure and that you are not "
     "working around electrical noise, such as a welder, a high powered motor or big relays.";
 
-constexpr FailureCase kFailureCases[] = {
+constexpr UploadFailure kUploadFailures[] = {
     {"silent-u", UploadResult::Stopped,
      "The Tavlo Hub stopped responding after 0 chars.  Is it connected to the right port and turned on?"},
     {"short-u:1", UploadResult::Stopped,
@@ -119,7 +107,7 @@ constexpr FailureCase kFailureCases[] = {
     {"wrong-u", UploadResult::WrongSum, kNotCorrect}};
 
 TEST(UploadRoad, AFailureIsToldLeavesTheProgramAndTheNextUploadWorks) {
-  for (const FailureCase& c : kFailureCases) {
+  for (const UploadFailure& c : kUploadFailures) {
     SCOPED_TRACE(c.mode);
     UploadRoad d(AnyExample());
     d.Line(7).Text = "mine";

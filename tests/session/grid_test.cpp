@@ -14,9 +14,6 @@ namespace {
 
 using testing::FakeDesk;
 
-std::string_view IconOf(const FakeDesk& fake, int line) {
-  return IconName(fake.source.shown.rows[static_cast<std::size_t>(line)].icon);
-}
 RowState StateOf(const FakeDesk& fake, int line) {
   return fake.source.shown.rows[static_cast<std::size_t>(line)].state;
 }

@@ -13,7 +13,7 @@ struct Act {
   enum class What { GoTo, ExtendTo } what;
   int line;
 };
-struct Case {
+struct SelectionCase {
   const char* what;
   std::vector<Act> acts;
   int current;
@@ -23,7 +23,7 @@ constexpr auto kGo = Act::What::GoTo;
 constexpr auto kExtend = Act::What::ExtendTo;
 
 TEST(RowSelection, ReachesFromWhereItBeganToTheCurrentRow) {
-  const std::vector<Case> cases = {
+  const std::vector<SelectionCase> cases = {
       {"at first", {}, 0, {0, 1}},
       {"one row", {{kGo, 7}}, 7, {7, 1}},
       {"downwards", {{kGo, 7}, {kExtend, 9}}, 9, {7, 3}},
@@ -36,7 +36,7 @@ TEST(RowSelection, ReachesFromWhereItBeganToTheCurrentRow) {
       {"before the first row", {{kGo, 1}, {kExtend, -9}}, 0, {0, 2}},
       {"from a row that does not exist", {{kGo, 400}, {kExtend, 198}}, 198, {198, 2}},
   };
-  for (const Case& row : cases) {
+  for (const SelectionCase& row : cases) {
     SCOPED_TRACE(row.what);
     RowSelection selection;
     for (const Act& act : row.acts) {

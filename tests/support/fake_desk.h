@@ -13,6 +13,7 @@
 
 #include "platform/comm_devices.h"
 #include "session/desk.h"
+#include "session/rows.h"
 #include "session/source.h"
 #include "support/fake_boxes.h"
 
@@ -318,6 +319,15 @@ struct FakeDesk {
   FakeDesk& operator=(const FakeDesk&) = delete;
 
   Instruction& Line(int index) { return source.program.Prog[index]; }
+  /// What has been painted and told so far.
+  void ForgetShown() {
+    view.rows.clear();
+    view.scrolls.clear();
+    view.counters.clear();
+    run.statuses.clear();
+    run.faults.clear();
+    boxes.shown.clear();
+  }
 
   Source source;
   FakeClock clock;
@@ -353,5 +363,10 @@ struct FakeDesk {
 
   Desk desk = DeskOn(port, files);
 };
+
+/// The name of the icon of a row, 0..199.
+inline std::string_view IconOf(const FakeDesk& fake, int line) {
+  return IconName(fake.source.shown.rows[static_cast<std::size_t>(line)].icon);
+}
 
 }  // namespace tavlo::testing

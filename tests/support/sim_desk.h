@@ -16,6 +16,13 @@
 
 namespace tavlo::testing {
 
+/// A hub of the model that a program is for.
+inline hubsim::HubOptions OptionsFor(const Program& program) {
+  hubsim::HubOptions options;
+  if (program.HubIndex == HubQuad) options.model = hubsim::HubModel::Quad;
+  return options;
+}
+
 /// How a line carries its bytes: each in its time on the wire or at once, and what the hub says so much
 /// later.
 struct LineTiming {

@@ -2,6 +2,8 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #pragma once
 
+#include <sys/stat.h>
+
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -9,6 +11,12 @@
 #include <string>
 
 namespace tavlo::testing {
+
+/// Returns 0 if there is no such file.
+inline mode_t PermissionsOf(const std::string& path) {
+  struct stat file {};
+  return stat(path.c_str(), &file) == 0 ? file.st_mode & 0777U : 0;
+}
 
 /// A folder of the test's own, gone with it.
 class TempFolder {

@@ -8,17 +8,15 @@
 #include <vector>
 
 #include "model/kinds.h"
+#include "support/new_program.h"
 #include "text/one_text.h"
 
 namespace tavlo {
 namespace {
 
+using testing::NewProgram;
 using testing::OneText;
 using Texts = std::vector<std::string>;
-
-Program NewProgram() {
-  return OneText(NO).program;
-}
 
 /// The rows under a heading; none if it is not there.
 Texts Rows(const Program& program, std::string_view heading) {

@@ -7,19 +7,16 @@
 #include <string>
 #include <vector>
 
+#include "support/new_program.h"
 #include "text/one_text.h"
 #include "text/shown_listing.h"
 
 namespace tavlo {
 namespace {
 
+using testing::NewProgram;
 using testing::OneText;
 using Texts = std::vector<std::string>;
-
-/// A new program, without a line.
-Program NewProgram() {
-  return OneText(NO).program;
-}
 
 TEST(Listing, BeginsWithItsHeading) {
   EXPECT_EQ(MakeListing(NewProgram(), "untitled").heading,

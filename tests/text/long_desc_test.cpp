@@ -17,6 +17,7 @@ namespace tavlo {
 namespace {
 
 using testing::OneText;
+using testing::Untouched;
 using Fill = void (*)(Instruction&);
 using Texts = std::vector<std::string>;
 
@@ -36,15 +37,13 @@ struct LongCase {
   Texts texts;
 };
 
-void ExpectTexts(const std::vector<LongCase>& cases) {
+void ExpectLongTexts(const std::vector<LongCase>& cases) {
   for (const LongCase& c : cases) {
     OneText one(c.type);
     c.fill(one.line());
     EXPECT_EQ(TextsOf(one), c.texts) << Mnemonic(c.type);
   }
 }
-
-void Untouched(Instruction&) {}
 
 constexpr std::string_view kMove = "(cw) 2.0 rev, 2.0 rps, A=100.0 rev/s/s, D=100.0 rev/s/s";
 std::string Move(std::string_view verb) {
@@ -99,7 +98,7 @@ TEST(PrintLine, EveryTypeInItsPlainForm) {
       {SS,
        [](Instruction& l) { l.SubType = 3; },
        {"Axis 1: Start cw, 2.0 rps, A=100.0 rev/s/s, D=100.0 rev/s/s"}}};
-  ExpectTexts(cases);
+  ExpectLongTexts(cases);
   ASSERT_EQ(cases.size(), std::size_t{kTypes});
   for (int type = 0; type < kTypes; ++type) EXPECT_EQ(cases[type].type, type);
 }
@@ -174,18 +173,18 @@ TEST(PrintLine, DirectionsAreClockwiseAtZeroAlone) {
       EXPECT_NE(text.find(dir == 0 ? "(cw) 2.0" : "(ccw) 2.0"), std::string::npos) << text;
     }
   }
-  ExpectTexts({{FP,
-                [](Instruction& l) { l.Dir = 1; },
-                {"Axis 1: Feed to Abs Position -2.0 rev, 2.0 rps, A=100.0 rev/s/s, D=100.0 rev/s/s"}},
-               {SP, [](Instruction& l) { l.Dir = 1; }, {"Axis 1: Set abs position = -40000 "}},
-               {SP, [](Instruction& l) { l.Dir = 1, l.Dist = 0; }, {"Axis 1: Set abs position =  0 "}},
-               {SS,
-                [](Instruction& l) { l.SubType = 3, l.Dir = 1; },
-                {"Axis 1: Start ccw, 2.0 rps, A=100.0 rev/s/s, D=100.0 rev/s/s"}}});
+  ExpectLongTexts({{FP,
+                    [](Instruction& l) { l.Dir = 1; },
+                    {"Axis 1: Feed to Abs Position -2.0 rev, 2.0 rps, A=100.0 rev/s/s, D=100.0 rev/s/s"}},
+                   {SP, [](Instruction& l) { l.Dir = 1; }, {"Axis 1: Set abs position = -40000 "}},
+                   {SP, [](Instruction& l) { l.Dir = 1, l.Dist = 0; }, {"Axis 1: Set abs position =  0 "}},
+                   {SS,
+                    [](Instruction& l) { l.SubType = 3, l.Dir = 1; },
+                    {"Axis 1: Start ccw, 2.0 rps, A=100.0 rev/s/s, D=100.0 rev/s/s"}}});
 }
 
 TEST(PrintLine, DistancesAndSpeedsComeFromVariables) {
-  ExpectTexts(
+  ExpectLongTexts(
       {{FL,
         [](Instruction& l) { l.DistIsMMI = l.SpeedIsMMI = true; },
         {"Axis 1: Feed to Length(cw) distance = MMI(Dist1), V = MMI(Speed1), A=100.0 rev/s/s, D=100.0 "
@@ -251,13 +250,13 @@ TEST(PrintLine, WithoutUserUnitsStepsAreGroupedAndSpeedsAreRevolutions) {
 }
 
 TEST(PrintLine, AReturnPrintsItsSpeedInRevolutionsWhateverTheUnits) {
-  ExpectTexts({{FR,
-                [](Instruction& l) { l.RetSpeed = 0.5F, l.Time = 150; },
-                {Move("Feed & Return"), "Return speed=0.500 rev/sec, Return delay=0.15 sec"}},
-               {FSR,
-                [](Instruction& l) { l.RetSpeed = 12.3456F, l.Time = 0, l.State = 0; },
-                {Move("Feed to Sensor & Return"), "Return speed=12.3456rev/sec, Return delay=0 sec.",
-                 "  To input 1 high"}}});
+  ExpectLongTexts({{FR,
+                    [](Instruction& l) { l.RetSpeed = 0.5F, l.Time = 150; },
+                    {Move("Feed & Return"), "Return speed=0.500 rev/sec, Return delay=0.15 sec"}},
+                   {FSR,
+                    [](Instruction& l) { l.RetSpeed = 12.3456F, l.Time = 0, l.State = 0; },
+                    {Move("Feed to Sensor & Return"), "Return speed=12.3456rev/sec, Return delay=0 sec.",
+                     "  To input 1 high"}}});
 }
 
 TEST(PrintLine, TheEncodersIndexIsInput8OfAFeedAndInput6OfASearchForHome) {
@@ -407,7 +406,7 @@ TEST(PrintLine, ASafetyDistanceIsNeverAVariable) {
 }
 
 TEST(PrintLine, LinesThatAskTheOperatorTerminal) {
-  ExpectTexts(
+  ExpectLongTexts(
       {{WI, [](Instruction& l) { l.CountIsMMI = true, l.Text = "Load"; }, {"Wait for MMI ENTER: \"Load\""}},
        {WI,
         [](Instruction& l) { l.CountIsMMI = l.JogOn = true, l.Text = "Load"; },
@@ -433,10 +432,10 @@ TEST(PrintLine, AKnobIsFollowedUntilEnterOrAnInputByItsDistance) {
     EXPECT_EQ(TextsOf(one),
               (Texts{"Follow knob until Input 2 " + std::string(kLevels[state]) + ",  16 /count."}));
   }
-  ExpectTexts({{FE,
-                [](Instruction& l) { l.CountIsMMI = true, l.Dist = 16; },
-                {"Follow knob until MMI ENTER.  16 /count."}},
-               {FE, [](Instruction& l) { l.State = 4; }, {"Follow knob until Input 0 "}}});
+  ExpectLongTexts({{FE,
+                    [](Instruction& l) { l.CountIsMMI = true, l.Dist = 16; },
+                    {"Follow knob until MMI ENTER.  16 /count."}},
+                   {FE, [](Instruction& l) { l.State = 4; }, {"Follow knob until Input 0 "}}});
 }
 
 TEST(PrintLine, EachPromptHasItsForm) {
@@ -520,13 +519,13 @@ TEST(PrintLine, ASubTypeThatThereIsNotAddsNothingAndEndsItsRow) {
 }
 
 TEST(PrintLine, StartOrStopBySubType) {
-  ExpectTexts({{SS, [](Instruction& l) { l.SubType = 2; }, {"Axis 1: Stop"}},
-               {SS, [](Instruction& l) { l.SubType = 1; }, {"Axis 1: Change speed to, 2.0 rps"}},
-               {SS, [](Instruction& l) { l.SubType = 0; }, {"Stop all motion"}}});
+  ExpectLongTexts({{SS, [](Instruction& l) { l.SubType = 2; }, {"Axis 1: Stop"}},
+                   {SS, [](Instruction& l) { l.SubType = 1; }, {"Axis 1: Change speed to, 2.0 rps"}},
+                   {SS, [](Instruction& l) { l.SubType = 0; }, {"Stop all motion"}}});
 }
 
 TEST(PrintLine, CurrentsAndTheMotor) {
-  ExpectTexts(
+  ExpectLongTexts(
       {{ED, [](Instruction& l) { l.MotorOn = true; }, {"Axis 1: Resume normal motor current"}},
        {CC,
         [](Instruction& l) { l.Current = 5.25F, l.IdlePct = 3; },
@@ -535,15 +534,15 @@ TEST(PrintLine, CurrentsAndTheMotor) {
 }
 
 TEST(PrintLine, NumbersBeyondWhatThereIsPrintAsTheyAre) {
-  ExpectTexts({{GT, [](Instruction& l) { l.LineNum = -5; }, {"Go To Line -4 "}},
-               {GT, [](Instruction& l) { l.LineNum = 32767; }, {"Go To Line 32768 "}},
-               {RP, [](Instruction& l) { l.Count = -1; }, {"Repeat -1 times"}},
-               {WT, [](Instruction& l) { l.Time = 30000; }, {"Wait Time 30 seconds"}},
-               {WT, [](Instruction& l) { l.Time = -5; }, {"Wait Time -.005 seconds"}},
-               {LP, [](Instruction& l) { l.DistVar = 50; }, {"Axis 1: Save abs position to "}}});
+  ExpectLongTexts({{GT, [](Instruction& l) { l.LineNum = -5; }, {"Go To Line -4 "}},
+                   {GT, [](Instruction& l) { l.LineNum = 32767; }, {"Go To Line 32768 "}},
+                   {RP, [](Instruction& l) { l.Count = -1; }, {"Repeat -1 times"}},
+                   {WT, [](Instruction& l) { l.Time = 30000; }, {"Wait Time 30 seconds"}},
+                   {WT, [](Instruction& l) { l.Time = -5; }, {"Wait Time -.005 seconds"}},
+                   {LP, [](Instruction& l) { l.DistVar = 50; }, {"Axis 1: Save abs position to "}}});
 }
 
-struct MultiRow {
+struct LongMultiRow {
   int in_mask;
   int in_state;
   int drv_mask;
@@ -552,7 +551,7 @@ struct MultiRow {
   std::string_view if_text;
   std::string_view wait_text;
 };
-constexpr MultiRow kMulti[] = {
+constexpr LongMultiRow kLongMulti[] = {
     {0, 255, 0, 255, true, "Illegal Multi-If Input", "Illegal Multi-Wait Input"},
     {1, 1, 0, 0, true, "If input 1 high goto 6", "Wait for input 1 high."},
     {5, 0, 0, 0, true, "If input 1 and 3 low goto 6", "Wait for input 1 and 3 low."},
@@ -564,7 +563,7 @@ constexpr MultiRow kMulti[] = {
     {1, 1, 3, 2, true, "If input 1,X1 high and X0 low goto 6", "Wait for input 1,X1 high and X0 low."}};
 
 TEST(SeveralInputsInFull, MainInputsAreJoinedByAWordAndTheDrivesOwnByAComma) {
-  for (const MultiRow& row : kMulti) {
+  for (const LongMultiRow& row : kLongMulti) {
     OneText one(III);
     Instruction& line = one.line();
     line.InMask = static_cast<std::int16_t>(row.in_mask);

@@ -23,4 +23,7 @@ struct OneText {
   Program program;
 };
 
+/// For a row that takes the line as it is.
+inline void Untouched(Instruction&) {}
+
 }  // namespace tavlo::testing

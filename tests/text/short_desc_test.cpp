@@ -14,6 +14,7 @@ namespace tavlo {
 namespace {
 
 using testing::OneText;
+using testing::Untouched;
 using Fill = void (*)(Instruction&);
 
 struct TextRow {
@@ -29,8 +30,6 @@ void ExpectTexts(std::initializer_list<TextRow> rows) {
     EXPECT_EQ(one.Text(), row.text) << Mnemonic(row.type);
   }
 }
-
-void Untouched(Instruction&) {}
 
 TEST(ShortDesc, TheExamples) {
   ExpectTexts(
