@@ -21,6 +21,9 @@ inline const std::string kGivesTime =
     "time\n"
     "tavlo: taking the hub out of the drives' passthrough, in case it is still in it\n";
 
+/// What is told when a program begins to run.
+inline const std::string kRuns = "tavlo: the program runs; Ctrl-C stops it\n";
+
 /// What a command left behind.
 struct Outcome {
   int code = 0;
@@ -76,6 +79,19 @@ class Companion : public ::testing::Test {
   bool err_is_terminal = false;
   std::function<std::optional<std::string>()> read_line;
   cli::Feed* feed = nullptr;
+};
+
+/// What the companion runs in before a hub of four axes, and what it has said there.
+struct QuadCompanion {
+  static hubsim::HubOptions Options() {
+    hubsim::HubOptions options;
+    options.model = hubsim::HubModel::Quad;
+    return options;
+  }
+  SimHub hub{Options()};
+  std::ostringstream out;
+  std::ostringstream err;
+  cli::Environment environment{out, err, false, nullptr, [this](const cli::PortName&) { return hub.Line(); }};
 };
 
 }  // namespace tavlo::testing

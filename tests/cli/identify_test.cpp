@@ -81,15 +81,10 @@ TEST_F(Identify, JsonGivesNamesAndCodes) {
 }
 
 TEST_F(Identify, AHubOfFourAxesHasFourRows) {
-  hubsim::HubOptions options;
-  options.model = hubsim::HubModel::Quad;
-  SimHub quad(options);
-  std::ostringstream out;
-  std::ostringstream err;
-  cli::Environment environment{out, err, false, nullptr, [&](const cli::PortName&) { return quad.Line(); }};
-  EXPECT_EQ(cli::RunTavlo({"identify", "--port", "1"}, environment), cli::ExitCode::Done);
-  EXPECT_EQ(out.str().substr(0, 24), "Hub Quad, firmware 1.38\n");
-  EXPECT_EQ(std::ranges::count(out.str(), '\n'), 6);
+  QuadCompanion quad;
+  EXPECT_EQ(cli::RunTavlo({"identify", "--port", "1"}, quad.environment), cli::ExitCode::Done);
+  EXPECT_EQ(quad.out.str().substr(0, 24), "Hub Quad, firmware 1.38\n");
+  EXPECT_EQ(std::ranges::count(quad.out.str(), '\n'), 6);
 }
 
 TEST_F(Identify, AHubThatDoesNotAnswerOrAnswersWronglyIsToldAndEndsWithSix) {

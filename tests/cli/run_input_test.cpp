@@ -13,7 +13,6 @@
 namespace tavlo::testing {
 namespace {
 
-const std::string kRuns = "tavlo: the program runs; Ctrl-C stops it\n";
 const std::string kClear = "\x1b\x45";
 
 std::string LineEventOf(int header, int number) {

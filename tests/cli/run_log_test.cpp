@@ -10,7 +10,6 @@ namespace {
 
 using hubsim::Failure;
 
-const std::string kRuns = "tavlo: the program runs; Ctrl-C stops it\n";
 const std::string kHeader = "time_s,event,line,axis,what,value\r\n";
 
 class LoggedRun : public Companion {

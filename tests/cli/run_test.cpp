@@ -10,8 +10,6 @@ namespace {
 
 using hubsim::Failure;
 
-const std::string kRuns = "tavlo: the program runs; Ctrl-C stops it\n";
-
 class Run : public Companion {
  protected:
   /// Two waits of half a second, then the program ends.

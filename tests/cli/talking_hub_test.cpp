@@ -11,7 +11,7 @@
 namespace tavlo::testing {
 namespace {
 
-constexpr int kRuns = 304;
+constexpr int kRunsWhileItTalks = 304;
 constexpr unsigned kSeed = 11;
 
 class TalkingHubOfACommand : public Companion {
@@ -47,7 +47,7 @@ class TalkingHubOfACommand : public Companion {
     std::mt19937 random(kSeed);
     std::uniform_real_distribution<double> moment(0, 0.2);
     int runs = 0;
-    while (runs < kRuns && !HasFailure()) {
+    while (runs < kRunsWhileItTalks && !HasFailure()) {
       for (const Talk talk : kTalks) {
         for (const double latency : kLatencies) {
           SCOPED_TRACE(std::string(NameOf(talk)) + ", latency " + std::to_string(latency) + ", run " +

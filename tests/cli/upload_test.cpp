@@ -62,19 +62,14 @@ TEST_F(UploadCommand, JsonGivesWhatWasRead) {
 }
 
 TEST_F(UploadCommand, TheFileOfAHubOfFourAxesIsForThatModel) {
-  hubsim::HubOptions options;
-  options.model = hubsim::HubModel::Quad;
-  SimHub quad(options);
-  std::ostringstream out;
-  std::ostringstream err;
-  cli::Environment environment{out, err, false, nullptr, [&](const cli::PortName&) { return quad.Line(); }};
+  QuadCompanion quad;
   program.HubIndex = HubQuad;
   Line(3).Type = WI;
   Line(3).Drive = kHubQuadIO;
-  ASSERT_EQ(cli::RunTavlo({"download", File(), "--port", "1"}, environment), cli::ExitCode::Done);
-  ASSERT_EQ(cli::RunTavlo({"upload", Copy(), "--port", "1"}, environment), cli::ExitCode::Done);
+  ASSERT_EQ(cli::RunTavlo({"download", File(), "--port", "1"}, quad.environment), cli::ExitCode::Done);
+  ASSERT_EQ(cli::RunTavlo({"upload", Copy(), "--port", "1"}, quad.environment), cli::ExitCode::Done);
   EXPECT_NE(Tavlo({"show", Copy()}).out.find("3\tHub:Wait for Input 1"), std::string::npos);
-  EXPECT_NE(out.str().find("from the Hub Quad, firmware 1.38"), std::string::npos);
+  EXPECT_NE(quad.out.str().find("from the Hub Quad, firmware 1.38"), std::string::npos);
 }
 
 TEST_F(UploadCommand, AFileThatIsThereIsReplacedAndNothingOfItComesThrough) {

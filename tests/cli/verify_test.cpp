@@ -143,19 +143,16 @@ TEST_F(VerifyCommand, ALineOfTheHubThatCannotBeReadIsToldAsSuch) {
 }
 
 TEST_F(VerifyCommand, TheMasksOfAHubQuadAreCutAsADownloadCutsThem) {
-  hubsim::HubOptions options;
-  options.model = hubsim::HubModel::Quad;
-  SimHub quad(options);
-  std::ostringstream out;
-  std::ostringstream err;
-  cli::Environment environment{out, err, false, nullptr, [&](const cli::PortName&) { return quad.Line(); }};
+  QuadCompanion quad;
   program.HubIndex = HubQuad;
   Line(4).Type = WII;
   Line(4).Drive = kHubQuadIO;
   Line(4).InMask = 0xF3;
   const std::string file = File();
-  ASSERT_EQ(cli::RunTavlo({"download", file, "--port", "1"}, environment), cli::ExitCode::Done) << err.str();
-  EXPECT_EQ(cli::RunTavlo({"verify", file, "--port", "1"}, environment), cli::ExitCode::Done) << out.str();
+  ASSERT_EQ(cli::RunTavlo({"download", file, "--port", "1"}, quad.environment), cli::ExitCode::Done)
+      << quad.err.str();
+  EXPECT_EQ(cli::RunTavlo({"verify", file, "--port", "1"}, quad.environment), cli::ExitCode::Done)
+      << quad.out.str();
 }
 
 TEST_F(VerifyCommand, EachFailureEndsByItsExitCode) {

@@ -42,8 +42,8 @@ struct AnalysisBench : FormBench<WhichForm> {
   }
 };
 using LengthBench = AnalysisBench<FeedLength>;
-struct OutputBench : AnalysisBench<FeedSetOut> {
-  OutputBench() {
+struct AnalysedOutput : AnalysisBench<FeedSetOut> {
+  AnalysedOutput() {
     Line().Type = FLSO;
     Line().Speed2IsMMI = true;
   }
@@ -174,7 +174,7 @@ TEST(Analysis, LettersOfAUnitStandApart) {
 }
 
 TEST(Analysis, OfAnOutputShowsWhenItIsSet) {
-  OutputBench d;
+  AnalysedOutput d;
   d.Analyse();
   EXPECT_EQ(d.Rows(), kFourRows);
   EXPECT_EQ(d.Caption("OutDist"), "10000");
@@ -194,7 +194,7 @@ TEST(Analysis, OfAnOutputShowsWhenItIsSet) {
 }
 
 TEST(Analysis, OfAnOutputWhosePlaceIsAVariableOnlyItsTraceVanishes) {
-  OutputBench d;
+  AnalysedOutput d;
   d.Open();
   d.Click("getmmidst2");
   d.Turn(1);
@@ -205,7 +205,7 @@ TEST(Analysis, OfAnOutputWhosePlaceIsAVariableOnlyItsTraceVanishes) {
 }
 
 TEST(Analysis, OfAnOutputKeepsTheCaptionOfRevolutionsInUserUnits) {
-  OutputBench d;
+  AnalysedOutput d;
   InInches(d.program, 0, 2000);
   d.Analyse();
   EXPECT_EQ(d.Graph().y_caption, "R e v / s e c");

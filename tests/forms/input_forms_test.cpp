@@ -43,7 +43,7 @@ struct InputBench : FormBench<WhichForm> {
     return rows;
   }
 };
-struct WaitBench : InputBench<WaitInput, WI, WII> {
+struct WaitInputBench : InputBench<WaitInput, WI, WII> {
   using InputBench::InputBench;
   static constexpr const char* kTitle = "Wait Input";
 };
@@ -54,7 +54,7 @@ struct IfBench : InputBench<IfInput, II, III> {
 
 template <class Bench>
 class EveryInputForm : public ::testing::Test {};
-using InputBenches = ::testing::Types<WaitBench, IfBench>;
+using InputBenches = ::testing::Types<WaitInputBench, IfBench>;
 TYPED_TEST_SUITE(EveryInputForm, InputBenches);
 
 TYPED_TEST(EveryInputForm, OpeningAndConfirmingChangesNothing) {
@@ -320,7 +320,7 @@ TYPED_TEST(EveryInputForm, TheLargeHubHasNoEntryOfItsOwn) {
 }
 
 TEST(WaitInput, JogSettingsAreDimmedUntilJogsAreActive) {
-  WaitBench d;
+  WaitInputBench d;
   d.Open();
   EXPECT_TRUE(d.Chosen("cw"));
   EXPECT_TRUE(d.Enabled("SpeedText"));
@@ -349,7 +349,7 @@ TEST(WaitInput, JogSettingsAreForcedIntoRangeInTheUnitsOfTheAxis) {
               {"AccelText", "1000", "1000.0", 1.5F, 100},    {"AccelText", "", "10.0", 1.5F, 1},
               {"AccelText", "1E999", "30000.0", 1.5F, 3000}, {"AccelText", "104", "100.0", 1.5F, 10}};
   for (const auto& row : rows) {
-    WaitBench d;
+    WaitInputBench d;
     InInches(d.program, 0, 2000);
     d.Open();
     EXPECT_EQ(d.Text("SpeedText"), "15.0000");
@@ -364,7 +364,7 @@ TEST(WaitInput, JogSettingsAreForcedIntoRangeInTheUnitsOfTheAxis) {
 }
 
 TEST(WaitInput, JogSettingsGoThroughTheUnitsOfAnAxisThatDoesNotUseThem) {
-  WaitBench d;
+  WaitInputBench d;
   d.program.Axis.StepsPerUnit[0] = 40000;
   d.Open();
   d.Enter("SpeedText", "3");
@@ -383,7 +383,7 @@ TEST(WaitInput, AJogSpeedEndsInRangeWhateverTheUnitsMakeOfIt) {
     float speed;
   } rows[] = {{40000, "40", 50}, {16000000, "0.1", 50}, {20000, "40", 40}, {1, "50", 0.025F}};
   for (const auto& row : rows) {
-    WaitBench d;
+    WaitInputBench d;
     d.program.Axis.StepsPerUnit[0] = row.steps_per_unit;
     d.Open();
     d.Enter("SpeedText", row.typed);
@@ -394,7 +394,7 @@ TEST(WaitInput, AJogSpeedEndsInRangeWhateverTheUnitsMakeOfIt) {
 
 TEST(WaitInput, StoredJogSettingsBeyondTheirEndsBecomeThoseEnds) {
   for (const bool own_units : {false, true}) {
-    WaitBench d;
+    WaitInputBench d;
     d.program.Axis.StepsPerUnit[0] = 40000;
     d.program.Axis.UseUnits[0] = own_units;
     d.Line().JogSpeed = 400;
@@ -407,7 +407,7 @@ TEST(WaitInput, StoredJogSettingsBeyondTheirEndsBecomeThoseEnds) {
 }
 
 TEST(WaitInput, StoredJogSettingsOutOfRangeAreForcedAtOK) {
-  WaitBench d;
+  WaitInputBench d;
   d.Line().JogSpeed = 0;
   d.Line().JogAccel = 4000;
   d.Line().JogOn = false;
@@ -420,14 +420,14 @@ TEST(WaitInput, StoredJogSettingsOutOfRangeAreForcedAtOK) {
 
 TEST(WaitInput, JogsAreForcedOffWhereTheDriveHasNoInputsForThem) {
   for (int model = 0; model <= 50; ++model) {
-    WaitBench d;
+    WaitInputBench d;
     d.OfModel(model);
     d.Open();
     EXPECT_EQ(d.Visible("FrameJog"), !FourInputModel(model)) << model;
     EXPECT_TRUE(d.OK());
     EXPECT_EQ(d.Line().JogOn, !FourInputModel(model)) << model;
   }
-  WaitBench d;
+  WaitInputBench d;
   d.program.HubIndex = HubQuad;
   d.Line().Drive = 4;
   d.Open();
@@ -454,7 +454,7 @@ TEST(WaitInput, SaysThatTheInputWaitedForIsAJog) {
               {36, 3, ""}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.model);
-    WaitBench d;
+    WaitInputBench d;
     d.OfModel(row.model);
     d.Open();
     d.Click("OptIn(" + std::to_string(row.input) + ")");
@@ -471,7 +471,7 @@ TEST(WaitInput, SaysThatTheInputWaitedForIsAJog) {
 }
 
 TEST(WaitInput, OfOneInputIsNoPromptAnyMore) {
-  WaitBench d;
+  WaitInputBench d;
   d.Line().CountIsMMI = true;
   d.Open();
   EXPECT_TRUE(d.OK());

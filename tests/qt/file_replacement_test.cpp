@@ -26,11 +26,6 @@ std::ptrdiff_t CountIn(const TempFolder& folder) {
   return std::distance(fs::directory_iterator(folder.Path()), fs::directory_iterator());
 }
 
-mode_t PermissionsOf(const std::string& path) {
-  struct stat file {};
-  return stat(path.c_str(), &file) == 0 ? file.st_mode & 0777U : 0;
-}
-
 TEST(ReplaceFile, AFileIsMadeAndReplacedWholeAndNothingElseStays) {
   const TempFolder folder;
   const std::string path = folder.Path("a.TVH");

@@ -16,11 +16,6 @@
 namespace tavlo::testing {
 namespace {
 
-mode_t PermissionsOf(const std::string& path) {
-  struct stat file {};
-  return stat(path.c_str(), &file) == 0 ? file.st_mode & 0777U : 0;
-}
-
 /// Sets a variable of the environment and puts it back.
 class Variable {
  public:

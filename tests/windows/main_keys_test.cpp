@@ -17,14 +17,14 @@
 namespace tavlo::testing {
 namespace {
 
-constexpr const char* kFile = "/home/op/cut.TVH";
+constexpr const char* kPresentFile = "/home/op/cut.TVH";
 
 /// A program with something to save, to find and to take back.
 struct KeySession : RunningSession {
   KeySession() {
     for (int line = 0; line < 20; ++line) Lines().Prog[line] = {.Type = FL, .Dist = line + 1};
     ShowProgram(Handlers());
-    fakes.files.files[kFile] = WriteHubProg(Lines(), 0);
+    fakes.files.files[kPresentFile] = WriteHubProg(Lines(), 0);
   }
   void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, QWidget* at = nullptr) {
     QTest::keyClick(at == nullptr ? static_cast<QWidget*>(&Pane()) : at, key, modifiers);
@@ -192,17 +192,17 @@ TEST(MainKeys, APasteOfNothingIsToldInPassingAndInNoBox) {
 
 TEST(MainKeys, SaveWritesToThePresentFileAndTheButtonProposesIt) {
   KeySession session;
-  session.fakes.dialogs.next_file_name = kFile;
+  session.fakes.dialogs.next_file_name = kPresentFile;
   session.Press(Qt::Key_O, Qt::ControlModifier);
   session.Pane().setFocus();
   session.Press(Qt::Key_Insert);
   session.fakes.dialogs.shown.clear();
   session.Press(Qt::Key_S, Qt::ControlModifier);
   EXPECT_TRUE(session.fakes.dialogs.shown.empty());
-  EXPECT_EQ(session.fakes.files.files[kFile], WriteHubProg(session.Lines(), 0));
+  EXPECT_EQ(session.fakes.files.files[kPresentFile], WriteHubProg(session.Lines(), 0));
   session.Find<QAbstractButton>("Save")->click();
   ASSERT_EQ(session.fakes.dialogs.shown.size(), 1U);
-  EXPECT_EQ(session.fakes.dialogs.shown[0].present, kFile);
+  EXPECT_EQ(session.fakes.dialogs.shown[0].present, kPresentFile);
 }
 
 TEST(MainKeys, GoToLineTakesANumberAndGoesThereOnEnter) {

@@ -15,12 +15,12 @@ QString Line(RunSession& session, int row) {
   return session.Find<QLabel>("fakeMMI", name.c_str()).text();
 }
 
-struct KeyCase {
+struct KeypadCase {
   const char* button;
   Qt::Key keyboard;
   char sent;
 };
-const std::vector<KeyCase> kKeyCases = {
+const std::vector<KeypadCase> kKeyCases = {
     {"number0", Qt::Key_0, '0'},        {"number1", Qt::Key_1, '1'},      {"number2", Qt::Key_2, '2'},
     {"number3", Qt::Key_3, '3'},        {"number4", Qt::Key_4, '4'},      {"number5", Qt::Key_5, '5'},
     {"number6", Qt::Key_6, '6'},        {"number7", Qt::Key_7, '7'},      {"number8", Qt::Key_8, '8'},
@@ -34,7 +34,7 @@ const std::vector<KeyCase> kKeyCases = {
 TEST(MmiForm, EachKeySendsItsByteFromTheKeypadAndFromTheKeyboard) {
   RunSession session;
   session.WhileRunning(RunWindow::fakeMMI, [&] {
-    for (const KeyCase& c : kKeyCases) {
+    for (const KeypadCase& c : kKeyCases) {
       session.fakes.port.sent.clear();
       session.Click("fakeMMI", c.button);
       EXPECT_EQ(session.fakes.port.AllSent(), std::string(1, c.sent)) << c.button;
@@ -77,7 +77,7 @@ TEST(MmiForm, KeysWithControlOrAltAreNotTheKeypads) {
 TEST(MmiForm, AHeldKeyRepeatsOnlyWhereItJogsOrRubsOut) {
   RunSession session;
   session.WhileRunning(RunWindow::fakeMMI, [&] {
-    for (const KeyCase& c : kKeyCases) {
+    for (const KeypadCase& c : kKeyCases) {
       session.fakes.port.sent.clear();
       QKeyEvent held(QEvent::KeyPress, c.keyboard, Qt::NoModifier, QString(), true);
       QApplication::sendEvent(&session.Form("fakeMMI"), &held);

@@ -16,10 +16,10 @@
 namespace tavlo::testing {
 namespace {
 
-constexpr const char* kFile = "/home/op/a & b.TVH";
+constexpr const char* kOddName = "/home/op/a & b.TVH";
 
 struct FilesSession : RunningSession {
-  FilesSession() { fakes.files.files[kFile] = WriteHubProg(Lines(), 0); }
+  FilesSession() { fakes.files.files[kOddName] = WriteHubProg(Lines(), 0); }
 
   /// Drags these over the main window and drops them. Returns whether it would take them.
   bool Drop(const QList<QUrl>& urls) {
@@ -42,13 +42,13 @@ struct FilesSession : RunningSession {
 
 TEST(DroppedFile, IsLoadedAsLoadDoesQuestionIncluded) {
   FilesSession session;
-  EXPECT_TRUE(session.Drop({QUrl::fromLocalFile(QString::fromLatin1(kFile))}));
-  EXPECT_EQ(session.Session().file_name, kFile);
+  EXPECT_TRUE(session.Drop({QUrl::fromLocalFile(QString::fromLatin1(kOddName))}));
+  EXPECT_EQ(session.Session().file_name, kOddName);
   EXPECT_TRUE(session.fakes.boxes.shown.empty());
   session.Session().Changed = true;
   session.fakes.boxes.setNextAnswer(Answer::Cancel);
   session.Session().file_name = "mine.TVH";
-  session.Drop({QUrl::fromLocalFile(QString::fromLatin1(kFile))});
+  session.Drop({QUrl::fromLocalFile(QString::fromLatin1(kOddName))});
   ASSERT_EQ(session.fakes.boxes.shown.size(), 1U);
   EXPECT_EQ(session.fakes.boxes.shown[0].title, "Open");
   EXPECT_EQ(session.Session().file_name, "mine.TVH");
@@ -56,7 +56,7 @@ TEST(DroppedFile, IsLoadedAsLoadDoesQuestionIncluded) {
 
 TEST(DroppedFile, IsOnlyTakenAsOneFileAndWhileTheCommandsAreFree) {
   FilesSession session;
-  const QUrl file = QUrl::fromLocalFile(QString::fromLatin1(kFile));
+  const QUrl file = QUrl::fromLocalFile(QString::fromLatin1(kOddName));
   EXPECT_FALSE(session.Drop({}));
   EXPECT_FALSE(session.Drop({file, file}));
   EXPECT_FALSE(session.Drop({QUrl(QStringLiteral("https://example.org/a.TVH"))}));
@@ -76,18 +76,18 @@ TEST(RecentFiles, StandAtTheArrowOfLoadAndOpenByAClick) {
   EXPECT_EQ(session.Recent()[0]->text(), QStringLiteral("No recent files"));
   EXPECT_FALSE(session.Recent()[0]->isEnabled());
   RememberFile(session.fakes.settings, "/home/op/other.TVH");
-  RememberFile(session.fakes.settings, kFile);
+  RememberFile(session.fakes.settings, kOddName);
   const QList<QAction*> files = session.Recent();
   ASSERT_EQ(files.size(), 2);
   EXPECT_EQ(files[0]->text(), QStringLiteral("/home/op/a && b.TVH"));
   files[0]->trigger();
-  EXPECT_EQ(session.Session().file_name, kFile);
+  EXPECT_EQ(session.Session().file_name, kOddName);
 }
 
 TEST(MainWindow, TheTitleIsMarkedWhileNoFileHoldsTheProgram) {
   FilesSession session;
   const auto title = [&session] { return session.Main().windowTitle(); };
-  session.Main().Open(QString::fromLatin1(kFile));
+  session.Main().Open(QString::fromLatin1(kOddName));
   EXPECT_EQ(title(), QStringLiteral("Tavlo Composer  V1.29.1 - /home/op/a & b.TVH"));
   session.Find<QComboBox>("LimitList")->setCurrentIndex(2);
   EXPECT_EQ(title(), QStringLiteral("Tavlo Composer  V1.29.1 - /home/op/a & b.TVH*"));
@@ -96,7 +96,7 @@ TEST(MainWindow, TheTitleIsMarkedWhileNoFileHoldsTheProgram) {
   EXPECT_EQ(session.Lines().LimitList, HaltProgram);
   QTest::keyClick(&session.Main(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
   EXPECT_EQ(session.Lines().LimitList, ContinueProgram);
-  session.fakes.dialogs.next_file_name = kFile;
+  session.fakes.dialogs.next_file_name = kOddName;
   session.Find<QToolButton>("Save")->click();
   EXPECT_EQ(title(), QStringLiteral("Tavlo Composer  V1.29.1 - /home/op/a & b.TVH"));
 }

@@ -35,7 +35,7 @@ namespace {
 constexpr int kPatience = 100000;
 /// ms
 constexpr std::int32_t kShortestPulse = 5;
-constexpr const char* kFile = "program.TVH";
+constexpr const char* kSessionFile = "program.TVH";
 
 /// The desktop with real boxes; its line, files and file dialogs are fakes.
 struct Desktop {
@@ -190,7 +190,7 @@ class OperatorSession : public QObject {
     if (!front->isActiveWindow()) front->activateWindow();
     const bool repeats = random_.HoldsEnter();
     desktop_.fakes.dialogs.next_file_name =
-        random_.OneIn(2) ? std::optional<std::string>(kFile) : std::nullopt;
+        random_.OneIn(2) ? std::optional<std::string>(kSessionFile) : std::nullopt;
     random_.Act(main);
     told_.push_back(random_.Last());
     if (told_.size() > 12) told_.pop_front();

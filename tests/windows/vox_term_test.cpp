@@ -4,6 +4,7 @@
 
 #include <QGroupBox>
 #include <QPlainTextEdit>
+#include <QPushButton>
 
 #include "support/whenever.h"
 #include "windows/run_session.h"

@@ -111,10 +111,6 @@ TEST_P(DownloadFailure, IsToldInItsWordsAndByItsExitCode) {
   EXPECT_EQ(Download(), (Ended{GetParam().code, "", GetParam().message + "\n"}));
 }
 
-const std::string kNotCommunicating =
-    "Communication Error: The Tavlo Hub is not communicating.  Is it connected to the right port and turned "
-    "on?  "
-    "Do you have the right comm port selected?  Perhaps cycling power will help.";
 const std::string kNoDownload =
     "The Tavlo Hub is not responding to the Download command.  Is it connected to the right port and turned "
     "on?";

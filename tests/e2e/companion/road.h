@@ -41,6 +41,11 @@ inline const std::string kGivesTime =
     "time\n"
     "tavlo: taking the hub out of the drives' passthrough, in case it is still in it\n";
 
+inline const std::string kNotCommunicating =
+    "Communication Error: The Tavlo Hub is not communicating.  Is it connected to the right port and turned "
+    "on?  "
+    "Do you have the right comm port selected?  Perhaps cycling power will help.";
+
 /// A failure mode of the simulated hub, and what the companion makes of it.
 struct FailureCase {
   const char* mode;

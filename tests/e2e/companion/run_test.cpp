@@ -403,10 +403,6 @@ TEST_P(RunFailure, IsToldInItsWordsAndByItsExitCode) {
   EXPECT_EQ(Tavlo(RunArguments()), (Ended{GetParam().code, "", GetParam().message + "\n"}));
 }
 
-const std::string kNotCommunicating =
-    "Communication Error: The Tavlo Hub is not communicating.  Is it connected to the right port and turned "
-    "on?  "
-    "Do you have the right comm port selected?  Perhaps cycling power will help.";
 const std::string kNoDrives =
     "The Tavlo Hub is not responding to the D command.  Is it connected to the right port and turned on?";
 const std::string kNoExecute =

@@ -28,7 +28,7 @@ qreal HeightOf(const PaperText& text) {
   return QFontMetricsF(PaperFont(text.style)).lineSpacing();
 }
 
-PaperDocument DocumentOf(std::vector<PaperBlock> blocks) {
+PaperDocument DocumentOfBlocks(std::vector<PaperBlock> blocks) {
   return {.title = "Title", .file_name = "a.TVH", .blocks = std::move(blocks)};
 }
 
@@ -56,13 +56,13 @@ void ExpectWithin(const std::vector<PaperPage>& pages, const QSizeF& size) {
 }
 
 TEST(PaperPages, AnEmptyDocumentIsOneEmptyPage) {
-  const auto pages = LayOut(DocumentOf({}), kSheet);
+  const auto pages = LayOut(DocumentOfBlocks({}), kSheet);
   ASSERT_EQ(pages.size(), 1U);
   EXPECT_TRUE(pages[0].texts.empty());
 }
 
 TEST(PaperPages, RowsStandBelowEachOtherInTheirOrder) {
-  const auto pages = LayOut(DocumentOf({Block(1, 2), Block(2, 1)}), kSheet);
+  const auto pages = LayOut(DocumentOfBlocks({Block(1, 2), Block(2, 1)}), kSheet);
   ASSERT_EQ(pages.size(), 1U);
   const auto& texts = pages[0].texts;
   ASSERT_EQ(texts.size(), 3U);
@@ -75,7 +75,7 @@ TEST(PaperPages, ABlockIsNeverDividedBetweenPages) {
   for (int rows = 1; rows <= 7; ++rows) {
     std::vector<PaperBlock> blocks;
     for (int name = 0; name < 60; ++name) blocks.push_back(Block(name, rows));
-    const auto pages = LayOut(DocumentOf(blocks), kSheet);
+    const auto pages = LayOut(DocumentOfBlocks(blocks), kSheet);
     ExpectWithin(pages, kSheet);
     int name = 0;
     for (const PaperPage& page : pages) {
@@ -91,7 +91,7 @@ TEST(PaperPages, ABlockIsNeverDividedBetweenPages) {
 }
 
 TEST(PaperPages, ABlockHigherThanAPageGoesOnOnTheNext) {
-  const auto pages = LayOut(DocumentOf({Block(1, 300), Block(2, 1)}), kSheet);
+  const auto pages = LayOut(DocumentOfBlocks({Block(1, 300), Block(2, 1)}), kSheet);
   ExpectWithin(pages, kSheet);
   EXPECT_GT(pages.size(), 3U);
   qsizetype rows = 0;
@@ -103,9 +103,9 @@ TEST(PaperPages, ABlockHigherThanAPageGoesOnOnTheNext) {
 }
 
 TEST(PaperPages, NumbersEndAtOneEdgeAndTextsBeginAtAnother) {
-  const auto pages = LayOut(DocumentOf({{{.text = "one", .number = "1"}, {.text = "more", .indent = 4}},
-                                        {{.text = "ten", .number = "10"}},
-                                        {{.text = "all", .number = "200"}}}),
+  const auto pages = LayOut(DocumentOfBlocks({{{.text = "one", .number = "1"}, {.text = "more", .indent = 4}},
+                                              {{.text = "ten", .number = "10"}},
+                                              {{.text = "all", .number = "200"}}}),
                             kSheet);
   const auto& texts = pages.at(0).texts;
   ASSERT_EQ(texts.size(), 7U);
@@ -124,7 +124,8 @@ TEST(PaperPages, NumbersEndAtOneEdgeAndTextsBeginAtAnother) {
 
 TEST(PaperPages, TheBodyOfALoopStandsFurtherRight) {
   const auto pages = LayOut(
-      DocumentOf({{{.text = "out", .number = "1"}}, {{.text = "in", .number = "2", .indent = 2}}}), kSheet);
+      DocumentOfBlocks({{{.text = "out", .number = "1"}}, {{.text = "in", .number = "2", .indent = 2}}}),
+      kSheet);
   const auto& texts = pages.at(0).texts;
   EXPECT_NEAR(texts[2].at.x() - texts[0].at.x(), 2 * WidthOf({{}, QStringLiteral("0")}), 1);
 }
@@ -132,7 +133,7 @@ TEST(PaperPages, TheBodyOfALoopStandsFurtherRight) {
 TEST(PaperPages, ALongRowGoesOnBelowItselfFurtherRightAndLosesNothing) {
   const std::string text =
       "Axis 1: Feed to Length(cw) 120.0 mm, 160.0 mps, A=8000 mm/s/s, D=8000 mm/s/s and so on to the end";
-  const auto pages = LayOut(DocumentOf({{{.text = text, .number = "5", .indent = 2}}}), kSlip);
+  const auto pages = LayOut(DocumentOfBlocks({{{.text = text, .number = "5", .indent = 2}}}), kSlip);
   ExpectWithin(pages, kSlip);
   QString joined;
   qreal first = -1;
@@ -150,7 +151,7 @@ TEST(PaperPages, ALongRowGoesOnBelowItselfFurtherRightAndLosesNothing) {
 }
 
 TEST(PaperPages, AWordLongerThanARowIsBroken) {
-  const auto pages = LayOut(DocumentOf({{{.text = std::string(3000, 'W')}}}), kSlip);
+  const auto pages = LayOut(DocumentOfBlocks({{{.text = std::string(3000, 'W')}}}), kSlip);
   ExpectWithin(pages, kSlip);
   qsizetype letters = 0;
   for (const PaperPage& page : pages) {
@@ -161,7 +162,7 @@ TEST(PaperPages, AWordLongerThanARowIsBroken) {
 
 TEST(PaperPages, DeeplyNestedLoopsKeepRoomForTheirTexts) {
   const auto pages =
-      LayOut(DocumentOf({{{.text = "Repeat 10 times", .number = "200", .indent = 398}}}), kSheet);
+      LayOut(DocumentOfBlocks({{{.text = "Repeat 10 times", .number = "200", .indent = 398}}}), kSheet);
   ExpectWithin(pages, kSheet);
   EXPECT_TRUE(TextsOf(pages.at(0)).contains(QStringLiteral("Repeat 10 times"))) << "in one piece";
 }
@@ -169,7 +170,7 @@ TEST(PaperPages, DeeplyNestedLoopsKeepRoomForTheirTexts) {
 TEST(PaperPages, PaperWithoutRoomStillHoldsEveryLetter) {
   for (const QSizeF& size : {QSizeF(0, 0), QSizeF(-100, -100), QSizeF(10, 10)}) {
     qsizetype letters = 0;
-    for (const PaperPage& page : LayOut(DocumentOf({Block(7, 3)}), size)) {
+    for (const PaperPage& page : LayOut(DocumentOfBlocks({Block(7, 3)}), size)) {
       for (const PaperText& text : page.texts) letters += text.text.size();
     }
     EXPECT_EQ(letters, 3);
@@ -177,7 +178,7 @@ TEST(PaperPages, PaperWithoutRoomStillHoldsEveryLetter) {
 }
 
 TEST(PaperPages, ABlankRowDoesNotBeginAPage) {
-  const auto pages = LayOut(DocumentOf({{PaperRow{}}, {{.text = "first"}}}), kSheet);
+  const auto pages = LayOut(DocumentOfBlocks({{PaperRow{}}, {{.text = "first"}}}), kSheet);
   EXPECT_EQ(pages.at(0).texts.at(0).at.y(), 0);
 }
 

@@ -17,7 +17,7 @@ QPageLayout Sheet(QPageSize::PageSizeId size = QPageSize::A4,
 }
 
 /// A document of so many pages: each block fills more than half of one.
-PaperDocument DocumentOf(int pages) {
+PaperDocument DocumentOfPages(int pages) {
   PaperDocument document = {.title = "Tavlo Hub Program Listing", .file_name = "a.TVH", .blocks = {}};
   for (int page = 0; page < pages; ++page) document.blocks.emplace_back(40, PaperRow{.text = "text"});
   return document;
@@ -31,7 +31,7 @@ int PagesOf(const std::string& pdf) {
 TEST(MakePdf, MakesAWholeFileOfAllPages) {
   for (const int pages : {1, 2, 5}) {
     std::string pdf;
-    ASSERT_TRUE(MakePdf(DocumentOf(pages), Sheet(), {}, pdf));
+    ASSERT_TRUE(MakePdf(DocumentOfPages(pages), Sheet(), {}, pdf));
     EXPECT_TRUE(pdf.starts_with("%PDF-1."));
     EXPECT_TRUE(pdf.ends_with("%%EOF\n"));
     EXPECT_EQ(PagesOf(pdf), pages);
@@ -47,7 +47,7 @@ TEST(MakePdf, ThePaperIsAsItWasChosen) {
                      {Sheet(QPageSize::A4, QPageLayout::Landscape), "/MediaBox [0 0 842"}};
   for (const auto& c : cases) {
     std::string pdf;
-    ASSERT_TRUE(MakePdf(DocumentOf(1), c.layout, {}, pdf));
+    ASSERT_TRUE(MakePdf(DocumentOfPages(1), c.layout, {}, pdf));
     EXPECT_NE(pdf.find(c.box), std::string::npos) << c.box;
   }
 }
@@ -56,11 +56,11 @@ TEST(MakePdf, OnlyTheChosenPagesArePrinted) {
   QPageRanges ranges;
   ranges.addRange(2, 3);
   std::string pdf;
-  ASSERT_TRUE(MakePdf(DocumentOf(5), Sheet(), ranges, pdf));
+  ASSERT_TRUE(MakePdf(DocumentOfPages(5), Sheet(), ranges, pdf));
   EXPECT_EQ(PagesOf(pdf), 2);
   ranges.clear();
   ranges.addRange(4, 9);
-  ASSERT_TRUE(MakePdf(DocumentOf(5), Sheet(), ranges, pdf));
+  ASSERT_TRUE(MakePdf(DocumentOfPages(5), Sheet(), ranges, pdf));
   EXPECT_EQ(PagesOf(pdf), 2);
 }
 
@@ -68,7 +68,7 @@ TEST(MakePdf, PagesThatThereAreNotAreNoDocument) {
   QPageRanges ranges;
   ranges.addPage(6);
   std::string pdf = "as it was";
-  const Outcome outcome = MakePdf(DocumentOf(5), Sheet(), ranges, pdf);
+  const Outcome outcome = MakePdf(DocumentOfPages(5), Sheet(), ranges, pdf);
   EXPECT_FALSE(outcome);
   EXPECT_EQ(outcome.Why(), "the document has none of the chosen pages");
   EXPECT_EQ(pdf, "as it was");
@@ -101,7 +101,7 @@ TEST(PaintOn, SaysThatAPrinterTakesNoFurtherPage) {
     buffer.open(QIODevice::WriteOnly);
     FailingPrinter printer(&buffer, taken);
     int given_up = 0;
-    const Outcome outcome = PaintOn(printer, DocumentOf(4), {}, [&given_up] { ++given_up; });
+    const Outcome outcome = PaintOn(printer, DocumentOfPages(4), {}, [&given_up] { ++given_up; });
     EXPECT_EQ(static_cast<bool>(outcome), taken == 4);
     EXPECT_EQ(given_up, taken == 4 ? 0 : 1);
     EXPECT_EQ(outcome.Why(), taken == 4 ? "" : "the printer takes no further page");
@@ -110,7 +110,7 @@ TEST(PaintOn, SaysThatAPrinterTakesNoFurtherPage) {
 
 TEST(PaintOn, SaysThatAPrinterCannotBeOpened) {
   QPdfWriter printer(QStringLiteral("/nowhere/at/all.pdf"));
-  EXPECT_EQ(PaintOn(printer, DocumentOf(1)).Why(), "the printer cannot be opened");
+  EXPECT_EQ(PaintOn(printer, DocumentOfPages(1)).Why(), "the printer cannot be opened");
 }
 
 }  // namespace
