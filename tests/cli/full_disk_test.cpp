@@ -7,8 +7,6 @@
 namespace tavlo::testing {
 namespace {
 
-constexpr std::size_t kKilobyte = 1024;
-
 /// A command that writes a file, and the file.
 struct Writer {
   std::vector<std::string> arguments;

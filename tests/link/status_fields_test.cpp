@@ -19,7 +19,7 @@ namespace {
 
 constexpr double kAt = 17 * 3600 + 44 * 60 + 5;
 
-HubProgram HeldSince(HubProgram::By by, const char* file) {
+HubProgram HeldBy(HubProgram::By by, const char* file) {
   return {.by = by, .bytes = 3180, .file_name = file, .at = kAt};
 }
 
@@ -31,9 +31,9 @@ TEST(HubField, SaysWhatTheHubHoldsAndHowThatIsKnown) {
     const char* text;
     const char* more;
   };
-  const HubProgram named = HeldSince(By::Download, "/home/ann/cut-to-length.TVH");
-  const HubProgram unnamed = HeldSince(By::Download, "untitled");
-  const HubProgram read = HeldSince(By::Upload, "");
+  const HubProgram named = HeldBy(By::Download, "/home/ann/cut-to-length.TVH");
+  const HubProgram unnamed = HeldBy(By::Download, "untitled");
+  const HubProgram read = HeldBy(By::Upload, "");
   for (const Case& c : {
            Case{named, Holds::TheProgramShown, "Hub holds cut-to-length.TVH, proven 17:44",
                 "/home/ann/cut-to-length.TVH\nProven by its sum at 17:44:05, 3,180 bytes"},
@@ -71,7 +71,7 @@ TEST(HubField, WarnsForAsLongAsWhatRunsIsNotKnownToBeTheProgramShown) {
            Case{Holds::TheProgramShown, Holds::Unknown, kUnknown},
        }) {
     FakeDesk d;
-    d.source.link.held = HeldSince(HubProgram::By::Upload, "");
+    d.source.link.held = HeldBy(HubProgram::By::Upload, "");
     d.source.link.HubRuns = true;
     d.source.run.holds = c.at_start;
     const StatusField field = HubField(d.source, c.now);

@@ -19,7 +19,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kKilobyte = 1024;
 constexpr std::size_t kImage = 8 * kKilobyte;
 
 std::ptrdiff_t CountIn(const TempFolder& folder) {

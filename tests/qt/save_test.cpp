@@ -14,8 +14,6 @@
 namespace tavlo::testing {
 namespace {
 
-constexpr std::size_t kSaveUnit = 1024;
-
 struct SaveOnDisk : ::testing::Test {
   /// What stands in the file after a save onto the old one.
   std::string Save() {
@@ -41,8 +39,8 @@ struct SaveOnDisk : ::testing::Test {
 TEST_F(SaveOnDisk, ADiskThatIsFullAtAnyKilobyteLeavesTheOldProgramAndIsTold) {
   fake.Line(0).Type = FL;
   const std::string program = WriteHubProg(fake.source.program, fake.source.link.OptCom);
-  ASSERT_GT(program.size(), 40 * kSaveUnit);
-  for (std::size_t room = 0; room < program.size(); room += kSaveUnit) {
+  ASSERT_GT(program.size(), 40 * kKilobyte);
+  for (std::size_t room = 0; room < program.size(); room += kKilobyte) {
     SCOPED_TRACE(room);
     PutOld();
     {

@@ -8,6 +8,9 @@
 
 namespace tavlo::testing {
 
+/// What a disk has room for is counted in these.
+inline constexpr std::size_t kKilobyte = 1024;
+
 /// While one lives, no file of this process may grow beyond so many bytes: a disk that really is full there,
 /// for any user and on any file system.
 class AllowedSize {
