@@ -76,24 +76,36 @@ class Composer:
     def press(self, *keys):
         self.screen.key(self.window, *keys)
 
+    def name_file(self, dialog, path, what, done):
+        """Types the name and presses Enter, once more where the list of names that might be meant has come up late and
+        has taken the key."""
+        self.screen.key(dialog, "alt+n")
+        self.screen.type(path)
+        self.screen.shot("file-dialog")
+        self.screen.key(dialog, "Return")
+        pressed = time.monotonic()
+
+        def is_done():
+            nonlocal pressed
+            if done():
+                return True
+            if time.monotonic() - pressed > 4 and self.screen.window("^Open|^Load|^Save"):
+                self.screen.key(dialog, "Return")
+                pressed = time.monotonic()
+            return False
+        until(what, is_done)
+
     def load(self, path):
         self.press("alt+o")
-        dialog = self.screen.wait_window("^Open|^Load")
-        self.screen.key(dialog, "alt+n")
-        self.screen.type(os.path.abspath(path))
-        self.screen.shot("open-dialog")
-        self.screen.key(dialog, "Return")
         name = os.path.basename(path)
-        until("the file's name in the title", lambda: self.screen.window(name + "$"))
+        self.name_file(self.screen.wait_window("^Open|^Load"), os.path.abspath(path), "the file's name in the title",
+                       lambda: self.screen.window(name + "$"))
 
     def save(self, path):
         self.press("alt+s")
-        dialog = self.screen.wait_window("^Save")
-        self.screen.key(dialog, "alt+n")
-        self.screen.type(path)
-        self.screen.key(dialog, "Return")
-        until("the file", lambda: os.path.exists(path))
-        until("the file's name in the title", lambda: self.screen.window(os.path.basename(path) + "$"))
+        name = os.path.basename(path)
+        self.name_file(self.screen.wait_window("^Save"), path, "the file, and its name in the title",
+                       lambda: os.path.exists(path) and self.screen.window(name + "$"))
 
     def download(self, hub):
         before = len(hub.downloads())
