@@ -60,13 +60,6 @@ QPushButton* MakeButton(const QString& caption, const char* name, QWidget* insid
   return button;
 }
 
-void KeepPlace(QWidget* widget, bool keep) {
-  QSizePolicy policy = widget->sizePolicy();
-  if (policy.retainSizeWhenHidden() == keep) return;
-  policy.setRetainSizeWhenHidden(keep);
-  widget->setSizePolicy(policy);
-}
-
 FormGrid::FormGrid(QWidget* inside) : inside_(inside), grid_(new QGridLayout(inside)) {
   grid_->setColumnStretch(Columns, 1);
 }

@@ -25,9 +25,6 @@ Widget* Named(Widget* widget, const char* name) {
 /// press of its button alone.
 [[nodiscard]] QPushButton* MakeButton(const QString& caption, const char* name, QWidget* inside);
 
-/// What is hidden keeps its place, so that nothing jumps and the dialog keeps its size.
-void KeepPlace(QWidget* widget, bool keep = true);
-
 /// Rows of controls of a dialog in common columns: label, entry, unit, slider, check box of a variable, list
 /// of the variables. The blocks that forms share are laid out here, once for all dialogs; every control bears
 /// its told name as object name, by which it is bound to its form.

@@ -15,6 +15,7 @@
 #include "forms/control_form.h"
 #include "model/axis_config.h"
 #include "widgets/entry_box.h"
+#include "widgets/kept_place.h"
 
 namespace tavlo {
 namespace {

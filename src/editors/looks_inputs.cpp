@@ -14,6 +14,7 @@
 #include "editors/form_grid.h"
 #include "editors/look_rows.h"
 #include "widgets/font_size.h"
+#include "widgets/kept_place.h"
 
 namespace tavlo {
 namespace {

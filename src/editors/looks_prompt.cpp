@@ -12,6 +12,7 @@
 #include "forms/prompt_text.h"
 #include "model/wire.h"
 #include "widgets/display_picture.h"
+#include "widgets/kept_place.h"
 #include "widgets/level_gauge.h"
 #include "widgets/prompt_box.h"
 

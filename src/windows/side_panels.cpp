@@ -17,6 +17,7 @@
 #include "commands/hub_choices.h"
 #include "qt/gui/shown_text.h"
 #include "session/source.h"
+#include "widgets/kept_place.h"
 
 namespace tavlo {
 namespace {
@@ -128,9 +129,7 @@ void HubPanel::Show(const Source& source) {
 DriveLabel::DriveLabel(int axis, QWidget* parent) : QLabel(parent) {
   setObjectName(QStringLiteral("LblDriveDesc%1").arg(axis));
   setTextFormat(Qt::PlainText);
-  QSizePolicy policy = sizePolicy();
-  policy.setRetainSizeWhenHidden(true);
-  setSizePolicy(policy);
+  KeepPlace(this);
 }
 
 void DriveLabel::Show(const DriveDesc& desc) {

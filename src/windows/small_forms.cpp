@@ -9,6 +9,7 @@
 
 #include "qt/gui/shown_text.h"
 #include "widgets/font_size.h"
+#include "widgets/kept_place.h"
 
 namespace tavlo {
 namespace {
@@ -47,9 +48,7 @@ GaugeForm::GaugeForm(const QString& name, const QString& title, const QString& d
   MakePane(*this, name, title);
   auto* heading = new QLabel(title, this);
   phase_->setTextFormat(Qt::PlainText);
-  QSizePolicy keeps_its_place = phase_->sizePolicy();
-  keeps_its_place.setRetainSizeWhenHidden(true);
-  phase_->setSizePolicy(keeps_its_place);
+  KeepPlace(phase_);
   gauge_->setRange(0, kFullGauge * kFine);
   gauge_->setTextVisible(false);
   gauge_->setMinimumWidth(ByFont(fontMetrics(), kGaugeWidth));

@@ -16,7 +16,7 @@ namespace {
 const std::string kClear = "\x1b\x45";
 
 std::string LineEventOf(int header, int number) {
-  return Bytes({header, (number - 1) / 16, (number - 1) % 16, 0});
+  return LineMessage(header, number - 1);
 }
 
 /// A machine that moves for long, while the test says in the hub's name what else is going on.

@@ -15,7 +15,7 @@ inline void Handle(FakeDesk& d, int header, int b2, int b3 = 0, int b4 = 0) {
 
 /// The message that a line, 0..199, begins.
 inline std::string LineStarted(int line) {
-  return Bytes({254, line / 16, line % 16, 0});
+  return LineMessage(254, line);
 }
 
 }  // namespace tavlo::testing

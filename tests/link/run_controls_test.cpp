@@ -21,10 +21,6 @@ std::string_view ByLine(RunWindow window) {
 }
 
 const std::string kStepDone = Bytes({253, 0, 0, 0});
-std::string LineEventOf(int header, int line) {
-  return Bytes({header, line / 16, line % 16, 0});
-}
-
 /// A program runs, the window that shows it is up; what was sent to get there is forgotten.
 struct ControlledDesk : FakeDesk {
   explicit ControlledDesk(RunWindow window) {
@@ -280,7 +276,7 @@ TEST(SingleStep, FivePauseAndResumeInOrder) {
     ClickPause(d.desk);
     for (int step = 0; step < 5; ++step) {
       ClickSingleStep(d.desk);
-      d.port.Receive(LineEventOf(254, step) + kStepDone);
+      d.port.Receive(LineMessage(254, step) + kStepDone);
     }
     ClickPlay(d.desk);
     EXPECT_EQ(d.port.AllSent(), "PTITITITITIr");
@@ -353,7 +349,7 @@ void TryEverything(ControlledDesk& d) {
   ClickPause(d.desk);
   ClickSingleStep(d.desk);
   ClickReset(d.desk);
-  for (const int header : {254, 236, 237, 235, 253, 241, 213, 221}) d.port.Receive(LineEventOf(header, 3));
+  for (const int header : {254, 236, 237, 235, 253, 241, 213, 221}) d.port.Receive(LineMessage(header, 3));
   ClickPlay(d.desk);
   ClickSingleStep(d.desk);
 }
@@ -380,8 +376,8 @@ TEST(Stop, NothingThatIsStillSaidOfTheRunIsPainted) {
       d.Forget();
       // The window is still there while the hub takes the command in.
       d.loop.on_wait = [&] {
-        d.port.Receive(header == 235 ? Bytes({235, 1, 2, 8}) : LineEventOf(header, 40));
-        d.port.Receive(LineEventOf(header, 41));
+        d.port.Receive(header == 235 ? Bytes({235, 1, 2, 8}) : LineMessage(header, 40));
+        d.port.Receive(LineMessage(header, 41));
       };
       StopRun(d.desk, window);
       EXPECT_TRUE(d.view.rows.empty()) << header;
@@ -398,7 +394,7 @@ TEST(Stop, AHubThatIsSwitchedOnAfterItIsHeardAgain) {
   StopRun(d.desk, RunWindow::ExecStatus);
   d.port.Receive(Bytes({255, 38, 8, 0}));
   d.Forget();
-  d.port.Receive(LineEventOf(254, 3));
+  d.port.Receive(LineMessage(254, 3));
   EXPECT_EQ(d.view.scrolls, std::vector<int>{3});
   EXPECT_EQ(d.port.AllSent(), "I");
 }
@@ -445,7 +441,7 @@ TEST(Stop, TheNextRunIsOneLikeTheFirst) {
     ExpectPictures(d.Panel(), Picture::PlayGreen, Picture::PauseGray, Picture::StepGray);
     for (const std::string& line : d.source.display.textline) EXPECT_EQ(line, "");
     d.Forget();
-    d.port.Receive(LineEventOf(254, 3));
+    d.port.Receive(LineMessage(254, 3));
     ClickPause(d.desk);
     ClickSingleStep(d.desk);
     d.port.Receive(kStepDone);

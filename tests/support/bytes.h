@@ -15,6 +15,11 @@ inline std::string Bytes(std::initializer_list<int> values) {
   return bytes;
 }
 
+/// A message of the hub about a line, 0..199.
+inline std::string LineMessage(int header, int line) {
+  return {static_cast<char>(header), static_cast<char>(line / 16), static_cast<char>(line % 16), '\0'};
+}
+
 inline std::string Hex(std::string_view bytes) {
   constexpr std::string_view kDigits = "0123456789abcdef";
   std::string text;

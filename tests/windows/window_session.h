@@ -13,6 +13,7 @@
 #include <memory>
 #include <string>
 
+#include "support/bytes.h"
 #include "support/fake_clipboard.h"
 #include "support/fake_desk.h"
 #include "support/fake_help.h"
@@ -91,11 +92,6 @@ struct RunningSession : WindowSession {
 /// Alt and the key.
 inline void PressMnemonic(QWidget* widget, Qt::Key key) {
   QTest::keyClick(widget, key, Qt::AltModifier);
-}
-
-/// A message of the hub about a line.
-inline std::string LineMessage(int header, int line) {
-  return {static_cast<char>(header), static_cast<char>(line / 16), static_cast<char>(line % 16), '\0'};
 }
 
 }  // namespace tavlo::testing
