@@ -189,6 +189,8 @@ class OperatorSession : public QObject {
     QWidget* front = &InFront(main);
     if (!front->isActiveWindow()) front->activateWindow();
     const bool repeats = random_.HoldsEnter();
+    // An act that Enter let go on has written since the last one ended, and may have asked again.
+    const Program at_press = Lines();
     desktop_.fakes.dialogs.next_file_name =
         random_.OneIn(2) ? std::optional<std::string>(kSessionFile) : std::nullopt;
     random_.Act(main);
@@ -196,7 +198,7 @@ class OperatorSession : public QObject {
     if (told_.size() > 12) told_.pop_front();
     if (!repeats) return;
     EXPECT_EQ(&InFront(main), front) << "a held Enter opens and closes nothing" << Story();
-    EXPECT_EQ(Changed(), "") << "a held Enter writes nothing" << Story();
+    EXPECT_EQ(ChangedSince(at_press), "") << "a held Enter writes nothing" << Story();
   }
 
   /// Each act that has not ended has a window of its own.
@@ -209,14 +211,14 @@ class OperatorSession : public QObject {
   /// No act takes its effect later, when another window may be in front.
   void ExpectNothingHappenedBetween() {
     if (!settled_before_ || depth_ != depth_before_) return;
-    EXPECT_EQ(Changed(), "") << "lines change by themselves" << Story();
+    EXPECT_EQ(ChangedSince(before_), "") << "lines change by themselves" << Story();
   }
 
-  /// The lines that are not what they were after the last act.
-  [[nodiscard]] std::string Changed() {
+  /// The lines that are no longer what they were.
+  [[nodiscard]] std::string ChangedSince(const Program& before) {
     std::string lines;
     for (int line = 0; line < kLines; ++line) {
-      if (Lines().Prog[line] != before_.Prog[line]) lines += " " + std::to_string(line + 1);
+      if (Lines().Prog[line] != before.Prog[line]) lines += " " + std::to_string(line + 1);
     }
     return lines;
   }
@@ -261,7 +263,7 @@ class OperatorSession : public QObject {
       if (!edited_) edited_ = {source.CurLine, Lines().Prog[source.CurLine], nullptr};
       EXPECT_EQ(source.CurLine, edited_->line) << Story();
       if (!seen.editors.empty()) edited_->dialog = seen.editors.front();
-      const std::string changed = seen.editors.empty() || !settled_before_ ? "" : Changed();
+      const std::string changed = seen.editors.empty() || !settled_before_ ? "" : ChangedSince(before_);
       EXPECT_TRUE(changed.empty() || changed == " " + std::to_string(edited_->line + 1))
           << changed << Story();
       return;
