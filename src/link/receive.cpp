@@ -2,6 +2,9 @@
 // Copyright (c) 2026 The Tavlo Composer authors
 #include "link/receive.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "link/drive_terminal.h"
 #include "link/hub_messages.h"
 #include "link/run_record.h"
@@ -112,11 +115,11 @@ void NewOnComm(Desk& desk) {
   }
   // There is one queue: an event inside a box goes on after the message that brought up the box, and what it
   // handles is gone from the queue when the box is answered.
-  std::string& queue = desk.source.link.received;
-  queue += desk.Comm1.Input();
+  std::deque<char>& queue = desk.source.link.received;
+  std::ranges::copy(desk.Comm1.Input(), std::back_inserter(queue));
   while (!queue.empty()) {
     const char c = queue.front();
-    queue.erase(0, 1);
+    queue.pop_front();
     TakeCharacter(desk, c);
   }
 }

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <memory>
 #include <optional>
@@ -44,7 +45,7 @@ struct LinkState {
   /// Index 0..7 of the selected `OptCom`; nothing if no port could be opened.
   std::optional<int> OptCom;
   /// What has arrived from the hub and has not been handled, in order of arrival.
-  std::string received;
+  std::deque<char> received;
   /// Whether a message of the hub is being collected, and what has been collected of it.
   bool InMsg = false;
   std::string MsgBuf;

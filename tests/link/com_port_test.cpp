@@ -235,13 +235,13 @@ TEST(ClickOptCom, AnotherPortIsOpenedAfterTheOldOneWasClosed) {
 
 TEST(ClickOptCom, WhatTheOldLineHasBegunToSayDoesNotGoOnOnTheNewOne) {
   FakeDesk d;
-  d.source.link.received = "old";
+  d.source.link.received = {'o', 'l', 'd'};
   d.source.link.InMsg = true;
   d.source.link.MsgBuf = "\xFE\x01";
   ClickOptCom(d.desk, 3);
   EXPECT_FALSE(d.source.link.InMsg);
   EXPECT_EQ(d.source.link.MsgBuf, "");
-  EXPECT_EQ(d.source.link.received, "");
+  EXPECT_TRUE(d.source.link.received.empty());
 }
 
 TEST(ClickOptCom, TheThresholdOfALineThatHearsAndTheParityReplacementAreNotSetAgain) {
