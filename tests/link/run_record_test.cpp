@@ -17,7 +17,7 @@ using Strings = std::vector<std::string>;
 
 /// A desk with a log, and a run that has been started in a window.
 struct RecordedRun : FakeDesk {
-  explicit RecordedRun(RunWindow window = RunWindow::ExecStatus) : window_(window) {
+  explicit RecordedRun(RunWindow window = RunWindow::ExecStatus) {
     source.program.Axis.DriveModel.fill(0);
     source.program.Axis.DriveModel[1] = 11;
     desk.log = &log;
@@ -42,9 +42,6 @@ struct RecordedRun : FakeDesk {
   }
 
   RunLog log{clock};
-
- private:
-  RunWindow window_;
 };
 
 TEST(RunRecord, EachMessageOfTheHubIsOneRow) {

@@ -142,7 +142,7 @@ class JournalReader {
   }
 
   void Message(const std::vector<int>& m) {
-    const auto line = [this](int high, int low) { return std::to_string(high * 16 + low + 1) + "||"; };
+    const auto line = [](int high, int low) { return std::to_string(high * 16 + low + 1) + "||"; };
     const auto text = [this](int high, int low) {
       return texts_[static_cast<std::size_t>(high * 16 + low)] + "|";
     };

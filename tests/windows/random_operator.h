@@ -12,8 +12,6 @@ class QWidget;
 
 namespace tavlo::testing {
 
-class WindowSession;
-
 /// Somebody who presses, types, clicks, drags and closes whatever is before him. The same seed does the same
 /// acts on the same windows.
 class RandomOperator {
