@@ -7,8 +7,9 @@ find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
   # Precompiled headers are only kept with these allowances; no code here asks for the time of its build.
   set(ccache_settings CCACHE_DEPEND=1 CCACHE_SLOPPINESS=pch_defines,time_macros)
-  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    # What one clone has built serves the next. The headers that clang precompiles hold the path of their folder.
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" OR TAVLO_JOIN_FILES)
+    # What one clone has built serves the next. The headers that clang precompiles hold the path of their folder, but
+    # files that are joined need none.
     list(APPEND ccache_settings CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1)
   endif()
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env ${ccache_settings} ${CCACHE_PROGRAM})
@@ -38,6 +39,8 @@ endif()
 if(TAVLO_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
+  # An optional without a value and an index behind the end of an array that goes on are no fault of memory.
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
 endif()
 
 if(TAVLO_FUZZ)
