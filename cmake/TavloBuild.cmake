@@ -7,9 +7,8 @@ find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
   # Precompiled headers are only kept with these allowances; no code here asks for the time of its build.
   set(ccache_settings CCACHE_DEPEND=1 CCACHE_SLOPPINESS=pch_defines,time_macros)
-  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" OR TAVLO_JOIN_FILES)
-    # What one clone has built serves the next. The headers that clang precompiles hold the path of their folder, but
-    # files that are joined need none.
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" OR NOT TAVLO_PRECOMPILE)
+    # What one clone has built serves the next. The headers that clang precompiles hold the path of their folder.
     list(APPEND ccache_settings CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1)
   endif()
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env ${ccache_settings} ${CCACHE_PROGRAM})
@@ -62,6 +61,8 @@ function(tavlo_headers name)
   target_precompile_headers(tavlo_headers_${name} PRIVATE ${ARG_HEADERS})
   if(ARG_TESTS)
     target_compile_options(tavlo_headers_${name} PRIVATE ${TAVLO_TEST_OPTIONS})
+  elseif(TAVLO_JOIN_FILES)
+    set_target_properties(tavlo_headers_${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)
   endif()
 endfunction()
 
@@ -73,15 +74,14 @@ function(tavlo_reads target name)
   endif()
 endfunction()
 
-# tavlo_joins(<target> <name>)
-# The target's files are compiled several at a time, if that is asked for, and else begin with the headers of that name.
-function(tavlo_joins target name)
+# tavlo_joins(<target> [<name>])
+# The target's files are compiled several at a time, if that is asked for, and begin with the headers of that name.
+function(tavlo_joins target)
   if(TAVLO_JOIN_FILES)
-    # A module that needs one file of a layer then gets its neighbours too, and must be able to load them.
-    set_target_properties(${target} PROPERTIES
-      UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 16 POSITION_INDEPENDENT_CODE ON)
-  else()
-    tavlo_reads(${target} ${name})
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 16)
+  endif()
+  if(ARGC GREATER 1)
+    tavlo_reads(${target} ${ARGV1})
   endif()
 endfunction()
 
@@ -96,6 +96,10 @@ function(tavlo_layer name)
     set(ARG_HEADERS standard)
   endif()
   tavlo_joins(tavlo_${name} ${ARG_HEADERS})
+  # A module that needs one file of a layer then gets its neighbours too, and must be able to load them.
+  if(TAVLO_JOIN_FILES)
+    set_target_properties(tavlo_${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)
+  endif()
 endfunction()
 
 # Below the folder that the programs are in: what they load when they need it.
@@ -118,7 +122,7 @@ function(tavlo_test name)
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   target_link_libraries(${name} PRIVATE ${ARG_LINKS} GTest::gtest_main)
   if(ARG_OPTIMISED)
-    tavlo_joins(${name} standard)
+    tavlo_joins(${name})
   else()
     target_compile_options(${name} PRIVATE ${TAVLO_TEST_OPTIONS})
     if(NOT ARG_HEADERS)
