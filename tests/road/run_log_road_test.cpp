@@ -126,8 +126,6 @@ class Day : public SimDesk {
   }
 
   void Control() {
-    // A command makes a pause of 50 ms, in which nothing is handled. What is there already comes before it.
-    sim.DeliverEvents();
     const bool paused = !source.run.panel.Running;
     const int chance = Between(0, 99);
     if (chance < 3) ClickPause(road);

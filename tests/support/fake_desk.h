@@ -124,12 +124,19 @@ class FakeLoop : public EventLoop {
   }
   void WaitSecs(double seconds) override {
     waits.push_back(seconds);
-    clock_.now += seconds;
+    if (pass) {
+      pass(seconds);
+    } else {
+      clock_.now += seconds;
+    }
     if (on_wait) on_wait();
   }
   int yields = 0;
   std::vector<double> waits;
   std::function<void()> on_yield;
+  /// Instead of the time alone.
+  std::function<void(double seconds)> pass;
+  /// After a wait.
   std::function<void()> on_wait;
 
  private:

@@ -94,6 +94,7 @@ struct SimDesk : FakeDesk {
       : sim(clock, std::move(options), timing) {
     sim.OnComm = [this] { NewOnComm(road); };
     loop.on_yield = [this] { sim.DeliverEvents(); };
+    loop.pass = [this](double seconds) { sim.RunEventLoop(seconds); };
   }
 
   SimPort sim;
