@@ -236,6 +236,7 @@ struct FaultyDesk : FakeDesk {
   FaultyDesk() {
     line.OnComm = [this] { NewOnComm(road); };
     loop.on_yield = [this] { line.DeliverEvents(); };
+    loop.pass = [this](double seconds) { line.RunEventLoop(seconds); };
   }
 
   [[nodiscard]] std::string ImageInHub() {
